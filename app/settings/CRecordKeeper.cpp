@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "app/settings/CRecordKeeper.h"
+
+#include "app/settings/DefaultSettings.h"
+#include "platform/SettingsStore.h"
+
+namespace {
+
+int ReadUsersElseMachines(const CAtlString& name, int defaultValue) {
+    int error = REGISTRY_OK;
+    const int value =
+        ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, name, defaultValue, error);
+    if (error == REGISTRY_OK)
+        return value;
+    return ReadRegistryDword(HKEY_LOCAL_MACHINE, DefaultSettings::VPU_SETTINGS_KEY, name, defaultValue,
+                             error);
+}
+
+void WriteUsers(const CAtlString& name, int value) {
+    WriteRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, name, value);
+}
+
+}  // namespace
+
+bool CRecordKeeper::Load() {
+    interval_ = ReadUsersElseMachines(DefaultSettings::INTERVAL, DefaultSettings::DEFAULT_INTERVAL);
+    checkUpdates_ = ReadUsersElseMachines(DefaultSettings::CHECK_UPDATES, 1) == 1;
+    int error = REGISTRY_OK;
+    lastChecked_ = ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
+                                     DefaultSettings::LAST_CHECKED, 0, error);
+    newLastChecked_ = lastChecked_;
+    return error == REGISTRY_OK;
+}
+
+void CRecordKeeper::Save() const {
+    WriteUsers(DefaultSettings::INTERVAL, interval_);
+    WriteUsers(DefaultSettings::CHECK_UPDATES, checkUpdates_ ? 1 : 0);
+    WriteUsers(DefaultSettings::LAST_CHECKED, newLastChecked_);
+}
+
+bool CRecordKeeper::IsCheckDue(int today) const {
+    // In 64 bits: the stored values may be anything.
+    const auto passed = static_cast<long long>(today) - lastChecked_;
+    return checkUpdates_ && passed >= interval_;
+}

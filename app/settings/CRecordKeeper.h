@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// When silent checks run: the user's choice and the date of the last check.
+#pragma once
+
+// Holds the update-check settings between Load and Save. Dates are Julian day numbers, as of
+// QDate::toJulianDay; 0 means never. GUI thread only; shared by the workflow and the main window.
+class CRecordKeeper {
+public:
+    virtual ~CRecordKeeper() = default;
+
+    // Reads the user's values; "CheckUpdates" and "Interval" fall back to the machine's, then to their
+    // defaults. True when the user has a "LastChecked".
+    bool Load();
+    // Writes the three values to the user's settings. Failures are not reported.
+    void Save() const;
+    // Whether a silent check is due on the Julian day today: checks are on, and at least the interval has
+    // passed since the loaded date.
+    bool IsCheckDue(int today) const;
+
+    bool GetCheckUpdates() const { return checkUpdates_; }
+    void SetCheckUpdates(bool on) { checkUpdates_ = on; }
+    // In days.
+    int GetInterval() const { return interval_; }
+    void SetInterval(int days) { interval_ = days; }
+    // The date as it was loaded.
+    int GetLastChecked() const { return lastChecked_; }
+    // The date that Save writes.
+    int GetNewLastChecked() const { return newLastChecked_; }
+    void SetNewLastChecked(int day) { newLastChecked_ = day; }
+
+private:
+    bool checkUpdates_ = true;
+    int interval_ = 30;
+    int lastChecked_ = 0;
+    int newLastChecked_ = 0;
+};

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The names of the program's own settings, and their defaults.
+#pragma once
+
+#include "platform/CAtlString.h"
+
+struct DefaultSettings {
+    // The key of the update-check settings.
+    static const CAtlString VPU_SETTINGS_KEY;
+    // The key below it that holds one value per dismissed notification.
+    static const CAtlString NOTIFICATION_KEY;
+    // 1: automatic checks are on; any other number: off.
+    static const CAtlString CHECK_UPDATES;
+    // Days between two automatic checks.
+    static const CAtlString INTERVAL;
+    // Julian day of the last check that reached at least one product.
+    static const CAtlString LAST_CHECKED;
+
+    static constexpr int DEFAULT_INTERVAL = 30;
+};

@@ -1,0 +1,14 @@
+# SPDX-FileCopyrightText: VARDO Technologies
+# SPDX-License-Identifier: LicenseRef-VARDO
+
+# Warnings are errors in our own code; the sanitizers chosen by a preset apply to it as well.
+function(vardo_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor
+                         -Woverloaded-virtual -Wconversion -Wsign-conversion -Wold-style-cast)
+  target_compile_definitions(${target} PRIVATE BOOST_BIND_GLOBAL_PLACEHOLDERS)
+endfunction()
+
+if(VARDO_SANITIZE)
+  add_compile_options(-fsanitize=${VARDO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${VARDO_SANITIZE})
+endif()

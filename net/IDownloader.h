@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Fetching, as everything above the network sees it.
+#pragma once
+
+#include "platform/CAtlString.h"
+
+#include <boost/shared_ptr.hpp>
+
+class ProxyHandlerBase;
+
+// Fetches one address into one file. GUI thread only.
+class IDownloader {
+public:
+    virtual ~IDownloader() = default;
+    // Who knows the proxy and its credentials; does nothing unless a downloader needs it.
+    virtual void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& /*handler*/) {}
+    // The path of a new temporary file with the contents of url, which the caller deletes; empty when the
+    // fetch failed, for whatever reason. Serves the thread's events while it waits, and must not be entered
+    // again meanwhile.
+    virtual CAtlString Download(const CAtlString& url) = 0;
+};

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/CAtlString.h"
+
+#include <cstdarg>
+#include <new>
+#include <vector>
+
+#include "platform/CAtlStringA.h"
+#include "platform/TextConversion.h"
+
+namespace {
+
+// The characters of UTF-8 text can be no more than its bytes that do not continue a sequence.
+int MaxDecodedLength(const char* bytes, int length) {
+    return static_cast<int>(std::count_if(bytes, bytes + length, [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    }));
+}
+
+int LengthOfBytes(const char* bytes) {
+    return bytes ? static_cast<int>(std::strlen(bytes)) : 0;
+}
+
+CAtlString Decoded(const char* bytes, int length) {
+    CAtlString text;
+    if (length <= 0)
+        return text;
+    // A stray continuation byte ends the decoding, so a first one leaves nothing to make room for.
+    wchar_t* out = text.GetBuffer(MaxDecodedLength(bytes, length));
+    text.ReleaseBuffer(DecodeUtf8(bytes, length, out));
+    return text;
+}
+
+CAtlString Formatted(const wchar_t* format, std::va_list arguments) {
+    CAtlString wideFormat(format);
+    wideFormat.Replace(CAtlString(L"%s"), CAtlString(L"%ls"));
+    for (int capacity = 256; capacity <= CAtlString::MAX_FORMATTED; capacity *= 2) {
+        std::vector<wchar_t> buffer(static_cast<std::size_t>(capacity));
+        std::va_list copy;
+        va_copy(copy, arguments);
+        const int written = std::vswprintf(buffer.data(), buffer.size(), wideFormat.GetString(), copy);
+        va_end(copy);
+        if (written >= 0 && written < capacity)
+            return CAtlString(buffer.data());
+    }
+    throw std::bad_alloc();
+}
+
+}  // namespace
+
+CAtlString::CAtlString(const wchar_t* text) {
+    Assign(text, LengthOf(text));
+}
+
+CAtlString::CAtlString(const wchar_t* text, int length) {
+    Assign(text, text ? length : 0);
+}
+
+CAtlString::CAtlString(const char* utf8) : CAtlString(Decoded(utf8, LengthOfBytes(utf8))) {}
+
+CAtlString::CAtlString(const CAtlStringA& utf8) : CAtlString(Decoded(utf8.GetString(), utf8.GetLength())) {}
+
+CAtlString::CAtlString(const QString& text) {
+    if (text.isEmpty())
+        return;
+    wchar_t* out = GetBuffer(static_cast<int>(text.size()));
+    SetLength(static_cast<int>(text.toWCharArray(out)));
+}
+
+CAtlString::CAtlString(wchar_t ch, int count) {
+    Assign(ch, count);
+}
+
+CAtlString::CAtlString(char ch, int count) {
+    Assign(static_cast<wchar_t>(static_cast<signed char>(ch)), count);
+}
+
+CAtlString& CAtlString::operator=(const wchar_t* text) {
+    Assign(text, LengthOf(text));
+    return *this;
+}
+
+CAtlString& CAtlString::operator=(const char* utf8) {
+    return *this = CAtlString(utf8);
+}
+
+CAtlString& CAtlString::operator=(const CAtlStringA& utf8) {
+    return *this = CAtlString(utf8);
+}
+
+CAtlString& CAtlString::operator=(const QString& text) {
+    return *this = CAtlString(text);
+}
+
+CAtlString& CAtlString::operator=(wchar_t ch) {
+    return *this = CAtlString(ch);
+}
+
+CAtlString& CAtlString::operator=(char ch) {
+    return *this = CAtlString(ch);
+}
+
+QString CAtlString::ToQString() const {
+    return QString::fromWCharArray(GetString());
+}
+
+CAtlString& CAtlString::operator+=(const CAtlString& text) {
+    AppendRange(text.GetString(), text.GetLength());
+    return *this;
+}
+
+CAtlString& CAtlString::operator+=(const wchar_t* text) {
+    AppendRange(text, LengthOf(text));
+    return *this;
+}
+
+CAtlString& CAtlString::operator+=(const char* utf8) {
+    return *this += CAtlString(utf8);
+}
+
+CAtlString& CAtlString::operator+=(wchar_t ch) {
+    AppendRange(&ch, 1);
+    return *this;
+}
+
+CAtlString& CAtlString::operator+=(char ch) {
+    return *this += CAtlString(ch);
+}
+
+CAtlString operator+(const CAtlString& a, const CAtlString& b) {
+    return CAtlString::Joined(a.GetString(), a.GetLength(), b.GetString(), b.GetLength());
+}
+
+CAtlString operator+(const CAtlString& a, const wchar_t* b) {
+    return CAtlString::Joined(a.GetString(), a.GetLength(), b, CAtlString::LengthOf(b));
+}
+
+CAtlString operator+(const wchar_t* a, const CAtlString& b) {
+    return CAtlString::Joined(a, CAtlString::LengthOf(a), b.GetString(), b.GetLength());
+}
+
+CAtlString operator+(const CAtlString& a, const char* b) {
+    return a + CAtlString(b);
+}
+
+CAtlString operator+(const char* a, const CAtlString& b) {
+    return CAtlString(a) + b;
+}
+
+CAtlString operator+(const CAtlString& a, wchar_t b) {
+    return CAtlString::Joined(a.GetString(), a.GetLength(), &b, 1);
+}
+
+CAtlString operator+(wchar_t a, const CAtlString& b) {
+    return CAtlString::Joined(&a, 1, b.GetString(), b.GetLength());
+}
+
+void CAtlString::Format(const wchar_t* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    try {
+        *this = Formatted(format, arguments);
+    } catch (const std::bad_alloc&) {
+        // The text stays as it was, as promised.
+    }
+    va_end(arguments);
+}
+
+void CAtlString::AppendFormat(const wchar_t* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    try {
+        *this += Formatted(format, arguments);
+    } catch (const std::bad_alloc&) {
+        // The text stays as it was, as promised.
+    }
+    va_end(arguments);
+}

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/CAtlStringA.h"
+
+#include <cwchar>
+
+#include "platform/CAtlString.h"
+#include "platform/TextConversion.h"
+
+namespace {
+
+CAtlStringA Narrowed(const wchar_t* text, int length) {
+    CAtlStringA result;
+    if (length <= 0)
+        return result;
+    std::transform(text, text + length, result.GetBuffer(length),
+                   [](wchar_t ch) { return static_cast<char>(static_cast<unsigned>(ch) & 0xFFU); });
+    result.ReleaseBuffer(length);
+    return result;
+}
+
+CAtlStringA Encoded(const wchar_t* text) {
+    CAtlStringA result;
+    const int length = text ? static_cast<int>(std::wcslen(text)) : 0;
+    if (length == 0)
+        return result;
+    char* out = result.GetBuffer(Utf8Size(text, length));
+    const int written = EncodeUtf8(text, length, out);
+    result.ReleaseBuffer(written);
+    return result;
+}
+
+CAtlStringA FromQByteArray(const QByteArray& bytes) {
+    return CAtlStringA(bytes.constData(), static_cast<int>(bytes.size()));
+}
+
+}  // namespace
+
+CAtlStringA::CAtlStringA(const char* bytes) {
+    Assign(bytes, LengthOf(bytes));
+}
+
+CAtlStringA::CAtlStringA(const char* bytes, int length) {
+    Assign(bytes, bytes ? length : 0);
+}
+
+CAtlStringA::CAtlStringA(const wchar_t* encodedAsUtf8) : CAtlStringA(Encoded(encodedAsUtf8)) {}
+
+CAtlStringA::CAtlStringA(const CAtlString& narrowed)
+    : CAtlStringA(Narrowed(narrowed.GetString(), narrowed.GetLength())) {}
+
+CAtlStringA::CAtlStringA(const QString& encodedAsUtf8)
+    : CAtlStringA(FromQByteArray(encodedAsUtf8.toUtf8())) {}
+
+CAtlStringA& CAtlStringA::operator=(const char* bytes) {
+    Assign(bytes, LengthOf(bytes));
+    return *this;
+}
+
+CAtlStringA& CAtlStringA::operator=(const wchar_t* narrowed) {
+    return *this = Narrowed(narrowed, narrowed ? static_cast<int>(std::wcslen(narrowed)) : 0);
+}
+
+CAtlStringA& CAtlStringA::operator=(const CAtlString& narrowed) {
+    return *this = CAtlStringA(narrowed);
+}
+
+QString CAtlStringA::ToQString() const {
+    return QString::fromLatin1(GetString(), GetLength());
+}
+
+CAtlStringA& CAtlStringA::operator+=(const CAtlStringA& bytes) {
+    AppendRange(bytes.GetString(), bytes.GetLength());
+    return *this;
+}
+
+CAtlStringA& CAtlStringA::operator+=(char byte) {
+    AppendRange(&byte, 1);
+    return *this;
+}
+
+CAtlStringA operator+(const CAtlStringA& a, const CAtlStringA& b) {
+    return CAtlStringA::Joined(a.GetString(), a.GetLength(), b.GetString(), b.GetLength());
+}

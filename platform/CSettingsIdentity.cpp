@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/CSettingsIdentity.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace {
+
+const QString MAKER = QStringLiteral("VARDO Technologies");
+
+}  // namespace
+
+CSettingsIdentity::CSettingsIdentity(const QString& organization, const QString& domain,
+                                     const QString& application)
+    : previousOrganization_(QCoreApplication::organizationName()),
+      previousDomain_(QCoreApplication::organizationDomain()),
+      previousApplication_(Application()) {
+    QCoreApplication::setOrganizationName(organization);
+    QCoreApplication::setOrganizationDomain(domain);
+    QCoreApplication::setApplicationName(application);
+}
+
+CSettingsIdentity::~CSettingsIdentity() {
+    QCoreApplication::setOrganizationName(previousOrganization_);
+    QCoreApplication::setOrganizationDomain(previousDomain_);
+    QCoreApplication::setApplicationName(previousApplication_);
+}
+
+QString CSettingsIdentity::Organization() {
+    const QString name = QCoreApplication::organizationName();
+    return name.isEmpty() || name == QLatin1String("vardotech") ? MAKER : name;
+}
+
+QString CSettingsIdentity::Application() {
+    const QString name = QCoreApplication::applicationName();
+    const QStringList arguments = QCoreApplication::arguments();
+    const bool unset = !arguments.isEmpty() && name == QFileInfo(arguments.constFirst()).fileName();
+    return unset ? QString() : name;
+}

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The one door through which XML enters the program: read, bound, check, parse. Everything that comes in here
+// may have been written by anyone.
+#pragma once
+
+#include "platform/CAtlString.h"
+#include "platform/CAtlStringA.h"
+#include "platform/CVardoFilePath.h"
+
+#include <tinyxml.h>
+
+// The largest text that is parsed, in bytes.
+inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
+// The deepest nesting of elements; TinyXML uses the stack for each level and has no bound of its own.
+inline constexpr int MAX_XML_DEPTH = 200;
+// The most attributes of one element; TinyXML's time grows with their square.
+inline constexpr int MAX_XML_ATTRIBUTES = 1000;
+
+// The whole file as bytes; empty when it cannot be read, is a directory, or is larger than MAX_XML_BYTES.
+CAtlStringA ReadFileBytes(const CVardoFilePath& file);
+
+// Parses text, with white space condensed, into document. False when it is malformed, beyond one of the
+// bounds, or holds no element. The encoding is TinyXML's: TIXML_DEFAULT_ENCODING finds it from the text. Any
+// thread, one document each.
+bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document);
+
+// ReadFileBytes and ParseXml with TIXML_ENCODING_UTF8.
+bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document);
+
+// An element's attribute, UTF-8 decoded; empty when there is none.
+CAtlString XmlAttribute(const TiXmlElement& element, const char* name);

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Holds the current product list and drives the passes over it.
+#pragma once
+
+#include "net/IDownloader.h"
+#include "platform/IEnvironment.h"
+#include "products/IProduct.h"
+#include "products/Products.h"
+
+#include <boost/function.hpp>
+#include <boost/shared_ptr.hpp>
+
+// Loads and refreshes the list, finds what is installed, checks for updates. GUI thread only; the workflow
+// shares it with the main window. Callbacks are called on the same thread, inside CheckForUpdates.
+class CProductListController {
+public:
+    using ProductCallback = boost::function<void(boost::shared_ptr<IProduct>)>;
+
+    explicit CProductListController(const boost::shared_ptr<IEnvironment>& environment);
+    virtual ~CProductListController() = default;
+
+    void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
+    // Called before and after each product's check; may be empty.
+    void SetCheckStartedCallback(const ProductCallback& callback) { checkStarted_ = callback; }
+    void SetCheckFinishedCallback(const ProductCallback& callback) { checkFinished_ = callback; }
+
+    // Takes the newer of the user's and the installed list file; the user's when neither is newer. Whether it
+    // holds a product.
+    bool LoadProductList();
+    // Fetches the list from its own address; a newer one is stored (in the installation, else in the user's
+    // folder) and becomes current. True when a list was fetched and could be read, newer or not.
+    bool UpdateProductList();
+    // Lets every product find what is installed, then lets them disable one another. True when anything was
+    // found.
+    bool FindInstalled();
+    // Checks every product in order. True when any check succeeded.
+    bool CheckForUpdates();
+    // What the last CheckForUpdates answered.
+    bool GetLastCheckResult() const { return lastCheckResult_; }
+    // Some item has something new that the user wants to hear of.
+    bool IsAnyUpdateAvailable() const;
+    // A copy: the list may be replaced while the caller walks it.
+    IProduct::List GetProducts() const;
+
+private:
+    boost::shared_ptr<Products> products_;
+    boost::shared_ptr<IDownloader> downloader_;
+    bool lastCheckResult_ = false;
+    ProductCallback checkStarted_;
+    ProductCallback checkFinished_;
+    boost::shared_ptr<IEnvironment> environment_;
+};

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The product list: what the file "products.xml" says.
+#pragma once
+
+#include "platform/CAtlString.h"
+#include "platform/CVardoFilePath.h"
+#include "platform/IEnvironment.h"
+#include "products/CVersionString.h"
+#include "products/IProduct.h"
+
+#include <boost/shared_ptr.hpp>
+
+// The products of one list file, in the order of their elements, with the list's version and the address of
+// the newest list. GUI thread only.
+class Products {
+public:
+    // The name of the list file: "products.xml".
+    static const CAtlString FILE_NAME;
+
+    explicit Products(const boost::shared_ptr<IEnvironment>& environment) : environment_(environment) {}
+    virtual ~Products() = default;
+
+    // Reads a list file in place of what is held. True when at least one product was made; a missing or
+    // malformed file gives false and an empty list.
+    bool Load(const CVardoFilePath& path);
+
+    const IProduct::List& GetProducts() const { return products_; }
+    const CVersionString& GetVersion() const { return version_; }
+    // Where the newest list lies; empty when it may not be refreshed.
+    const CAtlString& GetAddress() const { return address_; }
+    bool IsLoaded() const { return loaded_; }
+
+private:
+    IProduct::List products_;
+    CVersionString version_;
+    CAtlString address_;
+    bool loaded_ = false;
+    boost::shared_ptr<IEnvironment> environment_;
+};

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The entry point of every test program that needs Qt.
+#include <gtest/gtest.h>
+#include <QApplication>
+#include <cstdlib>
+
+#include "support/Sandbox.h"
+
+int main(int argc, char** argv) {
+    EnterSandbox();
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return RUN_ALL_TESTS();
+}

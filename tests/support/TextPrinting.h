@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// How GoogleTest prints the program's texts when an assertion fails.
+#pragma once
+
+#include "platform/CAtlString.h"
+#include "platform/CAtlStringA.h"
+
+#include <QString>
+#include <ostream>
+
+inline void PrintTo(const CAtlString& text, std::ostream* out) {
+    *out << '"' << text.ToQString().toStdString() << '"';
+}
+
+inline void PrintTo(const CAtlStringA& text, std::ostream* out) {
+    *out << '"' << text.GetString() << '"';
+}
+
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
