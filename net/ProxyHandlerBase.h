@@ -6,6 +6,7 @@
 
 #include "platform/CAtlString.h"
 
+class ProxyAuth;
 class QWidget;
 
 // Holds proxy host, port, user name and password. Host and port are stored in the settings that the program
@@ -41,6 +42,10 @@ public:
     bool ShowProxyOptionsDialog(QWidget* parent);
 
 private:
+    // True when the user gave credentials, which are then the held ones.
+    bool AskForCredentials(const CAtlString& host, int port);
+    void TakeOptions(const ProxyAuth& dialog);
+
     CAtlString proxyHost_;
     int proxyPort_ = 0;
     CAtlString userName_;

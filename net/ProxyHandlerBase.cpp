@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "net/ProxyHandlerBase.h"
+
+#include "net/ProxyAuth.h"
+#include "platform/CSettingsIdentity.h"
+#include "platform/SettingsStore.h"
+
+namespace {
+
+const wchar_t* const KEY = L"Software/VARDO Technologies/VARDO Board Software/ProxyInformation";
+const wchar_t* const HOST_NAME = L"HttpProxyHost";
+const wchar_t* const PORT_NAME = L"HttpProxyPort";
+
+bool Ask(ProxyAuth& dialog) {
+    dialog.show();
+    return dialog.exec() == QDialog::Accepted;
+}
+
+}  // namespace
+
+void ProxyHandlerBase::LoadProxySettings() {
+    const CSettingsIdentity shared("", "", "");
+    int ignored = REGISTRY_OK;
+    proxyHost_ = ReadRegistryString(HKEY_LOCAL_MACHINE, KEY, HOST_NAME, CAtlString(), ignored);
+    proxyPort_ = ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, PORT_NAME, DEFAULT_PORT, ignored);
+}
+
+bool ProxyHandlerBase::SaveProxySettings() const {
+    const CSettingsIdentity shared("", "", "");
+    WriteRegistryString(HKEY_LOCAL_MACHINE, KEY, HOST_NAME, proxyHost_);
+    return WriteRegistryDword(HKEY_LOCAL_MACHINE, KEY, PORT_NAME, proxyPort_) == REGISTRY_OK;
+}
+
+void ProxyHandlerBase::SetCredentials(const CAtlString& userName, const CAtlString& password) {
+    userName_ = userName;
+    password_ = password;
+}
+
+void ProxyHandlerBase::GetProxySettings(CAtlString& host, int& port, CAtlString& userName,
+                                        CAtlString& password) const {
+    host = proxyHost_;
+    port = proxyPort_;
+    userName = userName_;
+    password = password_;
+}
+
+bool ProxyHandlerBase::OnProxyAuthRequired(const CAtlString& host, int port, CAtlString& userName,
+                                           CAtlString& password) {
+    if (cancelled_)
+        return false;
+    const bool heldAreUntried = !storedCredentialsUsed_ && !userName_.IsEmpty();
+    if (!heldAreUntried && !AskForCredentials(host, port))
+        return false;
+    storedCredentialsUsed_ = true;
+    userName = userName_;
+    password = password_;
+    return true;
+}
+
+bool ProxyHandlerBase::AskForCredentials(const CAtlString& host, int port) {
+    if (!interactive_)
+        return false;
+    ProxyAuth dialog(nullptr);
+    dialog.SetHost(host);
+    dialog.SetPort(port);
+    dialog.SetUserName(userName_);
+    dialog.SetPassword(password_);
+    dialog.SetAuthenticationMode();
+    if (!Ask(dialog)) {
+        cancelled_ = true;
+        return false;
+    }
+    SetCredentials(dialog.GetUserName(), dialog.GetPassword());
+    return true;
+}
+
+bool ProxyHandlerBase::ShowProxyOptionsDialog(QWidget* parent) {
+    ProxyAuth dialog(parent);
+    dialog.SetHost(proxyHost_);
+    dialog.SetPort(proxyPort_);
+    dialog.SetUserName(userName_);
+    dialog.SetPassword(password_);
+    const bool accepted = Ask(dialog);
+    dialog.setParent(nullptr);
+    if (accepted)
+        TakeOptions(dialog);
+    return accepted;
+}
+
+void ProxyHandlerBase::TakeOptions(const ProxyAuth& dialog) {
+    const CAtlString previousHost = proxyHost_;
+    cancelled_ = false;
+    proxyHost_ = dialog.GetHost();
+    proxyPort_ = dialog.GetPort();
+    SetCredentials(dialog.GetUserName(), dialog.GetPassword());
+    if (proxyHost_.Compare(previousHost) != 0)
+        SaveProxySettings();
+}
