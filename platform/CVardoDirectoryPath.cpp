@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/CVardoDirectoryPath.h"
+
+#include <QRandomGenerator>
+#include <climits>
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include <dirent.h>
+#include <fnmatch.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include "platform/Addresses.h"
+#include "platform/FileSystem.h"
+#include "platform/PathText.h"
+#include "platform/TextConversion.h"
+
+namespace {
+
+const wchar_t* const DEFAULT_BASE_NAME = L"NBKTemp";
+// Room for one entry of the user database (getpwuid_r(3)).
+constexpr std::size_t USER_ENTRY_BYTES = 16384;
+
+// The user's name; the number of a user that the database does not know.
+CAtlString UserName() {
+    const auto buffer = std::make_unique<char[]>(USER_ENTRY_BYTES);
+    passwd entry{};
+    passwd* found = nullptr;
+    getpwuid_r(getuid(), &entry, buffer.get(), USER_ENTRY_BYTES, &found);
+    const CAtlString name(found ? found->pw_name : nullptr);
+    return name.IsEmpty() ? CAtlString(std::to_wstring(getuid()).c_str()) : name;
+}
+
+// A name that is not UTF-8 would come out cut short, and so would be the name of another file.
+bool IsWhollyDecoded(const char* bytes, const CAtlString& decoded) {
+    return std::strcmp(DuplicateAsUtf8(decoded.GetString()).get(), bytes) == 0;
+}
+
+}  // namespace
+
+CVardoDirectoryPath::CVardoDirectoryPath(const CAtlString& path) : path_(NormalPath(path)) {}
+
+CVardoDirectoryPath::CVardoDirectoryPath(const CVardoFilePath& file)
+    : path_(file.GetFilePathString().Left(file.GetFilePathString().ReverseFind(L'/'))) {}
+
+bool CVardoDirectoryPath::Exists() const {
+    return FileSystem::Exists(path_);
+}
+
+void CVardoDirectoryPath::Append(const CAtlString& name) {
+    if (!name.IsEmpty())
+        path_ = NormalPath(path_ + L"/" + name);
+}
+
+CVardoFilePath CVardoDirectoryPath::Combine(const CVardoDirectoryPath& directory,
+                                            const CAtlString& fileName) {
+    return CVardoFilePath(directory.path_ + L"/" + fileName);
+}
+
+bool CVardoDirectoryPath::RemoveLastComponent() {
+    const int slash = path_.ReverseFind(L'/');
+    if (slash < 0)
+        return false;
+    path_ = path_.Left(slash);
+    return true;
+}
+
+bool CVardoDirectoryPath::Create() const {
+    if (Exists())
+        return true;
+    // No longer path can exist, and a path that long may have more components than the stack has room for.
+    if (path_.GetLength() >= PATH_MAX)
+        return false;
+    CVardoDirectoryPath parent(*this);
+    if (parent.RemoveLastComponent())
+        parent.Create();
+    return FileSystem::CreateDirectory(path_) || Exists();
+}
+
+void CVardoDirectoryPath::ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const {
+    const std::unique_ptr<char[]> pathBytes = DuplicateAsUtf8(path_.GetString());
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(Exists() ? opendir(pathBytes.get()) : nullptr,
+                                                        &closedir);
+    if (!directory)
+        return;
+    const std::unique_ptr<char[]> patternBytes = DuplicateAsUtf8(pattern.GetString());
+    const CAtlString folder = WithTrailingSlash(path_);
+    while (const dirent* entry = readdir(directory.get())) {
+        const CAtlString name(entry->d_name);
+        if (entry->d_name[0] == '.' || !IsWhollyDecoded(entry->d_name, name))
+            continue;
+        const CVardoFilePath file(folder + name);
+        if (file.Exists() && !FileSystem::IsDirectory(file.GetFilePathString()) &&
+            fnmatch(patternBytes.get(), entry->d_name, 0) == 0)
+            files.push_back(file);
+    }
+}
+
+CVardoDirectoryPath CVardoDirectoryPath::GetTempDirectory() {
+    CVardoDirectoryPath directory(L"/tmp/" + UserName() + L"/");
+    directory.Create();
+    return directory;
+}
+
+CVardoFilePath CVardoDirectoryPath::GetTempFilePath(const CAtlString& extension, const CAtlString& baseName) {
+    const CAtlString base = baseName.IsEmpty() ? CAtlString(DEFAULT_BASE_NAME) : baseName;
+    const CVardoDirectoryPath directory = GetTempDirectory();
+    CVardoFilePath candidate = Combine(directory, base + extension);
+    for (int tries = 1; FileSystem::IsTaken(candidate.GetFilePathString()); ++tries) {
+        if (tries == MAX_TEMP_NAMES)
+            return CVardoFilePath();
+        CAtlString number;
+        number.Format(L"(%d)", QRandomGenerator::global()->bounded(INT_MAX));
+        candidate = Combine(directory, base + number + extension);
+    }
+    return candidate;
+}

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The file system calls underneath the path classes, in one place, so that every path reaches the system in
+// the same form.
+#pragma once
+
+#include "platform/CAtlString.h"
+#include "platform/CFileDescriptor.h"
+
+#include <sys/types.h>
+
+// Paths go to the system as UTF-8, whatever the locale. A text that has no complete UTF-8 form, or holds a 0
+// character, names no file: cutting it short would name another one. Any thread; failures are results.
+namespace FileSystem {
+
+// access(2) with F_OK: something is there, symbolic links followed.
+bool Exists(const CAtlString& path);
+// The name is in use, be it by a symbolic link that leads nowhere.
+bool IsTaken(const CAtlString& path);
+bool IsDirectory(const CAtlString& path);
+// mkdir(2) with mode 0777 less the umask; false when the name is in use.
+bool CreateDirectory(const CAtlString& path);
+// unlink(2).
+bool DeleteFile(const CAtlString& path);
+// rmdir(2).
+bool RemoveDirectory(const CAtlString& path);
+// Lets the owner and the group write a file that nobody may write; true unless stat or chmod fails. Symbolic
+// links are left alone: what they point to is not ours to open up.
+bool MakeWritable(const CAtlString& path);
+// Copies contents and, to a new file, permission bits. False when both are the same file, when the source is
+// no regular file, when the destination exists and failIfExists is set, or when not every byte was copied.
+bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists);
+
+// A regular file opened for reading, and its size in bytes; not open when it is missing, not readable or
+// something else than a regular file. Never waits for a writer.
+CFileDescriptor OpenForReading(const CAtlString& path, off_t& size);
+// Reads until size bytes are there or the file ends; the number of bytes read.
+off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size);
+
+}  // namespace FileSystem
