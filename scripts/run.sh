@@ -27,7 +27,7 @@ claim_folder() {
 
 # The executable stays the same file when it did not change; all else is laid out afresh.
 install_program() {
-    rm -rf "$PROGRAM/share" "$PROGRAM/Languages"
+    rm -rf "$PROGRAM/share" "$PROGRAM/Languages" "$PROGRAM/gallery"
     cmake --install build/release --prefix "$PROGRAM" >/dev/null
 }
 
@@ -47,6 +47,10 @@ sandbox() {
     [[ ! -e ${XAUTHORITY:-$HOME/.Xauthority} ]] || export XAUTHORITY=${XAUTHORITY:-$HOME/.Xauthority}
     export HOME=$home XDG_CONFIG_HOME=$home/.config XDG_CACHE_HOME=$home/.cache XDG_DATA_HOME=$home/.local/share
     export XDG_CONFIG_DIRS=$SITE/machine
+    if [[ -z ${XDG_RUNTIME_DIR:-} ]]; then
+        install -d -m 700 "$RUN/runtime"
+        export XDG_RUNTIME_DIR=$RUN/runtime
+    fi
 }
 
 run_on_display() {
