@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "products/CProductListController.h"
+
+#include "products/ProductListFiles.h"
+
+#include <algorithm>
+#include <boost/make_shared.hpp>
+
+namespace {
+
+bool HasWantedUpdate(const IProduct& product) {
+    for (unsigned item = 0; item < product.GetItemCount(); ++item)
+        if (product.IsUpdateAvailable(item) && product.IsWanted(item))
+            return true;
+    return false;
+}
+
+}  // namespace
+
+CProductListController::CProductListController(const boost::shared_ptr<IEnvironment>& environment)
+    : environment_(environment) {}
+
+bool CProductListController::LoadProductList() {
+    const auto users = boost::make_shared<Products>(environment_);
+    users->Load(UserProductList());
+    const auto installed = boost::make_shared<Products>(environment_);
+    installed->Load(InstalledProductList(*environment_));
+    products_ = users->GetVersion().IsLess(installed->GetVersion()) ? installed : users;
+    return products_->IsLoaded();
+}
+
+bool CProductListController::UpdateProductList() {
+    if (!downloader_ || !products_ || !products_->IsLoaded() || products_->GetAddress().IsEmpty())
+        return false;
+    const CVardoFilePath fetched(downloader_->Download(products_->GetAddress()));
+    const auto newest = boost::make_shared<Products>(environment_);
+    const bool loaded = newest->Load(fetched);
+    if (loaded && newest->GetVersion().IsGreater(products_->GetVersion())) {
+        StoreProductList(fetched, *environment_);
+        products_ = newest;
+    }
+    fetched.Delete();
+    return loaded;
+}
+
+bool CProductListController::FindInstalled() {
+    const IProduct::List products = GetProducts();
+    bool found = false;
+    for (const auto& product : products)
+        found = product->FindInstalled() || found;
+    for (const auto& product : products)
+        product->ApplyDisablers(products);
+    return found;
+}
+
+bool CProductListController::CheckForUpdates() {
+    bool succeeded = false;
+    for (const auto& product : GetProducts()) {
+        if (checkStarted_)
+            checkStarted_(product);
+        product->SetDownloader(downloader_);
+        succeeded = product->CheckForUpdates() || succeeded;
+        if (checkFinished_)
+            checkFinished_(product);
+    }
+    lastCheckResult_ = succeeded;
+    return succeeded;
+}
+
+bool CProductListController::IsAnyUpdateAvailable() const {
+    const IProduct::List products = GetProducts();
+    return std::any_of(products.begin(), products.end(),
+                       [](const auto& product) { return HasWantedUpdate(*product); });
+}
+
+IProduct::List CProductListController::GetProducts() const {
+    return products_ ? products_->GetProducts() : IProduct::List();
+}

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// One installed version of a product.
+#pragma once
+
+#include "net/IDownloader.h"
+#include "platform/CAtlString.h"
+#include "platform/CVardoFilePath.h"
+#include "products/CUpdateXmlReader.h"
+
+// Reads a local description file of the shared data folder, and the remote description that it names. GUI
+// thread only.
+class CProductVersion : public CUpdateXmlReader {
+public:
+    explicit CProductVersion(const CVardoFilePath& localDescription)
+        : localDescription_(localDescription.GetFilePathString()) {}
+
+    // Who fetches the remote description; not owned, and must live as long as LoadRemote may be called. Null:
+    // nothing is fetched.
+    void SetDownloader(IDownloader* downloader) { downloader_ = downloader; }
+
+    // The row in the window's table; negative when there is none.
+    void SetRow(int row) { row_ = row; }
+    int GetRow() const { return row_; }
+
+protected:
+    CAtlString GetLocalFile() const override { return localDescription_; }
+    CAtlString GetRemoteFile() override;
+
+private:
+    int row_ = 0;
+    IDownloader* downloader_ = nullptr;
+    CAtlString localDescription_;
+};

@@ -1,0 +1,142 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "products/CProductVersions.h"
+
+#include "platform/CVardoDirectoryPath.h"
+#include "platform/XmlFile.h"
+#include "products/CVersionStringRange.h"
+
+#include <algorithm>
+#include <boost/make_shared.hpp>
+#include <cwctype>
+#include <iostream>
+
+namespace {
+
+// One line on standard output for whoever wants to know why a product is disabled.
+void ReportDisabler(const CAtlString& key, const CAtlString& uid) {
+    std::cout << CAtlStringA(key.GetString()).GetString() << ' ' << CAtlStringA(uid.GetString()).GetString()
+              << std::endl;
+}
+
+}  // namespace
+
+const CAtlString CProductVersions::ELEMENT_NAME(L"Product");
+
+CProductVersions::CProductVersions(const boost::shared_ptr<IEnvironment>& environment)
+    : actionTexts_{tr("Current"), tr("Update")}, environment_(environment) {}
+
+bool CProductVersions::Init(const TiXmlElement* element) {
+    if (!element)
+        return false;
+    name_ = XmlAttribute(*element, "Name").ToQString();
+    baseName_ = XmlAttribute(*element, "BaseXml");
+    defaultAddress_ = XmlAttribute(*element, "DefaultUrl");
+    ReadDisablers(*element);
+    return !name_.isEmpty() && !baseName_.IsEmpty();
+}
+
+void CProductVersions::ReadDisablers(const TiXmlElement& element) {
+    disablers_.clear();
+    const TiXmlElement* parent = element.FirstChildElement("DisableUpdatesIfInstalled");
+    if (!parent)
+        return;
+    for (const TiXmlElement* disabler = parent->FirstChildElement("Disabler"); disabler;
+         disabler = disabler->NextSiblingElement("Disabler"))
+        disablers_.push_back({XmlAttribute(*disabler, "uid"),
+                              CVersionString(XmlAttribute(*disabler, "versionFrom")),
+                              CVersionString(XmlAttribute(*disabler, "versionTo"))});
+}
+
+bool CProductVersions::FindInstalled() {
+    FindDescriptionFiles();
+    items_.clear();
+    current_ = nullptr;
+    for (const CVardoFilePath& file : descriptionFiles_) {
+        const auto item = boost::make_shared<CProductVersion>(file);
+        if (!item->LoadLocal() || IsKnown(item->GetCurrentVersion()))
+            continue;
+        items_.push_back(item);
+        if (!current_ || current_->GetCurrentVersion().IsLess(item->GetCurrentVersion()))
+            current_ = item.get();
+    }
+    return !items_.empty();
+}
+
+void CProductVersions::FindDescriptionFiles() {
+    descriptionFiles_.clear();
+    environment_->SharedDataFolder().ListFiles(baseName_ + L"*.xml", descriptionFiles_);
+    std::erase_if(descriptionFiles_, [this](const CVardoFilePath& file) { return !IsDescriptionFile(file); });
+}
+
+bool CProductVersions::IsDescriptionFile(const CVardoFilePath& file) const {
+    const CAtlString title = file.GetFileTitle();
+    const int length = baseName_.GetLength();
+    if (title.GetLength() <= length)
+        return title.GetLength() == length;
+    return std::iswdigit(static_cast<wint_t>(title[length])) != 0;
+}
+
+bool CProductVersions::IsKnown(const CVersionString& version) const {
+    return std::any_of(items_.begin(), items_.end(),
+                       [&](const auto& item) { return version.IsEqual(item->GetCurrentVersion()); });
+}
+
+bool CProductVersions::CheckForUpdates() {
+    if (!current_)
+        return false;
+    current_->SetDownloader(GetDownloader().get());
+    return current_->LoadRemote();
+}
+
+bool CProductVersions::HasAction(unsigned item) const {
+    return current_ && !disabled_ && items_[item].get() == current_;
+}
+
+bool CProductVersions::RunAction(unsigned item) {
+    return environment_->OpenWebPage(PageOf(*items_[item]));
+}
+
+CAtlString CProductVersions::GetInstalledVersion(unsigned item) const {
+    return items_[item]->GetCurrentVersion().GetString();
+}
+
+CAtlString CProductVersions::GetLatestVersion(unsigned item) const {
+    if (disabled_)
+        return current_->GetCurrentVersion().GetString();
+    return items_[item]->GetUpdateVersion().GetString();
+}
+
+CAtlString CProductVersions::GetWebPage() const {
+    return current_ ? PageOf(*current_) : defaultAddress_;
+}
+
+CAtlString CProductVersions::PageOf(const CProductVersion& item) const {
+    const CAtlString page = item.GetUpdateWebPage();
+    return page.IsEmpty() ? defaultAddress_ : page;
+}
+
+void CProductVersions::ApplyDisablers(const List& all) {
+    if (!current_ || disablers_.empty())
+        return;
+    disabled_ =
+        disabled_ || std::any_of(all.begin(), all.end(), [this](const auto& other) {
+            return other.get() != this && other->GetKey().Compare(baseName_) != 0 && IsDisabledBy(*other);
+        });
+}
+
+bool CProductVersions::IsDisabledBy(const IProduct& other) const {
+    const CAtlString key = other.GetKey();
+    for (unsigned item = 0; item < other.GetItemCount(); ++item) {
+        for (const Disabler& disabler : disablers_) {
+            ReportDisabler(key, disabler.uid);
+            if (key.Compare(disabler.uid) != 0)
+                continue;
+            const CVersionString installed(other.GetInstalledVersion(item));
+            if (CVersionStringRange(disabler.from, disabler.to).Contains(installed))
+                return true;
+        }
+    }
+    return false;
+}

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A product of the maker, in all the versions that are installed side by side.
+#pragma once
+
+#include "platform/IEnvironment.h"
+#include "products/CProductVersion.h"
+#include "products/CVersionString.h"
+#include "products/IProduct.h"
+
+#include <QCoreApplication>
+
+// Finds the product's local description files in the shared data folder: the base name, then nothing or a
+// digit and whatever follows, then ".xml". Each installed version is an item; the highest is the current one,
+// which alone is checked and has an action. Another installed product may disable the updates of this one:
+// its row then shows no newer version, and no button.
+class CProductVersions : public IProduct {
+    Q_DECLARE_TR_FUNCTIONS(CProductVersions)
+
+public:
+    // The name of the product's element in the list file: "Product".
+    static const CAtlString ELEMENT_NAME;
+
+    explicit CProductVersions(const boost::shared_ptr<IEnvironment>& environment);
+
+    bool Init(const TiXmlElement* element) override;
+    bool FindInstalled() override;
+    bool CheckForUpdates() override;
+    CAtlString GetKey() const override { return baseName_; }
+    QString GetName() const override { return name_; }
+    bool IsChecked(unsigned item) const override { return items_[item]->IsRemoteLoaded(); }
+    bool IsUpdateAvailable(unsigned item) const override { return items_[item]->IsUpdateAvailable(); }
+    bool IsWanted(unsigned /*item*/) const override { return true; }
+    bool HasAction(unsigned item) const override;
+    // Opens the item's page, or else the product's, in the browser.
+    bool RunAction(unsigned item) override;
+    bool IsHighlighted(unsigned /*item*/) const override { return false; }
+    unsigned GetItemCount() const override { return static_cast<unsigned>(items_.size()); }
+    CAtlString GetInstalledVersion(unsigned item) const override;
+    CAtlString GetLatestVersion(unsigned item) const override;
+    void SetRow(unsigned item, int row) override { items_[item]->SetRow(row); }
+    int GetRow(unsigned item) const override { return items_[item]->GetRow(); }
+    QList<QString> GetActionTexts() const override { return actionTexts_; }
+    void ApplyDisablers(const List& all) override;
+    CAtlString GetDescriptionName() const override { return baseName_; }
+    // The page about the current item's update, or else the product's.
+    virtual CAtlString GetWebPage() const;
+
+protected:
+    void SetBaseName(const CAtlString& baseName) { baseName_ = baseName; }
+
+private:
+    // Another product whose presence, in the versions of the range, disables this one.
+    struct Disabler {
+        CAtlString uid;
+        CVersionString from;
+        CVersionString to;
+    };
+
+    void ReadDisablers(const TiXmlElement& element);
+    void FindDescriptionFiles();
+    bool IsDescriptionFile(const CVardoFilePath& file) const;
+    bool IsKnown(const CVersionString& version) const;
+    bool IsDisabledBy(const IProduct& other) const;
+    CAtlString PageOf(const CProductVersion& item) const;
+
+    std::vector<Disabler> disablers_;
+    bool disabled_ = false;
+    std::vector<CVardoFilePath> descriptionFiles_;
+    std::vector<boost::shared_ptr<CProductVersion>> items_;
+    // The one of items_ with the highest version.
+    CProductVersion* current_ = nullptr;
+    QList<QString> actionTexts_;
+    QString name_;
+    CAtlString baseName_;
+    CAtlString defaultAddress_;
+    boost::shared_ptr<IEnvironment> environment_;
+};

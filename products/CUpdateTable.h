@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The offers of an update description and the version that they are for.
+#pragma once
+
+#include "products/CUpdateEntry.h"
+#include "products/CVersionString.h"
+#include "products/CVersionStringRange.h"
+
+#include <map>
+
+// A value type: one offer for everybody, and offers for ranges of installed versions that come before it.
+class CUpdateTable {
+public:
+    // Adds an offer for the installed versions of a range, unless one is there whose range has an equal lower
+    // end.
+    void AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer);
+    void SetDefaultOffer(const CUpdateEntry& offer) { defaultOffer_ = offer; }
+    void SetCurrentVersion(const CVersionString& version) { currentVersion_ = version; }
+
+    const CVersionString& GetCurrentVersion() const { return currentVersion_; }
+    // The offer of the lowest range that contains the current version, else the default one. Valid until the
+    // table changes.
+    const CUpdateEntry& ChooseOffer() const;
+
+private:
+    struct ByLowerEnd {
+        bool operator()(const CVersionStringRange& a, const CVersionStringRange& b) const {
+            return a.IsLess(b);
+        }
+    };
+
+    std::map<CVersionStringRange, CUpdateEntry, ByLowerEnd> rangedOffers_;
+    CUpdateEntry defaultOffer_;
+    CVersionString currentVersion_;
+};

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The two descriptions of something that can be updated: the local one says what is installed and where the
+// remote one lies, the remote one what is offered.
+#pragma once
+
+#include "platform/CAtlString.h"
+#include "platform/CAtlStringA.h"
+#include "products/CUpdateTable.h"
+
+// Reads both descriptions, keeps what they say, and answers for the offer that applies to the installed
+// version. Where they lie is left to derived classes. One thread at a time. Failures are false results.
+//
+// Calling order: LoadLocal, LoadRemote, then IsUpdateAvailable and the offer's texts.
+class CUpdateXmlReader {
+public:
+    // Its existence, looked at whenever a reader is constructed, switches the whole process to test mode: the
+    // offers of "TestProduct" elements are read in place of those of "Product" elements.
+    static const CAtlString TEST_MARKER;
+
+    CUpdateXmlReader();
+    virtual ~CUpdateXmlReader() = default;
+
+    // Reads the file that GetLocalFile names.
+    virtual bool LoadLocal();
+    // Reads the file that GetRemoteFile names, and deletes it in any case.
+    virtual bool LoadRemote();
+    // Both descriptions were read, and the offered version is above the installed one.
+    virtual bool IsUpdateAvailable() const;
+    // Reads a description's bytes. What was read before a failure stays stored.
+    virtual bool ParseLocal(const CAtlStringA& text);
+    virtual bool ParseRemote(const CAtlStringA& text);
+
+    bool IsLocalLoaded() const { return localLoaded_; }
+    bool IsRemoteLoaded() const { return remoteLoaded_; }
+    // The local description says that the program must not look for updates of itself.
+    bool IsNoUpdates() const { return noUpdates_; }
+    const CVersionString& GetCurrentVersion() const { return table_.GetCurrentVersion(); }
+
+    // What the offer for the installed version says.
+    CVersionString GetUpdateVersion() const { return table_.ChooseOffer().version; }
+    CAtlString GetUpdateInstallFile() const { return table_.ChooseOffer().installFile; }
+    CAtlString GetUpdateInstallURL() const { return table_.ChooseOffer().installUrl; }
+    CAtlString GetUpdateInstallSize() const { return table_.ChooseOffer().installSize; }
+    CAtlString GetUpdateWebPage() const { return table_.ChooseOffer().webPage; }
+    CAtlString GetUpdateArgument() const { return table_.ChooseOffer().argument; }
+
+    // Where the remote description lies: its folder, which ends in "/", followed by its file name.
+    CAtlString GetRemoteAddress() const { return remoteFolder_ + remoteFileName_; }
+
+protected:
+    // The path of the local description.
+    virtual CAtlString GetLocalFile() const = 0;
+    // The path of a copy of the remote description that was fetched for this call; empty when that failed.
+    virtual CAtlString GetRemoteFile() = 0;
+
+private:
+    bool localLoaded_ = false;
+    bool remoteLoaded_ = false;
+    CUpdateTable table_;
+    CAtlString remoteFolder_;
+    CAtlString remoteFileName_;
+    bool noUpdates_ = false;
+};

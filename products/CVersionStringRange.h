@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// From one version to another.
+#pragma once
+
+#include "products/CVersionString.h"
+
+// An inclusive range of versions; a value type, any thread may use its own objects. Ends that are given in
+// the wrong order are exchanged. An end made of an empty text sorts below every valid version, so that a
+// range with one given end, whichever it is, reaches from there down, and one with none covers no valid
+// version.
+class CVersionStringRange {
+public:
+    CVersionStringRange(const CVersionString& from, const CVersionString& to);
+    CVersionStringRange(const CVersionStringRange&) = default;
+    CVersionStringRange(CVersionStringRange&&) noexcept = default;
+    CVersionStringRange& operator=(const CVersionStringRange&) = default;
+    CVersionStringRange& operator=(CVersionStringRange&&) noexcept = default;
+    virtual ~CVersionStringRange() = default;
+
+    bool Contains(const CVersionString& version) const;
+    // The order of ranges: that of their lower ends alone.
+    bool IsLess(const CVersionStringRange& other) const;
+    // Both ends are equal.
+    bool IsEqual(const CVersionStringRange& other) const;
+
+private:
+    CVersionString from_;
+    CVersionString to_;
+};

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// From an element of the product list to the product that it describes.
+#pragma once
+
+#include "platform/IEnvironment.h"
+#include "products/IProduct.h"
+
+#include <boost/shared_ptr.hpp>
+
+// A product of the class that the element's name stands for, initialised from the element. Empty when the
+// element is null or unusable, or its name stands for no class.
+boost::shared_ptr<IProduct> CreateProduct(const TiXmlElement* element,
+                                          const boost::shared_ptr<IEnvironment>& environment);

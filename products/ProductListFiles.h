@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Where the two copies of the product list lie, and how a newer one is stored.
+#pragma once
+
+#include "platform/CVardoFilePath.h"
+#include "platform/IEnvironment.h"
+
+// The copy that was installed with the program.
+CVardoFilePath InstalledProductList(const IEnvironment& environment);
+
+// The user's copy, below HOME. Empty when HOME is not set, is empty, or is no valid UTF-8.
+CVardoFilePath UserProductList();
+
+// Puts a copy of a list file in the installed one's place or, when that cannot be written, in the user's.
+// Nothing is reported: a list that could not be stored is fetched again at the next check.
+void StoreProductList(const CVardoFilePath& list, const IEnvironment& environment);

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A web for tests, made of texts.
+#pragma once
+
+#include "net/IDownloader.h"
+#include "support/TemporaryTree.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+// Answers every address that Serve was given with a fresh file of its contents, any other with a failure.
+class FakeDownloader : public IDownloader {
+public:
+    void Serve(const std::string& address, const std::string& contents) { contents_[address] = contents; }
+
+    CAtlString Download(const CAtlString& url) override {
+        const std::string address = url.ToQString().toStdString();
+        addresses.push_back(address);
+        if (whileDownloading)
+            whileDownloading();
+        const auto found = contents_.find(address);
+        if (found == contents_.end())
+            return CAtlString();
+        files.push_back(tree_.Write("download" + std::to_string(files.size()) + ".xml", found->second));
+        return CAtlString(files.back().c_str());
+    }
+
+    // The addresses asked for and the paths of the files handed out, in order.
+    std::vector<std::string> addresses;
+    std::vector<std::string> files;
+    // Called inside every fetch, where the real one serves events.
+    std::function<void()> whileDownloading;
+
+private:
+    std::map<std::string, std::string> contents_;
+    TemporaryTree tree_;
+};

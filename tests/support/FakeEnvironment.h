@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A world for tests: its facts are set, and what was asked of it is recorded.
+#pragma once
+
+#include "platform/IEnvironment.h"
+
+#include <utility>
+#include <vector>
+
+class FakeEnvironment : public IEnvironment {
+public:
+    // What the world answers.
+    QDate today{2026, 3, 15};
+    CVardoDirectoryPath sharedDataFolder;
+    bool programsStart = true;
+    bool pagesOpen = true;
+    bool selfUpdateConfirmed = false;
+
+    // What was asked of it, in order.
+    std::vector<std::pair<QString, QStringList>> startedPrograms;
+    std::vector<CAtlString> openedPages;
+    int selfUpdateQuestions = 0;
+    int selfUpdateWarnings = 0;
+
+    QDate Today() const override { return today; }
+    CVardoDirectoryPath SharedDataFolder() const override { return sharedDataFolder; }
+    bool StartDetached(const QString& program, const QStringList& arguments) override {
+        startedPrograms.emplace_back(program, arguments);
+        return programsStart;
+    }
+    bool OpenWebPage(const CAtlString& address) override {
+        openedPages.push_back(address);
+        return pagesOpen;
+    }
+    bool ConfirmSelfUpdate() override {
+        ++selfUpdateQuestions;
+        return selfUpdateConfirmed;
+    }
+    void WarnSelfUpdateFailed() override { ++selfUpdateWarnings; }
+};
