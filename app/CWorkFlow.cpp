@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "app/CWorkFlow.h"
+
+#include "ui/MainWindow.h"
+
+#include <QTimer>
+#include <boost/make_shared.hpp>
+#include <iostream>
+
+namespace {
+
+int JulianDay(const IEnvironment& environment) {
+    return static_cast<int>(environment.Today().toJulianDay());
+}
+
+}  // namespace
+
+CWorkFlow::CWorkFlow(const boost::shared_ptr<IEnvironment>& environment,
+                     const boost::shared_ptr<IDownloader>& downloader)
+    : downloader_(downloader),
+      productList_(boost::make_shared<CProductListController>(environment)),
+      proxyHandler_(boost::make_shared<ProxyHandlerBase>()),
+      recordKeeper_(boost::make_shared<CRecordKeeper>()),
+      environment_(environment) {
+    downloader_->SetProxyHandler(proxyHandler_);
+}
+
+bool CWorkFlow::Initialize(const CCmdLineContext& context) {
+    if (context.overrideProxy)
+        proxyHandler_->SetProxyHost(context.proxy);
+    else
+        proxyHandler_->LoadProxySettings();
+    productList_->LoadProductList();
+    proxyHandler_->SetCredentials(context.userName, context.password);
+    return recordKeeper_->Load();
+}
+
+bool CWorkFlow::IsCheckDue() const {
+    return recordKeeper_->IsCheckDue(JulianDay(*environment_));
+}
+
+bool CWorkFlow::SelfUpdate() {
+    return false;
+}
+
+int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {
+    Initialize(context);
+    proxyHandler_->SetInteractive(true);
+    if (SelfUpdate())
+        return 0;
+    RefreshProductList();
+    MainWindow window(environment_);
+    Connect(window);
+    QTimer::singleShot(0, &window, &MainWindow::OnCheckUpdates);
+    window.exec();
+    RecordSuccess();
+    proxyHandler_->SaveProxySettings();
+    recordKeeper_->Save();
+    return 0;
+}
+
+int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
+    Initialize(context);
+    proxyHandler_->SetInteractive(false);
+    if (!IsCheckDue() || SelfUpdate())
+        return 0;
+    RefreshProductList();
+    productList_->FindInstalled();
+    MainWindow window(environment_);
+    Connect(window);
+    window.ShowProducts();
+    productList_->CheckForUpdates();
+    RecordSuccess();
+    if (productList_->IsAnyUpdateAvailable()) {
+        proxyHandler_->SetInteractive(true);
+        window.exec();
+    }
+    recordKeeper_->Save();
+    return 0;
+}
+
+int CWorkFlow::ReportParameterError(const CCmdLineContext& /*context*/) {
+    std::cout << "error in parameters" << std::endl;
+    return 1;
+}
+
+void CWorkFlow::RefreshProductList() {
+    productList_->SetDownloader(downloader_);
+    productList_->UpdateProductList();
+}
+
+void CWorkFlow::Connect(MainWindow& window) const {
+    window.SetProductListController(productList_);
+    window.SetProxyHandler(proxyHandler_);
+    window.SetRecordKeeper(recordKeeper_);
+}
+
+void CWorkFlow::RecordSuccess() {
+    if (productList_->GetLastCheckResult())
+        recordKeeper_->SetNewLastChecked(JulianDay(*environment_));
+}

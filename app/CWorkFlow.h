@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// What the process does: the checks, from the settings to the window and back.
+#pragma once
+
+#include "app/CCmdLineContext.h"
+#include "app/settings/CRecordKeeper.h"
+#include "net/IDownloader.h"
+#include "net/ProxyHandlerBase.h"
+#include "platform/IEnvironment.h"
+#include "products/CProductListController.h"
+
+#include <boost/shared_ptr.hpp>
+
+class MainWindow;
+
+// Owns the components of a check; a copy shares them. GUI thread only. Each action runs to its end, windows
+// included, before it returns; what it returns is of interest to nobody but tests. One action per process.
+class CWorkFlow {
+public:
+    // Everything that comes from outside the process comes from these two.
+    CWorkFlow(const boost::shared_ptr<IEnvironment>& environment,
+              const boost::shared_ptr<IDownloader>& downloader);
+    virtual ~CWorkFlow() = default;
+    CWorkFlow(const CWorkFlow&) = default;
+    CWorkFlow& operator=(const CWorkFlow&) = default;
+
+    // Prepares the components from the command line and the settings; what the record's Load answers.
+    bool Initialize(const CCmdLineContext& context);
+    // Whether the user's settings want a silent check today.
+    bool IsCheckDue() const;
+    // Offers a newer version of the program itself. True when its installer was started: the process must
+    // end, without saving anything.
+    bool SelfUpdate();
+
+    // Opens the window, checks, and saves the settings when the user has closed it. Always 0.
+    int CheckInteractive(const CCmdLineContext& context);
+    // Checks when a check is due, and opens the window only when something is new. Always 0.
+    int CheckSilently(const CCmdLineContext& context);
+    // The command line was faulty. Always 1.
+    int ReportParameterError(const CCmdLineContext& context);
+
+private:
+    void RefreshProductList();
+    void Connect(MainWindow& window) const;
+    // Today becomes the date of the last check when any product could be checked.
+    void RecordSuccess();
+
+    boost::shared_ptr<IDownloader> downloader_;
+    boost::shared_ptr<CProductListController> productList_;
+    boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
+    boost::shared_ptr<CRecordKeeper> recordKeeper_;
+    boost::shared_ptr<IEnvironment> environment_;
+};
