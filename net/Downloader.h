@@ -15,11 +15,16 @@
 // Download waits.
 class Downloader : public IDownloader, public ConnectionInfo {
 public:
+    // What the names of fetched files begin with.
+    static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
+
     // Takes the proxy settings of every later fetch from handler, and its answers when a proxy wants
     // credentials; an empty handler leaves such questions unanswered.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;
     CAtlString Download(const CAtlString& url) override;
 
 private:
+    void TakeProxySettings();
+
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
 };

@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "net/QHttp.h"
+
+#include <QIODevice>
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+// Whether an error of the reply only repeats what the answer's status says.
+bool IsStatusError(QNetworkReply::NetworkError error) {
+    return error == QNetworkReply::ProxyAuthenticationRequiredError ||
+           (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError) ||
+           (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
+}
+
+int ToInt(qint64 bytes) {
+    return static_cast<int>(std::clamp<qint64>(bytes, 0, std::numeric_limits<int>::max()));
+}
+
+}  // namespace
+
+QHttp::QHttp(std::chrono::milliseconds silenceLimit) {
+    silence_.setSingleShot(true);
+    silence_.setInterval(silenceLimit);
+    connect(&silence_, &QTimer::timeout, this, &QHttp::OnSilence);
+}
+
+QHttp::~QHttp() = default;
+
+void QHttp::setHost(const QString& host, int port) {
+    host_ = host;
+    port_ = port;
+}
+
+void QHttp::setProxy(const QNetworkProxy& proxy) {
+    proxy_ = proxy;
+}
+
+int QHttp::get(const QString& path, QIODevice* to) {
+    ++id_;
+    to_ = to;
+    error_ = Error::NONE;
+    errorString_.clear();
+    if (to_->isOpen() || to_->open(QIODevice::WriteOnly)) {
+        Start(MakeRequest(path));
+    } else {
+        SetError(Error::NOT_WRITTEN, to_->errorString());
+        QMetaObject::invokeMethod(
+            this, [this] { emit requestFinished(id_, true); }, Qt::QueuedConnection);
+    }
+    return id_;
+}
+
+QNetworkRequest QHttp::MakeRequest(const QString& path) const {
+    QUrl url;
+    url.setScheme(QStringLiteral("http"));
+    url.setHost(host_);
+    url.setPort(port_ == DEFAULT_PORT ? -1 : port_);
+    url.setPath(path.isEmpty() ? QStringLiteral("/") : path, QUrl::TolerantMode);
+
+    QNetworkRequest request(url);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    request.setRawHeader("Accept-Encoding", "identity");
+    if (sendBasic_ && !proxy_.user().isEmpty())
+        request.setRawHeader("Proxy-Authorization", BasicCredentials());
+    return request;
+}
+
+// RFC 7617, in UTF-8.
+QByteArray QHttp::BasicCredentials() const {
+    return "Basic " + (proxy_.user() + QLatin1Char(':') + proxy_.password()).toUtf8().toBase64();
+}
+
+void QHttp::Start(const QNetworkRequest& request) {
+    QNetworkProxy proxy = proxy_;
+    if (request.hasRawHeader("Proxy-Authorization")) {
+        proxy.setUser(QString());
+        proxy.setPassword(QString());
+    }
+    manager_ = std::make_unique<QNetworkAccessManager>();
+    manager_->setProxy(proxy);
+    reply_ = manager_->get(request);
+    connect(reply_, &QNetworkReply::metaDataChanged, this, &QHttp::OnHeader);
+    connect(reply_, &QNetworkReply::readyRead, this, &QHttp::OnData);
+    connect(reply_, &QNetworkReply::finished, this, &QHttp::OnFinished);
+    connect(reply_, &QNetworkReply::downloadProgress, this,
+            [this](qint64 done, qint64 total) { emit dataReadProgress(ToInt(done), ToInt(total)); });
+    silence_.start();
+}
+
+void QHttp::OnHeader() {
+    silence_.start();
+    const QHttpResponseHeader header(reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
+                                     reply_->rawHeader("Proxy-Authenticate"));
+    if (header.statusCode() == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED)
+        sendBasic_ = header.offersProxyScheme("Basic") && !header.offersProxyScheme("Digest");
+    emit responseHeaderReceived(header);
+}
+
+void QHttp::OnData() {
+    silence_.start();
+    const QByteArray data = reply_->readAll();
+    if (to_->write(data) != data.size())
+        Break(Error::NOT_WRITTEN, to_->errorString());
+}
+
+void QHttp::OnSilence() {
+    Break(Error::SILENCE, tr("The server does not answer"));
+}
+
+void QHttp::OnFinished() {
+    silence_.stop();
+    if (reply_->error() != QNetworkReply::NoError && !IsStatusError(reply_->error()))
+        SetError(Error::NETWORK, reply_->errorString());
+    emit requestFinished(id_, error_ != Error::NONE);
+}
+
+// Aborting brings the reply to its finished signal.
+void QHttp::Break(Error error, const QString& text) {
+    SetError(error, text);
+    reply_->abort();
+}
+
+void QHttp::SetError(Error error, const QString& text) {
+    if (error_ != Error::NONE)
+        return;
+    error_ = error;
+    errorString_ = text;
+}

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A plain HTTP client: one GET at a time, into a file or another device.
+#pragma once
+
+#include "net/QHttpResponseHeader.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkProxy>
+#include <QNetworkReply>
+#include <QObject>
+#include <QTimer>
+#include <chrono>
+#include <memory>
+
+// Redirects are not followed; there is no cache, no cookie and no compression, and the proxy is the given one
+// or none, whatever the environment says. Lives on one thread, whose event loop must run; every get ends in
+// requestFinished, at the latest when nothing has arrived for the silence limit.
+class QHttp : public QObject {
+    Q_OBJECT
+
+public:
+    // How the last request ended.
+    enum class Error {
+        NONE,         // with a whole answer, of whatever status
+        NETWORK,      // the connection failed or broke off, or what arrived was no HTTP
+        SILENCE,      // nothing arrived for too long
+        NOT_WRITTEN,  // the device did not take what arrived
+    };
+
+    static constexpr int DEFAULT_PORT = 80;
+
+    explicit QHttp(std::chrono::milliseconds silenceLimit);
+    ~QHttp() override;
+
+    void setHost(const QString& host, int port);
+    // QNetworkProxy::NoProxy, or an HTTP proxy with the user and password to try (none when the user is
+    // empty). After a challenge with Basic but no Digest they are sent at once with the next request; other
+    // schemes are negotiated, which takes a further round trip.
+    void setProxy(const QNetworkProxy& proxy);
+
+    // Requests path (percent-encoded; "/" when empty) and writes the body to a device as it arrives; opens
+    // the device for writing first when it is not open. Returns the request's id. The device must outlive the
+    // request.
+    int get(const QString& path, QIODevice* to);
+
+    // About the last request. May be read on another thread from its requestFinished until the next get.
+    Error error() const { return error_; }
+    QString errorString() const { return errorString_; }
+
+signals:
+    // error is true for everything but Error::NONE.
+    void requestFinished(int id, bool error);
+    void responseHeaderReceived(const QHttpResponseHeader& header);
+    // In bytes; total is 0 when unknown.
+    void dataReadProgress(int done, int total);
+
+private:
+    QNetworkRequest MakeRequest(const QString& path) const;
+    QByteArray BasicCredentials() const;
+    void Start(const QNetworkRequest& request);
+    void OnHeader();
+    void OnData();
+    void OnSilence();
+    void OnFinished();
+    void Break(Error error, const QString& text);
+    // Only the first error of a request counts.
+    void SetError(Error error, const QString& text);
+
+    QTimer silence_;
+    QString host_;
+    int port_ = 0;
+    QNetworkProxy proxy_;
+    bool sendBasic_ = false;
+    int id_ = 0;
+    QIODevice* to_ = nullptr;
+    Error error_ = Error::NONE;
+    QString errorString_;
+    // A fresh one for each request: it remembers credentials and connections.
+    std::unique_ptr<QNetworkAccessManager> manager_;
+    QNetworkReply* reply_ = nullptr;
+};

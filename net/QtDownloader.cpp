@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "net/QtDownloader.h"
+
+#include <QFile>
+#include <QUrl>
+#include <boost/make_shared.hpp>
+
+#include "net/ConnectionInfo.h"
+#include "net/QHttp.h"
+#include "platform/ResultCodes.h"
+
+namespace {
+
+QNetworkProxy Route(const ConnectionInfo& info, const CAtlString& userName, const CAtlString& password) {
+    if (info.GetProxyMode() == ConnectionInfo::DIRECT)
+        return QNetworkProxy(QNetworkProxy::NoProxy);
+    return QNetworkProxy(QNetworkProxy::HttpProxy, info.GetProxyHost().ToQString(),
+                         static_cast<quint16>(info.GetProxyPort()), userName.ToQString(),
+                         password.ToQString());
+}
+
+}  // namespace
+
+QtDownloader::QtDownloader(std::chrono::milliseconds silenceLimit) : silenceLimit_(silenceLimit) {
+    static const int registered = qRegisterMetaType<QHttpResponseHeader>("QHttpResponseHeader");
+    Q_UNUSED(registered);
+}
+
+QtDownloader::~QtDownloader() = default;
+
+int QtDownloader::Download(CAtlString url, CAtlString file) {
+    const QUrl address(url.ToQString());
+    if (address.scheme() != QLatin1String("http"))
+        return RESULT_FAILED;
+    QFile target(file.ToQString());
+    MakeHttp();
+    const int result = Transfer(address, target);
+    http_.reset();
+    return result;
+}
+
+// The client lives on the transfer's thread, so its signals reach this object's slots queued.
+void QtDownloader::MakeHttp() {
+    http_ = boost::make_shared<QHttp>(silenceLimit_);
+    connect(http_.get(), &QHttp::requestFinished, this, &QtDownloader::httpRequestFinished);
+    connect(http_.get(), &QHttp::responseHeaderReceived, this, &QtDownloader::httpResponseHeaderReceived);
+    connect(http_.get(), &QHttp::dataReadProgress, this, &QtDownloader::httpDataReadProgress);
+}
+
+int QtDownloader::Transfer(const QUrl& address, QFile& file) {
+    CAtlString userName = Info().GetUserName();
+    CAtlString password = Info().GetPassword();
+    Attempt(address, userName, password, file);
+    while (!IsOver()) {
+        if (!RequestProxyAuth(Info().GetProxyHost(), Info().GetProxyPort(), userName, password))
+            return RESULT_ABORTED;
+        Attempt(address, userName, password, file);
+    }
+    Info().SetCredentials(userName, password);
+    return Judge(file);
+}
+
+void QtDownloader::Attempt(const QUrl& address, const CAtlString& userName, const CAtlString& password,
+                           QFile& file) {
+    if (file.exists())
+        file.remove();
+    requestFinished_.Clear();
+    http_->setProxy(Route(Info(), userName, password));
+    http_->setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
+    requestId_ = http_->get(address.path(QUrl::FullyEncoded), &file);
+    requestFinished_.Wait();
+}
+
+bool QtDownloader::IsOver() const {
+    return status_ != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED || GaveUp();
+}
+
+int QtDownloader::Judge(QFile& file) const {
+    if (status_ > QHttpResponseHeader::OK || GaveUp()) {
+        file.remove();
+        return RESULT_FAILED;
+    }
+    return file.flush() && file.size() > 0 ? RESULT_OK : RESULT_FAILED;
+}
+
+bool QtDownloader::GaveUp() const {
+    return http_->error() == QHttp::Error::SILENCE || http_->error() == QHttp::Error::NOT_WRITTEN;
+}
+
+void QtDownloader::httpRequestFinished(int id, bool error) {
+    if (error)
+        emit ConnectionFailedSignal(CAtlString(http_->errorString()));
+    if (id == requestId_)
+        requestFinished_.Set();
+}
+
+void QtDownloader::httpResponseHeaderReceived(const QHttpResponseHeader& header) {
+    status_ = header.statusCode();
+}
+
+void QtDownloader::httpDataReadProgress(int done, int total) {
+    emit DataReadProgressSignal(done, total);
+}

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Fetches one http address into one file.
+#pragma once
+
+#include "net/QHttpResponseHeader.h"
+#include "net/QtDownloaderBase.h"
+
+#include <boost/shared_ptr.hpp>
+#include <chrono>
+
+class QFile;
+class QHttp;
+class QUrl;
+
+// The transfer: direct or through a proxy, with as many attempts as the proxy's questions for credentials are
+// answered. What counts is the status and the file: RESULT_OK for a status up to 200 and a file that is not
+// empty. Redirections are not followed.
+class QtDownloader : public QtDownloaderBase {
+    Q_OBJECT
+
+public:
+    // A transfer on which nothing arrives for so long has failed.
+    static constexpr std::chrono::milliseconds SILENCE_LIMIT{30'000};
+
+    explicit QtDownloader(std::chrono::milliseconds silenceLimit = SILENCE_LIMIT);
+    ~QtDownloader() override;
+
+protected:
+    int Download(CAtlString url, CAtlString file) override;
+
+protected slots:
+    // On the asking thread, like every slot here; the transfer waits for the last of them.
+    void httpRequestFinished(int id, bool error);
+    void httpResponseHeaderReceived(const QHttpResponseHeader& header);
+    void httpDataReadProgress(int done, int total);
+
+private:
+    void MakeHttp();
+    // Attempts until the proxy lets the request through or credentials are declined.
+    int Transfer(const QUrl& address, QFile& file);
+    // One request into a fresh file; returns when it has finished.
+    void Attempt(const QUrl& address, const CAtlString& userName, const CAtlString& password, QFile& file);
+    // There is no proxy's question left to answer.
+    bool IsOver() const;
+    int Judge(QFile& file) const;
+    // The attempt ended on this side: no answer in time, or no room for it.
+    bool GaveUp() const;
+
+    std::chrono::milliseconds silenceLimit_;
+    boost::shared_ptr<QHttp> http_;
+    int requestId_ = 0;
+    WakingFlag requestFinished_;
+    // Of the last header received, be it of an earlier attempt.
+    int status_ = 0;
+};

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "net/QtDownloaderBase.h"
+
+#include "net/QThreadWithLoop.h"
+#include "net/QtDownloaderSignalProxy.h"
+
+QtDownloaderBase::QtDownloaderBase() : forwarder_(new QtDownloaderSignalProxy(this)) {
+    static const int registered = qRegisterMetaType<CAtlString>("CAtlString");
+    Q_UNUSED(registered);
+
+    using Base = QtDownloaderBase;
+    using Forwarder = QtDownloaderSignalProxy;
+    connect(this, &Base::ProxyAuthCanceledSignal, forwarder_, &Forwarder::ProxyAuthCanceledSlot,
+            Qt::QueuedConnection);
+    connect(this, &Base::ConnectionFailedSignal, forwarder_, &Forwarder::ConnectionFailedSlot,
+            Qt::QueuedConnection);
+    connect(this, &Base::DataReadProgressSignal, forwarder_, &Forwarder::DataReadProgressSlot,
+            Qt::QueuedConnection);
+    connect(this, &Base::ProxyAuthRequiredSignal, forwarder_, &Forwarder::ProxyAuthRequiredSlot,
+            Qt::QueuedConnection);
+    connect(forwarder_, &Forwarder::ProxyAuthRequestDoneSignal, this, &Base::ProxyAuthRequestDoneSlot,
+            Qt::QueuedConnection);
+}
+
+int QtDownloaderBase::DownloadOnThread(const CAtlString& url, const CAtlString& file, ConnectionInfo* info) {
+    info_ = info;
+    forwarder_->SetHandler(info);
+    QThreadWithLoop thread([this, url, file] { return Download(url, file); });
+    thread.start(QThread::InheritPriority);
+    thread.WaitWithEvents();
+    return thread.GetResult();
+}
+
+bool QtDownloaderBase::RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName,
+                                        CAtlString& password) {
+    answerReceived_.Clear();
+    emit ProxyAuthRequiredSignal(host, port, userName, password);
+    answerReceived_.Wait();
+    userName = answeredUserName_;
+    password = answeredPassword_;
+    return answer_;
+}
+
+void QtDownloaderBase::ProxyAuthRequestDoneSlot(bool ret, CAtlString userName, CAtlString password) {
+    answer_ = ret;
+    answeredUserName_ = userName;
+    answeredPassword_ = password;
+    answerReceived_.Set();
+}

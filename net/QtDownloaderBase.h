@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A transfer on a thread of its own, and its talk with the thread that asked for it.
+#pragma once
+
+#include "net/WakingFlag.h"
+#include "platform/CAtlString.h"
+
+#include <QObject>
+
+class ConnectionInfo;
+class QtDownloaderSignalProxy;
+
+// One object serves one transfer. It lives on the asking thread, which waits in DownloadOnThread with its
+// events flowing; Download runs on the transfer's thread. Notifications reach the ConnectionInfo on the
+// asking thread, so a dialog that one of them opens is in the right place when that is the GUI thread.
+class QtDownloaderBase : public QObject {
+    Q_OBJECT
+
+public:
+    QtDownloaderBase();
+
+    // Fetches url into file with the settings of info, which must outlive the call. Returns one of the
+    // RESULT_ codes.
+    int DownloadOnThread(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
+
+signals:
+    void ConnectionFailedSignal(CAtlString error);
+    void ProxyAuthCanceledSignal();
+    void ProxyAuthRequiredSignal(CAtlString host, int port, CAtlString userName, CAtlString password);
+    void DataReadProgressSignal(int done, int total);
+
+protected:
+    // The transfer itself, on its thread.
+    virtual int Download(CAtlString url, CAtlString file) = 0;
+    // On the transfer's thread: asks for the credentials of the proxy at host and port and waits for the
+    // answer, however long the user takes. Whether userName and password, which it replaces, are to be tried.
+    bool RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
+    ConnectionInfo& Info() const { return *info_; }
+
+protected slots:
+    virtual void ProxyAuthRequestDoneSlot(bool ret, CAtlString userName, CAtlString password);
+
+private:
+    QtDownloaderSignalProxy* forwarder_;
+    ConnectionInfo* info_ = nullptr;
+    WakingFlag answerReceived_;
+    bool answer_ = false;
+    CAtlString answeredUserName_;
+    CAtlString answeredPassword_;
+};
