@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A scriptable HTTP server inside the test process; asked for a host that no resolver knows, it is a proxy.
+#pragma once
+
+#include <QString>
+#include <chrono>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+// What the server sends. The header fields are complete lines without their end.
+struct LoopbackAnswer {
+    int status = 200;
+    std::string body;
+    std::vector<std::string> headers;
+    // Before the first byte.
+    std::chrono::milliseconds delay{0};
+    // The "Content-Length" sent; -1 for the body's. A longer one is a body cut off.
+    long announcedLength = -1;
+    // Whether the bytes of body are all that is sent, without a head.
+    bool isRaw = false;
+    // Keeps the connection open after the last byte until the client closes it.
+    bool holdOpen = false;
+
+    static LoopbackAnswer Status(int status, const std::string& body = "body of an answer");
+    static LoopbackAnswer Body(const std::string& body);
+    // 407 with a challenge, such as "Basic realm=\"test\"".
+    static LoopbackAnswer Challenge(const std::string& challenge);
+    // Accepts the request and never answers.
+    static LoopbackAnswer Silence();
+};
+
+struct LoopbackRequest {
+    std::string method;
+    // As in the request line: a path, or a whole address when the server is used as a proxy.
+    std::string target;
+    // Names in lower case.
+    std::map<std::string, std::string> headers;
+};
+
+// Listens on 127.0.0.1 from its construction on; the system chooses the port. Each connection carries one
+// request. Its threads end in the destructor. All functions may be called from any thread.
+class LoopbackServer {
+public:
+    LoopbackServer();
+    ~LoopbackServer();
+    LoopbackServer(const LoopbackServer&) = delete;
+    LoopbackServer& operator=(const LoopbackServer&) = delete;
+
+    int Port() const { return port_; }
+    // "http://127.0.0.1:<port>" and the path.
+    QString Address(const std::string& path) const;
+
+    // Answers requests for a target, one after the other; the last answer is for all later ones. A target
+    // without answers gets those of ANY, else 404.
+    void Serve(const std::string& target, std::vector<LoopbackAnswer> answers);
+    void Serve(const std::string& target, const LoopbackAnswer& answer) { Serve(target, {{answer}}); }
+    static constexpr const char* ANY = "*";
+
+    // What was asked so far, in the order of arrival.
+    std::vector<LoopbackRequest> Requests() const;
+    std::size_t RequestCount() const { return Requests().size(); }
+    // The targets of the requests.
+    std::vector<std::string> Targets() const;
+
+private:
+    void Accept();
+    void Converse(int connection);
+    LoopbackAnswer NextAnswer(const LoopbackRequest& request);
+    // False when the server stops, or when the time has passed.
+    bool WaitReadable(int descriptor, std::chrono::milliseconds limit) const;
+    bool ReadHead(int connection, std::string& head) const;
+    void Send(int connection, const LoopbackAnswer& answer) const;
+
+    int port_ = 0;
+    int listener_;
+    int stop_;
+    mutable std::mutex mutex_;
+    std::map<std::string, std::vector<LoopbackAnswer>> answers_;
+    std::vector<LoopbackRequest> requests_;
+    std::vector<std::thread> conversations_;
+    std::thread acceptor_;
+};
