@@ -15,6 +15,13 @@ void SetLocaleOverride(const QString& language);
 // locale.
 QString GetSystemLocale();
 
+// The same for the name of a locale, which is a language, "_" and a country, or "C".
+QString ReduceLocaleName(const QString& name);
+
 // The override when there is one. Otherwise the system's locale, or, with useLanguageSettings, what the
 // maker's language setup has chosen for this user.
 QString GetLocale(bool useLanguageSettings);
+
+// The code that the language table has for a language given as a hexadecimal ID or as a code; the language as
+// it is when the table does not know it.
+QString LanguageCode(const QString& language);

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "i18n/CResourceManagerLinux.h"
+
+#include <memory>
+#include <string_view>
+
+#include "i18n/LanguageTable.h"
+#include "i18n/StringsReader.h"
+#include "platform/ResultCodes.h"
+
+namespace {
+
+std::wstring KeyOf(const CAtlString& text) {
+    return {text.begin(), text.end()};
+}
+
+// The code is the name of a folder and comes from a table that anyone may have written.
+bool IsFolderName(const CAtlString& code) {
+    return code.FindOneOf(L"/\\") < 0 && code != L".." && code != L".";
+}
+
+}  // namespace
+
+bool CResourceManagerLinux::Init(int languageId, const CAtlString& languagesFolder,
+                                 const CAtlString& productName) {
+    const bool sameLanguage = languageId == languageId_;
+    languageId_ = languageId;
+    if (languagesFolder.IsEmpty())
+        return false;
+    languageCode_ = LanguageAttributeById(languageId, "Code");
+    if (!IsFolderName(languageCode_))
+        return false;
+    stringsFolder_ = CVardoDirectoryPath(languagesFolder);
+    stringsFolder_.Append(languageCode_);
+    const bool exists = stringsFolder_.Exists();
+    LoadStrings(stringsFolder_, productName, sameLanguage);
+    return exists;
+}
+
+int CResourceManagerLinux::LoadStrings(const CVardoDirectoryPath& folder, const CAtlString& name,
+                                       bool append) {
+    if (!append)
+        strings_.clear();
+    const CVardoFilePath file = CVardoDirectoryPath::Combine(folder, name + L".strings");
+    if (!file.Exists() || file.GetSize() > MAX_STRINGS_BYTES)
+        return RESULT_INVALID_ARGUMENT;
+    std::unique_ptr<char[]> buffer;
+    const long size = file.ReadAll(buffer);
+    if (size <= 0)
+        return RESULT_INVALID_ARGUMENT;
+    StringsReader reader(std::string_view(buffer.get(), static_cast<size_t>(size)));
+    CAtlString key;
+    CAtlString text;
+    while (reader.ReadPair(key, text))
+        strings_[KeyOf(key)] = text;
+    return RESULT_OK;
+}
+
+CAtlString CResourceManagerLinux::GetString(const char* key) const {
+    const CAtlString wideKey(key);
+    const auto found = strings_.find(KeyOf(wideKey));
+    return found == strings_.end() || found->second.IsEmpty() ? wideKey : found->second;
+}

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The texts of one language, from the strings files of its folder.
+#pragma once
+
+#include "i18n/IVardoResourceManager.h"
+#include "platform/CVardoDirectoryPath.h"
+
+#include <string>
+#include <unordered_map>
+
+// Starts without a language and without texts. Loading belongs to the GUI thread.
+class CResourceManagerLinux : public IVardoResourceManager {
+public:
+    // Loads the product's strings of a language from the folder that bears the language's code, below
+    // languagesFolder (which may end in "/"). The pairs of the same language are kept, those of another are
+    // dropped. True when the language's folder exists; false also for a code that could lead out of
+    // languagesFolder, with which nothing is read.
+    bool Init(int languageId, const CAtlString& languagesFolder, const CAtlString& productName);
+
+    // Reads the file "<name>.strings" of a folder, after dropping the present pairs unless append is set.
+    // RESULT_OK, or RESULT_INVALID_ARGUMENT when there is no such file, or it is empty or larger than
+    // MAX_STRINGS_BYTES.
+    int LoadStrings(const CVardoDirectoryPath& folder, const CAtlString& name, bool append);
+
+    CAtlString GetString(const char* key) const override;
+
+    // The code of the language; empty before Init.
+    const CAtlString& GetLanguageCode() const { return languageCode_; }
+
+    // The largest strings file that is read, in bytes.
+    static constexpr long MAX_STRINGS_BYTES = 16L * 1024 * 1024;
+
+private:
+    static constexpr int NO_LANGUAGE = -1;
+
+    CAtlString languageCode_;
+    int languageId_ = NO_LANGUAGE;
+    CVardoDirectoryPath stringsFolder_;
+    std::unordered_map<std::wstring, CAtlString> strings_;
+};

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "i18n/CVARDOLanguageSettingsCache.h"
+
+#include <QCoreApplication>
+#include <QSettings>
+
+#include "i18n/Language.h"
+#include "i18n/LanguageTable.h"
+#include "platform/CSettingsIdentity.h"
+#include "platform/SettingsStore.h"
+
+namespace {
+
+// The notebook software has a language of its own; all the other programs share the board's.
+CAtlString ProductKey() {
+    const QString application = QCoreApplication::applicationName();
+    const bool notebook =
+        application == QLatin1String("VARDO Notebook") || application == QLatin1String("notebook");
+    return notebook ? L"Notebook" : L"VARDO Board";
+}
+
+CAtlString LanguageSetupsChoice() {
+    const CAtlString key = ProductKey();
+    const CSettingsIdentity identity(QStringLiteral("VARDO Technologies"),
+                                     QCoreApplication::organizationDomain(),
+                                     QStringLiteral("Language Setup"));
+    int error = REGISTRY_OK;
+    return ReadRegistryString(HKEY_CURRENT_USER, key, L"LanguageID", CAtlString(), error);
+}
+
+// KDE's languages, most wanted first and separated by ":"; empty outside of a KDE session.
+QString KdeLanguages() {
+    if (!qEnvironmentVariableIsSet("KDE_FULL_SESSION"))
+        return {};
+    const QString file = qEnvironmentVariable("HOME") + QLatin1String("/.kde/share/config/kdeglobals");
+    return QSettings(file, QSettings::NativeFormat).value(QStringLiteral("Locale/Language")).toString();
+}
+
+QString SystemLanguage() {
+    const QString locale = GetSystemLocale();
+    const bool english = locale.startsWith(QLatin1String("en_")) && locale != QLatin1String("en_GB");
+    return english ? QStringLiteral("en_US") : locale;
+}
+
+}  // namespace
+
+CAtlString CVARDOLanguageSettingsCache::GetLanguage() const {
+    const CAtlString chosen = LanguageSetupsChoice();
+    if (!chosen.IsEmpty())
+        return chosen;
+    const QString kde = KdeLanguages();
+    return LanguageIdFromCode(kde.isEmpty() ? SystemLanguage() : kde.section(QLatin1Char(':'), 0, 0));
+}
+
+IGUILang* GetLanguageSettings(const CAtlString& /*productName*/) {
+    static CVARDOLanguageSettingsCache cache;
+    return &cache;
+}

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The language that the maker's language setup, or else the desktop, has chosen for this user.
+#pragma once
+
+#include "i18n/IGUILang.h"
+
+// Reads the settings anew at each call and keeps nothing. The first of these that says something decides: the
+// language setup's "LanguageID" of this user; the first entry of KDE's list of languages, in a KDE session;
+// the system's locale, in which every English but the British is that of the United States.
+class CVARDOLanguageSettingsCache : public IGUILang {
+public:
+    CAtlString GetLanguage() const override;
+};
+
+// The process's one instance. Settings do not depend on a product, so the name is not used.
+IGUILang* GetLanguageSettings(const CAtlString& productName);

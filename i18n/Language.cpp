@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "i18n/Language.h"
+
+#include <QLocale>
+#include <QStringList>
+
+#include "i18n/CVARDOLanguageSettingsCache.h"
+#include "i18n/LanguageTable.h"
+
+namespace {
+
+QString& LocaleOverride() {
+    static QString language;
+    return language;
+}
+
+}  // namespace
+
+void SetLocaleOverride(const QString& language) {
+    LocaleOverride() = language;
+}
+
+QString GetSystemLocale() {
+    return ReduceLocaleName(QLocale::system().name());
+}
+
+QString ReduceLocaleName(const QString& name) {
+    if (name == QLatin1String("C"))
+        return QStringLiteral("en_CA");
+    if (name == QLatin1String("no_NO"))
+        return QStringLiteral("nb");
+    static const QStringList WITH_COUNTRY = {QStringLiteral("en"), QStringLiteral("pt"), QStringLiteral("zh"),
+                                             QStringLiteral("hi")};
+    const QString language = name.section(QLatin1Char('_'), 0, 0);
+    return WITH_COUNTRY.contains(language) ? name : language;
+}
+
+QString GetLocale(bool useLanguageSettings) {
+    if (!LocaleOverride().isEmpty())
+        return LocaleOverride();
+    if (!useLanguageSettings)
+        return GetSystemLocale();
+    return GetLanguageSettings(CAtlString())->GetLanguage().ToQString();
+}
+
+QString LanguageCode(const QString& language) {
+    const CAtlString id = LanguageIdText(ParseHexLanguageId(language));
+    const CAtlString code = LookupLanguageAttribute(id, "ID", "Code");
+    const bool known = code != id && !code.IsEmpty();
+    return (known ? code : LookupLanguageAttribute(language, "Code", "Code")).ToQString();
+}

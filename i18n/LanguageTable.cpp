@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "i18n/LanguageTable.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QSettings>
+#include <limits>
+#include <optional>
+
+#include "i18n/HexDigit.h"
+#include "platform/CVardoFilePath.h"
+#include "platform/SettingsStore.h"
+#include "platform/XmlFile.h"
+
+namespace {
+
+// Where the maker's programs say that they are installed, in the machine's settings.
+struct InstalledFolder {
+    const wchar_t* key;
+    const wchar_t* name;
+};
+
+constexpr InstalledFolder INSTALLED_FOLDERS[] = {
+    {L"Software\\VARDO Technologies\\Language Setup", L"Path"},
+    {L"Software\\VARDO Technologies\\Notebook Software\\Install Information", L"NotebookExePath"},
+    {L"Software\\VARDO Technologies\\VARDO Board Drivers\\Install Information", L"Drivers Directory"},
+};
+
+// The same in the language setup's own settings file, where the file name is not always below "Languages".
+struct SetupFolder {
+    const char* key;
+    const char* table;
+};
+
+constexpr SetupFolder SETUP_FOLDERS[] = {
+    {"Path", "/Languages/languages.xml"},
+    {"Notebook/LanguagesFolder", "/languages.xml"},
+    {"VARDO Board/LanguagesFolder", "/languages.xml"},
+};
+
+// A setting that is missing must not make a file of the root folder the table.
+bool IsTable(const CAtlString& folder, const CAtlString& table) {
+    return !folder.IsEmpty() && CVardoFilePath(folder + table).Exists();
+}
+
+CAtlString OwnTable() {
+    const CAtlString folder(OwnLanguagesFolder());
+    return IsTable(folder, L"languages.xml") ? folder + L"languages.xml" : CAtlString();
+}
+
+CAtlString FindSetupsTable() {
+    const QSettings settings(QSettings::NativeFormat, QSettings::SystemScope,
+                             QStringLiteral("VARDO Technologies"), QStringLiteral("Language Setup"));
+    for (const SetupFolder& place : SETUP_FOLDERS) {
+        const CAtlString folder(settings.value(QLatin1String(place.key)).toString());
+        if (IsTable(folder, place.table))
+            return folder + place.table;
+    }
+    return OwnTable();
+}
+
+// The attribute wanted of the first language whose attribute match is value, if there is one.
+std::optional<CAtlString> FindAttribute(const CAtlString& table, const CAtlString& value, const char* match,
+                                        const char* wanted) {
+    TiXmlDocument document;
+    if (table.IsEmpty() || value.IsEmpty() || !LoadXml(CVardoFilePath(table), document))
+        return std::nullopt;
+    const TiXmlElement* language = document.RootElement()->FirstChildElement();
+    for (; language; language = language->NextSiblingElement())
+        if (XmlAttribute(*language, match).CompareNoCase(value) == 0)
+            return XmlAttribute(*language, wanted);
+    return std::nullopt;
+}
+
+}  // namespace
+
+QString OwnLanguagesFolder() {
+    QDir folder(QCoreApplication::applicationDirPath());
+    if (!folder.exists() || !folder.cdUp())
+        return {};
+    return folder.absolutePath() + QLatin1String("/Languages/");
+}
+
+CAtlString FindLanguageTable() {
+    const CAtlString table(L"/Languages/languages.xml");
+    for (const InstalledFolder& place : INSTALLED_FOLDERS) {
+        int error = REGISTRY_OK;
+        const CAtlString folder =
+            ReadRegistryString(HKEY_LOCAL_MACHINE, place.key, place.name, CAtlString(), error);
+        if (IsTable(folder, table))
+            return folder + table;
+    }
+    return OwnTable();
+}
+
+CAtlString LookupLanguageAttribute(const CAtlString& value, const char* match, const char* wanted) {
+    return FindAttribute(FindLanguageTable(), value, match, wanted).value_or(value);
+}
+
+CAtlString LanguageIdFromCode(const CAtlString& code) {
+    return LookupLanguageAttribute(code, "Code", "ID");
+}
+
+CAtlString LanguageAttributeById(int id, const char* attribute) {
+    return LookupLanguageAttribute(LanguageIdText(id), "ID", attribute);
+}
+
+CAtlString LanguageIdText(int id) {
+    CAtlString text;
+    text.Format(L"%.4X", static_cast<unsigned>(id));
+    return text;
+}
+
+int ParseHexLanguageId(const CAtlString& text) {
+    long long id = 0;
+    for (const wchar_t ch : text) {
+        const int digit = HexDigit(static_cast<char32_t>(ch));
+        if (digit < 0)
+            return 0;
+        id = id * 16 + digit;
+        if (id > std::numeric_limits<int>::max())
+            return 0;
+    }
+    return static_cast<int>(id);
+}
+
+// The ID comes first: only what is no known ID may be a code ("de" is a hexadecimal number too).
+int ResolveLanguageId(const CAtlString& language) {
+    const CAtlString table = FindLanguageTable();
+    const int id = ParseHexLanguageId(language);
+    if (FindAttribute(table, LanguageIdText(id), "ID", "ID"))
+        return id;
+    const CAtlString withoutCountry = language.Left(language.FindOneOf(L"_-"));
+    for (const CAtlString& code : {language, withoutCountry})
+        if (const auto found = FindAttribute(table, code, "Code", "ID"))
+            return ParseHexLanguageId(*found);
+    return id;
+}
+
+bool IsRightToLeft(const CAtlString& language) {
+    const CAtlString table = FindSetupsTable();
+    auto rightToLeft = FindAttribute(table, language, "Code", "RightToLeft");
+    if (!rightToLeft)
+        rightToLeft = FindAttribute(table, LanguageIdText(ResolveLanguageId(language)), "ID", "RightToLeft");
+    return rightToLeft && *rightToLeft == L"1";
+}

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The table of languages, languages.xml, which the maker's language setup installs: one element per language
+// with the attributes "ID" (four hexadecimal digits), "Code", "NativeName" and "RightToLeft".
+#pragma once
+
+#include "platform/CAtlString.h"
+
+#include <QString>
+
+// For the GUI thread. The table is read anew at each call: it is small, and asked a few times per run.
+
+// The program's own languages: the folder "Languages" beside the folder of the executable, absolute and with
+// a trailing "/". Empty when the executable's folder is gone or has no parent.
+QString OwnLanguagesFolder();
+
+// The path of the table that the machine's settings point to; where they point to none, that of the table in
+// the program's own folder. Empty when that is missing too.
+CAtlString FindLanguageTable();
+
+// The attribute wanted of the table's first language whose attribute match is value, whatever the case; value
+// itself when there is no such language or no readable table.
+CAtlString LookupLanguageAttribute(const CAtlString& value, const char* match, const char* wanted);
+
+// The ID of a language by its code; the code itself when the table does not know it.
+CAtlString LanguageIdFromCode(const CAtlString& code);
+
+// An attribute of a language by its ID; the ID as text when the table does not know it.
+CAtlString LanguageAttributeById(int id, const char* attribute);
+
+// The ID as the table writes it: four upper-case hexadecimal digits.
+CAtlString LanguageIdText(int id);
+
+// The number that a hexadecimal text stands for. 0 when it is empty, holds any other character, or does not
+// fit.
+int ParseHexLanguageId(const CAtlString& text);
+
+// The ID of a language given as an ID or as a code. A code that the table does not know is tried again
+// without its country. What remains unknown is parsed as a hexadecimal ID.
+int ResolveLanguageId(const CAtlString& language);
+
+// Whether a language, given as an ID or as a code, is written from right to left. This asks the table of the
+// language setup's own settings and, where they point to none, that in the program's own folder.
+bool IsRightToLeft(const CAtlString& language);

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The process's one resource manager, and the language, folder and product that it was last set up with.
+#pragma once
+
+#include "i18n/IVardoResourceManager.h"
+
+// The manager, made when there is none; it stays the property of this module. Making, setting up and
+// destroying it belong to the GUI thread.
+IVardoResourceManager* GetResourceManager();
+
+// Ends the manager and its texts.
+void DestroyResourceManager();
+
+// Loads the strings of a product in a language below languagesFolder. Another language than the last one gets
+// a new manager; for the same language the pairs are added to those that are there.
+void SetupResourceManager(int languageId, const CAtlString& languagesFolder, const CAtlString& productName);

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "i18n/StringsReader.h"
+
+#include <QStringView>
+
+#include "i18n/HexDigit.h"
+
+namespace {
+
+QString DecodeUnits(std::string_view bytes) {
+    const bool bigEndian = bytes.size() % 2 == 0 && bytes.starts_with("\xFE\xFF");
+    const size_t high = bigEndian ? 0 : 1;
+    QString text;
+    text.reserve(static_cast<qsizetype>(bytes.size() / 2));
+    for (size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        const auto highByte = static_cast<unsigned char>(bytes[i + high]);
+        const auto lowByte = static_cast<unsigned char>(bytes[i + 1 - high]);
+        text.append(QChar(static_cast<char16_t>(highByte << 8 | lowByte)));
+    }
+    return text;
+}
+
+bool IsSeparator(QChar unit) {
+    return QStringView(u"=; \t\r\n").contains(unit) || unit.isNull();
+}
+
+}  // namespace
+
+StringsReader::StringsReader(std::string_view bytes) : text_(DecodeUnits(bytes)) {}
+
+bool StringsReader::ReadPair(CAtlString& key, CAtlString& text) {
+    QString keyToken;
+    QString textToken;
+    while (ReadToken(keyToken) && ReadToken(textToken)) {
+        if (keyToken.isEmpty())
+            continue;
+        key = keyToken;
+        text = textToken;
+        return true;
+    }
+    return false;
+}
+
+bool StringsReader::ReadToken(QString& token) {
+    token.clear();
+    bool started = false;
+    bool quoted = false;
+    while (!AtEnd()) {
+        if (!quoted && SkipComment())
+            continue;
+        QChar unit = text_[position_++];
+        if (!quoted && IsSeparator(unit)) {
+            if (started)
+                return true;
+            continue;
+        }
+        started = true;
+        if (unit == u'"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted && unit == u'\\') {
+            if (AtEnd())
+                return true;
+            unit = ReadEscape();
+        }
+        if (token.size() < MAX_TOKEN_UNITS)
+            token.append(unit);
+    }
+    return started;
+}
+
+bool StringsReader::SkipComment() {
+    if (StartsWith(u"/*")) {
+        position_ += 2;
+        SkipPast(u"*/");
+        return true;
+    }
+    if (!StartsWith(u"//"))
+        return false;
+    SkipPast(u"\n");
+    return true;
+}
+
+char16_t StringsReader::ReadEscape() {
+    const char16_t letter = text_[position_++].unicode();
+    switch (letter) {
+        case u'n':
+            return u'\n';
+        case u't':
+            return u'\t';
+        case u'r':
+            return u'\r';
+        case u'u':
+            return ReadHexEscape();
+        default:
+            return letter;
+    }
+}
+
+char16_t StringsReader::ReadHexEscape() {
+    int value = 0;
+    for (int i = 0; i < 4 && !AtEnd(); ++i) {
+        const int digit = HexDigit(text_[position_++].unicode());
+        if (digit >= 0)
+            value = value * 16 + digit;
+    }
+    return static_cast<char16_t>(value);
+}
+
+bool StringsReader::StartsWith(const char16_t* word) const {
+    return QStringView(text_).sliced(position_).startsWith(QStringView(word));
+}
+
+void StringsReader::SkipPast(const char16_t* word) {
+    const qsizetype found = text_.indexOf(QStringView(word), position_);
+    position_ = found < 0 ? text_.size() : found + QStringView(word).size();
+}

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The syntax of strings files. It knows text only, no files.
+#pragma once
+
+#include "platform/CAtlString.h"
+
+#include <QString>
+#include <cstddef>
+#include <string_view>
+
+// Splits the bytes of a strings file into its pairs, in the file's order. The bytes are UTF-16: the first
+// code unit is skipped as the byte order mark; FE FF in front of an even number of bytes means big-endian,
+// anything else little-endian. A last odd byte is dropped. Any bytes may come; none is an error.
+//
+// Tokens are taken in pairs and separated by "=", ";", blanks, tabs, line ends and 0. A double quote switches
+// the quoted mode, in which separators are ordinary and a backslash starts an escape; a token may be partly
+// quoted. Outside of quotes there are comments as in C and C++, which do not end a token.
+class StringsReader {
+public:
+    explicit StringsReader(std::string_view bytes);
+
+    // The next pair whose key is not empty; false at the end of the text. A last key without text is dropped.
+    bool ReadPair(CAtlString& key, CAtlString& text);
+
+    // The longest token, in UTF-16 code units; the rest of a longer one is dropped.
+    static constexpr qsizetype MAX_TOKEN_UNITS = 10239;
+
+private:
+    // The next token, which may be empty when it is quoted; false at the end of the text.
+    bool ReadToken(QString& token);
+    // Moves behind the comment that starts here; false when none does.
+    bool SkipComment();
+    // The unit that an escape stands for; the position is behind its backslash.
+    char16_t ReadEscape();
+    char16_t ReadHexEscape();
+
+    bool AtEnd() const { return position_ >= text_.size(); }
+    bool StartsWith(const char16_t* word) const;
+    // Moves behind the next occurrence of word, or to the end.
+    void SkipPast(const char16_t* word);
+
+    QString text_;
+    qsizetype position_ = 0;
+};
