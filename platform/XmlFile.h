@@ -17,17 +17,21 @@ inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
 inline constexpr int MAX_XML_DEPTH = 200;
 // The most attributes of one element; TinyXML's time grows with their square.
 inline constexpr int MAX_XML_ATTRIBUTES = 1000;
+// The most elements, closing tags, attributes, comments and pieces of text together; each takes up to 300
+// bytes.
+inline constexpr int MAX_XML_ITEMS = 500000;
 
 // The whole file as bytes; empty when it cannot be read, is a directory, or is larger than MAX_XML_BYTES.
 CAtlStringA ReadFileBytes(const CVardoFilePath& file);
 
-// Parses text, with white space condensed, into document. False when it is malformed, beyond one of the
-// bounds, or holds no element. The encoding is TinyXML's: TIXML_DEFAULT_ENCODING finds it from the text. Any
-// thread, one document each.
+// Parses text, with white space condensed, into document, which is emptied first. False, with an empty
+// document, when the text is malformed, holds a NUL byte or no element, or is beyond one of the bounds. The
+// encoding is TinyXML's: TIXML_DEFAULT_ENCODING finds it from the text. Any thread, one document each.
 bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document);
 
-// ReadFileBytes and ParseXml with TIXML_ENCODING_UTF8.
-bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document);
+// ReadFileBytes and ParseXml; every line end (CR LF, CR) becomes LF first.
+bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document,
+             TiXmlEncoding encoding = TIXML_ENCODING_UTF8);
 
 // An element's attribute, UTF-8 decoded; empty when there is none.
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name);
