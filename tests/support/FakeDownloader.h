@@ -7,15 +7,18 @@
 #include "net/IDownloader.h"
 #include "support/TemporaryTree.h"
 
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
-// Answers every address that Serve was given with a fresh file of its contents, any other with a failure.
+// Answers every address that Serve was given with a fresh file of its contents, which nobody but the user may
+// read, and any other with a failure.
 class FakeDownloader : public IDownloader {
 public:
     void Serve(const std::string& address, const std::string& contents) { contents_[address] = contents; }
+    void Forget(const std::string& address) { contents_.erase(address); }
 
     CAtlString Download(const CAtlString& url) override {
         const std::string address = url.ToQString().toStdString();
@@ -26,6 +29,8 @@ public:
         if (found == contents_.end())
             return CAtlString();
         files.push_back(tree_.Write("download" + std::to_string(files.size()) + ".xml", found->second));
+        using std::filesystem::perms;
+        std::filesystem::permissions(files.back(), perms::owner_read | perms::owner_write);
         return CAtlString(files.back().c_str());
     }
 
