@@ -1,0 +1,26 @@
+# SPDX-FileCopyrightText: VARDO Technologies
+# SPDX-License-Identifier: LicenseRef-VARDO
+
+# The installation: one folder, which may lie anywhere, with bin/, share/ and Languages/ in it.
+#
+# The address of the maker's site is the packager's to give. Without it the installed program asks nobody: the list
+# has no address to be fetched from, and the program does not look for a newer version of itself.
+set(VARDO_UPDATE_SITE "" CACHE STRING "The maker's site, e.g. http://updates.example.com/; empty for none")
+
+set(VARDO_PRODUCT_LIST "")
+set(VARDO_NO_UPDATES " NoUpdates=\"true\"")
+if(VARDO_UPDATE_SITE)
+  string(REGEX REPLACE "/*$" "/" VARDO_UPDATE_SITE "${VARDO_UPDATE_SITE}")
+  set(VARDO_PRODUCT_LIST "${VARDO_UPDATE_SITE}products.xml")
+  set(VARDO_NO_UPDATES "")
+endif()
+foreach(file products.xml VardoProductUpdate.xml)
+  configure_file(${CMAKE_SOURCE_DIR}/packaging/share/${file}.in ${CMAKE_BINARY_DIR}/packaging/share/${file} @ONLY)
+endforeach()
+
+install(TARGETS VARDOProductUpdate RUNTIME DESTINATION bin)
+install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)
+install(DIRECTORY DESTINATION Languages)
+
+# All that an installation holds, and nothing else: what scripts/run.sh builds.
+add_custom_target(program DEPENDS VARDOProductUpdate)

@@ -1,0 +1,3 @@
+#!/bin/sh
+# Stands in for the installer of a newer VARDO Product Update: it notes that it ran, and how, in the sandbox's home.
+printf 'The installer ran with %s argument(s): %s\n' "$#" "$*" >>"$HOME/installer.log"

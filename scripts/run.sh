@@ -1,0 +1,150 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: VARDO Technologies
+# SPDX-License-Identifier: LicenseRef-VARDO
+#
+# run.sh [--self-update] [program arguments]
+#
+# From a bare machine to the program's window: installs what is missing, builds, lays out the sample installation
+# under build/run, serves the sample site on loopback and runs the program with settings of its own. Without a display
+# it runs on one in memory, saves build/run/window.png when the check has ended, and closes the window.
+# With --self-update the site offers a newer version of the program.
+source "$(dirname "$0")/lib.sh"
+
+RUN=$TREE/build/run
+PROGRAM=$RUN/program
+SITE=$RUN/site
+OUTPUT=$RUN/output.txt
+PICTURE=$RUN/window.png
+
+has_display() { [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; }
+
+# Two runs at once would overwrite each other's files.
+claim_folder() {
+    mkdir -p "$RUN"
+    exec {LOCK}>"$RUN/lock"
+    flock -n "$LOCK" || fail "another run.sh is using $RUN"
+}
+
+# The executable stays the same file when it did not change; all else is laid out afresh.
+install_program() {
+    rm -rf "$PROGRAM/share" "$PROGRAM/Languages" "$PROGRAM/gallery"
+    cmake --install build/release --prefix "$PROGRAM" >/dev/null
+}
+
+serving_or_ended() { grep -q '^Serving ' "$SITE.log" || ! alive "$STARTED"; }
+
+serve_sample_site() {
+    : >"$SITE.log"
+    start scripts/sample-site.sh ${SELF_UPDATE:+--self-update} "$PROGRAM" "$SITE" >"$SITE.log" 2>&1
+    wait_until 60 serving_or_ended || true
+    grep '^Serving ' "$SITE.log" || fail "no web server: $(<"$SITE.log")"
+}
+
+# The program's settings, downloads of others and the home that it sees are all below build/run.
+sandbox() {
+    local home=$RUN/home
+    mkdir -p "$home/.config"
+    [[ ! -e ${XAUTHORITY:-$HOME/.Xauthority} ]] || export XAUTHORITY=${XAUTHORITY:-$HOME/.Xauthority}
+    export HOME=$home XDG_CONFIG_HOME=$home/.config XDG_CACHE_HOME=$home/.cache XDG_DATA_HOME=$home/.local/share
+    export XDG_CONFIG_DIRS=$SITE/machine
+    if [[ -z ${XDG_RUNTIME_DIR:-} ]]; then
+        install -d -m 700 "$RUN/runtime"
+        export XDG_RUNTIME_DIR=$RUN/runtime
+    fi
+}
+
+run_on_display() {
+    start "$PROGRAM/bin/VARDOProductUpdate" "$@"
+    wait "$STARTED" || true
+}
+
+# --- without a display -----------------------------------------------------------------------------------------------
+
+start_display() {
+    local key number=$RUN/display
+    key=$(mcookie)
+    export XAUTHORITY=$RUN/xauthority
+    rm -f "$XAUTHORITY" "$number"
+    xauth -q add :0 . "$key" 2>/dev/null
+    start Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -auth "$XAUTHORITY" 3>"$number" 2>"$RUN/display.log"
+    wait_until 30 test -s "$number" || fail "no display in memory: $(<"$RUN/display.log")"
+    DISPLAY=:$(<"$number")
+    export DISPLAY
+    xauth -q add "$DISPLAY" . "$key"
+}
+
+window() { xdotool search --onlyvisible --name '^VARDO Product Update' 2>/dev/null | tail -n 1; }
+
+program_ended() { ! alive "$PROGRAM_GROUP"; }
+
+# Every product of the list that the program uses by then has its line.
+check_ended() {
+    local products done_lines
+    products=$(grep -cE '<(Product|Gallery|Notification) ' "$PROGRAM/share/products.xml")
+    done_lines=$(grep -ac '^- Done ' "$OUTPUT")
+    ((done_lines >= products)) || program_ended
+}
+
+window_or_end() { [[ -n $(window) ]] || program_ended; }
+
+# The window is painted when two pictures of it are alike.
+take_picture() {
+    local id=$1 tries=40
+    import -window "$id" "$PICTURE"
+    while ((tries-- > 0)); do
+        sleep 0.1
+        mv "$PICTURE" "$RUN/earlier.png"
+        import -window "$id" "$PICTURE"
+        if cmp -s <(convert "$PICTURE" rgb:-) <(convert "$RUN/earlier.png" rgb:-); then
+            break
+        fi
+    done
+    rm -f "$RUN/earlier.png"
+}
+
+press() { xdotool windowfocus --sync "$1" key "$2"; }
+
+# A newer version was offered: the picture shows the question, and OK lets its installer run.
+answer_self_update() {
+    take_picture "$(window)"
+    press "$(window)" Return
+}
+
+show_check() {
+    wait_until 120 check_ended || say "The check did not end within two minutes; this is how far it came."
+    program_ended && return
+    take_picture "$(window)"
+    press "$(window)" Escape
+}
+
+run_in_memory() {
+    start_display
+    start "$PROGRAM/bin/VARDOProductUpdate" "$@" >"$OUTPUT" 2>&1
+    PROGRAM_GROUP=$STARTED
+    wait_until 60 window_or_end || say "No window within a minute."
+    if [[ -n $(window) ]]; then
+        if [[ -n $SELF_UPDATE ]]; then answer_self_update; else show_check; fi
+    fi
+    wait_until 30 program_ended || say "The program did not end within 30 seconds of closing its window; ending it."
+    say "What the program printed:"
+    cat "$OUTPUT"
+    if [[ -e $PICTURE ]]; then say "Its window: $PICTURE"; else say "It showed no window."; fi
+}
+
+# ---------------------------------------------------------------------------------------------------------------------
+
+SELF_UPDATE=""
+if [[ ${1:-} == --self-update ]]; then
+    SELF_UPDATE=yes
+    shift
+fi
+if has_display; then ensure_packages build run; else ensure_packages build run headless; fi
+claim_folder
+end_with_script
+build release program
+install_program
+serve_sample_site
+sandbox
+rm -f "$PICTURE"
+say "Running the program; its settings are in $RUN/home/.config"
+if has_display; then run_on_display "$@"; else run_in_memory "$@"; fi
