@@ -30,7 +30,7 @@ QtDownloader::QtDownloader(std::chrono::milliseconds silenceLimit) : silenceLimi
 
 QtDownloader::~QtDownloader() = default;
 
-int QtDownloader::Download(CAtlString url, CAtlString file) {
+int QtDownloader::Download(const CAtlString& url, const CAtlString& file) {
     const QUrl address(url.ToQString());
     if (address.scheme() != QLatin1String("http"))
         return RESULT_FAILED;

@@ -28,7 +28,7 @@ public:
     ~QtDownloader() override;
 
 protected:
-    int Download(CAtlString url, CAtlString file) override;
+    int Download(const CAtlString& url, const CAtlString& file) override;
 
 protected slots:
     // On the asking thread, like every slot here; the transfer waits for the last of them.

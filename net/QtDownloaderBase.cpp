@@ -43,7 +43,8 @@ bool QtDownloaderBase::RequestProxyAuth(const CAtlString& host, int port, CAtlSt
     return answer_;
 }
 
-void QtDownloaderBase::ProxyAuthRequestDoneSlot(bool ret, CAtlString userName, CAtlString password) {
+void QtDownloaderBase::ProxyAuthRequestDoneSlot(bool ret, const CAtlString& userName,
+                                                const CAtlString& password) {
     answer_ = ret;
     answeredUserName_ = userName;
     answeredPassword_ = password;

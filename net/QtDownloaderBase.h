@@ -26,21 +26,22 @@ public:
     int DownloadOnThread(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
 
 signals:
-    void ConnectionFailedSignal(CAtlString error);
+    void ConnectionFailedSignal(const CAtlString& error);
     void ProxyAuthCanceledSignal();
-    void ProxyAuthRequiredSignal(CAtlString host, int port, CAtlString userName, CAtlString password);
+    void ProxyAuthRequiredSignal(const CAtlString& host, int port, const CAtlString& userName,
+                                 const CAtlString& password);
     void DataReadProgressSignal(int done, int total);
 
 protected:
     // The transfer itself, on its thread.
-    virtual int Download(CAtlString url, CAtlString file) = 0;
+    virtual int Download(const CAtlString& url, const CAtlString& file) = 0;
     // On the transfer's thread: asks for the credentials of the proxy at host and port and waits for the
     // answer, however long the user takes. Whether userName and password, which it replaces, are to be tried.
     bool RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     ConnectionInfo& Info() const { return *info_; }
 
 protected slots:
-    virtual void ProxyAuthRequestDoneSlot(bool ret, CAtlString userName, CAtlString password);
+    virtual void ProxyAuthRequestDoneSlot(bool ret, const CAtlString& userName, const CAtlString& password);
 
 private:
     QtDownloaderSignalProxy* forwarder_;

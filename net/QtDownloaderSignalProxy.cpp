@@ -5,7 +5,7 @@
 
 #include "net/ConnectionInfo.h"
 
-void QtDownloaderSignalProxy::ConnectionFailedSlot(CAtlString error) {
+void QtDownloaderSignalProxy::ConnectionFailedSlot(const CAtlString& error) {
     receiver_->ConnectionFailed(error);
 }
 
@@ -17,9 +17,11 @@ void QtDownloaderSignalProxy::DataReadProgressSlot(int done, int total) {
     receiver_->DataReadProgress(done, total);
 }
 
-bool QtDownloaderSignalProxy::ProxyAuthRequiredSlot(CAtlString host, int port, CAtlString userName,
-                                                    CAtlString password) {
-    const bool answered = receiver_->ProxyAuthRequired(host, port, userName, password);
-    emit ProxyAuthRequestDoneSignal(answered, userName, password);
+bool QtDownloaderSignalProxy::ProxyAuthRequiredSlot(const CAtlString& host, int port,
+                                                    const CAtlString& userName, const CAtlString& password) {
+    CAtlString givenUserName(userName);
+    CAtlString givenPassword(password);
+    const bool answered = receiver_->ProxyAuthRequired(host, port, givenUserName, givenPassword);
+    emit ProxyAuthRequestDoneSignal(answered, givenUserName, givenPassword);
     return answered;
 }

@@ -25,14 +25,15 @@ public:
 
 signals:
     // Whether the credentials are to be tried.
-    void ProxyAuthRequestDoneSignal(bool, CAtlString userName, CAtlString password);
+    void ProxyAuthRequestDoneSignal(bool, const CAtlString& userName, const CAtlString& password);
 
 protected slots:
-    void ConnectionFailedSlot(CAtlString error);
+    void ConnectionFailedSlot(const CAtlString& error);
     void ProxyAuthCanceledSlot();
     void DataReadProgressSlot(int done, int total);
     // Asks for credentials, which may show a dialog, and sends the answer back.
-    bool ProxyAuthRequiredSlot(CAtlString host, int port, CAtlString userName, CAtlString password);
+    bool ProxyAuthRequiredSlot(const CAtlString& host, int port, const CAtlString& userName,
+                               const CAtlString& password);
 
 private:
     ConnectionInfo* receiver_ = nullptr;
