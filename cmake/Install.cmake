@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: VARDO Technologies
 # SPDX-License-Identifier: LicenseRef-VARDO
 
-# The installation: one folder, which may lie anywhere, with bin/, share/ and Languages/ in it.
+# The installation: one folder, which may lie anywhere, with bin/, share/ and Languages/ in it (the last one
+# from cmake/Translations.cmake).
 #
 # The address of the maker's site is the packager's to give. Without it the installed program asks nobody: the list
 # has no address to be fetched from, and the program does not look for a newer version of itself.
@@ -20,7 +21,6 @@ endforeach()
 
 install(TARGETS VARDOProductUpdate RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)
-install(DIRECTORY DESTINATION Languages)
 
 # All that an installation holds, and nothing else: what scripts/run.sh builds.
 add_custom_target(program DEPENDS VARDOProductUpdate)
