@@ -11,24 +11,12 @@
 
 #include "i18n/StringsReader.h"
 #include "support/TextPrinting.h"
+#include "support/Utf16Bytes.h"
 
 namespace {
 
 using namespace std::string_literals;
 using Pairs = std::vector<std::pair<CAtlString, CAtlString>>;
-constexpr char16_t MARK = 0xFEFF;
-
-// The text as UTF-16 behind a byte order mark.
-std::string Bytes(const std::u16string& text, bool bigEndian = false) {
-    std::string bytes;
-    for (const char16_t unit : MARK + text) {
-        const char low = static_cast<char>(unit & 0xFF);
-        const char high = static_cast<char>(unit >> 8);
-        bytes += bigEndian ? high : low;
-        bytes += bigEndian ? low : high;
-    }
-    return bytes;
-}
 
 // Reads from a copy of exactly that size, so that the address sanitizer sees a step beyond its end.
 Pairs Read(const std::string& bytes) {
@@ -90,13 +78,13 @@ TEST(StringsReader, TokensBecomePairsInBothByteOrders) {
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.situation);
-        EXPECT_EQ(Read(Bytes(one.file)), one.pairs);
-        EXPECT_EQ(Read(Bytes(one.file, true)), one.pairs);
+        EXPECT_EQ(Read(Utf16Bytes(one.file)), one.pairs);
+        EXPECT_EQ(Read(Utf16Bytes(one.file, true)), one.pairs);
     }
 }
 
 TEST(StringsReader, BytesOutOfTheOrdinary) {
-    const std::string little = Bytes(u"a=b");
+    const std::string little = Utf16Bytes(u"a=b");
     const struct {
         const char* situation;
         std::string bytes;
@@ -106,11 +94,12 @@ TEST(StringsReader, BytesOutOfTheOrdinary) {
         {"one byte", "\xFE", {}},
         {"a mark alone", "\xFE\xFF", {}},
         {"no mark: the first unit is skipped all the same",
-         little.substr(2) + Bytes(u";c=d").substr(2),
+         little.substr(2) + Utf16Bytes(u";c=d").substr(2),
          {{L"b", L"c"}}},
         {"a last odd byte is dropped", little + 'x', {{L"a", L"b"}}},
-        {"big-endian needs an even size", Bytes(u"a=b", true) + 'x', {}},
-        {"a lone surrogate does not end the token", Bytes(u"a=x\xD800y b=c"), Read(Bytes(u"a=x\xFFFDy b=c"))},
+        {"big-endian needs an even size", Utf16Bytes(u"a=b", true) + 'x', {}},
+        {"a lone surrogate does not end the token", Utf16Bytes(u"a=x\xD800y b=c"),
+         Read(Utf16Bytes(u"a=x\xFFFDy b=c"))},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(one.situation);
@@ -124,13 +113,13 @@ TEST(StringsReader, LongTokensAreCutAndTheNextIsRead) {
         const std::u16string word(length, u'x');
         const CAtlString kept(L'x', static_cast<int>(std::min(length, most)));
         const Pairs expected = {{kept, kept}, {L"a", L"b"}};
-        EXPECT_EQ(Read(Bytes(word + u"=\"" + word + u"\";a=b")), expected) << length;
+        EXPECT_EQ(Read(Utf16Bytes(word + u"=\"" + word + u"\";a=b")), expected) << length;
     }
 }
 
 TEST(StringsReader, AFileMayEndAnywhere) {
     const std::string whole =
-        Bytes(u"/* c */ \"a b\" = \"\\u0041\\\"\"; // d\nkey=text; \"e\"=\"\U0001F600\";");
+        Utf16Bytes(u"/* c */ \"a b\" = \"\\u0041\\\"\"; // d\nkey=text; \"e\"=\"\U0001F600\";");
     const Pairs all = Read(whole);
     ASSERT_EQ(all.size(), 3U);
     for (size_t size = 0; size < whole.size(); ++size) {
