@@ -3,27 +3,17 @@
 
 // Installed products: their versions on the disk, their checks, and how they disable one another.
 #include <gtest/gtest.h>
-#include <tinyxml.h>
-#include <algorithm>
-#include <boost/make_shared.hpp>
 #include <filesystem>
-#include <set>
 #include <string>
 #include <vector>
 
-#include "products/ProductFactory.h"
-#include "support/FakeDownloader.h"
-#include "support/FakeEnvironment.h"
-#include "support/TextPrinting.h"
+#include "ProductTest.h"
 
 namespace {
 
-using Product = boost::shared_ptr<IProduct>;
-
-class InstalledProducts : public testing::Test {
+class InstalledProducts : public ProductTest {
 protected:
     InstalledProducts() {
-        environment_->sharedDataFolder = CVardoDirectoryPath(shared_.Root().c_str());
         downloader_->Serve(
             "http://h/r.xml",
             "<u Location='Server'><Product UpdateVersion='3.0.0.0' UpdateWebPage='http://new'/></u>");
@@ -31,49 +21,29 @@ protected:
                            "<u Location='Server'><Product UpdateVersion='3.0.0.0'/></u>");
     }
 
-    void Install(const std::string& file, const std::string& version, const std::string& remote = "r.xml") {
-        shared_.Write(file, "<l><Product CurrentVersion='" + version + "' RemoteVersionFile='" + remote +
-                                "' RemoteVersionFileURL='http://h/'/></l>");
-    }
-    // A product made from its element; found when it is installed.
-    Product Make(const std::string& attributes, const std::string& children = "",
-                 const std::string& element = "Product") {
-        TiXmlDocument document;
-        document.Parse(("<" + element + " " + attributes + ">" + children + "</" + element + ">").c_str());
-        return CreateProduct(document.RootElement(), environment_);
-    }
     Product MakeB(const std::string& disablers = "") {
-        return Make("Name='Bee' BaseXml='B' DefaultUrl='http://default'",
-                    disablers.empty()
-                        ? ""
-                        : "<DisableUpdatesIfInstalled>" + disablers + "</DisableUpdatesIfInstalled>");
+        return Make(
+            "<Product Name='Bee' BaseXml='B' DefaultUrl='http://default'><DisableUpdatesIfInstalled>" +
+            disablers + "</DisableUpdatesIfInstalled></Product>");
     }
-    bool Check(const Product& product) {
-        product->SetDownloader(downloader_);
-        return product->CheckForUpdates();
-    }
-    // The item with an installed version.
+    // The item with an installed version; the number of items when there is none.
     static unsigned ItemOf(const IProduct& product, const char* version) {
         unsigned item = 0;
-        while (item < product.GetItemCount() && !(product.GetInstalledVersion(item) == CAtlString(version)))
+        while (item < product.GetItemCount() && product.GetInstalledVersion(item) != CAtlString(version))
             ++item;
         return item;
     }
-
-    TemporaryTree shared_;
-    boost::shared_ptr<FakeEnvironment> environment_ = boost::make_shared<FakeEnvironment>();
-    boost::shared_ptr<FakeDownloader> downloader_ = boost::make_shared<FakeDownloader>();
 };
 
 }  // namespace
 
 TEST_F(InstalledProducts, AreMadeFromUsableElementsAlone) {
     EXPECT_FALSE(CreateProduct(nullptr, environment_));
-    EXPECT_FALSE(Make("Name='n'"));
-    EXPECT_FALSE(Make("BaseXml='b'"));
-    EXPECT_FALSE(Make("Name='' BaseXml='b'"));
-    EXPECT_FALSE(Make("Name='n' BaseXml='b'", "", "product"));
-    const Product product = Make("Name='Ünï 中' BaseXml='b'");
+    EXPECT_FALSE(Make("<Product Name='n'/>"));
+    EXPECT_FALSE(Make("<Product BaseXml='b'/>"));
+    EXPECT_FALSE(Make("<Product Name='' BaseXml='b'/>"));
+    EXPECT_FALSE(Make("<product Name='n' BaseXml='b'/>"));
+    const Product product = Make("<Product Name='Ünï 中' BaseXml='b'/>");
     ASSERT_TRUE(product);
     EXPECT_EQ(product->GetName(), QString("Ünï 中"));
     EXPECT_EQ(product->GetKey(), CAtlString("b"));
@@ -186,8 +156,9 @@ TEST_F(InstalledProducts, AreDisabledByOthersInTheGivenVersions) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.situation);
         const Product product = MakeB(c.disablers);
-        const IProduct::List all = {product, MakeB(), Make("Name='Kay' BaseXml='K'"),
-                                    Make("Name='absent' BaseXml='Z'"), Make("Name='Bee 2' BaseXml='B2'")};
+        const IProduct::List all = {product, MakeB(), Make("<Product Name='Kay' BaseXml='K'/>"),
+                                    Make("<Product Name='absent' BaseXml='Z'/>"),
+                                    Make("<Product Name='Bee 2' BaseXml='B2'/>")};
         for (const Product& each : all)
             each->FindInstalled();
         testing::internal::CaptureStdout();

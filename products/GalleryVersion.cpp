@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "products/GalleryVersion.h"
+
+#include "platform/Addresses.h"
+#include "platform/CVardoDirectoryPath.h"
+#include "platform/XmlFile.h"
+#include "products/CGalleryExtensionInfo.h"
+
+#include <QDate>
+#include <QLocale>
+#include <algorithm>
+
+namespace {
+
+CAtlString AsShown(const CAtlString& version) {
+    const QDate date = QDate::fromString(version.ToQString(), "yyyy-MM-dd");
+    return date.isValid() ? CAtlString(QLocale::system().toString(date, QLocale::ShortFormat)) : version;
+}
+
+}  // namespace
+
+const CAtlString GalleryVersion::ELEMENT_NAME(L"Gallery");
+
+GalleryVersion::GalleryVersion(const boost::shared_ptr<IEnvironment>& environment)
+    : actionTexts_{tr("Current"), tr("Update")}, environment_(environment) {}
+
+bool GalleryVersion::Init(const TiXmlElement* element) {
+    if (!element)
+        return false;
+    name_ = XmlAttribute(*element, "Name");
+    guid_ = XmlAttribute(*element, "GUID");
+    defaultAddress_ = XmlAttribute(*element, "DefaultUrl");
+    return !name_.IsEmpty() && !guid_.IsEmpty() && !defaultAddress_.IsEmpty();
+}
+
+bool GalleryVersion::FindInstalled() {
+    categories_.clear();
+    CGalleryExtensionInfo record;
+    if (guid_.IsEmpty() || !record.Load(CGalleryExtensionInfo::TeamContentExtensionType, guid_) ||
+        record.GetAppPath().IsEmpty())
+        return false;
+    toolPath_ = CVardoFilePath(record.GetAppPath());
+    toolArguments_ = record.GetArgs();
+    CVardoDirectoryPath folder{CVardoFilePath(record.GetImsManifestXml())};
+    folder.Append(L"Uninstall");
+    return ReadInstalledCategories(CVardoDirectoryPath::Combine(folder, GetDescriptionName() + L".xml"));
+}
+
+bool GalleryVersion::ReadInstalledCategories(const CVardoFilePath& file) {
+    TiXmlDocument document;
+    if (!file.Exists() || !LoadXml(file, document))
+        return false;
+    const TiXmlElement* root = document.RootElement();
+    for (const TiXmlElement* category = root->FirstChildElement("category"); category;
+         category = category->NextSiblingElement("category")) {
+        const CAtlString id = XmlAttribute(*category, "id");
+        if (!id.IsEmpty())
+            categories_[id] = {XmlAttribute(*category, "version"), CAtlString()};
+    }
+    return !categories_.empty();
+}
+
+bool GalleryVersion::CheckForUpdates() {
+    checked_ = false;
+    if (!GetDownloader())
+        return false;
+    const CVardoFilePath fetched(
+        GetDownloader()->Download(JoinTrimmed(defaultAddress_, L"gallery_categories.xml")));
+    checked_ = ReadPublishedCategories(fetched);
+    fetched.Delete();
+    return checked_;
+}
+
+bool GalleryVersion::ReadPublishedCategories(const CVardoFilePath& file) {
+    TiXmlDocument document;
+    if (!file.Exists() || !LoadXml(file, document))
+        return false;
+    const TiXmlElement* parent = document.RootElement()->FirstChildElement("categories");
+    if (!parent)
+        return false;
+    bool updated = false;
+    for (const TiXmlElement* category = parent->FirstChildElement("category"); category;
+         category = category->NextSiblingElement("category")) {
+        const auto known = categories_.find(XmlAttribute(*category, "id"));
+        if (known == categories_.end())
+            continue;
+        known->second.latest = XmlAttribute(*category, "version");
+        updated = true;
+    }
+    return updated;
+}
+
+bool GalleryVersion::IsUpdateAvailable(unsigned /*item*/) const {
+    return std::any_of(categories_.begin(), categories_.end(), [](const auto& category) {
+        return category.second.installed.Compare(category.second.latest) < 0;
+    });
+}
+
+bool GalleryVersion::HasAction(unsigned /*item*/) const {
+    return checked_ && toolPath_.Exists();
+}
+
+bool GalleryVersion::RunAction(unsigned /*item*/) {
+    return environment_->StartDetached(toolPath_.GetFilePathString().ToQString(),
+                                       {QStringLiteral("-guid"), guid_.ToQString()});
+}
+
+CAtlString GalleryVersion::GetInstalledVersion(unsigned /*item*/) const {
+    return Newest(&Versions::installed);
+}
+
+CAtlString GalleryVersion::GetLatestVersion(unsigned /*item*/) const {
+    return Newest(&Versions::latest);
+}
+
+CAtlString GalleryVersion::Newest(CAtlString Versions::*which) const {
+    const auto newest = std::max_element(
+        categories_.begin(), categories_.end(),
+        [which](const auto& a, const auto& b) { return (a.second.*which).Compare(b.second.*which) < 0; });
+    return newest == categories_.end() ? CAtlString() : AsShown(newest->second.*which);
+}
+
+CAtlString GalleryVersion::GetDescriptionName() const {
+    return L"updateinfo";
+}

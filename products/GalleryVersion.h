@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Gallery content of the notebook software.
+#pragma once
+
+#include "platform/CVardoFilePath.h"
+#include "platform/IEnvironment.h"
+#include "products/IProduct.h"
+
+#include <QCoreApplication>
+#include <map>
+
+// Content is versioned by category: an installed list of categories lies below the folder of the content's
+// manifest, the published one at the product's address. Versions are texts that sort, dates as "yyyy-MM-dd"
+// above all, which are shown in the system's format. It is one item once a category is known; item indices
+// are ignored.
+class GalleryVersion : public IProduct {
+    Q_DECLARE_TR_FUNCTIONS(GalleryVersion)
+
+public:
+    // The name of its element in the list file: "Gallery".
+    static const CAtlString ELEMENT_NAME;
+
+    explicit GalleryVersion(const boost::shared_ptr<IEnvironment>& environment);
+
+    bool Init(const TiXmlElement* element) override;
+    bool FindInstalled() override;
+    bool CheckForUpdates() override;
+    CAtlString GetKey() const override { return GetWebPage(); }
+    QString GetName() const override { return name_.ToQString(); }
+    bool IsChecked(unsigned /*item*/) const override { return checked_; }
+    bool IsUpdateAvailable(unsigned item) const override;
+    bool IsWanted(unsigned /*item*/) const override { return true; }
+    // Only after a check, and while the tool that maintains the content exists.
+    bool HasAction(unsigned item) const override;
+    // Starts the tool on the content.
+    bool RunAction(unsigned item) override;
+    bool IsHighlighted(unsigned /*item*/) const override { return false; }
+    unsigned GetItemCount() const override { return categories_.empty() ? 0 : 1; }
+    CAtlString GetInstalledVersion(unsigned item) const override;
+    CAtlString GetLatestVersion(unsigned item) const override;
+    void SetRow(unsigned /*item*/, int row) override { row_ = row; }
+    int GetRow(unsigned /*item*/) const override { return row_; }
+    QList<QString> GetActionTexts() const override { return actionTexts_; }
+    // The name of the installed category list, without its extension: "updateinfo".
+    CAtlString GetDescriptionName() const override;
+    // The content's GUID, which stands where other products have a page.
+    virtual CAtlString GetWebPage() const { return guid_; }
+
+private:
+    struct Versions {
+        CAtlString installed;
+        CAtlString latest;
+    };
+
+    bool ReadInstalledCategories(const CVardoFilePath& file);
+    bool ReadPublishedCategories(const CVardoFilePath& file);
+    CAtlString Newest(CAtlString Versions::*which) const;
+
+    bool checked_ = false;
+    CAtlString name_;
+    CAtlString guid_;
+    CAtlString defaultAddress_;
+    int row_ = 0;
+    // By category identifier.
+    std::map<CAtlString, Versions> categories_;
+    QList<QString> actionTexts_;
+    CVardoFilePath toolPath_;
+    CAtlString toolArguments_;
+    boost::shared_ptr<IEnvironment> environment_;
+};

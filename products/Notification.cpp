@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "products/Notification.h"
+
+#include "app/settings/DefaultSettings.h"
+#include "i18n/Language.h"
+#include "platform/Addresses.h"
+#include "platform/CVardoDirectoryPath.h"
+#include "platform/SettingsStore.h"
+#include "platform/XmlFile.h"
+#include "products/IsBoardInstalled.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+// The value that marks a notification as dismissed.
+constexpr int DISMISSED = 1;
+
+// The root element of a description or message; null when the file holds none.
+const TiXmlElement* LoadNotification(const CVardoFilePath& file, TiXmlDocument& document) {
+    if (!file.Exists() || !LoadXml(file, document))
+        return nullptr;
+    const TiXmlElement* root = document.RootElement();
+    return Notification::ELEMENT_NAME.Compare(CAtlString(root->Value())) == 0 ? root : nullptr;
+}
+
+QDate DateAttribute(const TiXmlElement& element, const char* name) {
+    return QDate::fromString(XmlAttribute(element, name).ToQString(), "yyyyMMdd");
+}
+
+// "de" for "de_AT" and for "de-AT".
+QString WithoutRegion(const QString& code) {
+    static const QRegularExpression separator("[_-]");
+    return code.section(separator, 0, 0);
+}
+
+}  // namespace
+
+const CAtlString Notification::ELEMENT_NAME(L"Notification");
+
+Notification::Notification(const boost::shared_ptr<IEnvironment>& environment)
+    : actionTexts_{tr("Current"), tr("More...")}, environment_(environment) {}
+
+bool Notification::Init(const TiXmlElement* element) {
+    if (!element)
+        return false;
+    key_ = XmlAttribute(*element, "BaseXML");
+    name_ = XmlAttribute(*element, "Name");
+    return !key_.IsEmpty();
+}
+
+bool Notification::FindInstalled() {
+    const CVardoFilePath file =
+        CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml");
+    TiXmlDocument document;
+    const TiXmlElement* root = LoadNotification(file, document);
+    if (!root)
+        return false;
+    messageFolder_ = XmlAttribute(*root, "URL");
+    messageFile_ = XmlAttribute(*root, "File");
+    return !messageFolder_.IsEmpty() && !messageFile_.IsEmpty();
+}
+
+bool Notification::CheckForUpdates() {
+    checked_ = false;
+    if (!GetDownloader())
+        return false;
+    const CVardoFilePath fetched(GetDownloader()->Download(JoinTrimmed(messageFolder_, messageFile_)));
+    checked_ = ReadMessage(fetched);
+    fetched.Delete();
+    return checked_;
+}
+
+bool Notification::ReadMessage(const CVardoFilePath& file) {
+    TiXmlDocument document;
+    const TiXmlElement* message = LoadNotification(file, document);
+    if (!message)
+        return false;
+    webPage_ = XmlAttribute(*message, "WebPage");
+    startDate_ = DateAttribute(*message, "StartDate");
+    stopDate_ = DateAttribute(*message, "StopDate");
+    ReadTexts(*message);
+    return !texts_.empty() && !webPage_.IsEmpty() && startDate_.isValid() && stopDate_.isValid();
+}
+
+void Notification::ReadTexts(const TiXmlElement& message) {
+    texts_.clear();
+    const TiXmlElement* parent = message.FirstChildElement("Text");
+    if (!parent)
+        return;
+    for (const TiXmlElement* text = parent->FirstChildElement(); text; text = text->NextSiblingElement())
+        texts_[CAtlString(text->Value()).ToQString()] = XmlAttribute(*text, "value").ToQString();
+}
+
+QString Notification::GetName() const {
+    const QString language = GetLocale(true);
+    const QString code = LanguageCode(language);
+    for (const QString& candidate : {language, code, WithoutRegion(code), QStringLiteral("en")})
+        if (const auto found = texts_.find(candidate); found != texts_.end())
+            return found->second;
+    return QString();
+}
+
+bool Notification::IsUpdateAvailable(unsigned /*item*/) const {
+    const QDate today = environment_->Today();
+    return checked_ && today > startDate_ && today < stopDate_ && IsBoardInstalled(environment_);
+}
+
+bool Notification::IsWanted(unsigned /*item*/) const {
+    int error = REGISTRY_OK;
+    return ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::NOTIFICATION_KEY, name_, 0, error) !=
+           DISMISSED;
+}
+
+bool Notification::RunAction(unsigned /*item*/) {
+    WriteRegistryDword(HKEY_CURRENT_USER, DefaultSettings::NOTIFICATION_KEY, name_, DISMISSED);
+    return !webPage_.IsEmpty() && environment_->OpenWebPage(webPage_);
+}

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A dated message from the maker.
+#pragma once
+
+#include "platform/IEnvironment.h"
+#include "products/IProduct.h"
+
+#include <QCoreApplication>
+#include <QDate>
+#include <QStringList>
+#include <map>
+
+// Its local description, "<key>.xml" in the shared data folder, says where the message lies; the message
+// brings a page, a date window and the text in several languages. It is one item while the window is open, on
+// machines with board software of the generations that it is for; item indices are ignored. Once the user has
+// opened the page, the item stays but is no longer wanted, in this and every later run.
+class Notification : public IProduct {
+    Q_DECLARE_TR_FUNCTIONS(Notification)
+
+public:
+    // The name of its element in the list file, and of the root of both its files: "Notification".
+    static const CAtlString ELEMENT_NAME;
+
+    explicit Notification(const boost::shared_ptr<IEnvironment>& environment);
+
+    bool Init(const TiXmlElement* element) override;
+    bool FindInstalled() override;
+    bool CheckForUpdates() override;
+    CAtlString GetKey() const override { return key_; }
+    // The text in the user's language, else in that language without its region, else in English.
+    QString GetName() const override;
+    bool IsChecked(unsigned /*item*/) const override { return checked_; }
+    bool IsUpdateAvailable(unsigned item) const override;
+    bool IsWanted(unsigned item) const override;
+    bool HasAction(unsigned item) const override { return IsUpdateAvailable(item); }
+    // Dismisses the notification and opens its page in the browser.
+    bool RunAction(unsigned item) override;
+    bool IsHighlighted(unsigned /*item*/) const override { return true; }
+    unsigned GetItemCount() const override { return IsUpdateAvailable(0) ? 1 : 0; }
+    CAtlString GetInstalledVersion(unsigned /*item*/) const override { return L" "; }
+    CAtlString GetLatestVersion(unsigned /*item*/) const override { return L" "; }
+    void SetRow(unsigned /*item*/, int row) override { row_ = row; }
+    int GetRow(unsigned /*item*/) const override { return row_; }
+    QList<QString> GetActionTexts() const override { return actionTexts_; }
+    CAtlString GetDescriptionName() const override { return key_; }
+
+private:
+    bool ReadMessage(const CVardoFilePath& file);
+    void ReadTexts(const TiXmlElement& message);
+
+    bool checked_ = false;
+    int row_ = -1;
+    CAtlString key_;
+    CAtlString name_;
+    CAtlString webPage_;
+    // The window is open after the one day and before the other.
+    QDate startDate_;
+    QDate stopDate_;
+    // By language code.
+    std::map<QString, QString> texts_;
+    QList<QString> actionTexts_;
+    CAtlString messageFolder_;
+    CAtlString messageFile_;
+    boost::shared_ptr<IEnvironment> environment_;
+};

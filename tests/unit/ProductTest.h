@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// What the tests of all kinds of products need.
+#pragma once
+
+#include "products/ProductFactory.h"
+#include "support/FakeDownloader.h"
+#include "support/FakeEnvironment.h"
+#include "support/TemporaryTree.h"
+#include "support/TextPrinting.h"
+
+#include <gtest/gtest.h>
+#include <tinyxml.h>
+#include <boost/make_shared.hpp>
+#include <string>
+
+// A shared data folder of its own, a fake world that has it, and a fake web.
+class ProductTest : public testing::Test {
+protected:
+    using Product = boost::shared_ptr<IProduct>;
+
+    ProductTest() { environment_->sharedDataFolder = CVardoDirectoryPath(shared_.Root().c_str()); }
+
+    // Puts a local description into the shared data folder.
+    void Install(const std::string& file, const std::string& version, const std::string& remote = "r.xml") {
+        shared_.Write(file, "<l><Product CurrentVersion='" + version + "' RemoteVersionFile='" + remote +
+                                "' RemoteVersionFileURL='http://h/'/></l>");
+    }
+    // The product that an element of the product list makes; empty when it makes none.
+    Product Make(const std::string& element) {
+        TiXmlDocument document;
+        document.Parse(element.c_str());
+        return CreateProduct(document.RootElement(), environment_);
+    }
+    bool Check(const Product& product) {
+        product->SetDownloader(downloader_);
+        return product->CheckForUpdates();
+    }
+
+    TemporaryTree shared_;
+    boost::shared_ptr<FakeEnvironment> environment_ = boost::make_shared<FakeEnvironment>();
+    boost::shared_ptr<FakeDownloader> downloader_ = boost::make_shared<FakeDownloader>();
+};
