@@ -1,0 +1,71 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: VARDO Technologies
+# SPDX-License-Identifier: LicenseRef-VARDO
+#
+# lint.sh [--quick]
+#
+# Every check of the code that needs no run of it. Says what is wrong, and how to put it right; ends with 1 if anything is.
+# With --quick it leaves out clang-tidy and the compilation of each header alone, which take minutes.
+source "$(dirname "$0")/lib.sh"
+
+FAILED=()
+
+# check NAME REMEDY COMMAND...: runs the command; when it fails, the remedy is printed here and the name at the end.
+check() {
+    local name=$1 remedy=$2
+    shift 2
+    say "$name"
+    "$@" && return
+    FAILED+=("$name")
+    printf '*** %s failed. %s\n' "$name" "$remedy" >&2
+}
+
+# ours PATTERN...: the project's own files, those not yet committed included.
+ours() {
+    local file
+    git ls-files -co --exclude-standard -z -- "$@" | while IFS= read -r -d '' file; do
+        [[ ! -e $file ]] || printf '%s\0' "$file"
+    done
+}
+
+layout() { ours '*.cpp' '*.h' | xargs -0 clang-format --dry-run -Werror; }
+
+white_space() {
+    local found
+    found=$(ours '*.cpp' '*.h' '*.ui' '*.sh' '*.cmake' '*.txt' '*.md' '*.xml' '*.in' '*.conf' '*.json' |
+        xargs -0 grep -nP '[ \t]+$|\t' /dev/null) || true
+    [[ -z $found ]] || { printf '%s\n' "$found" && return 1; }
+}
+
+owners() {
+    local file bad=0
+    while IFS= read -r -d '' file; do
+        if ! head -n 4 "$file" | grep -q 'SPDX-FileCopyrightText:' ||
+            ! head -n 4 "$file" | grep -q 'SPDX-License-Identifier:'; then
+            echo "$file: no SPDX lines at its head"
+            bad=1
+        fi
+    done < <(ours '*.cpp' '*.h' '*.sh' '*.cmake' '*CMakeLists.txt')
+    return "$bad"
+}
+
+shell_scripts() { ours '*.sh' .ci/run samples/installation/gallery/content-tool | xargs -0 shellcheck -x -P scripts; }
+
+tidy() { ours '*.cpp' | xargs -0 -n 1 -P "$(nproc)" clang-tidy -p build/debug --quiet 2>/dev/null; }
+
+headers_alone() { cmake --build --preset debug --target check-headers; }
+
+QUICK=""
+[[ ${1:-} != --quick ]] || QUICK=yes
+ensure_packages build lint
+check "Layout" "Run: git ls-files '*.cpp' '*.h' | xargs clang-format -i" layout
+check "White space" "Remove the blanks at the ends of these lines, and write blanks for tabs." white_space
+check "SPDX lines" "Begin the file with the two lines that every other file begins with." owners
+check "Shell scripts" "See what shellcheck says above." shell_scripts
+if [[ -z $QUICK ]]; then
+    build debug
+    check "Headers alone" "A header includes all that it needs itself." headers_alone
+    check "clang-tidy" "Mend it, or suppress it in the line with NOLINT(check) and a reason." tidy
+fi
+[[ ${#FAILED[@]} == 0 ]] || fail "failed: $(printf '%s, ' "${FAILED[@]}" | sed 's/, $//')"
+say "Nothing to complain about"
