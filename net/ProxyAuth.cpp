@@ -11,6 +11,7 @@ namespace {
 
 void DrawAsBackground(QLineEdit* edit) {
     edit->setReadOnly(true);
+    edit->setCursorPosition(0);
     QPalette palette = edit->palette();
     for (const auto group : {QPalette::Active, QPalette::Inactive})
         palette.setBrush(group, QPalette::Base, QBrush(palette.color(group, QPalette::Window)));

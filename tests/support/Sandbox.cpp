@@ -71,6 +71,8 @@ void MountPrivateTmp() {
 void EnterSandbox() {
     EnterNamespaces();
     MountPrivateTmp();
+    if (mount("vardo-tests", "/dev/shm", "tmpfs", 0, "mode=1777") != 0)
+        Fail("mount /dev/shm");
     std::filesystem::create_directories("/tmp/home/.config");
     std::filesystem::create_directories("/tmp/etc/xdg");
     setenv("HOME", "/tmp/home", 1);

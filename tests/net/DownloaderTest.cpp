@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The fetch service: where files land, whose proxy it uses, and what it answers.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <boost/make_shared.hpp>
+#include <filesystem>
+
+#include "net/Downloader.h"
+#include "net/ProxyHandlerBase.h"
+#include "platform/CVardoDirectoryPath.h"
+#include "support/LoopbackServer.h"
+#include "support/TemporaryTree.h"
+#include "support/TextPrinting.h"
+
+namespace {
+
+class ADownloader : public testing::Test {
+protected:
+    ADownloader() {
+        server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Body("fetched"));
+        Clear();
+    }
+    ~ADownloader() override { Clear(); }
+
+    static std::string Folder() {
+        return CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString().toStdString();
+    }
+
+    static void Clear() {
+        for (const auto& entry : std::filesystem::directory_iterator(Folder()))
+            std::filesystem::remove_all(entry);
+    }
+
+    // The path of the fetched file within the temporary directory; empty when the fetch failed.
+    std::string Fetch(const QString& address) {
+        const std::string path = downloader_.Download(CAtlString(address)).ToQString().toStdString();
+        if (path.empty())
+            return path;
+        EXPECT_TRUE(path.starts_with(Folder() + "/")) << path;
+        EXPECT_EQ(ReadWholeFile(path), "fetched");
+        return path.substr(Folder().size() + 1);
+    }
+
+    LoopbackServer server_;
+    Downloader downloader_;
+};
+
+}  // namespace
+
+TEST_F(ADownloader, NamesFilesAfterTheExtensionOfTheAddress) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"/a/products.xml", "NBKTemp.xml"}, {"/setup.tar.gz", "NBKTemp.gz"},   {"/no-dot-here", "NBKTemp"},
+        {"/dir.d/file", "NBKTemp"},         {"/dir/file.xml/", "NBKTemp.xml"}, {"/a.", "NBKTemp."},
+    };
+    for (const auto& [path, name] : rows) {
+        Clear();
+        EXPECT_EQ(Fetch(server_.Address(path)), name) << path;
+    }
+}
+
+TEST_F(ADownloader, NeverTouchesAnEarlierFile) {
+    EXPECT_EQ(Fetch(server_.Address("/a.xml")), "NBKTemp.xml");
+    EXPECT_THAT(Fetch(server_.Address("/a.xml")), testing::MatchesRegex("NBKTemp\\([0-9]+\\)\\.xml"));
+}
+
+TEST_F(ADownloader, AnswersNothingForAnyFailure) {
+    server_.Serve("/missing.xml", LoopbackAnswer::Status(404));
+    server_.Serve("/empty.xml", LoopbackAnswer::Body(""));
+    EXPECT_EQ(Fetch(server_.Address("/missing.xml")), "");
+    EXPECT_EQ(Fetch(server_.Address("/empty.xml")), "");
+    for (const char* address : {"", "not an address", "https://127.0.0.1/a.xml", "http://", "http:///a.xml"})
+        EXPECT_EQ(Fetch(address), "") << address;
+}
+
+TEST_F(ADownloader, UsesTheProxyThatItsHandlerHasNow) {
+    const auto handler = boost::make_shared<ProxyHandlerBase>();
+    downloader_.SetProxyHandler(handler);
+    handler->SetProxyHost(L"proxy.invalid");
+    EXPECT_EQ(Fetch(server_.Address("/a.xml")), "");
+    handler->SetProxyHost(CAtlString());
+    EXPECT_NE(Fetch(server_.Address("/a.xml")), "");
+    EXPECT_EQ(server_.RequestCount(), 1U);
+}
+
+TEST_F(ADownloader, LetsGoOfAnEarlierHandler) {
+    const auto handler = boost::make_shared<ProxyHandlerBase>();
+    handler->SetCredentials(L"user", L"word");
+    CAtlString user;
+    CAtlString password;
+    downloader_.SetProxyHandler(handler);
+    EXPECT_TRUE(downloader_.ProxyAuthRequired(L"proxy", 8080, user, password));
+    EXPECT_EQ(user, CAtlString(L"user"));
+    downloader_.ProxyAuthCanceled();
+    EXPECT_FALSE(handler->OnProxyAuthRequired(L"proxy", 8080, user, password));
+
+    downloader_.SetProxyHandler({});
+    EXPECT_FALSE(downloader_.ProxyAuthRequired(L"proxy", 8080, user, password));
+    EXPECT_EQ(handler.use_count(), 1);
+}
