@@ -19,6 +19,11 @@ int MaxDecodedLength(const char* bytes, int length) {
     }));
 }
 
+// Below the surrogates, where UTF-16 has the same number for the character.
+bool IsOneUtf16Unit(wchar_t ch) {
+    return ch >= 0 && ch < 0xD800;
+}
+
 int LengthOfBytes(const char* bytes) {
     return bytes ? static_cast<int>(std::strlen(bytes)) : 0;
 }
@@ -103,7 +108,15 @@ CAtlString& CAtlString::operator=(char ch) {
 }
 
 QString CAtlString::ToQString() const {
-    return QString::fromWCharArray(GetString());
+    const auto length = static_cast<qsizetype>(std::wcslen(GetString()));
+    const bool simple = std::all_of(GetString(), GetString() + length, IsOneUtf16Unit);
+    // QString's own conversion makes a converter object and takes some 8 ns per character.
+    if (!simple)
+        return QString::fromWCharArray(GetString(), length);
+    QString text(length, Qt::Uninitialized);
+    std::transform(GetString(), GetString() + length, text.data(),
+                   [](wchar_t ch) { return QChar(static_cast<char16_t>(ch)); });
+    return text;
 }
 
 CAtlString& CAtlString::operator+=(const CAtlString& text) {

@@ -10,6 +10,7 @@
 #include <cctype>
 #include <compare>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <cwchar>
 #include <cwctype>
@@ -356,20 +357,29 @@ private:
     TextHeader* Header() const { return HeaderOf(data_); }
 
     // A fresh array with one reference, length 0 and room for exactly capacity characters.
-    static Char* Allocate(int capacity) {
-        void* memory = ::operator new(sizeof(TextHeader) + (Size(capacity) + 1) * sizeof(Char));
-        auto* header = new (memory) TextHeader{1, 0, capacity};
+    static Char* Allocate(int capacity) { return Place(std::malloc(Bytes(capacity)), 0, capacity); }
+    static std::size_t Bytes(int capacity) {
+        return sizeof(TextHeader) + (Size(capacity) + 1) * sizeof(Char);
+    }
+    // Writes the header of an array with one reference into memory from malloc, and returns the characters.
+    static Char* Place(void* memory, int length, int capacity) {
+        if (!memory)
+            throw std::bad_alloc();
+        auto* header = new (memory) TextHeader{1, length, capacity};
         return reinterpret_cast<Char*>(reinterpret_cast<char*>(header) + sizeof(TextHeader));
     }
 
     static Char* Share(const CSharedText& other) {
-        TextHeader* header = other.Header();
-        if (other.data_ == EmptyData())
-            return other.data_;
-        if (header->references.load(std::memory_order_relaxed) < 0)
-            return DeepCopy(other.data_, header->length, header->length);
-        header->references.fetch_add(1, std::memory_order_relaxed);
-        return other.data_;
+        Char* const data = other.data_;
+        if (data == EmptyData())
+            return data;
+        // Counted first and looked at afterwards, and compared with 0: one locked instruction, no load before
+        // it. A locked array has one owner, so nobody sees its count change and change back.
+        TextHeader* header = HeaderOf(data);
+        if (++header->references > 0)
+            return data;
+        --header->references;
+        return DeepCopy(data, header->length, header->length);
     }
     static Char* DeepCopy(const Char* data, int length, int capacity) {
         Char* fresh = Allocate(capacity);
@@ -382,8 +392,8 @@ private:
         if (data_ == EmptyData())
             return;
         // The last owner must see all that the others wrote before they let go.
-        if (Header()->references.fetch_sub(1, std::memory_order_acq_rel) <= 1)
-            ::operator delete(Header());
+        if (--Header()->references <= 0)
+            std::free(Header());
     }
     void Adopt(Char* fresh) noexcept {
         Release();
