@@ -70,10 +70,12 @@ start_display() {
     wait_until 30 test -s "$number" || fail "no display in memory: $(<"$RUN/display.log")"
     DISPLAY=:$(<"$number")
     export DISPLAY
+    unset WAYLAND_DISPLAY
     xauth -q add "$DISPLAY" . "$key"
 }
 
-window() { xdotool search --onlyvisible --name '^VARDO Product Update' 2>/dev/null | tail -n 1; }
+# The newest window of the program; its title depends on the language.
+window() { xdotool search --onlyvisible --pid "$PROGRAM_GROUP" 2>/dev/null | tail -n 1; }
 
 program_ended() { ! alive "$PROGRAM_GROUP"; }
 

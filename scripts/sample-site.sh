@@ -58,7 +58,7 @@ PROGRAM=$(cd "$OLDPWD" && realpath -m "$1")
 STATE=$(cd "$OLDPWD" && realpath -m "$2")
 NGINX=$(PATH=$PATH:/usr/sbin command -v nginx) || fail "nginx is missing: apt-get install nginx"
 mkdir -p "$STATE/scratch"
-rm -rf "$STATE/site" "$STATE/machine"
+rm -rf "$STATE/site" "$STATE/machine" "$STATE/access.log" "$STATE/error.log"
 end_with_script
 for _ in 1 2 3 4 5; do
     if serve; then

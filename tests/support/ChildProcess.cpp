@@ -38,8 +38,12 @@ bool WaitUntil(const std::function<bool()>& condition, std::chrono::seconds limi
 ChildProcess::ChildProcess(const std::string& program, const std::vector<std::string>& arguments,
                            const Environment& environment) {
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-    for (const auto& [name, value] : environment)
-        variables.insert(QString::fromStdString(name), QString::fromStdString(value));
+    for (const auto& [name, value] : environment) {
+        if (value.empty())
+            variables.remove(QString::fromStdString(name));
+        else
+            variables.insert(QString::fromStdString(name), QString::fromStdString(value));
+    }
     process_.setProcessEnvironment(variables);
     process_.setStandardInputFile(QProcess::nullDevice());
     process_.setStandardOutputFile(QString::fromStdString(files_.Path("output")));

@@ -17,11 +17,11 @@
 // Polls the condition every few milliseconds until it holds; false when it does not within the limit.
 bool WaitUntil(const std::function<bool()>& condition, std::chrono::seconds limit = std::chrono::seconds(30));
 
-// Runs a program in a process group of its own. The destructor ends the whole group, first politely; it also ends when
-// the test program dies. Use it from the thread that made it.
+// Runs a program in a process group of its own. The destructor ends the whole group, first politely; it also
+// ends when the test program dies. Use it from the thread that made it.
 class ChildProcess {
 public:
-    // Added to the environment of the test program; a value may be empty.
+    // Added to the environment of the test program; an empty value removes the variable.
     using Environment = std::map<std::string, std::string>;
 
     // Starts the program (a path, or a name on the PATH); throws std::runtime_error when that fails.
