@@ -3,13 +3,17 @@
 
 #include "app/CWorkFlow.h"
 
+#include "app/CSelfUpdate.h"
 #include "ui/MainWindow.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 #include <boost/make_shared.hpp>
 #include <iostream>
 
 namespace {
+
+constexpr char SELF_DESCRIPTION[] = "VardoProductUpdate.xml";
 
 int JulianDay(const IEnvironment& environment) {
     return static_cast<int>(environment.Today().toJulianDay());
@@ -42,7 +46,20 @@ bool CWorkFlow::IsCheckDue() const {
 }
 
 bool CWorkFlow::SelfUpdate() {
-    return false;
+    CSelfUpdate update(SELF_DESCRIPTION, *environment_);
+    update.SetDownloader(downloader_);
+    const bool offered =
+        update.LoadLocal() && !update.IsNoUpdates() && update.LoadRemote() && update.IsUpdateAvailable();
+    if (!offered || !environment_->ConfirmSelfUpdate())
+        return false;
+    if (!update.DownloadInstaller()) {
+        environment_->WarnSelfUpdateFailed();
+        return false;
+    }
+    environment_->StartDetached(update.GetInstallerPath().ToQString(),
+                                {update.GetUpdateArgument().ToQString()});
+    QCoreApplication::exit(0);
+    return true;
 }
 
 int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {

@@ -125,6 +125,10 @@ bool MakeWritable(const CAtlString& path) {
     return chmod(name.c_str(), status.st_mode | S_IWUSR | S_IWGRP) == 0;
 }
 
+bool MakeOwnersProgram(const CAtlString& path) {
+    return chmod(SystemPath(path).c_str(), S_IRWXU) == 0;
+}
+
 bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists) {
     if (source == destination)
         return false;

@@ -28,6 +28,8 @@ bool RemoveDirectory(const CAtlString& path);
 // Lets the owner and the group write a file that nobody may write; true unless stat or chmod fails. Symbolic
 // links are left alone: what they point to is not ours to open up.
 bool MakeWritable(const CAtlString& path);
+// Lets the owner read, write and execute a file, and nobody else touch it; false when chmod(2) fails.
+bool MakeOwnersProgram(const CAtlString& path);
 // Copies contents and, to a new file, permission bits. False when both are the same file, when the source is
 // no regular file, when the destination exists and failIfExists is set, or when not every byte was copied.
 bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists);

@@ -6,15 +6,13 @@
 
 #include "app/settings/CRecordKeeper.h"
 #include "net/ProxyHandlerBase.h"
-#include "net/Qtfier.h"
 #include "platform/IEnvironment.h"
 #include "products/CProductListController.h"
+#include "ui/CProductTable.h"
 
 #include <QDialog>
 #include <QTimer>
-#include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
-#include <vector>
 
 #include "ui_MainWindow.h"
 
@@ -55,30 +53,21 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    using RowAction = boost::function<bool()>;
     using Product = boost::shared_ptr<IProduct>;
 
     void OnCheckingProduct(const Product& product);
     void OnProductChecked(const Product& product);
-    void OnRowButton(int row, const RowAction& action);
-
-    void ResetTable();
-    int AddRow(bool withButton, const RowAction& action);
-    void AddButton(int row, const RowAction& action);
+    // Builds the form, and gives its table.
+    QTableWidget& SetUpForm();
+    void ShowDate(const QString& date);
     int AddProductRow(const Product& product, unsigned item);
-    int AddItemRow(const Product& product, unsigned item);
-    void FillInstalled(const Product& product, unsigned item);
+    void AddButtonIfWanted(const Product& product, unsigned item, int row);
     void ShowCheckedItem(const Product& product, unsigned item);
-    void ShowLatest(const Product& product, unsigned item, int row);
-    void Highlight(int row);
-    bool HasRow(const Product& product, unsigned item) const;
-    QPushButton* RowButton(int row) const;
 
-    std::vector<boost::shared_ptr<Qtfier>> rowActions_;
+    CProductTable table_;
     boost::shared_ptr<CProductListController> controller_;
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     boost::shared_ptr<CRecordKeeper> record_;
-    QBrush highlight_;
     QTimer busyTimer_;
     Product current_;
     boost::shared_ptr<IEnvironment> environment_;

@@ -11,12 +11,19 @@ QString Title() {
     return QObject::tr("VARDO Product Update");
 }
 
+// As plain text: an address comes from outside and is no markup.
+void Warn(const QString& text) {
+    QMessageBox box(QMessageBox::Warning, Title(), text, QMessageBox::Ok);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
 }  // namespace
 
 void WarnNoBrowser(const CAtlString& address) {
     const QString text =
         QObject::tr("Could not open a Web browser. Please open a Web browser manually and go to: \n");
-    QMessageBox::warning(nullptr, Title(), text + address.ToQString(), QMessageBox::Ok);
+    Warn(text + address.ToQString());
 }
 
 bool AskForSelfUpdate() {
@@ -27,6 +34,5 @@ bool AskForSelfUpdate() {
 }
 
 void WarnSelfUpdateNotDownloaded() {
-    const QString text = QObject::tr("Could not download the new version of VARDO Product Update.");
-    QMessageBox::warning(nullptr, Title(), text, QMessageBox::Ok);
+    Warn(QObject::tr("Could not download the new version of VARDO Product Update."));
 }

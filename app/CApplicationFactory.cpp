@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "app/CApplicationFactory.h"
+
+#include "i18n/Language.h"
+
+#include <QDir>
+#include <boost/bind.hpp>
+
+namespace {
+
+// The executable's path without links (empty when there is no such file), then the arguments.
+CAtlString JoinCommandLine(int argc, char** argv) {
+    CAtlString line;
+    if (argc > 0)
+        line = CAtlString(QDir(CAtlString(argv[0]).ToQString()).canonicalPath());
+    for (int i = 1; i < argc; ++i)
+        line += CAtlString(" ") + CAtlString(argv[i]);
+    return line;
+}
+
+}  // namespace
+
+CApplicationFactory::CApplicationFactory(const boost::shared_ptr<IEnvironment>& environment,
+                                         const boost::shared_ptr<IDownloader>& downloader)
+    : workFlow_(environment, downloader) {
+    RegisterParameters();
+}
+
+void CApplicationFactory::RegisterParameters() {
+    const CActionParameter::Action checkInteractive =
+        boost::bind(&CWorkFlow::CheckInteractive, &workFlow_, boost::cref(context_));
+    action_ = checkInteractive;
+    parser_.AddValueParameter("proxy", &proxyParameter_);
+    parser_.AddValueParameter("username", &userNameParameter_);
+    parser_.AddValueParameter("password", &passwordParameter_);
+    parser_.AddValueParameter("locale", &localeParameter_);
+    parser_.AddFlagParameter("verbose", &verboseParameter_);
+    parser_.AddFlagParameter("overrideproxy", &overrideProxyParameter_);
+    silentParameter_.SetAction(boost::bind(&CWorkFlow::CheckSilently, &workFlow_, boost::cref(context_)),
+                               true);
+    parser_.AddFlagParameter("silent", &silentParameter_);
+    errorParameter_.SetAction(boost::bind(&CWorkFlow::ReportParameterError, workFlow_, boost::cref(context_)),
+                              false);
+    parser_.SetErrorParameter(&errorParameter_);
+    defaultParameter_.SetAction(checkInteractive, true);
+    parser_.SetDefaultParameter(&defaultParameter_);
+}
+
+bool CApplicationFactory::Parse(int argc, char** argv) {
+    context_.commandLine = JoinCommandLine(argc, argv);
+    return parser_.Parse(argc, argv);
+}
+
+CAtlString CApplicationFactory::GetLocale() const {
+    return locale_.IsEmpty() ? CAtlString(::GetLocale(true)) : locale_;
+}
+
+int CApplicationFactory::Run() {
+    return action_(context_);
+}

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Puts the program together: its command line, its actions and the workflow that carries them out.
+#pragma once
+
+#include "app/CCmdLineParser.h"
+#include "app/CErrorParameter.h"
+#include "app/CFlagParameter.h"
+#include "app/CStringParameter.h"
+#include "app/CWorkFlow.h"
+
+// One per process, made before the application object and destroyed after it. Not to be copied: its parts
+// point to one another.
+class CApplicationFactory {
+public:
+    CApplicationFactory(const boost::shared_ptr<IEnvironment>& environment,
+                        const boost::shared_ptr<IDownloader>& downloader);
+    virtual ~CApplicationFactory() = default;
+    CApplicationFactory(const CApplicationFactory&) = delete;
+    CApplicationFactory& operator=(const CApplicationFactory&) = delete;
+
+    // Reads the command line, and by that chooses the action; false when it was faulty, or a part of it was
+    // refused.
+    bool Parse(int argc, char** argv);
+    // Whether the chosen action needs a GUI.
+    bool IsGuiEnabled() const { return gui_; }
+    // The language that the command line wants, else the current one.
+    CAtlString GetLocale() const;
+    // Runs the chosen action, the interactive check unless something else was chosen, and gives its result.
+    int Run();
+
+private:
+    void RegisterParameters();
+
+    bool gui_ = true;
+    bool actionSelected_ = false;
+    bool errorSelected_ = false;
+    CCmdLineContext context_;
+    CWorkFlow workFlow_;
+    CAtlString locale_;
+    CStringParameter localeParameter_{locale_};
+    CStringParameter proxyParameter_{context_.proxy};
+    CStringParameter userNameParameter_{context_.userName};
+    CStringParameter passwordParameter_{context_.password};
+    CActionParameter silentParameter_{action_, actionSelected_, gui_};
+    CActionParameter defaultParameter_{action_, actionSelected_, gui_};
+    CErrorParameter errorParameter_{action_, errorSelected_, gui_, context_.errors};
+    CFlagParameter verboseParameter_{context_.verbose};
+    CFlagParameter overrideProxyParameter_{context_.overrideProxy};
+    CCmdLineParser parser_;
+    CActionParameter::Action action_;
+};

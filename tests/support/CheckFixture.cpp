@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "support/CheckFixture.h"
+
+#include "app/settings/DefaultSettings.h"
+#include "platform/SettingsStore.h"
+
+#include <sstream>
+
+CheckFixture::CheckFixture() {
+    const std::string share = tree_.MakeDirectory("share");
+    environment_->sharedDataFolder = CVardoDirectoryPath(CAtlString(share.c_str()));
+    StoreSettings(1, 30, 0);
+}
+
+void CheckFixture::AddProduct(const std::string& key, const std::vector<std::string>& installed,
+                              const std::string& offered, const std::string& name) {
+    elements_ += "<Product Name=\"" + (name.empty() ? key : name) + "\" BaseXml=\"" + key +
+                 "\" DefaultUrl=\"http://page/" + key + "\"/>";
+    for (std::size_t i = 0; i < installed.size(); ++i)
+        tree_.Write("share/" + key + (i == 0 ? "" : std::to_string(i)) + ".xml",
+                    "<U><Product CurrentVersion=\"" + installed[i] + "\" RemoteVersionFile=\"" + key +
+                        ".xml\" RemoteVersionFileURL=\"http://site\"/></U>");
+    if (!offered.empty())
+        downloader_->Serve("http://site/" + key + ".xml",
+                           "<U Location=\"Server\"><Product UpdateVersion=\"" + offered + "\"/></U>");
+}
+
+void CheckFixture::Install() {
+    const std::string list =
+        "<Products Version=\"1.0.0.0\" Url=\"http://site/products.xml\">" + elements_ + "</Products>";
+    tree_.Write("share/products.xml", list);
+    downloader_->Serve("http://site/products.xml", list);
+}
+
+void CheckFixture::StoreSettings(int checkUpdates, int interval, int lastChecked) {
+    const auto write = [](const CAtlString& name, int value) {
+        WriteRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, name, value);
+    };
+    write(DefaultSettings::CHECK_UPDATES, checkUpdates);
+    write(DefaultSettings::INTERVAL, interval);
+    write(DefaultSettings::LAST_CHECKED, lastChecked);
+}
+
+// The lines of the section, without its head.
+std::string CheckFixture::StoredSettings() {
+    std::istringstream file(ReadWholeFile("/tmp/home/.config/VARDO Technologies.conf"));
+    std::string found;
+    bool inside = false;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("["))
+            inside = line == "[Software]";
+        else if (inside)
+            found += line.substr(line.rfind('\\') + 1) + " ";
+    }
+    return found;
+}

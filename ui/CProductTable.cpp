@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "ui/CProductTable.h"
+
+#include "ui/CElidedNameDelegate.h"
+#include "ui/RowWidgets.h"
+
+#include <QHeaderView>
+
+namespace {
+
+enum Column { NAME, INSTALLED, LATEST, ACTION, COLUMNS };
+
+// The header of the column of buttons shows nothing and reserves their width, in blanks.
+constexpr int ACTION_COLUMN_BLANKS = 29;
+
+void Run(const CProductTable::Action& action) {
+    if (action)
+        action();
+}
+
+}  // namespace
+
+CProductTable::CProductTable(QTableWidget& table)
+    : table_(table), highlight_(MakeHighlightBrush(table.palette().color(QPalette::Base))) {
+    table_.setItemDelegateForColumn(NAME, new CElidedNameDelegate(&table_));
+    Reset();
+}
+
+void CProductTable::Reset() {
+    table_.setRowCount(0);
+    table_.clear();
+    rowActions_.clear();
+    table_.setColumnCount(COLUMNS);
+    table_.setHorizontalHeaderLabels(
+        {tr("Product"), tr("Installed version"), tr("Latest version"), QString(ACTION_COLUMN_BLANKS, u' ')});
+    QHeaderView* header = table_.horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(NAME, QHeaderView::Stretch);
+    header->setSectionsClickable(false);
+    header->setSectionsMovable(false);
+    table_.verticalHeader()->hide();
+}
+
+int CProductTable::AddRow(const QString& name, const QString& installed) {
+    const int row = table_.rowCount();
+    table_.insertRow(row);
+    table_.setItem(row, NAME, MakeCell());
+    table_.setItem(row, INSTALLED, MakeCentredCell());
+    table_.setItem(row, LATEST, MakeCentredCell());
+    table_.item(row, NAME)->setText(name);
+    table_.item(row, INSTALLED)->setText(installed);
+    return row;
+}
+
+void CProductTable::AddButton(int row, const Action& action) {
+    QPushButton* button = MakeRowButton(tr("Current"));
+    button->setAccessibleDescription(table_.item(row, NAME)->text());
+    // Deleted later, because the rows may be rebuilt while this very action runs.
+    const boost::shared_ptr<Qtfier> click(new Qtfier([action] { Run(action); }),
+                                          [](Qtfier* retired) { retired->deleteLater(); });
+    QObject::connect(button, &QPushButton::clicked, click.get(), &Qtfier::Slot);
+    rowActions_.push_back(click);
+    table_.setCellWidget(row, ACTION, button);
+    QWidget::setTabOrder(FocusBefore(row), button);
+}
+
+void CProductTable::SetButton(int row, const QString& caption, bool enabled) {
+    QPushButton* button = Button(row);
+    if (!button)
+        return;
+    button->setText(caption);
+    button->setEnabled(enabled);
+}
+
+void CProductTable::ShowBusy(int row) {
+    table_.setCellWidget(row, LATEST, MakeBusyIndicator(table_.palette().brush(QPalette::Base)));
+}
+
+void CProductTable::ShowLatest(int row, const QString& text) {
+    if (QWidget* busy = table_.cellWidget(row, LATEST)) {
+        busy->hide();
+        table_.removeCellWidget(row, LATEST);
+    }
+    table_.item(row, LATEST)->setText(text);
+}
+
+void CProductTable::Highlight(int row) {
+    QTableWidgetItem* cell = table_.item(row, NAME);
+    cell->setBackground(highlight_);
+    table_.scrollToItem(cell);
+}
+
+QPushButton* CProductTable::Button(int row) const {
+    return qobject_cast<QPushButton*>(table_.cellWidget(row, ACTION));
+}
+
+// Buttons come after the table in the tab order, and in the order of their rows.
+QWidget* CProductTable::FocusBefore(int row) const {
+    while (--row >= 0)
+        if (QPushButton* button = Button(row))
+            return button;
+    return &table_;
+}

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The main window's table: one row per item, with its versions and its button.
+#pragma once
+
+#include "net/Qtfier.h"
+
+#include <QBrush>
+#include <QCoreApplication>
+#include <QPushButton>
+#include <QTableWidget>
+#include <boost/function.hpp>
+#include <boost/shared_ptr.hpp>
+#include <vector>
+
+// Arranges a table that belongs to someone else and outlives it. Knows rows and texts, and nothing of
+// products. GUI thread only. Every operation on a row needs HasRow. Rows may be rebuilt, and the check may
+// end, while a button's action runs.
+class CProductTable {
+    Q_DECLARE_TR_FUNCTIONS(MainWindow)
+
+public:
+    // What a row's button does; its result is of no interest here.
+    using Action = boost::function<bool()>;
+
+    explicit CProductTable(QTableWidget& table);
+
+    // Removes all rows and sets the columns up.
+    void Reset();
+    // Appends a row and returns its index.
+    int AddRow(const QString& name, const QString& installed);
+    bool HasRow(int row) const { return row >= 0 && row < table_.rowCount(); }
+    // A disabled button, captioned "Current".
+    void AddButton(int row, const Action& action);
+    bool HasButton(int row) const { return Button(row) != nullptr; }
+    // Does nothing in a row without a button.
+    void SetButton(int row, const QString& caption, bool enabled);
+    // A busy bar in place of the latest version, until that is shown.
+    void ShowBusy(int row);
+    void ShowLatest(int row, const QString& text);
+    // Tints the row's name and scrolls to it.
+    void Highlight(int row);
+
+private:
+    QPushButton* Button(int row) const;
+    QWidget* FocusBefore(int row) const;
+
+    QTableWidget& table_;
+    std::vector<boost::shared_ptr<Qtfier>> rowActions_;
+    QBrush highlight_;
+};
