@@ -39,13 +39,13 @@ CAtlString CutAtDot(CAtlString& rest) {
     const int dot = rest.Find(L'.');
     if (dot < 0)
         return CAtlString();
-    const CAtlString component = rest.Left(dot);
+    CAtlString component = rest.Left(dot);
     rest = rest.Mid(dot + 1);
     return component;
 }
 
 CAtlString CutRight(CAtlString& rest, int count) {
-    const CAtlString piece = rest.Right(count);
+    CAtlString piece = rest.Right(count);
     rest = rest.Left(rest.GetLength() - count);
     return piece;
 }

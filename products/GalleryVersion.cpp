@@ -39,7 +39,7 @@ bool GalleryVersion::FindInstalled() {
     categories_.clear();
     CGalleryExtensionInfo record;
     if (guid_.IsEmpty() || !record.Load(CGalleryExtensionInfo::TeamContentExtensionType, guid_) ||
-        record.GetAppPath().IsEmpty())
+        record.GetAppPath().IsEmpty() || record.GetImsManifestXml().IsEmpty())
         return false;
     toolPath_ = CVardoFilePath(record.GetAppPath());
     toolArguments_ = record.GetArgs();

@@ -44,8 +44,6 @@ void StoreProductList(const CVardoFilePath& list, const IEnvironment& environmen
         return;
     }
     const CVardoFilePath users = UserProductList();
-    if (users.IsEmpty())
-        return;
     CVardoDirectoryPath(users).Create();
     list.CopyTo(users, false);
 }

@@ -171,6 +171,7 @@ TEST_F(Notifications, SpeakTheUsersLanguage) {
         {"with its region", "de_AT", en + de + austrian, "servus"},
         {"without its region", "de_AT", en + de, "grüß"},
         {"without its region, written with a dash", "de-CH", en + de, "grüß"},
+        {"an ID with its region", "0C07", en + de + austrian, "servus"},
         {"an ID without its region", "0C07", en + de, "grüß"},
         {"English for want of both", "de_AT", en, "hello"},
         {"no other region's", "de", en + austrian, "hello"},

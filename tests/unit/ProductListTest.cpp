@@ -243,6 +243,21 @@ TEST_F(ProductList, EveryProductIsFoundAndCheckedInOrder) {
     EXPECT_EQ(downloader_->addresses.size(), 6U);
 }
 
+TEST_F(ProductList, ADismissedNotificationIsNoNews) {
+    tree_.Write(INSTALLED, List("1.0.0.0", "<Notification Name='dismissed in a list' BaseXML='N'/>"));
+    tree_.Write("share/N.xml", "<Notification URL='http://h' File='n'/>");
+    Install("SoftwareUpdateVBS", false);
+    downloader_->Serve("http://h/n",
+                       "<Notification WebPage='p' StartDate='20000101' StopDate='20991231'>"
+                       "<Text><en value='x'/></Text></Notification>");
+    controller_.LoadProductList();
+    controller_.FindInstalled();
+    EXPECT_TRUE(controller_.CheckForUpdates());
+    EXPECT_TRUE(controller_.IsAnyUpdateAvailable());
+    controller_.GetProducts()[0]->RunAction(0);
+    EXPECT_FALSE(controller_.IsAnyUpdateAvailable());
+}
+
 TEST_F(ProductList, MayBeReplacedWhileItIsChecked) {
     tree_.Write(INSTALLED, List("1.0.0.0", Element("a") + Element("b")));
     Install("a", true);
