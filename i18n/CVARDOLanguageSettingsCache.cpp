@@ -47,7 +47,7 @@ QString SystemLanguage() {
 }  // namespace
 
 CAtlString CVARDOLanguageSettingsCache::GetLanguage() const {
-    const CAtlString chosen = LanguageSetupsChoice();
+    CAtlString chosen = LanguageSetupsChoice();
     if (!chosen.IsEmpty())
         return chosen;
     const QString kde = KdeLanguages();

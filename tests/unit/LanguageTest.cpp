@@ -173,29 +173,29 @@ TEST_F(Language, EveryWayToNameALanguage) {
     const struct {
         const char* language;
         int id;
-        const char* code;
         Qt::LayoutDirection direction;
+        const char* code;
         const char* close;
     } cases[] = {
-        {"de", 0x407, "de", Qt::LeftToRight, "Schließen"},
-        {"DE", 0x407, "de", Qt::LeftToRight, "Schließen"},
-        {"0407", 0x407, "de", Qt::LeftToRight, "Schließen"},
-        {"407", 0x407, "de", Qt::LeftToRight, "Schließen"},
-        {"de_AT", 0x407, "de_AT", Qt::LeftToRight, "Schließen"},
-        {"de-AT", 0x407, "de-AT", Qt::LeftToRight, "Schließen"},
-        {"ar", 0x401, "ar", Qt::RightToLeft, "إغلاق"},
-        {"0401", 0x401, "ar", Qt::RightToLeft, "إغلاق"},
-        {"ar_EG", 0x401, "ar_EG", Qt::RightToLeft, "إغلاق"},
-        {"HE", 0x40D, "he", Qt::RightToLeft, "סגירה"},
-        {"pt_BR", 0x416, "pt_BR", Qt::LeftToRight, "Fechar"},
-        {"zh_CN", 0x804, "zh_CN", Qt::LeftToRight, "关闭"},
-        {"en_GB", 0x809, "en_GB", Qt::LeftToRight, "Close"},
-        {"0409", 0x409, "en_US", Qt::LeftToRight, "Close"},
-        {"pt_PT", 0, "pt_PT", Qt::LeftToRight, "Close"},
-        {"da", 0xDA, "da", Qt::LeftToRight, "Close"},
-        {"../../etc", 0, "../../etc", Qt::LeftToRight, "Close"},
-        {"../de", 0, "../de", Qt::LeftToRight, "Close"},
-        {"_", 0, "_", Qt::LeftToRight, "Close"},
+        {"de", 0x407, Qt::LeftToRight, "de", "Schließen"},
+        {"DE", 0x407, Qt::LeftToRight, "de", "Schließen"},
+        {"0407", 0x407, Qt::LeftToRight, "de", "Schließen"},
+        {"407", 0x407, Qt::LeftToRight, "de", "Schließen"},
+        {"de_AT", 0x407, Qt::LeftToRight, "de_AT", "Schließen"},
+        {"de-AT", 0x407, Qt::LeftToRight, "de-AT", "Schließen"},
+        {"ar", 0x401, Qt::RightToLeft, "ar", "إغلاق"},
+        {"0401", 0x401, Qt::RightToLeft, "ar", "إغلاق"},
+        {"ar_EG", 0x401, Qt::RightToLeft, "ar_EG", "إغلاق"},
+        {"HE", 0x40D, Qt::RightToLeft, "he", "סגירה"},
+        {"pt_BR", 0x416, Qt::LeftToRight, "pt_BR", "Fechar"},
+        {"zh_CN", 0x804, Qt::LeftToRight, "zh_CN", "关闭"},
+        {"en_GB", 0x809, Qt::LeftToRight, "en_GB", "Close"},
+        {"0409", 0x409, Qt::LeftToRight, "en_US", "Close"},
+        {"pt_PT", 0, Qt::LeftToRight, "pt_PT", "Close"},
+        {"da", 0xDA, Qt::LeftToRight, "da", "Close"},
+        {"../../etc", 0, Qt::LeftToRight, "../../etc", "Close"},
+        {"../de", 0, Qt::LeftToRight, "../de", "Close"},
+        {"_", 0, Qt::LeftToRight, "_", "Close"},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(one.language);

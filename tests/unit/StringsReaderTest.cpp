@@ -113,7 +113,9 @@ TEST(StringsReader, LongTokensAreCutAndTheNextIsRead) {
         const std::u16string word(length, u'x');
         const CAtlString kept(L'x', static_cast<int>(std::min(length, most)));
         const Pairs expected = {{kept, kept}, {L"a", L"b"}};
-        EXPECT_EQ(Read(Utf16Bytes(word + u"=\"" + word + u"\";a=b")), expected) << length;
+        std::u16string file = word + u"=\"";
+        file.append(word).append(u"\";a=b");
+        EXPECT_EQ(Read(Utf16Bytes(file)), expected) << length;
     }
 }
 
