@@ -38,12 +38,6 @@ QString KdeLanguages() {
     return QSettings(file, QSettings::NativeFormat).value(QStringLiteral("Locale/Language")).toString();
 }
 
-QString SystemLanguage() {
-    const QString locale = GetSystemLocale();
-    const bool english = locale.startsWith(QLatin1String("en_")) && locale != QLatin1String("en_GB");
-    return english ? QStringLiteral("en_US") : locale;
-}
-
 }  // namespace
 
 CAtlString CVARDOLanguageSettingsCache::GetLanguage() const {
@@ -51,7 +45,13 @@ CAtlString CVARDOLanguageSettingsCache::GetLanguage() const {
     if (!chosen.IsEmpty())
         return chosen;
     const QString kde = KdeLanguages();
-    return LanguageIdFromCode(kde.isEmpty() ? SystemLanguage() : kde.section(QLatin1Char(':'), 0, 0));
+    return LanguageIdFromCode(kde.isEmpty() ? CodeOfLocale(GetSystemLocale())
+                                            : kde.section(QLatin1Char(':'), 0, 0));
+}
+
+QString CVARDOLanguageSettingsCache::CodeOfLocale(const QString& locale) {
+    const bool english = locale.startsWith(QLatin1String("en_")) && locale != QLatin1String("en_GB");
+    return english ? QStringLiteral("en_US") : locale;
 }
 
 IGUILang* GetLanguageSettings(const CAtlString& /*productName*/) {

@@ -6,12 +6,17 @@
 
 #include "i18n/IGUILang.h"
 
+#include <QString>
+
 // Reads the settings anew at each call and keeps nothing. The first of these that says something decides: the
 // language setup's "LanguageID" of this user; the first entry of KDE's list of languages, in a KDE session;
 // the system's locale, in which every English but the British is that of the United States.
 class CVARDOLanguageSettingsCache : public IGUILang {
 public:
     CAtlString GetLanguage() const override;
+
+    // The code for a locale as GetSystemLocale answers it: "en_US" for every English but "en_GB".
+    static QString CodeOfLocale(const QString& locale);
 };
 
 // The process's one instance. Settings do not depend on a product, so the name is not used.

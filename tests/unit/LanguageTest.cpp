@@ -72,6 +72,10 @@ TEST_F(Language, LocaleNamesAreReduced) {
     for (const auto& one : cases)
         EXPECT_EQ(ReduceLocaleName(one.name), one.reduced) << one.name;
     EXPECT_EQ(GetSystemLocale(), "en_CA");
+
+    EXPECT_EQ(CVARDOLanguageSettingsCache::CodeOfLocale("en_AU"), "en_US");
+    for (const char* kept : {"en_GB", "en", "de", "pt_BR", "eng_X"})
+        EXPECT_EQ(CVARDOLanguageSettingsCache::CodeOfLocale(kept), kept);
 }
 
 TEST_F(Language, EachSourceGivesWayToTheNext) {
@@ -130,9 +134,9 @@ TEST_F(Language, TheTableIsTheFirstThatExists) {
 
 TEST_F(Language, LookUpsIgnoreCaseAndHandBackWhatTheyDoNotFind) {
     Set(Settings(MACHINE), SETUP_PATH,
-        MakeTable(
-            "setup",
-            "<a ID='0407' Code='de' NativeName='Gr\xC3\xBC\xC3\x9F'/><b ID='0C0a' Code='DE'/><c Code='x'/>"));
+        MakeTable("setup",
+                  "<a ID='0407' Code='de' NativeName='Gr\xC3\xBC\xC3\x9F'/><b ID='0C0a' Code='DE'/><c "
+                  "Code='x'/><d ID='1'/>"));
     EXPECT_EQ(LanguageIdFromCode(L"De"), L"0407") << "the first of two";
     EXPECT_EQ(LanguageIdFromCode(L"fr"), L"fr");
     EXPECT_EQ(LanguageIdFromCode(L""), L"");
