@@ -5,17 +5,33 @@
 #pragma once
 
 #include "platform/CAtlString.h"
+#include "platform/IProcessStarter.h"
 
 #include <QString>
 #include <QStringList>
 
-// How other programs are started; replaced in tests. GUI thread only.
-class IProcessStarter {
-public:
-    virtual ~IProcessStarter() = default;
-    // Starts a program and waits for its end, for at most limitMs milliseconds; true when it ended in that
-    // time, whatever its exit code. Blocks without serving events.
-    virtual bool RunAndWait(const QString& program, const QStringList& arguments, int limitMs) = 0;
-    // Starts a program that outlives this one; false when it could not be started.
-    virtual bool StartDetached(const QString& program, const QStringList& arguments) = 0;
-};
+enum DesktopKind : int { DESKTOP_UNKNOWN = 0, DESKTOP_KDE = 1, DESKTOP_GNOME = 2, DESKTOP_OTHER = 3 };
+
+// How long a desktop's own launcher may take, in milliseconds.
+inline constexpr int LAUNCHER_LIMIT_MS = 30000;
+
+// All of these read the process's environment and are for the GUI thread. The address is handed on as one
+// argument.
+
+// By DESKTOP_SESSION; for a session named "default" also by GNOME_DESKTOP_SESSION_ID and KDE_FULL_SESSION.
+// Unknown when DESKTOP_SESSION is not set.
+DesktopKind DetectDesktop();
+
+// Opens the address with the desktop's launcher, or else with the first known browser on the PATH. False when
+// neither was possible, and for a text that a program would take for an option (it begins with "-"). May
+// block for LAUNCHER_LIMIT_MS without serving events.
+bool OpenURL(const CAtlString& url, IProcessStarter& starter);
+
+// Run gnome-www-browser, or kfmclient openURL, and wait for its end: true when it ended within
+// LAUNCHER_LIMIT_MS, whatever its exit code.
+bool RunGnomeBrowser(const CAtlString& url, IProcessStarter& starter);
+bool RunKdeBrowser(const CAtlString& url, IProcessStarter& starter);
+
+// Starts the first of the programs that the first directory on the PATH with any of them holds. True when one
+// was found; whether it could be started is not asked. False without a PATH. Empty entries are skipped.
+bool RunFromPath(const QStringList& programs, const QString& argument, IProcessStarter& starter);
