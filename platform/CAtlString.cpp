@@ -3,14 +3,20 @@
 
 #include "platform/CAtlString.h"
 
+#include <cerrno>
 #include <cstdarg>
 #include <new>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/CAtlStringA.h"
 #include "platform/TextConversion.h"
 
 namespace {
+
+// In characters.
+constexpr int FIRST_FORMAT_CAPACITY = 256;
 
 // The characters of UTF-8 text can be no more than its bytes that do not continue a sequence.
 int MaxDecodedLength(const char* bytes, int length) {
@@ -29,28 +35,35 @@ int LengthOfBytes(const char* bytes) {
 }
 
 CAtlString Decoded(const char* bytes, int length) {
-    CAtlString text;
-    if (length <= 0)
-        return text;
     // A stray continuation byte ends the decoding, so a first one leaves nothing to make room for.
-    wchar_t* out = text.GetBuffer(MaxDecodedLength(bytes, length));
-    text.ReleaseBuffer(DecodeUtf8(bytes, length, out));
+    const int room = length > 0 ? MaxDecodedLength(bytes, length) : 0;
+    CAtlString text;
+    wchar_t* out = room > 0 ? text.GetBuffer(room) : nullptr;
+    const int count = room > 0 ? DecodeUtf8(bytes, length, out) : 0;
+    if (count == 0)
+        return CAtlString();
+    text.ReleaseBuffer(count);
     return text;
 }
 
-CAtlString Formatted(const wchar_t* format, std::va_list arguments) {
+// Nothing when formatting fails. What a too small buffer and an encoding error have in common is the result;
+// what tells them apart is errno.
+std::optional<CAtlString> Formatted(const wchar_t* format, std::va_list arguments) {
     CAtlString wideFormat(format);
     wideFormat.Replace(CAtlString(L"%s"), CAtlString(L"%ls"));
-    for (int capacity = 256; capacity <= CAtlString::MAX_FORMATTED; capacity *= 2) {
+    for (int capacity = FIRST_FORMAT_CAPACITY; capacity <= CAtlString::MAX_FORMATTED; capacity *= 2) {
         std::vector<wchar_t> buffer(static_cast<std::size_t>(capacity));
         std::va_list copy;
         va_copy(copy, arguments);
+        errno = 0;
         const int written = std::vswprintf(buffer.data(), buffer.size(), wideFormat.GetString(), copy);
         va_end(copy);
         if (written >= 0 && written < capacity)
             return CAtlString(buffer.data());
+        if (errno == EILSEQ)
+            break;
     }
-    throw std::bad_alloc();
+    return std::nullopt;
 }
 
 }  // namespace
@@ -174,7 +187,8 @@ void CAtlString::Format(const wchar_t* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
     try {
-        *this = Formatted(format, arguments);
+        if (std::optional<CAtlString> text = Formatted(format, arguments))
+            *this = std::move(*text);
     } catch (const std::bad_alloc&) {
         // The text stays as it was, as promised.
     }
@@ -185,7 +199,8 @@ void CAtlString::AppendFormat(const wchar_t* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
     try {
-        *this += Formatted(format, arguments);
+        if (const std::optional<CAtlString> text = Formatted(format, arguments))
+            *this += *text;
     } catch (const std::bad_alloc&) {
         // The text stays as it was, as promised.
     }

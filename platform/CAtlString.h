@@ -21,12 +21,15 @@ public:
     CAtlString() noexcept = default;
     CAtlString(const CAtlString&) = default;
     CAtlString(CAtlString&&) noexcept = default;
+    // NOLINTBEGIN(google-explicit-constructor): texts of every kind stand where the program's text is asked
+    // for.
     CAtlString(const wchar_t* text);
     CAtlString(const wchar_t* text, int length);
     CAtlString(const char* utf8);
     CAtlString(const CAtlStringA& utf8);
     // The text's full length, embedded 0 characters included; a surrogate pair becomes one character.
     CAtlString(const QString& text);
+    // NOLINTEND(google-explicit-constructor)
     // count copies of a character; none when count is not positive. A narrow character is sign-extended.
     explicit CAtlString(wchar_t ch, int count = 1);
     explicit CAtlString(char ch, int count = 1);

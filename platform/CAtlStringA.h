@@ -21,7 +21,7 @@ public:
     CAtlStringA() noexcept = default;
     CAtlStringA(const CAtlStringA&) = default;
     CAtlStringA(CAtlStringA&&) noexcept = default;
-    CAtlStringA(const char* bytes);
+    CAtlStringA(const char* bytes);  // NOLINT(google-explicit-constructor): as a text, see CAtlString.
     CAtlStringA(const char* bytes, int length);
     explicit CAtlStringA(const wchar_t* encodedAsUtf8);
     explicit CAtlStringA(const CAtlString& narrowed);

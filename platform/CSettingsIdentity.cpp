@@ -35,7 +35,8 @@ QString CSettingsIdentity::Organization() {
 
 QString CSettingsIdentity::Application() {
     const QString name = QCoreApplication::applicationName();
-    const QStringList arguments = QCoreApplication::arguments();
+    const QStringList arguments =
+        QCoreApplication::instance() ? QCoreApplication::arguments() : QStringList();
     const bool unset = !arguments.isEmpty() && name == QFileInfo(arguments.constFirst()).fileName();
     return unset ? QString() : name;
 }

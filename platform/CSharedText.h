@@ -5,43 +5,20 @@
 // copy-on-write, 0-terminated array of characters, and the operations that do not depend on an encoding.
 #pragma once
 
+#include "platform/TextFunctions.h"
+
 #include <algorithm>
 #include <atomic>
-#include <cctype>
 #include <compare>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <cwchar>
-#include <cwctype>
+#include <functional>
 #include <new>
 #include <string>
 #include <string_view>
 #include <utility>
-
-#include <strings.h>
-
-// The C library's functions for one character type, under one name each.
-template <typename Char>
-struct TextFunctions;
-
-template <>
-struct TextFunctions<wchar_t> {
-    static int CompareNoCase(const wchar_t* a, const wchar_t* b) { return ::wcscasecmp(a, b); }
-    static int Compare(const wchar_t* a, const wchar_t* b) { return ::wcscmp(a, b); }
-    static bool IsSpace(wchar_t ch) { return std::iswspace(static_cast<wint_t>(ch)) != 0; }
-    static wchar_t Upper(wchar_t ch) { return static_cast<wchar_t>(std::towupper(static_cast<wint_t>(ch))); }
-    static wchar_t Lower(wchar_t ch) { return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(ch))); }
-};
-
-template <>
-struct TextFunctions<char> {
-    static int CompareNoCase(const char* a, const char* b) { return ::strcasecmp(a, b); }
-    static int Compare(const char* a, const char* b) { return std::strcmp(a, b); }
-    static bool IsSpace(char ch) { return std::isspace(static_cast<unsigned char>(ch)) != 0; }
-    static char Upper(char ch) { return static_cast<char>(std::toupper(static_cast<unsigned char>(ch))); }
-    static char Lower(char ch) { return static_cast<char>(std::tolower(static_cast<unsigned char>(ch))); }
-};
 
 // Base of CAtlString and CAtlStringA. Text is the class that derives from it, Char its character type.
 //
@@ -256,11 +233,8 @@ protected:
     ~CSharedText() { Release(); }
 
     CSharedText& operator=(const CSharedText& other) {
-        if (data_ != other.data_) {
-            Char* shared = Share(other);
-            Release();
-            data_ = shared;
-        }
+        if (this != &other)
+            Adopt(Share(other));
         return *this;
     }
     CSharedText& operator=(CSharedText&& other) noexcept {
@@ -270,12 +244,12 @@ protected:
 
     // Becomes a copy of count characters, which may lie inside this very text.
     void Assign(const Char* text, int count) {
-        Char* fresh = Allocate(std::max(count, 0));
-        if (count > 0) {
-            std::char_traits<Char>::copy(fresh, text, Size(count));
-            HeaderOf(fresh)->length = count;
-        }
-        fresh[std::max(count, 0)] = Char(0);
+        if (count <= 0)
+            return Empty();
+        Char* fresh = Allocate(count);
+        std::char_traits<Char>::copy(fresh, text, Size(count));
+        fresh[count] = Char(0);
+        HeaderOf(fresh)->length = count;
         Adopt(fresh);
     }
     void Assign(Char ch, int count) {
@@ -294,12 +268,13 @@ protected:
         if (count <= 0)
             return;
         const int length = GetLength();
-        if (IsPrivate() && GetCapacity() >= length + count) {
-            std::char_traits<Char>::move(data_ + length, text, Size(count));
+        if (IsPrivate()) {
+            const bool inside = !std::less<>()(text, data_) && !std::less<>()(data_ + length, text);
+            const std::ptrdiff_t offset = inside ? text - data_ : 0;
+            Enlarge(length + count);
+            std::char_traits<Char>::move(data_ + length, inside ? data_ + offset : text, Size(count));
         } else {
-            // Half as much again for a text that grows piece by piece, so that appending stays linear.
-            Char* fresh =
-                Allocate(IsPrivate() ? std::max(length + count, length + length / 2) : length + count);
+            Char* fresh = Allocate(length + count);
             std::char_traits<Char>::copy(fresh, data_, Size(length));
             std::char_traits<Char>::copy(fresh + length, text, Size(count));
             Adopt(fresh);
@@ -310,6 +285,8 @@ protected:
     // The two ranges behind one another, allocated once at the final size.
     static Text Joined(const Char* a, int lengthA, const Char* b, int lengthB) {
         Text result;
+        if (lengthA + lengthB == 0)
+            return result;
         Char* out = result.GetBuffer(lengthA + lengthB);
         std::char_traits<Char>::copy(out, a, Size(lengthA));
         std::char_traits<Char>::copy(out + lengthA, b, Size(lengthB));
@@ -367,6 +344,14 @@ private:
             throw std::bad_alloc();
         auto* header = new (memory) TextHeader{1, length, capacity};
         return reinterpret_cast<Char*>(reinterpret_cast<char*>(header) + sizeof(TextHeader));
+    }
+    // Gives a private array room for exactly capacity characters. Nothing is kept in reserve: realloc moves
+    // long arrays without copying them, so that a text may well grow piece by piece.
+    void Enlarge(int capacity) {
+        if (GetCapacity() < capacity) {
+            const int length = GetLength();
+            data_ = Place(std::realloc(static_cast<void*>(Header()), Bytes(capacity)), length, capacity);
+        }
     }
 
     static Char* Share(const CSharedText& other) {
@@ -433,6 +418,8 @@ private:
 
     template <typename Function>
     void Transform(Function function) {
+        if (IsEmpty())
+            return;
         MakePrivate(GetLength());
         std::transform(data_, data_ + GetLength(), data_, function);
     }

@@ -4,6 +4,8 @@
 // When silent checks run: the user's choice and the date of the last check.
 #pragma once
 
+#include "app/settings/DefaultSettings.h"
+
 // Holds the update-check settings between Load and Save. Dates are Julian day numbers, as of
 // QDate::toJulianDay; 0 means never. GUI thread only; shared by the workflow and the main window.
 class CRecordKeeper {
@@ -32,7 +34,7 @@ public:
 
 private:
     bool checkUpdates_ = true;
-    int interval_ = 30;
+    int interval_ = DefaultSettings::DEFAULT_INTERVAL;
     int lastChecked_ = 0;
     int newLastChecked_ = 0;
 };

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Texts that share one array, used from plain threads: the thread sanitizer is the judge.
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/CAtlString.h"
+#include "platform/CAtlStringA.h"
+
+namespace {
+
+constexpr int THREADS = 4;
+constexpr int ROUNDS = 2000;
+
+template <typename Work>
+void InThreads(Work work) {
+    std::vector<std::thread> threads;
+    for (int i = 0; i < THREADS; ++i)
+        threads.emplace_back(work, i);
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+}  // namespace
+
+TEST(SharedTexts, AreCopiedReadAndChangedInThreads) {
+    const CAtlString original(L"shared \u4E2D text");
+    std::vector<CAtlString> results(THREADS);
+    InThreads([&](int thread) {
+        for (int round = 0; round < ROUNDS; ++round) {
+            CAtlString copy(original);
+            const CAtlString second = copy;
+            copy.SetAt(0, static_cast<wchar_t>(L'0' + thread));
+            copy += second.Right(5);
+            copy.Replace(L" ", L"_");
+            results[static_cast<std::size_t>(thread)] = copy;
+        }
+    });
+    EXPECT_EQ(original, L"shared \u4E2D text");
+    for (int i = 0; i < THREADS; ++i)
+        EXPECT_EQ(results[static_cast<std::size_t>(i)],
+                  (std::to_wstring(i) + L"hared_\u4E2D_text_text").c_str());
+}
+
+// Each round every owner tries to be the last one, or the one that may write in place.
+TEST(SharedTexts, TheLastOwnerFreesOrWritesInPlace) {
+    for (int round = 0; round < ROUNDS / 10; ++round) {
+        std::vector<CAtlStringA> owners(THREADS, CAtlStringA("one array"));
+        InThreads([&](int thread) {
+            CAtlStringA& mine = owners[static_cast<std::size_t>(thread)];
+            if (thread % 2 == 0)
+                mine.Empty();
+            else
+                mine.SetAt(0, static_cast<char>('0' + thread));
+        });
+        EXPECT_STREQ(owners[1].GetString(), "1ne array");
+        EXPECT_STREQ(owners[3].GetString(), "3ne array");
+    }
+}
+
+TEST(SharedTexts, TheEmptyTextBelongsToAll) {
+    InThreads([](int) {
+        for (int round = 0; round < ROUNDS; ++round) {
+            CAtlString empty;
+            CAtlString copy(empty);
+            copy.MakeUpper();
+            copy.Trim();
+            empty = copy;
+            copy += L"x";
+            copy.Empty();
+            EXPECT_TRUE(empty.IsEmpty());
+        }
+    });
+}
