@@ -220,9 +220,8 @@ TEST_F(Paths, CreatesMissingParents) {
     Write(In(L"file"), "x");
     EXPECT_FALSE(CVardoDirectoryPath(In(L"file/below").GetFilePathString()).Create());
     EXPECT_FALSE(CVardoDirectoryPath().Create());
-    CAtlString endless(L"/tmp");
-    for (int i = 0; i < 200000; ++i)
-        endless += L"/d";
+    CAtlString endless(L'd', 200000);
+    endless.Replace(L"d", L"/d");
     EXPECT_FALSE(CVardoDirectoryPath(endless).Create());
 }
 
