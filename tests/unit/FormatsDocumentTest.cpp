@@ -8,6 +8,7 @@
 #include <QStringEncoder>
 #include <boost/make_shared.hpp>
 
+#include "app/CSelfUpdate.h"
 #include "app/settings/CRecordKeeper.h"
 #include "i18n/Language.h"
 #include "i18n/LanguageTable.h"
@@ -27,6 +28,8 @@ namespace {
 
 using testing::ElementsAre;
 
+const QString SITE = "http://updates.example.com/";
+
 const MarkdownDocument& Document() {
     static const MarkdownDocument document("docs/formats.md");
     return document;
@@ -40,15 +43,14 @@ CVersionString Version(const QString& cell) {
     return CVersionString(cell == "(none)" ? CAtlString() : CAtlString(cell));
 }
 
-// A local and a remote description of the document, the local one as of a computer with another version.
+// What a remote description of the document offers to a computer with that version.
 class Descriptions : public CUpdateXmlReader {
 public:
-    Descriptions(const char* local, const char* remote, const QString& installed) {
-        const QString text = Document().Examples().at(QString("/opt/vardo/share/") + local);
-        EXPECT_TRUE(CUpdateXmlReader::ParseLocal(
-            QString(text).replace("11.0.580.0", installed).toUtf8().constData()));
-        EXPECT_TRUE(
-            CUpdateXmlReader::ParseRemote(Example(QString("http://updates.example.com/") + remote).c_str()));
+    Descriptions(const char* remote, const QString& installed) {
+        QString local = Document().Examples().at("/opt/vardo/share/SoftwareUpdateVN.xml");
+        local.replace("11.0.580.0", installed);
+        EXPECT_TRUE(CUpdateXmlReader::ParseLocal(local.toUtf8().constData()));
+        EXPECT_TRUE(CUpdateXmlReader::ParseRemote(Example(SITE + remote).c_str()));
     }
     QString Offer() const { return GetUpdateVersion().GetString().ToQString(); }
 
@@ -129,7 +131,7 @@ TEST_F(FormatsDocument, TheExamplesTogetherShowTheRowsOfTheText) {
                             "VARDO Gallery Pictures|" + day(5, 4) + "|" + day(6, 15) + "|Update",
                             "VARDO Notebook|10.6.141.0||-", "VARDO Notebook|11.0.580.0|11.2.0.0|Update",
                             "VARDO Poll|10.6.141.0|10.6.141.0|-"));
-    const std::string site = "http://updates.example.com/";
+    const std::string site = SITE.toStdString();
     EXPECT_THAT(downloader_->addresses,
                 ElementsAre(site + "products.xml", site + "updates/notebook.xml", site + "updates/board.xml",
                             site + "updates/notebook.xml", site + "gallery/gallery_categories.xml",
@@ -163,12 +165,12 @@ TEST_F(FormatsDocument, VersionsRangesAndAddressesAreThoseOfTheTables) {
 
 TEST_F(FormatsDocument, OffersAreThoseOfTheTableAndTheText) {
     for (const QStringList& row : Document().Table("offers")) {
-        const Descriptions notebook("SoftwareUpdateVN.xml", "updates/notebook.xml", row[0]);
+        const Descriptions notebook("updates/notebook.xml", row[0]);
         EXPECT_EQ(notebook.Offer(), row[1]) << row[0].toStdString();
         EXPECT_EQ(notebook.IsUpdateAvailable(), row[2] == "yes") << row[0].toStdString();
     }
     const auto board = [](const char* installed) {
-        return Descriptions("SoftwareUpdateVN.xml", "updates/board.xml", installed).Offer();
+        return Descriptions("updates/board.xml", installed).Offer();
     };
     EXPECT_EQ(board("9.7.105.0"), "9.7.105.0");
     EXPECT_EQ(board("9.5.0.0"), "9.7.105.0");
@@ -178,14 +180,15 @@ TEST_F(FormatsDocument, OffersAreThoseOfTheTableAndTheText) {
 }
 
 TEST_F(FormatsDocument, TheProgramsOwnUpdateIsThatOfTheText) {
-    const Descriptions program("VardoProductUpdate.xml", "program/VardoProductUpdate.xml", {});
-    EXPECT_FALSE(program.IsNoUpdates());
-    EXPECT_TRUE(program.IsUpdateAvailable());
-    EXPECT_EQ(program.GetRemoteAddress(),
-              CAtlString("http://updates.example.com/program/VardoProductUpdate.xml"));
-    EXPECT_EQ(JoinTrimmed(program.GetUpdateInstallURL(), program.GetUpdateInstallFile()),
-              CAtlString("http://updates.example.com/program/installer.sh"));
+    const std::string site = SITE.toStdString();
+    downloader_->Serve(site + "program/installer.sh", "#!/bin/sh\n");
+    CSelfUpdate program("VardoProductUpdate.xml", *environment_);
+    program.SetDownloader(downloader_);
+    EXPECT_TRUE(program.LoadLocal() && !program.IsNoUpdates() && program.LoadRemote());
+    EXPECT_TRUE(program.IsUpdateAvailable() && program.DownloadInstaller());
     EXPECT_EQ(program.GetUpdateArgument(), CAtlString("--from 3.1.555.0"));
+    EXPECT_THAT(downloader_->addresses,
+                ElementsAre(site + "program/VardoProductUpdate.xml", site + "program/installer.sh"));
 }
 
 TEST_F(FormatsDocument, LanguagesAreThoseOfTheTableAndTheTexts) {
