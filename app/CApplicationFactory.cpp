@@ -4,9 +4,12 @@
 #include "app/CApplicationFactory.h"
 
 #include "i18n/Language.h"
+#include "net/Downloader.h"
+#include "ui/CDesktopEnvironment.h"
 
 #include <QDir>
 #include <boost/bind.hpp>
+#include <boost/make_shared.hpp>
 
 namespace {
 
@@ -21,6 +24,9 @@ CAtlString JoinCommandLine(int argc, char** argv) {
 }
 
 }  // namespace
+
+CApplicationFactory::CApplicationFactory()
+    : CApplicationFactory(boost::make_shared<CDesktopEnvironment>(), boost::make_shared<Downloader>()) {}
 
 CApplicationFactory::CApplicationFactory(const boost::shared_ptr<IEnvironment>& environment,
                                          const boost::shared_ptr<IDownloader>& downloader)

@@ -14,6 +14,9 @@
 // point to one another.
 class CApplicationFactory {
 public:
+    // With the real world around it.
+    CApplicationFactory();
+    // With another world.
     CApplicationFactory(const boost::shared_ptr<IEnvironment>& environment,
                         const boost::shared_ptr<IDownloader>& downloader);
     virtual ~CApplicationFactory() = default;

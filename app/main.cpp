@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // The entry point.
-#include <QApplication>
+#include "app/RunApplication.h"
 
 int main(int argc, char** argv) {
-    const QApplication application(argc, argv);
+    RunApplication(argc, argv);
     return 0;
 }

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "app/RunApplication.h"
+
+#include "app/CApplicationFactory.h"
+#include "app/CSingleInstanceLock.h"
+#include "i18n/InstallLanguage.h"
+#include "i18n/Language.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QStyleFactory>
+#include <QTimer>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+constexpr char LOCK_PROJECT = 'q';
+
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool gui) {
+    if (gui)
+        return std::make_unique<QApplication>(argc, argv);
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+void DressUp() {
+    const bool plastique = QStyleFactory::keys().contains("plastique", Qt::CaseInsensitive);
+    QApplication::setStyle(plastique ? "plastique" : "fusion");
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(":/images/update.png"));
+}
+
+void RunAction(CApplicationFactory& factory) {
+    if (factory.IsGuiEnabled())
+        DressUp();
+    factory.Run();
+    // One turn of the event loop delivers what is still pending, deferred deletions above all.
+    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QCoreApplication::exec();
+}
+
+}  // namespace
+
+void RunApplication(int argc, char** argv) {
+    CApplicationFactory factory;
+    factory.Parse(argc, argv);
+    const auto application = MakeApplication(argc, argv, factory.IsGuiEnabled());
+    SetLocaleOverride(factory.GetLocale().ToQString());
+    InstallLanguage("VARDOProductUpdate", qobject_cast<QApplication*>(application.get()), true);
+    // In UTF-8, as the file system has it.
+    const QByteArray executable = QCoreApplication::applicationFilePath().toUtf8();
+    const CSingleInstanceLock lock(executable.constData(), LOCK_PROJECT);
+    if (lock.IsHeld())
+        RunAction(factory);
+    else
+        std::cerr << "VARDO Product Update is already running." << std::endl;
+}

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "ui/CDesktopEnvironment.h"
+
+#include "platform/DesktopLaunching.h"
+#include "ui/MessageBoxes.h"
+
+#include <QApplication>
+
+QDate CDesktopEnvironment::Today() const {
+    return QDate::currentDate();
+}
+
+CVardoDirectoryPath CDesktopEnvironment::SharedDataFolder() const {
+    CVardoDirectoryPath folder{CAtlString(QCoreApplication::applicationDirPath())};
+    if (!folder.RemoveLastComponent())
+        return {};
+    folder.Append("share");
+    return folder;
+}
+
+bool CDesktopEnvironment::StartDetached(const QString& program, const QStringList& arguments) {
+    return starter_.StartDetached(program, arguments);
+}
+
+bool CDesktopEnvironment::OpenWebPage(const CAtlString& address) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const bool opened = OpenURL(address, starter_);
+    QApplication::restoreOverrideCursor();
+    if (!opened)
+        WarnNoBrowser(address);
+    return opened;
+}
+
+bool CDesktopEnvironment::ConfirmSelfUpdate() {
+    return AskForSelfUpdate();
+}
+
+void CDesktopEnvironment::WarnSelfUpdateFailed() {
+    WarnSelfUpdateNotDownloaded();
+}

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The real world around the program.
+#pragma once
+
+#include "platform/CProcessStarter.h"
+#include "platform/IEnvironment.h"
+
+// The machine's date, processes and desktop, and the user behind message boxes. May be constructed before
+// the application object; used only while that lives, on the GUI thread.
+class CDesktopEnvironment : public IEnvironment {
+public:
+    QDate Today() const override;
+    // Empty when the executable's folder has no parent.
+    CVardoDirectoryPath SharedDataFolder() const override;
+    bool StartDetached(const QString& program, const QStringList& arguments) override;
+    bool OpenWebPage(const CAtlString& address) override;
+    bool ConfirmSelfUpdate() override;
+    void WarnSelfUpdateFailed() override;
+
+private:
+    CProcessStarter starter_;
+};
