@@ -8,13 +8,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <boost/make_shared.hpp>
-#include <csignal>
 #include <filesystem>
-#include <memory>
 #include <sstream>
 
-#include <sys/stat.h>
-
+#include "e2e/SquidProxy.h"
 #include "net/Downloader.h"
 #include "net/ProxyHandlerBase.h"
 #include "support/ChildProcess.h"
@@ -28,54 +25,21 @@ using testing::IsEmpty;
 
 namespace {
 
-// "word", as crypt(3) with SHA-512 keeps it.
-const char* const HASHED_WORD =
-    "$6$VardoTestSalt$qfABxoTcbX60a8y2NMx3XBTEkQAc4FRo0qzDtqZXrwsffuY.NtaKzavBa/lhq5fDKY64ohhDER66MusLXQgLM.";
-
 class ThroughAProxy : public testing::Test {
 protected:
     ThroughAProxy() {
-        // Squid leaves root's rights behind before it opens its files.
-        chmod(files_.Root().c_str(), 0777);
         origin_.Serve("/list.xml", LoopbackAnswer::Body("<list/>"));
         downloader_.SetProxyHandler(handler_);
     }
 
-    // A proxy that is asked to end takes a second for it, and keeps nothing that is worth one.
-    ~ThroughAProxy() override {
-        if (proxy_)
-            proxy_->Signal(SIGKILL);
-    }
-
-    void UseProxy(const std::string& program, const std::vector<std::string>& arguments, int port) {
-        proxy_ = std::make_unique<ChildProcess>(program, arguments);
-        ASSERT_TRUE(WaitUntil([&] { return !proxy_->IsRunning() || IsListening(port); }));
-        ASSERT_TRUE(proxy_->IsRunning()) << proxy_->Errors() << proxy_->Output();
-        PointHandlerTo(port);
-    }
-
-    void StartSquid(const std::string& scheme) {
-        const int port = UnusedPort();
-        const std::string digest = "user:word\n";
-        const std::string passwords =
-            files_.Write("passwords", scheme == "basic" ? std::string("user:") + HASHED_WORD + "\n" : digest);
-        const std::string helper = scheme == "basic" ? "basic_ncsa_auth " : "digest_file_auth ";
-        std::ostringstream text;
-        text << "http_port 127.0.0.1:" << port << "\npid_filename none\nnetdb_filename none\n"
-             << "cache deny all\ncache_mem 0\nshutdown_lifetime 0 seconds\n"
-             << "cache_log " << files_.Path("cache.log") << "\ncoredump_dir " << files_.Root()
-             << "\nlogformat statuses %>Hs\naccess_log stdio:" << files_.Path("access.log") << " statuses\n"
-             << "auth_param " << scheme << " program /usr/lib/squid/" << helper << passwords
-             << "\nauth_param " << scheme << " children 1 startup=1\nauth_param " << scheme << " realm test\n"
-             << "acl known proxy_auth REQUIRED\nhttp_access allow known\nhttp_access deny all\n";
-        UseProxy("squid", {"-N", "-f", files_.Write("squid.conf", text.str())}, port);
-    }
-
-    void StartTinyproxy() {
-        const int port = UnusedPort();
-        std::ostringstream text;
-        text << "Port " << port << "\nListen 127.0.0.1\nAllow 127.0.0.1\nTimeout 60\n";
-        UseProxy("tinyproxy", {"-d", "-c", files_.Write("tinyproxy.conf", text.str())}, port);
+    // A port comes from the settings or from the options dialog.
+    void PointHandlerTo(int port) {
+        const ModalDialogDriver driver([port](QDialog& dialog) {
+            dialog.findChild<QLineEdit*>("proxyHostEdit")->setText("127.0.0.1");
+            dialog.findChild<QLineEdit*>("proxyPortEdit")->setText(QString::number(port));
+            dialog.findChild<QPushButton*>("okButton")->click();
+        });
+        ASSERT_TRUE(handler_->ShowProxyOptionsDialog(nullptr));
     }
 
     // The contents fetched; "-" when the fetch failed.
@@ -89,25 +53,6 @@ protected:
         return contents;
     }
 
-    // The statuses that Squid answered with since the last call, once there are so many of them. It logs 0
-    // for a connection without a request, such as the one that finds out whether it listens.
-    std::vector<std::string> Statuses(std::size_t expected) {
-        std::vector<std::string> statuses;
-        WaitUntil(
-            [&] {
-                statuses.clear();
-                std::istringstream lines(ReadWholeFile(files_.Path("access.log")));
-                for (std::string line; std::getline(lines, line);)
-                    if (!line.starts_with("0"))
-                        statuses.push_back(line);
-                return statuses.size() >= seen_ + expected;
-            },
-            std::chrono::seconds(5));
-        statuses.erase(statuses.begin(), statuses.begin() + static_cast<std::ptrdiff_t>(seen_));
-        seen_ += statuses.size();
-        return statuses;
-    }
-
     // Answers the credentials dialog: "user" and a password with OK, or Cancel for an empty password.
     static void Answer(const QDialog& dialog, const QString& password) {
         dialog.findChild<QLineEdit*>("proxyUserNameEdit")->setText("user");
@@ -115,32 +60,30 @@ protected:
         dialog.findChild<QPushButton*>(password.isEmpty() ? "cancelButton" : "okButton")->click();
     }
 
-    TemporaryTree files_;
     LoopbackServer origin_;
     Downloader downloader_;
     boost::shared_ptr<ProxyHandlerBase> handler_ = boost::make_shared<ProxyHandlerBase>();
-
-private:
-    // A port comes from the settings or from the options dialog.
-    void PointHandlerTo(int port) {
-        const ModalDialogDriver driver([port](QDialog& dialog) {
-            dialog.findChild<QLineEdit*>("proxyHostEdit")->setText("127.0.0.1");
-            dialog.findChild<QLineEdit*>("proxyPortEdit")->setText(QString::number(port));
-            dialog.findChild<QPushButton*>("okButton")->click();
-        });
-        ASSERT_TRUE(handler_->ShowProxyOptionsDialog(nullptr));
-    }
-
-    std::unique_ptr<ChildProcess> proxy_;
-    std::size_t seen_ = 0;
 };
 
 // Both schemes of Squid, which differ in what an attempt costs: a Basic password is sent at once after the
 // first challenge, while a Digest needs the challenge of its own attempt.
-class ThroughSquid : public ThroughAProxy, public testing::WithParamInterface<const char*> {
+class ThroughSquid : public ThroughAProxy, public testing::WithParamInterface<SquidProxy::Scheme> {
 protected:
-    void SetUp() override { StartSquid(GetParam()); }
-    bool IsBasic() const { return std::string(GetParam()) == "basic"; }
+    void SetUp() override { PointHandlerTo(squid_.Port()); }
+
+    // The statuses that Squid answered with since the last call, once there are so many of them.
+    std::vector<std::string> Statuses(std::size_t expected) {
+        const std::vector<std::string> answers = squid_.Answers(seen_ + expected);
+        std::vector<std::string> statuses;
+        for (; seen_ < answers.size(); ++seen_)
+            statuses.push_back(answers[seen_].substr(0, 3));
+        return statuses;
+    }
+
+    SquidProxy squid_{GetParam()};
+
+private:
+    std::size_t seen_ = 0;
 };
 
 }  // namespace
@@ -158,7 +101,7 @@ TEST_P(ThroughSquid, ADialogAsksForUnknownCredentialsOnce) {
     handler_->SetInteractive(true);
     const ModalDialogDriver driver([](QDialog& dialog) { Answer(dialog, "word"); });
     EXPECT_EQ(Fetch(), "<list/>");
-    if (IsBasic())
+    if (GetParam() == SquidProxy::Scheme::BASIC)
         EXPECT_THAT(Statuses(2), ElementsAre("407", "200"));
     else
         EXPECT_THAT(Statuses(3), ElementsAre("407", "407", "200"));
@@ -194,11 +137,20 @@ TEST_P(ThroughSquid, NobodyIsAskedInASilentCheck) {
     EXPECT_THAT(origin_.Requests(), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(, ThroughSquid, testing::Values("basic", "digest"),
-                         [](const auto& row) { return std::string(row.param); });
+INSTANTIATE_TEST_SUITE_P(, ThroughSquid,
+                         testing::Values(SquidProxy::Scheme::BASIC, SquidProxy::Scheme::DIGEST),
+                         [](const auto& row) {
+                             return row.param == SquidProxy::Scheme::BASIC ? "basic" : "digest";
+                         });
 
 TEST_F(ThroughAProxy, ThatAsksForNothing) {
-    StartTinyproxy();
+    const int port = UnusedPort();
+    const TemporaryTree files;
+    std::ostringstream text;
+    text << "Port " << port << "\nListen 127.0.0.1\nAllow 127.0.0.1\nTimeout 60\n";
+    ChildProcess proxy("tinyproxy", {"-d", "-c", files.Write("tinyproxy.conf", text.str())});
+    ASSERT_TRUE(WaitUntil([&] { return !proxy.IsRunning() || IsListening(port); }));
+    PointHandlerTo(port);
     EXPECT_EQ(Fetch(), "<list/>");
     ASSERT_EQ(origin_.RequestCount(), 1U);
     EXPECT_THAT(origin_.Requests().front().headers.at("via"), testing::HasSubstr("tinyproxy"));
