@@ -9,6 +9,7 @@ CConsentBox::CConsentBox(const QString& title, const QString& text)
     : QMessageBox(QMessageBox::Question, title, text, QMessageBox::Ok) {}
 
 void CConsentBox::closeEvent(QCloseEvent* event) {
+    // Past QMessageBox, which would press the only button. NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QDialog::closeEvent(event);
 }
 

@@ -5,6 +5,7 @@
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
+#include <QTextDocument>
 #include <QToolTip>
 
 bool CElidedNameDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
@@ -12,7 +13,8 @@ bool CElidedNameDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     const bool elided = sizeHint(option, index).width() > option.rect.width();
     if (event->type() != QEvent::ToolTip || !elided)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    // Escaped, because a tool tip takes markup and a name is none.
-    QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view->viewport());
+    // A tool tip takes markup, and a name is none.
+    const QString text = Qt::convertFromPlainText(index.data().toString(), Qt::WhiteSpaceNormal);
+    QToolTip::showText(event->globalPos(), text, view->viewport());
     return true;
 }

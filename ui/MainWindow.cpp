@@ -71,7 +71,7 @@ void MainWindow::ShowDate(const QString& date) {
     labelDate->setMinimumWidth(std::max(labelDate->minimumWidth(), labelDate->sizeHint().width()));
 }
 
-void MainWindow::OnConnectionError(QString message) {
+void MainWindow::OnConnectionError(const QString& message) {
     statusLabel->setText(message);
 }
 

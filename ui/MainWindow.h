@@ -38,7 +38,7 @@ public:
     void ShowProducts();
 
 public slots:
-    void OnConnectionError(QString message);
+    void OnConnectionError(const QString& message);
     void OnProxyOptions();
     // Loads the list again, looks for what is installed and checks it; returns when all that is done.
     void OnCheckUpdates();

@@ -8,12 +8,15 @@
 #include "support/TextPrinting.h"
 
 #include <QCheckBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include "platform/CSettingsIdentity.h"
 #include "platform/SettingsStore.h"
@@ -138,6 +141,26 @@ TEST_F(MainWindowTest, ShowsWhatACheckFinds) {
     EXPECT_NE(printed.find("\n- Checking Lost...\n- Done Lost\n- Checking Absent...\n- Done Absent\n"),
               std::string::npos)
         << printed;
+}
+
+TEST_F(MainWindowTest, NameWithoutRoomIsShownInATip) {
+    const QString longName = QString("Tools & <b>more</b> ").repeated(20).trimmed();
+    AddProduct("Short", {"1.0.0.0"}, "1.0.0.0");
+    AddProduct("Long", {"1.0.0.0"}, "1.0.0.0", longName.toHtmlEscaped().toStdString());
+    Install();
+    window_.show();
+    window_.OnCheckUpdates();
+    const auto tipOf = [&](int row) {
+        const QPoint at = table_.visualItemRect(table_.item(row, 0)).center();
+        QHelpEvent help(QEvent::ToolTip, at, table_.viewport()->mapToGlobal(at));
+        QApplication::sendEvent(table_.viewport(), &help);
+        QTextDocument tip;
+        tip.setHtml(QToolTip::text());
+        return tip.toPlainText();
+    };
+    EXPECT_EQ(tipOf(0), QString());
+    EXPECT_EQ(tipOf(1), longName);
+    QToolTip::hideText();
 }
 
 TEST_F(MainWindowTest, RecordsADateOnlyWhenSomethingCouldBeChecked) {
