@@ -14,6 +14,7 @@ namespace {
 
 // All that belongs to a machine besides the program: the site's files, the browsers and what they noted.
 const std::string RUN = "/tmp/run";
+const std::string HOME = "/tmp/home";
 const std::string BROWSERS = RUN + "/browsers";
 const std::string OPENED_PAGES = RUN + "/opened-pages";
 const std::string RUNTIME = RUN + "/runtime";
@@ -27,8 +28,9 @@ void Run(const std::string& program, const std::vector<std::string>& arguments) 
 
 // A user who never ran the program.
 void StartAfresh() {
-    std::filesystem::remove_all(RUN);
-    std::filesystem::remove_all(std::getenv("XDG_CONFIG_HOME"));
+    for (const std::string& folder : {RUN, HOME})
+        std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(HOME);
     std::filesystem::create_directories(RUNTIME);
     std::filesystem::permissions(RUNTIME, std::filesystem::perms::owner_all);
 }
