@@ -58,6 +58,14 @@ run_on_display() {
     wait "$STARTED" || true
 }
 
+# What the installer and the content tool of the samples note when they run; they outlive the program.
+show_notes() {
+    local log
+    for log in "$RUN"/home/*.log; do
+        [[ ! -e $log ]] || cat "$log"
+    done
+}
+
 # --- without a display -----------------------------------------------------------------------------------------------
 
 start_display() {
@@ -110,6 +118,7 @@ press() { xdotool windowfocus --sync "$1" key "$2"; }
 answer_self_update() {
     take_picture "$(window)"
     press "$(window)" Return
+    wait_until 30 test -s "$RUN/home/installer.log" || say "The installer did not run."
 }
 
 show_check() {
@@ -147,6 +156,7 @@ build release program
 install_program
 serve_sample_site
 sandbox
-rm -f "$PICTURE"
+rm -f "$PICTURE" "$RUN"/home/*.log
 say "Running the program; its settings are in $RUN/home/.config"
 if has_display; then run_on_display "$@"; else run_in_memory "$@"; fi
+show_notes
