@@ -3,10 +3,9 @@
 
 #include "platform/XmlBounds.h"
 
+#include <algorithm>
 #include <cctype>
-#include <cstring>
-
-#include <strings.h>
+#include <string_view>
 
 #include "platform/XmlFile.h"
 
@@ -17,7 +16,7 @@ namespace {
 // depth slip past, so every function here has its model there.
 class XmlScan {
 public:
-    XmlScan(const char* text, bool utf8) : at_(text), utf8_(utf8) {}
+    XmlScan(const std::string& text, bool utf8) : at_(text.c_str()), end_(at_ + text.size()), utf8_(utf8) {}
 
     bool Run() {
         for (SkipSpace(); *at_ && items_ <= MAX_XML_ITEMS; SkipSpace())
@@ -41,7 +40,7 @@ public:
 
 private:
     bool Markup() {
-        if (strncasecmp(at_, "<?xml", 5) == 0)
+        if (StartsWithAnyCase("<?xml"))
             return Declaration();
         if (StartsWith("<!--"))
             return SkipPast("-->", 4);
@@ -54,8 +53,8 @@ private:
         at_ += 5;
         while (*at_ && *at_ != '>') {
             SkipSpace();
-            const bool known = strncasecmp(at_, "version", 7) == 0 || strncasecmp(at_, "encoding", 8) == 0 ||
-                               strncasecmp(at_, "standalone", 10) == 0;
+            const bool known = StartsWithAnyCase("version") || StartsWithAnyCase("encoding") ||
+                               StartsWithAnyCase("standalone");
             if (known && !Attribute())
                 return false;
             while (!known && *at_ && *at_ != '>' && !IsSpace(*at_))
@@ -106,16 +105,16 @@ private:
     bool SkipName() {
         if (!IsNameStart(*at_))
             return false;
-        while (IsNameStart(*at_) || std::isdigit(Unsigned(*at_)) || (*at_ && std::strchr("-.:", *at_)))
+        while (IsNameStart(*at_) || std::isdigit(Unsigned(*at_)) || *at_ == '-' || *at_ == '.' || *at_ == ':')
             ++at_;
         return true;
     }
 
     // Always true: a text that ends first is the parser's to judge.
-    bool SkipPast(const char* end, int from = 0) {
+    bool SkipPast(std::string_view end, int from = 0) {
         at_ += from;
-        const char* found = std::strstr(at_, end);
-        at_ = found ? found + std::strlen(end) : at_ + std::strlen(at_);
+        const std::size_t found = Rest().find(end);
+        at_ = found == std::string_view::npos ? end_ : at_ + found + end.size();
         return true;
     }
 
@@ -133,9 +132,10 @@ private:
     bool SkipNumericEntity() {
         const bool hexadecimal = at_[2] == 'x';
         at_ += hexadecimal ? 3 : 2;
-        const std::size_t digits = std::strspn(at_, hexadecimal ? "0123456789abcdefABCDEF" : "0123456789");
-        at_ += digits;
-        return digits > 0 && *at_++ == ';';
+        const char* first = at_;
+        while (hexadecimal ? std::isxdigit(Unsigned(*at_)) : std::isdigit(Unsigned(*at_)))
+            ++at_;
+        return at_ > first && *at_++ == ';';
     }
 
     void SkipSpace() {
@@ -149,7 +149,13 @@ private:
                 return;
     }
 
-    bool StartsWith(const char* what) const { return std::strncmp(at_, what, std::strlen(what)) == 0; }
+    std::string_view Rest() const { return {at_, static_cast<std::size_t>(end_ - at_)}; }
+    bool StartsWith(std::string_view what) const { return Rest().starts_with(what); }
+    bool StartsWithAnyCase(std::string_view lowerCase) const {
+        return std::equal(lowerCase.begin(), lowerCase.end(), at_,
+                          at_ + std::min(lowerCase.size(), Rest().size()),
+                          [](char a, char b) { return a == std::tolower(Unsigned(b)); });
+    }
     static unsigned char Unsigned(char byte) { return static_cast<unsigned char>(byte); }
     static bool IsSpace(char byte) { return std::isspace(Unsigned(byte)) != 0; }
     static bool IsNameStart(char byte) {
@@ -165,6 +171,7 @@ private:
     }
 
     const char* at_;
+    const char* end_;
     bool utf8_;
     int depth_ = 0;
     int items_ = 0;
@@ -173,5 +180,5 @@ private:
 }  // namespace
 
 bool IsWithinXmlBounds(const std::string& paddedText, bool utf8) {
-    return XmlScan(paddedText.c_str(), utf8).Run();
+    return XmlScan(paddedText, utf8).Run();
 }

@@ -15,7 +15,11 @@
 namespace {
 
 // Of processor time, so that a busy machine does not count.
-constexpr std::clock_t ONE_SECOND = CLOCKS_PER_SEC;
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::clock_t SOON = 10 * CLOCKS_PER_SEC;
+#else
+constexpr std::clock_t SOON = CLOCKS_PER_SEC;
+#endif
 
 CAtlStringA Bytes(const std::string& text) {
     return CAtlStringA(text.data(), static_cast<int>(text.size()));
@@ -134,9 +138,7 @@ TEST(XmlDoor, HostileTextsAreQuick) {
     for (const auto& c : cases) {
         const std::clock_t start = std::clock();
         EXPECT_EQ(Parses(c.text), c.good) << c.situation;
-#ifndef __SANITIZE_ADDRESS__
-        EXPECT_LT(std::clock() - start, ONE_SECOND) << c.situation;
-#endif
+        EXPECT_LT(std::clock() - start, SOON) << c.situation;
     }
 }
 
