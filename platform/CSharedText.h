@@ -184,15 +184,15 @@ public:
         if (count == 0)
             return 0;
         MakePrivate(GetLength());
-        std::remove(data_, data_ + GetLength(), ch);
-        SetLength(GetLength() - count);
+        const Char* last = std::remove(data_, data_ + GetLength(), ch);
+        SetLength(IndexOf(last));
         return count;
     }
 
     // Inserts before index, which is clamped to the text; returns the new length.
     int Insert(int index, Char ch) { return InsertRange(index, &ch, 1); }
     int Insert(int index, const Text& text) {
-        const Text keep(text);
+        const Text keep(text);  // NOLINT(performance-unnecessary-copy-initialization): may be this text.
         return InsertRange(index, keep.GetString(), keep.GetLength());
     }
 

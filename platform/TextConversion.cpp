@@ -4,6 +4,7 @@
 #include "platform/TextConversion.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <cwchar>
@@ -146,7 +147,7 @@ int Utf8Size(const wchar_t* text, int length) {
 int EncodeUtf8(const wchar_t* text, int length, char* out) {
     char* next = out;
     for (const wchar_t* at = text; at < text + length; ++at) {
-        const auto code = static_cast<std::uint32_t>(*at);
+        const auto code = std::bit_cast<std::uint32_t>(*at);
         if (code < 0x80)
             *next++ = static_cast<char>(code);
         else if (code < 0x800)

@@ -91,7 +91,7 @@ TEST(TextLayout, SharesUntilChanged) {
 TEST(TextLayout, LockedTextsAreCopiedDeeply) {
     CAtlString locked(L"abc");
     const_cast<std::int32_t*>(reinterpret_cast<const std::int32_t*>(locked.GetString()))[-3] = -1;
-    const CAtlString copy(locked);
+    const CAtlString copy(locked);  // NOLINT(performance-unnecessary-copy-initialization): the test.
     EXPECT_NE(copy.GetString(), locked.GetString());
     EXPECT_EQ(copy, locked);
     EXPECT_EQ(HeaderOf(copy), (Fields{1, 3, 3}));

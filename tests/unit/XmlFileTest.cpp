@@ -123,7 +123,7 @@ TEST(XmlDoor, BoundsHoldAtTheirEdge) {
 }
 
 TEST(XmlDoor, HostileTextsAreQuick) {
-    const std::string big(10 * 1024 * 1024, 'v');
+    const std::string big(std::size_t{10} * 1024 * 1024, 'v');
     const struct {
         const char* situation;
         std::string text;
