@@ -3,6 +3,7 @@
 
 #include "platform/CAtlString.h"
 
+#include <boost/container/small_vector.hpp>
 #include <cerrno>
 #include <cstdarg>
 #include <new>
@@ -20,9 +21,10 @@ constexpr int FIRST_FORMAT_CAPACITY = 256;
 
 // The characters of UTF-8 text can be no more than its bytes that do not continue a sequence.
 int MaxDecodedLength(const char* bytes, int length) {
-    return static_cast<int>(std::count_if(bytes, bytes + length, [](char byte) {
-        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-    }));
+    int count = 0;
+    for (int i = 0; i < length; ++i)
+        count += (static_cast<unsigned char>(bytes[i]) & 0xC0U) != 0x80U ? 1 : 0;
+    return count;
 }
 
 // Below the surrogates, where UTF-16 has the same number for the character.
@@ -35,9 +37,17 @@ int LengthOfBytes(const char* bytes) {
 }
 
 CAtlString Decoded(const char* bytes, int length) {
-    // A stray continuation byte ends the decoding, so a first one leaves nothing to make room for.
-    const int room = length > 0 ? MaxDecodedLength(bytes, length) : 0;
     CAtlString text;
+    if (length <= 0)
+        return text;
+    // Most texts are ASCII and are widened many characters at once.
+    if (IsAscii(bytes, length)) {
+        std::copy_n(bytes, length, text.GetBuffer(length));
+        text.ReleaseBuffer(length);
+        return text;
+    }
+    // A stray continuation byte ends the decoding, so a first one leaves nothing to make room for.
+    const int room = MaxDecodedLength(bytes, length);
     wchar_t* out = room > 0 ? text.GetBuffer(room) : nullptr;
     const int count = room > 0 ? DecodeUtf8(bytes, length, out) : 0;
     if (count == 0)
@@ -46,22 +56,43 @@ CAtlString Decoded(const char* bytes, int length) {
     return text;
 }
 
-// Nothing when formatting fails. What a too small buffer and an encoding error have in common is the result;
-// what tells them apart is errno.
+// The format with every "%s" as "%ls", 0-terminated. Formats are short: none needs an allocation of its own.
+using WideFormat = boost::container::small_vector<wchar_t, 64>;
+
+WideFormat WithWideArguments(const wchar_t* format) {
+    WideFormat wide;
+    for (; *format; ++format) {
+        wide.push_back(*format);
+        if (format[0] == L'%' && format[1] == L's')
+            wide.push_back(L'l');
+    }
+    wide.push_back(L'\0');
+    return wide;
+}
+
+// Whether the text fits into a buffer of capacity characters. What a too small buffer and an encoding error
+// have in common is the result; what tells them apart is errno.
+bool TryFormat(wchar_t* buffer, int capacity, const WideFormat& format, std::va_list arguments) {
+    std::va_list copy;
+    va_copy(copy, arguments);
+    errno = 0;
+    const int written = std::vswprintf(buffer, static_cast<std::size_t>(capacity), format.data(), copy);
+    va_end(copy);
+    return written >= 0 && written < capacity;
+}
+
+// Nothing when formatting fails.
 std::optional<CAtlString> Formatted(const wchar_t* format, std::va_list arguments) {
-    CAtlString wideFormat(format);
-    wideFormat.Replace(CAtlString(L"%s"), CAtlString(L"%ls"));
-    for (int capacity = FIRST_FORMAT_CAPACITY; capacity <= CAtlString::MAX_FORMATTED; capacity *= 2) {
+    const WideFormat wideFormat = WithWideArguments(format ? format : L"");
+    // Nearly every text fits here and costs one allocation, its own.
+    wchar_t first[FIRST_FORMAT_CAPACITY];
+    if (TryFormat(first, FIRST_FORMAT_CAPACITY, wideFormat, arguments))
+        return CAtlString(first);
+    for (int capacity = 2 * FIRST_FORMAT_CAPACITY; capacity <= CAtlString::MAX_FORMATTED && errno != EILSEQ;
+         capacity *= 2) {
         std::vector<wchar_t> buffer(static_cast<std::size_t>(capacity));
-        std::va_list copy;
-        va_copy(copy, arguments);
-        errno = 0;
-        const int written = std::vswprintf(buffer.data(), buffer.size(), wideFormat.GetString(), copy);
-        va_end(copy);
-        if (written >= 0 && written < capacity)
+        if (TryFormat(buffer.data(), capacity, wideFormat, arguments))
             return CAtlString(buffer.data());
-        if (errno == EILSEQ)
-            break;
     }
     return std::nullopt;
 }

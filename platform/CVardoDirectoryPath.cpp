@@ -40,6 +40,22 @@ bool IsWhollyDecoded(const char* bytes, const CAtlString& decoded) {
     return std::strcmp(DuplicateAsUtf8(decoded.GetString()).get(), bytes) == 0;
 }
 
+// Calls use(bytes, name) for each entry of a folder but those that begin with "." and those that are no
+// UTF-8.
+template <typename Use>
+void ForEachName(const CAtlString& path, const Use& use) {
+    const std::unique_ptr<char[]> pathBytes = DuplicateAsUtf8(path.GetString());
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(
+        FileSystem::Exists(path) ? opendir(pathBytes.get()) : nullptr, &closedir);
+    if (!directory)
+        return;
+    while (const dirent* entry = readdir(directory.get())) {
+        const CAtlString name(entry->d_name);
+        if (entry->d_name[0] != '.' && IsWhollyDecoded(entry->d_name, name))
+            use(entry->d_name, name);
+    }
+}
+
 }  // namespace
 
 CVardoDirectoryPath::CVardoDirectoryPath(const CAtlString& path) : path_(NormalPath(path)) {}
@@ -82,22 +98,20 @@ bool CVardoDirectoryPath::Create() const {
 }
 
 void CVardoDirectoryPath::ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const {
-    const std::unique_ptr<char[]> pathBytes = DuplicateAsUtf8(path_.GetString());
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(Exists() ? opendir(pathBytes.get()) : nullptr,
-                                                        &closedir);
-    if (!directory)
-        return;
     const std::unique_ptr<char[]> patternBytes = DuplicateAsUtf8(pattern.GetString());
     const CAtlString folder = WithTrailingSlash(path_);
-    while (const dirent* entry = readdir(directory.get())) {
-        const CAtlString name(entry->d_name);
-        if (entry->d_name[0] == '.' || !IsWhollyDecoded(entry->d_name, name))
-            continue;
+    ForEachName(path_, [&](const char* bytes, const CAtlString& name) {
+        // The name is looked at first: that saves two calls of the system for each of the others.
+        if (fnmatch(patternBytes.get(), bytes, 0) != 0)
+            return;
         const CVardoFilePath file(folder + name);
-        if (file.Exists() && !FileSystem::IsDirectory(file.GetFilePathString()) &&
-            fnmatch(patternBytes.get(), entry->d_name, 0) == 0)
+        if (file.Exists() && !FileSystem::IsDirectory(file.GetFilePathString()))
             files.push_back(file);
-    }
+    });
+}
+
+void CVardoDirectoryPath::ListNames(std::vector<CAtlString>& names) const {
+    ForEachName(path_, [&](const char* /*bytes*/, const CAtlString& name) { names.push_back(name); });
 }
 
 CVardoDirectoryPath CVardoDirectoryPath::GetTempDirectory() {

@@ -34,6 +34,10 @@ public:
     // that begin with ".", directories, and what stat(2) fails for.
     void ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const;
 
+    // Appends the names of all entries, in the order of readdir(3), but for those that begin with "." and
+    // those that are no UTF-8.
+    void ListNames(std::vector<CAtlString>& names) const;
+
     // "/tmp/" and the name of the user that runs the process; created when it is missing.
     static CVardoDirectoryPath GetTempDirectory();
     // A file of the temporary directory that does not exist yet: base name and extension (with its dot), or

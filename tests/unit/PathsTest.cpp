@@ -18,6 +18,7 @@
 #include <unistd.h>
 
 #include "platform/Addresses.h"
+#include "platform/CFolderListing.h"
 #include "platform/CVardoDirectoryPath.h"
 #include "platform/CVardoFilePath.h"
 #include "platform/FileSystem.h"
@@ -241,6 +242,27 @@ TEST_F(Paths, ListsVisibleFilesOfAPattern) {
     CVardoDirectoryPath(In(L"missing").GetFilePathString()).ListFiles(L"*", files);
     CVardoDirectoryPath(In(L"a.xml").GetFilePathString()).ListFiles(L"*", files);
     EXPECT_EQ(files.size(), 3U);
+}
+
+TEST_F(Paths, AFolderReadOnceListsTheSameInTheSameOrder) {
+    for (int i = 0; i < 40; ++i)
+        Write(In((L"B" + std::to_wstring(i) + L".xml").c_str()), "x");
+    for (const wchar_t* name :
+         {L"B.xml", L"Bx.xml", L"B.xml.bak", L"b.xml", L".B.xml", L"[B.xml", L"\u4E2D.xml"})
+        Write(In(name), "x");
+    ASSERT_TRUE(CVardoDirectoryPath(In(L"B5d.xml").GetFilePathString()).Create());
+    const CFolderListing listing(root_);
+    for (const wchar_t* beginning :
+         {L"", L"B", L"B1", L"[B", L"B[12]", L"\u4E2D", L"B.xml", L"B.xm", L"absent"}) {
+        std::vector<CVardoFilePath> read;
+        std::vector<CVardoFilePath> listed;
+        root_.ListFiles(CAtlString(beginning) + L"*.xml", read);
+        listing.ListFiles(beginning, L".xml", listed);
+        EXPECT_TRUE(std::equal(
+            read.begin(), read.end(), listed.begin(), listed.end(),
+            [](const auto& a, const auto& b) { return a.GetFilePathString() == b.GetFilePathString(); }))
+            << Utf8(beginning);
+    }
 }
 
 TEST_F(Paths, TemporaryNamesAreFree) {
