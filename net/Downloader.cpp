@@ -8,6 +8,15 @@
 #include "platform/CVardoFilePath.h"
 #include "platform/ResultCodes.h"
 
+namespace {
+
+// A name for a fetched file: that of nothing else at this moment.
+CVardoFilePath TargetOf(const CAtlString& url) {
+    return CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(url).GetExtension(), Downloader::BASE_NAME);
+}
+
+}  // namespace
+
 void Downloader::SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) {
     proxyHandler_ = handler;
     if (!handler) {
@@ -23,14 +32,53 @@ void Downloader::SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& hand
 }
 
 CAtlString Downloader::Download(const CAtlString& url) {
-    const CAtlString extension = CVardoFilePath(url).GetExtension();
-    const CVardoFilePath target = CVardoDirectoryPath::GetTempFilePath(extension, BASE_NAME);
+    TakeProxySettings();
+    StartAhead();
+    CAtlString file;
+    const std::unique_ptr<CAheadTransfer> transfer = ahead_.Take(url);
+    if (!transfer || !Receive(*transfer, file))
+        file = Fetch(url);
+    StartAhead();
+    return file;
+}
+
+void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
+    ahead_.Plan(urls);
+    TakeProxySettings();
+    StartAhead();
+}
+
+CAtlString Downloader::Fetch(const CAtlString& url) {
+    const CVardoFilePath target = TargetOf(url);
     if (target.IsEmpty())
         return {};
-    TakeProxySettings();
     QtDownloader transfer;
     const int result = transfer.DownloadOnThread(url, target.GetFilePathString(), this);
+    RememberProxy(transfer.WasLetThrough());
     return result == RESULT_OK ? target.GetFilePathString() : CAtlString();
+}
+
+bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
+    const int result = transfer.Finish();
+    if (transfer.WasAskedForCredentials())
+        RememberProxy(false);
+    if (result != RESULT_OK && !transfer.CanBeTrusted(*this))
+        return false;
+    transfer.Report(*this);
+    if (result == RESULT_OK)
+        file = transfer.HandOut(TargetOf(transfer.GetUrl()));
+    return true;
+}
+
+void Downloader::StartAhead() {
+    const bool isProxyOpen = GetProxyHost().Compare(openProxyHost_) == 0 && GetProxyPort() == openProxyPort_;
+    if (GetProxyMode() == DIRECT || isProxyOpen)
+        ahead_.Start(*this);
+}
+
+void Downloader::RememberProxy(bool isOpen) {
+    openProxyHost_ = isOpen ? GetProxyHost() : CAtlString();
+    openProxyPort_ = GetProxyPort();
 }
 
 void Downloader::TakeProxySettings() {

@@ -4,6 +4,7 @@
 // The one service that fetches from the network.
 #pragma once
 
+#include "net/CFetchAhead.h"
 #include "net/ConnectionInfo.h"
 #include "net/IDownloader.h"
 #include "net/ProxyHandlerBase.h"
@@ -11,8 +12,13 @@
 #include <boost/shared_ptr.hpp>
 
 // Fetches over HTTP into a fresh file of the temporary directory, through the proxy that its handler knows.
-// GUI thread only: the transfer has a thread of its own, and questions for credentials come back here while
+// GUI thread only: each transfer has a thread of its own, and questions for credentials come back here while
 // Download waits.
+//
+// What FetchAhead announces is on its way before Download is asked for it, up to CFetchAhead::LIMIT files at
+// once. Through a proxy that is only so after it has let a request pass: until then requests go one by one,
+// so that there is one question for credentials at a time. The request that waits its turn never asks the
+// user.
 class Downloader : public IDownloader, public ConnectionInfo {
 public:
     // What the names of fetched files begin with.
@@ -22,9 +28,24 @@ public:
     // credentials; an empty handler leaves such questions unanswered.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;
     CAtlString Download(const CAtlString& url) override;
+    void FetchAhead(const std::vector<CAtlString>& urls) override;
 
 private:
     void TakeProxySettings();
+    // A transfer that starts now; the file's path, or an empty text.
+    CAtlString Fetch(const CAtlString& url);
+    // Waits for a transfer that was fetched ahead and hands out its file, or an empty text. False when it
+    // must be fetched now instead: it met a question for credentials, or failed with settings that have
+    // changed.
+    bool Receive(CAheadTransfer& transfer, CAtlString& file);
+    // Starts what may be on its way by now.
+    void StartAhead();
+    // What became of a request through the present proxy.
+    void RememberProxy(bool isOpen);
 
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
+    // The proxy that let the last request pass; no host when there is none.
+    CAtlString openProxyHost_;
+    int openProxyPort_ = 0;
+    CFetchAhead ahead_;
 };

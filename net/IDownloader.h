@@ -7,6 +7,7 @@
 #include "platform/CAtlString.h"
 
 #include <boost/shared_ptr.hpp>
+#include <vector>
 
 class ProxyHandlerBase;
 
@@ -20,4 +21,8 @@ public:
     // fetch failed, for whatever reason. Serves the thread's events while it waits, and must not be entered
     // again meanwhile.
     virtual CAtlString Download(const CAtlString& url) = 0;
+    // Says what Download will be asked for next, in that order and as often as it stands here, in place of
+    // what was said before; with an empty list, that nobody waits for the rest any more. A downloader may use
+    // the time to fetch ahead.
+    virtual void FetchAhead(const std::vector<CAtlString>& /*urls*/) {}
 };

@@ -30,6 +30,15 @@ QtDownloader::QtDownloader(std::chrono::milliseconds silenceLimit) : silenceLimi
 
 QtDownloader::~QtDownloader() = default;
 
+bool QtDownloader::WasLetThrough() const {
+    return status_ != 0 && status_ != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
+}
+
+void QtDownloader::WakeUp() {
+    QtDownloaderBase::WakeUp();
+    requestFinished_.Set();
+}
+
 int QtDownloader::Download(const CAtlString& url, const CAtlString& file) {
     const QUrl address(url.ToQString());
     if (address.scheme() != QLatin1String("http"))
@@ -69,7 +78,10 @@ void QtDownloader::Attempt(const QUrl& address, const CAtlString& userName, cons
     requestFinished_.Clear();
     http_->setProxy(Route(Info(), userName, password));
     http_->setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
-    requestId_ = http_->get(address.path(QUrl::FullyEncoded), &file);
+    if (IsAbandoned())
+        requestFinished_.Set();
+    else
+        requestId_ = http_->get(address.path(QUrl::FullyEncoded), &file);
     requestFinished_.Wait();
 }
 
@@ -86,7 +98,8 @@ int QtDownloader::Judge(QFile& file) const {
 }
 
 bool QtDownloader::GaveUp() const {
-    return http_->error() == QHttp::Error::SILENCE || http_->error() == QHttp::Error::NOT_WRITTEN;
+    return IsAbandoned() || http_->error() == QHttp::Error::SILENCE ||
+           http_->error() == QHttp::Error::NOT_WRITTEN;
 }
 
 void QtDownloader::httpRequestFinished(int id, bool error) {

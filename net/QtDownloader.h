@@ -27,7 +27,11 @@ public:
     explicit QtDownloader(std::chrono::milliseconds silenceLimit = SILENCE_LIMIT);
     ~QtDownloader() override;
 
+    // After Finish: whether an answer came that was not a proxy's question for credentials.
+    bool WasLetThrough() const;
+
 protected:
+    void WakeUp() override;
     int Download(const CAtlString& url, const CAtlString& file) override;
 
 protected slots:
@@ -45,7 +49,7 @@ private:
     // There is no proxy's question left to answer.
     bool IsOver() const;
     int Judge(QFile& file) const;
-    // The attempt ended on this side: no answer in time, or no room for it.
+    // The attempt ended on this side: no answer in time, no room for it, or nobody who wants it.
     bool GaveUp() const;
 
     std::chrono::milliseconds silenceLimit_;

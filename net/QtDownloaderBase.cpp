@@ -3,7 +3,6 @@
 
 #include "net/QtDownloaderBase.h"
 
-#include "net/QThreadWithLoop.h"
 #include "net/QtDownloaderSignalProxy.h"
 
 QtDownloaderBase::QtDownloaderBase() : forwarder_(new QtDownloaderSignalProxy(this)) {
@@ -25,19 +24,38 @@ QtDownloaderBase::QtDownloaderBase() : forwarder_(new QtDownloaderSignalProxy(th
 }
 
 int QtDownloaderBase::DownloadOnThread(const CAtlString& url, const CAtlString& file, ConnectionInfo* info) {
+    Start(url, file, info);
+    return Finish();
+}
+
+void QtDownloaderBase::Start(const CAtlString& url, const CAtlString& file, ConnectionInfo* info) {
     info_ = info;
     forwarder_->SetHandler(info);
-    QThreadWithLoop thread([this, url, file] { return Download(url, file); });
-    thread.start(QThread::InheritPriority);
-    thread.WaitWithEvents();
-    return thread.GetResult();
+    thread_ = std::make_unique<QThreadWithLoop>([this, url, file] { return Download(url, file); });
+    thread_->start(QThread::InheritPriority);
+}
+
+int QtDownloaderBase::Finish() {
+    thread_->WaitWithEvents();
+    return thread_->GetResult();
+}
+
+void QtDownloaderBase::Abandon() {
+    abandoned_ = true;
+    WakeUp();
+    thread_->wait();
 }
 
 bool QtDownloaderBase::RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName,
                                         CAtlString& password) {
     answerReceived_.Clear();
-    emit ProxyAuthRequiredSignal(host, port, userName, password);
+    if (IsAbandoned())
+        answerReceived_.Set();
+    else
+        emit ProxyAuthRequiredSignal(host, port, userName, password);
     answerReceived_.Wait();
+    if (IsAbandoned())
+        return false;
     userName = answeredUserName_;
     password = answeredPassword_;
     return answer_;

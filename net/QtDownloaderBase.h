@@ -4,10 +4,13 @@
 // A transfer on a thread of its own, and its talk with the thread that asked for it.
 #pragma once
 
+#include "net/QThreadWithLoop.h"
 #include "net/WakingFlag.h"
 #include "platform/CAtlString.h"
 
 #include <QObject>
+#include <atomic>
+#include <memory>
 
 class ConnectionInfo;
 class QtDownloaderSignalProxy;
@@ -25,6 +28,15 @@ public:
     // RESULT_ codes.
     int DownloadOnThread(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
 
+    // The same in two steps: Start returns at once, Finish waits, with the events of the asking thread
+    // flowing, and returns the result. Between them that thread must serve its events for the transfer to
+    // come on.
+    void Start(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
+    int Finish();
+    // Ends a started transfer, whose result nobody wants any more, and waits for its end without serving
+    // events. Needed before the destruction of a transfer that was not finished.
+    void Abandon();
+
 signals:
     void ConnectionFailedSignal(const CAtlString& error);
     void ProxyAuthCanceledSignal();
@@ -39,12 +51,17 @@ protected:
     // answer, however long the user takes. Whether userName and password, which it replaces, are to be tried.
     bool RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     ConnectionInfo& Info() const { return *info_; }
+    // Wakes the transfer's thread from whatever it waits for; it looks at IsAbandoned then.
+    virtual void WakeUp() { answerReceived_.Set(); }
+    bool IsAbandoned() const { return abandoned_; }
 
 protected slots:
     virtual void ProxyAuthRequestDoneSlot(bool ret, const CAtlString& userName, const CAtlString& password);
 
 private:
     QtDownloaderSignalProxy* forwarder_;
+    std::unique_ptr<QThreadWithLoop> thread_;
+    std::atomic<bool> abandoned_ = false;
     ConnectionInfo* info_ = nullptr;
     WakingFlag answerReceived_;
     bool answer_ = false;

@@ -17,6 +17,14 @@ bool HasWantedUpdate(const IProduct& product) {
     return false;
 }
 
+std::vector<CAtlString> CheckAddresses(const IProduct::List& products) {
+    std::vector<CAtlString> addresses;
+    for (const auto& product : products)
+        if (const CAtlString address = product->GetCheckAddress(); !address.IsEmpty())
+            addresses.push_back(address);
+    return addresses;
+}
+
 }  // namespace
 
 CProductListController::CProductListController(const boost::shared_ptr<IEnvironment>& environment)
@@ -47,17 +55,25 @@ bool CProductListController::UpdateProductList() {
 
 bool CProductListController::FindInstalled() {
     const IProduct::List products = GetProducts();
+    // Read once, not once for each product: the time of that grows with the square of their number.
+    const auto folder = boost::make_shared<const CFolderListing>(environment_->SharedDataFolder());
     bool found = false;
-    for (const auto& product : products)
+    for (const auto& product : products) {
+        product->SetSharedFolder(folder);
         found = product->FindInstalled() || found;
+        product->SetSharedFolder(nullptr);
+    }
     for (const auto& product : products)
         product->ApplyDisablers(products);
     return found;
 }
 
 bool CProductListController::CheckForUpdates() {
+    const IProduct::List products = GetProducts();
+    if (downloader_)
+        downloader_->FetchAhead(CheckAddresses(products));
     bool succeeded = false;
-    for (const auto& product : GetProducts()) {
+    for (const auto& product : products) {
         if (checkStarted_)
             checkStarted_(product);
         product->SetDownloader(downloader_);
@@ -65,6 +81,8 @@ bool CProductListController::CheckForUpdates() {
         if (checkFinished_)
             checkFinished_(product);
     }
+    if (downloader_)
+        downloader_->FetchAhead({});
     lastCheckResult_ = succeeded;
     return succeeded;
 }

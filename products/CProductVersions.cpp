@@ -17,7 +17,7 @@ namespace {
 // One line on standard output for whoever wants to know why a product is disabled.
 void ReportDisabler(const CAtlString& key, const CAtlString& uid) {
     std::cout << CAtlStringA(key.GetString()).GetString() << ' ' << CAtlStringA(uid.GetString()).GetString()
-              << std::endl;
+              << '\n';
 }
 
 }  // namespace
@@ -66,7 +66,10 @@ bool CProductVersions::FindInstalled() {
 
 void CProductVersions::FindDescriptionFiles() {
     descriptionFiles_.clear();
-    environment_->SharedDataFolder().ListFiles(baseName_ + L"*.xml", descriptionFiles_);
+    if (GetSharedFolder())
+        GetSharedFolder()->ListFiles(baseName_, L".xml", descriptionFiles_);
+    else
+        environment_->SharedDataFolder().ListFiles(baseName_ + L"*.xml", descriptionFiles_);
     std::erase_if(descriptionFiles_, [this](const CVardoFilePath& file) { return !IsDescriptionFile(file); });
 }
 
@@ -88,6 +91,10 @@ bool CProductVersions::CheckForUpdates() {
         return false;
     current_->SetDownloader(GetDownloader().get());
     return current_->LoadRemote();
+}
+
+CAtlString CProductVersions::GetCheckAddress() const {
+    return current_ ? current_->GetRemoteAddress() : CAtlString();
 }
 
 bool CProductVersions::HasAction(unsigned item) const {

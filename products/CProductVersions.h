@@ -27,6 +27,7 @@ public:
     bool Init(const TiXmlElement* element) override;
     bool FindInstalled() override;
     bool CheckForUpdates() override;
+    CAtlString GetCheckAddress() const override;
     CAtlString GetKey() const override { return baseName_; }
     QString GetName() const override { return name_; }
     bool IsChecked(unsigned item) const override { return items_[item]->IsRemoteLoaded(); }

@@ -66,11 +66,14 @@ bool GalleryVersion::CheckForUpdates() {
     checked_ = false;
     if (!GetDownloader())
         return false;
-    const CVardoFilePath fetched(
-        GetDownloader()->Download(JoinTrimmed(defaultAddress_, L"gallery_categories.xml")));
+    const CVardoFilePath fetched(GetDownloader()->Download(GetCheckAddress()));
     checked_ = ReadPublishedCategories(fetched);
     fetched.Delete();
     return checked_;
+}
+
+CAtlString GalleryVersion::GetCheckAddress() const {
+    return JoinTrimmed(defaultAddress_, L"gallery_categories.xml");
 }
 
 bool GalleryVersion::ReadPublishedCategories(const CVardoFilePath& file) {

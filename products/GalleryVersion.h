@@ -27,6 +27,7 @@ public:
     bool Init(const TiXmlElement* element) override;
     bool FindInstalled() override;
     bool CheckForUpdates() override;
+    CAtlString GetCheckAddress() const override;
     CAtlString GetKey() const override { return GetWebPage(); }
     QString GetName() const override { return name_.ToQString(); }
     bool IsChecked(unsigned /*item*/) const override { return checked_; }

@@ -6,6 +6,7 @@
 
 #include "net/IDownloader.h"
 #include "platform/CAtlString.h"
+#include "platform/CFolderListing.h"
 
 #include <QList>
 #include <QString>
@@ -33,6 +34,8 @@ public:
     // Fetches and reads the remote descriptions with the downloader; true when that succeeded. False without
     // a downloader.
     virtual bool CheckForUpdates() = 0;
+    // The address that CheckForUpdates fetches; empty when it will fetch nothing.
+    virtual CAtlString GetCheckAddress() const { return {}; }
     // The name by which disablers refer to the product.
     virtual CAtlString GetKey() const = 0;
     virtual QString GetName() const = 0;
@@ -61,12 +64,17 @@ public:
     // The name under which the product's description files are found.
     virtual CAtlString GetDescriptionName() const = 0;
 
+    // What the shared data folder holds, for the length of a pass over many products; null, as at first,
+    // makes FindInstalled read the folder itself.
+    void SetSharedFolder(const boost::shared_ptr<const CFolderListing>& folder) { sharedFolder_ = folder; }
     // Who fetches for the checks; set by the controller before each of them.
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
 
 protected:
     const boost::shared_ptr<IDownloader>& GetDownloader() const { return downloader_; }
+    const CFolderListing* GetSharedFolder() const { return sharedFolder_.get(); }
 
 private:
+    boost::shared_ptr<const CFolderListing> sharedFolder_;
     boost::shared_ptr<IDownloader> downloader_;
 };

@@ -67,10 +67,14 @@ bool Notification::CheckForUpdates() {
     checked_ = false;
     if (!GetDownloader())
         return false;
-    const CVardoFilePath fetched(GetDownloader()->Download(JoinTrimmed(messageFolder_, messageFile_)));
+    const CVardoFilePath fetched(GetDownloader()->Download(GetCheckAddress()));
     checked_ = ReadMessage(fetched);
     fetched.Delete();
     return checked_;
+}
+
+CAtlString Notification::GetCheckAddress() const {
+    return JoinTrimmed(messageFolder_, messageFile_);
 }
 
 bool Notification::ReadMessage(const CVardoFilePath& file) {

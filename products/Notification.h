@@ -28,6 +28,7 @@ public:
     bool Init(const TiXmlElement* element) override;
     bool FindInstalled() override;
     bool CheckForUpdates() override;
+    CAtlString GetCheckAddress() const override;
     CAtlString GetKey() const override { return key_; }
     // The text in the user's language, else in that language without its region, else in English.
     QString GetName() const override;

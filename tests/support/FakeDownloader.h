@@ -34,6 +34,14 @@ public:
         return CAtlString(files.back().c_str());
     }
 
+    void FetchAhead(const std::vector<CAtlString>& urls) override {
+        announced.emplace_back();
+        for (const CAtlString& url : urls)
+            announced.back().push_back(url.ToQString().toStdString());
+    }
+
+    // What each announcement said.
+    std::vector<std::vector<std::string>> announced;
     // The addresses asked for and the paths of the files handed out, in order.
     std::vector<std::string> addresses;
     std::vector<std::string> files;

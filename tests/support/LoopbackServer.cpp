@@ -131,6 +131,11 @@ std::vector<std::string> LoopbackServer::Targets() const {
     return targets;
 }
 
+int LoopbackServer::MostAtOnce() const {
+    const std::lock_guard lock(mutex_);
+    return mostAtOnce_;
+}
+
 // Only the acceptor touches conversations_, until it has ended.
 void LoopbackServer::Accept() {
     while (WaitReadable(listener_, std::chrono::milliseconds(-1))) {
@@ -142,14 +147,18 @@ void LoopbackServer::Accept() {
 
 void LoopbackServer::Converse(int connection) {
     std::string head;
-    if (ReadHead(connection, head))
+    if (ReadHead(connection, head)) {
         Send(connection, NextAnswer(ParseHead(head)));
+        const std::lock_guard lock(mutex_);
+        --atOnce_;
+    }
     close(connection);
 }
 
 LoopbackAnswer LoopbackServer::NextAnswer(const LoopbackRequest& request) {
     const std::lock_guard lock(mutex_);
     requests_.push_back(request);
+    mostAtOnce_ = std::max(mostAtOnce_, ++atOnce_);
     auto found = answers_.find(request.target);
     if (found == answers_.end())
         found = answers_.find(ANY);

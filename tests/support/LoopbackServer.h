@@ -67,6 +67,8 @@ public:
     std::size_t RequestCount() const { return Requests().size(); }
     // The targets of the requests.
     std::vector<std::string> Targets() const;
+    // The most requests that were being answered at the same time.
+    int MostAtOnce() const;
 
 private:
     void Accept();
@@ -83,6 +85,8 @@ private:
     mutable std::mutex mutex_;
     std::map<std::string, std::vector<LoopbackAnswer>> answers_;
     std::vector<LoopbackRequest> requests_;
+    int atOnce_ = 0;
+    int mostAtOnce_ = 0;
     std::vector<std::thread> conversations_;
     std::thread acceptor_;
 };

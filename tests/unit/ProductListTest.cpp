@@ -230,7 +230,10 @@ TEST_F(ProductList, EveryProductIsFoundAndCheckedInOrder) {
     downloader_->whileDownloading = [&events] { events += "get "; };
     controller_.SetCheckStartedCallback(record("+"));
     controller_.SetCheckFinishedCallback(record("-"));
+    downloader_->announced.clear();
     EXPECT_TRUE(controller_.CheckForUpdates());
+    using Addresses = std::vector<std::string>;
+    EXPECT_EQ(downloader_->announced, (std::vector<Addresses>{downloader_->addresses, Addresses()}));
     EXPECT_EQ(events, "+a get -a +absent -absent +c get -c +d get -d ");
     EXPECT_TRUE(controller_.GetLastCheckResult());
     EXPECT_TRUE(controller_.IsAnyUpdateAvailable());

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "net/CFetchAhead.h"
+
+#include <algorithm>
+
+#include "platform/CVardoDirectoryPath.h"
+
+void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {
+    entries_.clear();
+    started_ = 0;
+    for (const CAtlString& url : urls)
+        entries_.push_back({url, nullptr});
+}
+
+void CFetchAhead::Start(const ConnectionInfo& settings) {
+    for (; started_ < std::min(LIMIT, entries_.size()); ++started_) {
+        Entry& entry = entries_[started_];
+        CAtlString name;
+        name.Format(L"NBKTemp-%d", ++serial_);
+        const CVardoFilePath file =
+            CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(entry.url).GetExtension(), name);
+        if (file.IsEmpty())
+            return;
+        entry.transfer = std::make_unique<CAheadTransfer>(entry.url, file, settings);
+    }
+}
+
+std::unique_ptr<CAheadTransfer> CFetchAhead::Take(const CAtlString& url) {
+    const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                    [&](const Entry& entry) { return entry.url.Compare(url) == 0; });
+    if (found == entries_.end())
+        return nullptr;
+    std::unique_ptr<CAheadTransfer> transfer = std::move(found->transfer);
+    const auto gone = static_cast<std::size_t>(found - entries_.begin()) + 1;
+    started_ -= std::min(started_, gone);
+    entries_.erase(entries_.begin(), found + 1);
+    return transfer;
+}

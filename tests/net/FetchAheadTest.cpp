@@ -1,0 +1,227 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Files that are on their way before they are asked for.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+#include <memory>
+
+#include "net/CFetchAhead.h"
+#include "net/Downloader.h"
+#include "platform/CVardoDirectoryPath.h"
+#include "support/LoopbackServer.h"
+#include "support/TextPrinting.h"
+
+using testing::ElementsAre;
+using testing::UnorderedElementsAreArray;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int LIMIT = static_cast<int>(CFetchAhead::LIMIT);
+
+LoopbackAnswer After(std::chrono::milliseconds delay, const std::string& body) {
+    LoopbackAnswer answer = LoopbackAnswer::Body(body);
+    answer.delay = delay;
+    return answer;
+}
+
+class FetchAhead : public testing::Test {
+protected:
+    ~FetchAhead() override {
+        downloader_.reset();
+        EXPECT_EQ(FilesLeft(), QStringList()) << "left behind";
+    }
+
+    static std::string Target(int number) { return "/" + std::to_string(number) + ".xml"; }
+    static QStringList FilesLeft() {
+        return QDir(CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString())
+            .entryList(QDir::Files);
+    }
+
+    // Addresses of this server for so many files, each answered after a delay that grows and falls.
+    std::vector<CAtlString> Serve(int count, std::chrono::milliseconds unit) {
+        std::vector<CAtlString> urls;
+        for (int i = 0; i < count; ++i) {
+            server_.Serve(Target(i), After(unit * (1 + i * 7 % 3), Target(i)));
+            urls.emplace_back(server_.Address(Target(i)));
+        }
+        return urls;
+    }
+    // What was fetched, which is then deleted; "-" for a failure.
+    std::string Take(const CAtlString& url) {
+        const CAtlString path = downloader_->Download(url);
+        QFile file(path.ToQString());
+        if (path.IsEmpty() || !file.open(QIODevice::ReadOnly))
+            return "-";
+        const std::string contents = file.readAll().toStdString();
+        file.remove();
+        return contents;
+    }
+    std::vector<std::string> TakeAll(const std::vector<CAtlString>& urls) {
+        downloader_->FetchAhead(urls);
+        std::vector<std::string> contents;
+        for (const CAtlString& url : urls)
+            contents.push_back(Take(url));
+        downloader_->FetchAhead({});
+        return contents;
+    }
+
+    LoopbackServer server_;
+    std::unique_ptr<Downloader> downloader_ = std::make_unique<Downloader>();
+};
+
+}  // namespace
+
+TEST_F(FetchAhead, HandsOutEachFileInItsTurnAndAsksOnceForEach) {
+    const std::vector<CAtlString> urls = Serve(20, 10ms);
+    server_.Serve(Target(3), LoopbackAnswer::Status(404));
+    std::vector<std::string> targets;
+    std::vector<std::string> contents;
+    for (int i = 0; i < 20; ++i) {
+        targets.push_back(Target(i));
+        contents.push_back(i == 3 ? "-" : Target(i));
+    }
+    EXPECT_EQ(TakeAll(urls), contents);
+    EXPECT_THAT(server_.Targets(), UnorderedElementsAreArray(targets));
+    EXPECT_GT(server_.MostAtOnce(), 1);
+    EXPECT_LE(server_.MostAtOnce(), LIMIT);
+}
+
+TEST_F(FetchAhead, WaitsForASlowServerManyTimesAtOnce) {
+    constexpr int FILES = 4 * LIMIT;
+    std::vector<CAtlString> urls(FILES, CAtlString(server_.Address("/same.xml")));
+    server_.Serve("/same.xml", After(200ms, "x"));
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_THAT(TakeAll(urls), testing::Each("x"));
+    EXPECT_LT(timer.elapsed(), FILES * 200 / 3);
+    EXPECT_EQ(server_.RequestCount(), static_cast<std::size_t>(FILES)) << "as often as it was asked for";
+}
+
+TEST_F(FetchAhead, NamesFilesAsAnyOtherFetchDoes) {
+    const std::vector<CAtlString> urls = Serve(3, 1ms);
+    downloader_->FetchAhead(urls);
+    const CAtlString first = downloader_->Download(urls[0]);
+    const CAtlString second = downloader_->Download(urls[1]);
+    EXPECT_EQ(CVardoFilePath(first).GetFileName(), CAtlString(L"NBKTemp.xml"));
+    EXPECT_EQ(CVardoFilePath(second).GetFileName().Left(8), CAtlString(L"NBKTemp("));
+    for (const CAtlString& path : {first, second})
+        EXPECT_TRUE(CVardoFilePath(path).Exists() && CVardoFilePath(path).Delete());
+}
+
+TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
+    const std::vector<CAtlString> urls = Serve(LIMIT, 1ms);
+    downloader_->FetchAhead(urls);
+    EXPECT_EQ(Take(urls[3]), Target(3));
+    EXPECT_EQ(Take(urls[1]), Target(1)) << "passed over, and fetched now";
+    EXPECT_EQ(Take(urls[4]), Target(4));
+    downloader_->FetchAhead({});
+    EXPECT_EQ(FilesLeft(), QStringList());
+}
+
+TEST_F(FetchAhead, EndsTransfersThatNobodyWaitsFor) {
+    server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
+    const std::vector<CAtlString> urls(2 * LIMIT, CAtlString(server_.Address("/silent.xml")));
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < 3; ++i) {
+        downloader_->FetchAhead(urls);
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return server_.RequestCount() > static_cast<std::size_t>(LIMIT * i); }));
+        downloader_->FetchAhead({});
+        EXPECT_EQ(FilesLeft(), QStringList());
+    }
+    downloader_->FetchAhead(urls);
+    downloader_.reset();
+    EXPECT_LT(timer.elapsed(), 10'000);
+}
+
+class FetchAheadThroughProxy : public FetchAhead {
+protected:
+    FetchAheadThroughProxy() {
+        downloader_->SetProxy(L"127.0.0.1", server_.Port());
+        downloader_->SetProxyAuthRequiredCallback(
+            [this](const CAtlString&, int, CAtlString& userName, CAtlString& password) {
+                EXPECT_FALSE(asking_) << "two questions at once";
+                asking_ = true;
+                requestsBeforeQuestion_.push_back(server_.RequestCount());
+                QCoreApplication::processEvents();
+                userName = "user";
+                password = "word";
+                asking_ = false;
+                return answer_;
+            });
+    }
+
+    // Known to no resolver; each file's contents are its number.
+    std::vector<CAtlString> ServeThroughProxy(int count) {
+        std::vector<CAtlString> urls;
+        for (int i = 0; i < count; ++i) {
+            urls.emplace_back(("http://updates.invalid" + Target(i)).c_str());
+            server_.Serve("http://updates.invalid" + Target(i), After(5ms, Target(i)));
+        }
+        return urls;
+    }
+    void ChallengeOnce(int number) {
+        server_.Serve("http://updates.invalid" + Target(number), {CHALLENGE, LoopbackAnswer::Body("late")});
+    }
+
+    const LoopbackAnswer CHALLENGE = LoopbackAnswer::Challenge("Basic realm=\"test\"");
+    bool answer_ = true;
+    bool asking_ = false;
+    std::vector<std::size_t> requestsBeforeQuestion_;
+};
+
+TEST_F(FetchAheadThroughProxy, LetsOneRequestGoFirst) {
+    const std::vector<CAtlString> urls = ServeThroughProxy(12);
+    ChallengeOnce(0);
+    const std::vector<std::string> contents = TakeAll(urls);
+    EXPECT_EQ(contents.front(), "late");
+    EXPECT_EQ(contents.back(), Target(11));
+    EXPECT_THAT(requestsBeforeQuestion_, ElementsAre(1U));
+    EXPECT_EQ(server_.RequestCount(), urls.size() + 1);
+    EXPECT_GT(server_.MostAtOnce(), 1) << "after the first";
+}
+
+TEST_F(FetchAheadThroughProxy, GoesOneByOneWhileTheProxyLetsNothingPass) {
+    const std::vector<CAtlString> urls = ServeThroughProxy(8);
+    for (int i = 0; i < 8; ++i)
+        server_.Serve("http://updates.invalid" + Target(i), CHALLENGE);
+    answer_ = false;
+    EXPECT_THAT(TakeAll(urls), testing::Each("-"));
+    EXPECT_THAT(requestsBeforeQuestion_, ElementsAre(1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U));
+    for (const QString& answerOfTheProxy : FilesLeft())
+        QFile::remove(CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString() + '/' +
+                      answerOfTheProxy);
+}
+
+TEST_F(FetchAheadThroughProxy, AsksInTurnWhenTheProxyChangesItsMind) {
+    const std::vector<CAtlString> urls = ServeThroughProxy(12);
+    for (const int number : {4, 5, 6, 9})
+        server_.Serve("http://updates.invalid" + Target(number),
+                      {CHALLENGE, CHALLENGE, LoopbackAnswer::Body("late")});
+    const std::vector<std::string> contents = TakeAll(urls);
+    EXPECT_EQ(contents[3], Target(3));
+    EXPECT_EQ(contents[4], "late");
+    EXPECT_EQ(contents[9], "late");
+    EXPECT_FALSE(requestsBeforeQuestion_.empty());
+}
+
+TEST_F(FetchAheadThroughProxy, TriesAgainWhatFailedBeforeTheSettingsChanged) {
+    int closedPort = 0;
+    {
+        const LoopbackServer closed;
+        closedPort = closed.Port();
+    }
+    const CAtlString url(QStringLiteral("http://127.0.0.1:%1/a.xml").arg(closedPort));
+    server_.Serve(url.ToQString().toStdString(), LoopbackAnswer::Body("by the new way"));
+    downloader_->SetProxy(CAtlString(), 0);
+    downloader_->FetchAhead({url});
+    downloader_->SetProxy(L"127.0.0.1", server_.Port());
+    EXPECT_EQ(Take(url), "by the new way");
+}
