@@ -169,6 +169,12 @@ end_with_script() {
     trap 'exit 143' TERM HUP
 }
 
+# A port that was free a moment ago: the system chooses it.
+free_port() {
+    perl -MIO::Socket::INET -e \
+        'print IO::Socket::INET->new(Listen => 1, LocalAddr => "127.0.0.1")->sockport or die "no free port: $!"'
+}
+
 # wait_until SECONDS CONDITION...: runs the condition until it holds; false after that many seconds.
 wait_until() {
     local deadline=$((SECONDS + $1))

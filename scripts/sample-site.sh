@@ -30,12 +30,6 @@ lay_out() {
     sed "s/@PORT@/$PORT/" samples/nginx.conf >"$STATE/nginx.conf"
 }
 
-# A port that was free a moment ago: the system chooses it.
-free_port() {
-    perl -MIO::Socket::INET -e \
-        'print IO::Socket::INET->new(Listen => 1, LocalAddr => "127.0.0.1")->sockport or die "no free port: $!"'
-}
-
 # The server writes its number into nginx.pid once it listens, and ends when the port is taken.
 # shellcheck disable=SC2317  # wait_until calls it
 listening_or_ended() { [[ -s $STATE/nginx.pid ]] || ! alive "$STARTED"; }

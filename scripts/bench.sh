@@ -1,0 +1,78 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: VARDO Technologies
+# SPDX-License-Identifier: LicenseRef-VARDO
+#
+# bench.sh [--json] [--runs N]
+#
+# Measures the optimised program and prints, for each figure, the median of at least five runs, the same of what it is
+# compared with, and their ratio; as a table, or as JSON. Everything runs on a display in memory, in a /tmp of its own,
+# against a web server on loopback. The machine should have nothing else to do meanwhile.
+source "$(dirname "$0")/lib.sh"
+
+STATE=$TREE/build/bench
+
+# The second half of the script: in namespaces of its own, where no other copy of the program runs.
+measure() {
+    mount -t tmpfs -o mode=1777 bench /tmp
+    end_with_script
+    start_site
+    start_display
+    build/release/bench/text_benchmarks --benchmark_repetitions="$RUNS" --benchmark_min_time=0.05 \
+        --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=true \
+        --benchmark_out="$STATE/text.json" --benchmark_out_format=json >"$STATE/text.log" 2>&1
+    build/release/bench/bench "$STATE" "$PORT" "$RUNS" ${JSON:+--json} 2>"$STATE/bench.log" ||
+        fail "the measurement failed; see $STATE/bench.log"
+}
+
+lay_out() {
+    local tool
+    rm -rf "$STATE"
+    mkdir -p "$STATE/bin" "$STATE/site" "$STATE/scratch"
+    for tool in app/VARDOProductUpdate bench/bare_dialog bench/scale_benchmark; do
+        cp "build/release/$tool" "$STATE/bin/"
+    done
+}
+
+start_site() {
+    local tries=5
+    while ((tries-- > 0)); do
+        PORT=$(free_port)
+        sed "s/@PORT@/$PORT/" samples/nginx.conf >"$STATE/nginx.conf"
+        start "$NGINX" -p "$STATE/" -c nginx.conf -e error.log
+        wait_until 10 test -s "$STATE/nginx.pid" && return
+    done
+    fail "the web server did not start; see $STATE/error.log"
+}
+
+start_display() {
+    start Xvfb -displayfd 3 -noreset -screen 0 1280x800x24 -nolisten tcp 3>"$STATE/display" 2>"$STATE/display.log"
+    wait_until 30 test -s "$STATE/display" || fail "no display in memory: $(<"$STATE/display.log")"
+    DISPLAY=:$(<"$STATE/display")
+    export DISPLAY
+}
+
+JSON=${JSON:-}
+RUNS=${RUNS:-5}
+NGINX=$(PATH=$PATH:/usr/sbin command -v nginx || true)
+if [[ ${1:-} == --inside ]]; then
+    measure
+    exit
+fi
+while [[ $# -gt 0 ]]; do
+    case $1 in
+        --json) JSON=yes ;;
+        --runs) RUNS=${2:?how many runs} && shift ;;
+        *) fail "usage: bench.sh [--json] [--runs N]" ;;
+    esac
+    shift
+done
+((RUNS >= 5)) || fail "fewer than five runs say nothing"
+[[ $TREE != /tmp/* ]] || fail "the tree must not lie below /tmp"
+ensure_packages build run headless bench >&2
+build release benchmarks >&2
+lay_out
+unset QT_QPA_PLATFORM WAYLAND_DISPLAY
+export JSON RUNS LC_ALL=C.UTF-8
+MAP=()
+[[ $(id -u) == 0 ]] || MAP=(--map-root-user)
+exec unshare --mount --ipc "${MAP[@]}" "$0" --inside
