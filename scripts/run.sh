@@ -74,7 +74,8 @@ start_display() {
     export XAUTHORITY=$RUN/xauthority
     rm -f "$XAUTHORITY" "$number"
     xauth -q add :0 . "$key" 2>/dev/null
-    start Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -auth "$XAUTHORITY" 3>"$number" 2>"$RUN/display.log"
+    # Without -noreset it would start anew, and drop everybody, whenever xdotool was its last client.
+    start Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset -auth "$XAUTHORITY" 3>"$number" 2>"$RUN/display.log"
     wait_until 30 test -s "$number" || fail "no display in memory: $(<"$RUN/display.log")"
     DISPLAY=:$(<"$number")
     export DISPLAY
