@@ -7,6 +7,7 @@
 #include "ui/RowWidgets.h"
 
 #include <QHeaderView>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -38,6 +39,9 @@ void CProductTable::Reset() {
     QHeaderView* header = table_.horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(NAME, QHeaderView::Stretch);
+    // The rows in view decide on the widths. Asking a thousand rows, as is the default, lays out all their
+    // texts again after each checked product, and would cost more than fetching.
+    header->setResizeContentsPrecision(0);
     header->setSectionsClickable(false);
     header->setSectionsMovable(false);
     table_.verticalHeader()->hide();
@@ -46,6 +50,8 @@ void CProductTable::Reset() {
 int CProductTable::AddRow(const QString& name, const QString& installed) {
     const int row = table_.rowCount();
     table_.insertRow(row);
+    // The new row makes the table look at its widths once, later; each announced cell would do so at once.
+    const QSignalBlocker quiet(table_.model());
     table_.setItem(row, NAME, MakeCell());
     table_.setItem(row, INSTALLED, MakeCentredCell());
     table_.setItem(row, LATEST, MakeCentredCell());

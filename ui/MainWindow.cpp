@@ -60,9 +60,14 @@ void MainWindow::ShowProducts() {
     spinBox->setValue(record_->GetInterval());
     ShowDate(DateText(record_->GetLastChecked()));
     table_.Reset();
-    for (const Product& product : controller_->GetProducts())
+    const IProduct::List products = controller_->GetProducts();
+    for (const Product& product : products)
         for (unsigned item = 0; item < product->GetItemCount(); ++item)
             AddProductRow(product, item);
+    // Placing a button makes the table settle its widths, which pays only once all rows are there.
+    for (const Product& product : products)
+        for (unsigned item = 0; item < product->GetItemCount(); ++item)
+            AddButtonIfWanted(product, item, product->GetRow(item));
 }
 
 // The form's minimum width is too narrow for some dates in large letters.
@@ -145,7 +150,6 @@ void MainWindow::OnProductChecked(const Product& product) {
 int MainWindow::AddProductRow(const Product& product, unsigned item) {
     const int row = table_.AddRow(product->GetName(), product->GetInstalledVersion(item).ToQString());
     product->SetRow(item, row);
-    AddButtonIfWanted(product, item, row);
     return row;
 }
 
