@@ -16,8 +16,7 @@ namespace {
 
 // One line on standard output for whoever wants to know why a product is disabled.
 void ReportDisabler(const CAtlString& key, const CAtlString& uid) {
-    std::cout << CAtlStringA(key.GetString()).GetString() << ' ' << CAtlStringA(uid.GetString()).GetString()
-              << '\n';
+    std::cout << CAtlStringA(key).GetString() << ' ' << CAtlStringA(uid).GetString() << '\n';
 }
 
 }  // namespace

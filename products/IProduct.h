@@ -34,8 +34,6 @@ public:
     // Fetches and reads the remote descriptions with the downloader; true when that succeeded. False without
     // a downloader.
     virtual bool CheckForUpdates() = 0;
-    // The address that CheckForUpdates fetches; empty when it will fetch nothing.
-    virtual CAtlString GetCheckAddress() const { return {}; }
     // The name by which disablers refer to the product.
     virtual CAtlString GetKey() const = 0;
     virtual QString GetName() const = 0;
@@ -63,6 +61,8 @@ public:
     virtual void ApplyDisablers(const List& /*all*/) {}
     // The name under which the product's description files are found.
     virtual CAtlString GetDescriptionName() const = 0;
+    // The address that CheckForUpdates fetches; empty when it will fetch nothing.
+    virtual CAtlString GetCheckAddress() const { return {}; }
 
     // What the shared data folder holds, for the length of a pass over many products; null, as at first,
     // makes FindInstalled read the folder itself.

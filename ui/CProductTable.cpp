@@ -3,7 +3,7 @@
 
 #include "ui/CProductTable.h"
 
-#include "ui/CElidedNameDelegate.h"
+#include "ui/CCellDelegate.h"
 #include "ui/RowWidgets.h"
 
 #include <QHeaderView>
@@ -25,7 +25,7 @@ void Run(const CProductTable::Action& action) {
 
 CProductTable::CProductTable(QTableWidget& table)
     : table_(table), highlight_(MakeHighlightBrush(table.palette().color(QPalette::Base))) {
-    table_.setItemDelegateForColumn(NAME, new CElidedNameDelegate(&table_));
+    table_.setItemDelegate(new CCellDelegate(&table_));
     Reset();
 }
 
