@@ -55,7 +55,7 @@ sandbox() {
 
 run_on_display() {
     start "$PROGRAM/bin/VARDOProductUpdate" "$@"
-    wait "$STARTED" || true
+    wait "$STARTED" || fail "the program ended with $?"
 }
 
 # What the installer and the content tool of the samples note when they run; they outlive the program.
@@ -137,9 +137,10 @@ run_in_memory() {
     if [[ -n $(window) ]]; then
         if [[ -n $SELF_UPDATE ]]; then answer_self_update; else show_check; fi
     fi
-    wait_until 30 program_ended || say "The program did not end within 30 seconds of closing its window; ending it."
+    wait_until 30 program_ended || fail "the program did not end within 30 seconds of closing its window"
     say "What the program printed:"
     cat "$OUTPUT"
+    wait "$PROGRAM_GROUP" || fail "the program ended with $?"
     if [[ -e $PICTURE ]]; then say "Its window: $PICTURE"; else say "It showed no window."; fi
 }
 
