@@ -69,12 +69,14 @@ private:
         fs::create_directories(folder / "bin");
         fs::copy_file(Tool("VARDOProductUpdate"), folder / "bin" / "VARDOProductUpdate");
     }
-    // A program with a home that nobody has used.
+    // A program with a home that nobody has used; the caches of fonts and the like are kept, for all
+    // programs.
     Command Program(const std::string& set, const Command& arguments) {
         const fs::path home = state_ / "home";
         fs::remove_all(home);
         fs::create_directories(home);
         setenv("HOME", home.c_str(), 1);
+        setenv("XDG_CACHE_HOME", (state_ / "cache").c_str(), 1);
         setenv("XDG_CONFIG_HOME", (home / "config").c_str(), 1);
         setenv("XDG_CONFIG_DIRS", (home / "machine").c_str(), 1);
         Command command{state_ / "sets" / set / "bin" / "VARDOProductUpdate"};

@@ -15,6 +15,10 @@ enum Column { NAME, INSTALLED, LATEST, ACTION, COLUMNS };
 
 // The header of the column of buttons shows nothing and reserves their width, in blanks.
 constexpr int ACTION_COLUMN_BLANKS = 29;
+// As many as a tall screen shows. Asking a thousand rows, as is the default, lays out all their texts again
+// after each checked product, and would cost more than fetching. A hidden table would ask all of them if this
+// was 0.
+constexpr int ROWS_THAT_DECIDE_WIDTHS = 50;
 
 void Run(const CProductTable::Action& action) {
     if (action)
@@ -39,9 +43,7 @@ void CProductTable::Reset() {
     QHeaderView* header = table_.horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(NAME, QHeaderView::Stretch);
-    // The rows in view decide on the widths. Asking a thousand rows, as is the default, lays out all their
-    // texts again after each checked product, and would cost more than fetching.
-    header->setResizeContentsPrecision(0);
+    header->setResizeContentsPrecision(ROWS_THAT_DECIDE_WIDTHS);
     header->setSectionsClickable(false);
     header->setSectionsMovable(false);
     table_.verticalHeader()->hide();
