@@ -42,6 +42,7 @@ void QHttp::setProxy(const QNetworkProxy& proxy) {
 int QHttp::get(const QString& path, QIODevice* to) {
     ++id_;
     to_ = to;
+    received_ = 0;
     error_ = Error::NONE;
     errorString_.clear();
     if (to_->isOpen() || to_->open(QIODevice::WriteOnly)) {
@@ -106,6 +107,7 @@ void QHttp::OnHeader() {
 void QHttp::OnData() {
     silence_.start();
     const QByteArray data = reply_->readAll();
+    received_ += data.size();
     if (to_->write(data) != data.size())
         Break(Error::NOT_WRITTEN, to_->errorString());
 }
@@ -118,6 +120,9 @@ void QHttp::OnFinished() {
     silence_.stop();
     if (reply_->error() != QNetworkReply::NoError && !IsStatusError(reply_->error()))
         SetError(Error::NETWORK, reply_->errorString());
+    // The reply reports most bodies that were cut off, but not all.
+    if (received_ < reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong())
+        SetError(Error::NETWORK, tr("The server's answer is incomplete or too large"));
     emit requestFinished(id_, error_ != Error::NONE);
 }
 

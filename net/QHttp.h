@@ -75,6 +75,8 @@ private:
     bool sendBasic_ = false;
     int id_ = 0;
     QIODevice* to_ = nullptr;
+    // Bytes of the body.
+    qint64 received_ = 0;
     Error error_ = Error::NONE;
     QString errorString_;
     // A fresh one for each request: it remembers credentials and connections.

@@ -21,6 +21,12 @@ QNetworkProxy Route(const ConnectionInfo& info, const CAtlString& userName, cons
                          password.ToQString());
 }
 
+// By its name: QFile::remove keeps a file whose last bytes cannot be written.
+void Discard(QFile& file) {
+    file.close();
+    QFile::remove(file.fileName());
+}
+
 }  // namespace
 
 QtDownloader::QtDownloader(std::chrono::milliseconds silenceLimit) : silenceLimit_(silenceLimit) {
@@ -73,8 +79,7 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
 
 void QtDownloader::Attempt(const QUrl& address, const CAtlString& userName, const CAtlString& password,
                            QFile& file) {
-    if (file.exists())
-        file.remove();
+    Discard(file);
     requestFinished_.Clear();
     http_->setProxy(Route(Info(), userName, password));
     http_->setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
@@ -90,11 +95,15 @@ bool QtDownloader::IsOver() const {
 }
 
 int QtDownloader::Judge(QFile& file) const {
-    if (status_ > QHttpResponseHeader::OK || GaveUp()) {
-        file.remove();
+    if (status_ > QHttpResponseHeader::OK || GaveUp() || IsCutOff() || !file.flush()) {
+        Discard(file);
         return RESULT_FAILED;
     }
-    return file.flush() && file.size() > 0 ? RESULT_OK : RESULT_FAILED;
+    return http_->error() == QHttp::Error::NONE && file.size() > 0 ? RESULT_OK : RESULT_FAILED;
+}
+
+bool QtDownloader::IsCutOff() const {
+    return status_ != 0 && http_->error() == QHttp::Error::NETWORK;
 }
 
 bool QtDownloader::GaveUp() const {

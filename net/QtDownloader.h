@@ -15,8 +15,8 @@ class QHttp;
 class QUrl;
 
 // The transfer: direct or through a proxy, with as many attempts as the proxy's questions for credentials are
-// answered. What counts is the status and the file: RESULT_OK for a status up to 200 and a file that is not
-// empty. Redirections are not followed.
+// answered. RESULT_OK for a status up to 200 and a whole body that is not empty. Of a failure at most an
+// empty file is left, or a proxy's question that nobody answered. Redirections are not followed.
 class QtDownloader : public QtDownloaderBase {
     Q_OBJECT
 
@@ -51,6 +51,8 @@ private:
     int Judge(QFile& file) const;
     // The attempt ended on this side: no answer in time, no room for it, or nobody who wants it.
     bool GaveUp() const;
+    // The connection ended within an answer. Without a length, its end is that of the body.
+    bool IsCutOff() const;
 
     std::chrono::milliseconds silenceLimit_;
     boost::shared_ptr<QHttp> http_;

@@ -73,9 +73,9 @@ LoopbackAnswer With(LoopbackAnswer answer, const char* header) {
     return answer;
 }
 
-LoopbackAnswer CutOff(const std::string& body, long announced, int status = 200) {
+LoopbackAnswer CutOff(const std::string& body, std::size_t announced, int status = 200) {
     LoopbackAnswer answer = LoopbackAnswer::Status(status, body);
-    answer.announcedLength = announced;
+    answer.announcedLength = static_cast<long>(announced);
     return answer;
 }
 
@@ -89,6 +89,10 @@ LoopbackAnswer Raw(const std::string& bytes) {
     LoopbackAnswer answer = LoopbackAnswer::Body(bytes);
     answer.isRaw = true;
     return answer;
+}
+
+LoopbackAnswer Chunked(const std::string& chunks) {
+    return Raw("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + chunks);
 }
 
 // For the length of a scope no file may grow beyond so many bytes.
@@ -129,8 +133,12 @@ const Answered ANSWERS[] = {
      RESULT_FAILED, NO_FILE},
     {"NotFound", LoopbackAnswer::Status(404), RESULT_FAILED, NO_FILE},
     {"ServerError", LoopbackAnswer::Status(500), RESULT_FAILED, NO_FILE},
-    {"CutOffBodyCountsByItsStatus", CutOff("half", 8), RESULT_OK, "half"},
+    {"CutOffBody", CutOff("half", 8), RESULT_FAILED, NO_FILE},
+    {"CutOffLargeBody", CutOff(LARGE, 2 * LARGE.size()), RESULT_FAILED, NO_FILE},
+    {"CutOffBeforeTheBody", CutOff("", 8), RESULT_FAILED, NO_FILE},
     {"CutOffErrorBody", CutOff("half", 8, 404), RESULT_FAILED, NO_FILE},
+    {"CutOffHead", Raw("HTTP/1.1 200 OK\r\nContent-Le"), RESULT_FAILED, ""},
+    {"Chunks", Chunked("4\r\nbody\r\n0\r\n\r\n"), RESULT_OK, "body"},
     {"NotHttp", Raw("220 mail.example ready\r\n"), RESULT_FAILED, ""},
     {"NothingAtAll", Raw(""), RESULT_FAILED, ""},
 };
@@ -238,12 +246,13 @@ TEST_F(Transfer, EndsWhenNothingArrives) {
 }
 
 TEST_F(Transfer, FailsWhenTheFileCannotBeWritten) {
-    server_.Serve("/", LoopbackAnswer::Body(LARGE));
-    {
-        const FullDisk full(100'000);
+    for (const std::string& body : {LARGE, std::string("small")}) {
+        server_.Serve("/", LoopbackAnswer::Body(body));
+        const FullDisk full(body.size() / 2);
         EXPECT_EQ(Fetch(server_.Address("/")), RESULT_FAILED);
         EXPECT_EQ(Contents(), NO_FILE);
     }
+    server_.Serve("/", LoopbackAnswer::Body("x"));
     target_ = L"/tmp/missing/transfer.dat";
     EXPECT_EQ(Fetch(server_.Address("/")), RESULT_FAILED);
 }
