@@ -20,7 +20,7 @@ CAtlString CSelfUpdate::GetRemoteFile() {
 bool CSelfUpdate::DownloadInstaller() {
     if (!downloader_)
         return false;
-    installer_ = downloader_->Download(JoinTrimmed(GetUpdateInstallURL(), GetUpdateInstallFile()));
+    installer_ = downloader_->DownloadInstaller(JoinTrimmed(GetUpdateInstallURL(), GetUpdateInstallFile()));
     if (installer_.IsEmpty())
         return false;
     FileSystem::MakeOwnersProgram(installer_);

@@ -6,8 +6,8 @@
 #include <QFile>
 
 CAheadTransfer::CAheadTransfer(const CAtlString& url, const CVardoFilePath& file,
-                               const ConnectionInfo& settings)
-    : ConnectionInfo(settings), url_(url), file_(file) {
+                               const ConnectionInfo& settings, const TransferBounds& bounds)
+    : ConnectionInfo(settings), url_(url), file_(file), transfer_(bounds) {
     transfer_.Start(url_, file_.GetFilePathString(), this);
 }
 

@@ -14,7 +14,8 @@
 // out.
 class CAheadTransfer : private ConnectionInfo {
 public:
-    CAheadTransfer(const CAtlString& url, const CVardoFilePath& file, const ConnectionInfo& settings);
+    CAheadTransfer(const CAtlString& url, const CVardoFilePath& file, const ConnectionInfo& settings,
+                   const TransferBounds& bounds);
     CAheadTransfer(const CAheadTransfer&) = delete;
     CAheadTransfer& operator=(const CAheadTransfer&) = delete;
     ~CAheadTransfer() override;

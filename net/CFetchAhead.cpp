@@ -23,7 +23,7 @@ void CFetchAhead::Start(const ConnectionInfo& settings) {
             CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(entry.url).GetExtension(), name);
         if (file.IsEmpty())
             return;
-        entry.transfer = std::make_unique<CAheadTransfer>(entry.url, file, settings);
+        entry.transfer = std::make_unique<CAheadTransfer>(entry.url, file, settings, bounds_);
     }
 }
 

@@ -18,6 +18,9 @@ public:
     // The most transfers that run, or have ended and wait to be taken.
     static constexpr std::size_t LIMIT = 6;
 
+    // Each transfer is held to these.
+    explicit CFetchAhead(const TransferBounds& bounds) : bounds_(bounds) {}
+
     // Replaces what was planned and started.
     void Plan(const std::vector<CAtlString>& urls);
     // Starts the next transfers, with these settings, until there are LIMIT of them.
@@ -32,6 +35,7 @@ private:
         std::unique_ptr<CAheadTransfer> transfer;
     };
 
+    TransferBounds bounds_;
     std::deque<Entry> entries_;
     // How many of the first entries have a transfer.
     std::size_t started_ = 0;

@@ -37,9 +37,14 @@ CAtlString Downloader::Download(const CAtlString& url) {
     CAtlString file;
     const std::unique_ptr<CAheadTransfer> transfer = ahead_.Take(url);
     if (!transfer || !Receive(*transfer, file))
-        file = Fetch(url);
+        file = Fetch(url, bounds_);
     StartAhead();
     return file;
+}
+
+CAtlString Downloader::DownloadInstaller(const CAtlString& url) {
+    TakeProxySettings();
+    return Fetch(url, bounds_.ForInstaller());
 }
 
 void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
@@ -48,11 +53,11 @@ void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
     StartAhead();
 }
 
-CAtlString Downloader::Fetch(const CAtlString& url) {
+CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds) {
     const CVardoFilePath target = TargetOf(url);
     if (target.IsEmpty())
         return {};
-    QtDownloader transfer;
+    QtDownloader transfer(bounds);
     const int result = transfer.DownloadOnThread(url, target.GetFilePathString(), this);
     RememberProxy(transfer.WasLetThrough());
     return result == RESULT_OK ? target.GetFilePathString() : CAtlString();

@@ -24,16 +24,20 @@ public:
     // What the names of fetched files begin with.
     static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
 
+    // What is fetched is held to the bounds, installers to those that follow from them.
+    explicit Downloader(const TransferBounds& bounds = {}) : bounds_(bounds), ahead_(bounds) {}
+
     // Takes the proxy settings of every later fetch from handler, and its answers when a proxy wants
     // credentials; an empty handler leaves such questions unanswered.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;
     CAtlString Download(const CAtlString& url) override;
+    CAtlString DownloadInstaller(const CAtlString& url) override;
     void FetchAhead(const std::vector<CAtlString>& urls) override;
 
 private:
     void TakeProxySettings();
     // A transfer that starts now; the file's path, or an empty text.
-    CAtlString Fetch(const CAtlString& url);
+    CAtlString Fetch(const CAtlString& url, const TransferBounds& bounds);
     // Waits for a transfer that was fetched ahead and hands out its file, or an empty text. False when it
     // must be fetched now instead: it met a question for credentials, or failed with settings that have
     // changed.
@@ -43,6 +47,7 @@ private:
     // What became of a request through the present proxy.
     void RememberProxy(bool isOpen);
 
+    TransferBounds bounds_;
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     // The proxy that let the last request pass; no host when there is none.
     CAtlString openProxyHost_;

@@ -21,6 +21,9 @@ public:
     // fetch failed, for whatever reason. Serves the thread's events while it waits, and must not be entered
     // again meanwhile.
     virtual CAtlString Download(const CAtlString& url) = 0;
+    // The same for a program to be started: it may be as large and take as long as it needs, but nothing less
+    // than all of it counts.
+    virtual CAtlString DownloadInstaller(const CAtlString& url) { return Download(url); }
     // Says what Download will be asked for next, in that order and as often as it stands here, in place of
     // what was said before; with an empty list, that nobody waits for the rest any more. A downloader may use
     // the time to fetch ahead.

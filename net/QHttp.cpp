@@ -20,12 +20,20 @@ int ToInt(qint64 bytes) {
     return static_cast<int>(std::clamp<qint64>(bytes, 0, std::numeric_limits<int>::max()));
 }
 
+bool IsChunked(const QNetworkReply& reply) {
+    return reply.hasRawHeader("Transfer-Encoding");
+}
+
 }  // namespace
 
-QHttp::QHttp(std::chrono::milliseconds silenceLimit) {
-    silence_.setSingleShot(true);
-    silence_.setInterval(silenceLimit);
-    connect(&silence_, &QTimer::timeout, this, &QHttp::OnSilence);
+QHttp::QHttp(const TransferBounds& bounds) : bounds_(bounds) {
+    for (QTimer* timer : {&silence_, &wholeTime_}) {
+        timer->setSingleShot(true);
+        connect(timer, &QTimer::timeout, this, &QHttp::OnTooLong);
+    }
+    silence_.setInterval(bounds.silence);
+    if (bounds.wholeTime)
+        wholeTime_.setInterval(*bounds.wholeTime);
 }
 
 QHttp::~QHttp() = default;
@@ -93,6 +101,8 @@ void QHttp::Start(const QNetworkRequest& request) {
     connect(reply_, &QNetworkReply::downloadProgress, this,
             [this](qint64 done, qint64 total) { emit dataReadProgress(ToInt(done), ToInt(total)); });
     silence_.start();
+    if (bounds_.wholeTime)
+        wholeTime_.start();
 }
 
 void QHttp::OnHeader() {
@@ -102,28 +112,37 @@ void QHttp::OnHeader() {
     if (header.statusCode() == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED)
         sendBasic_ = header.offersProxyScheme("Basic") && !header.offersProxyScheme("Digest");
     emit responseHeaderReceived(header);
+    if (!bounds_.mayBeChunked && header.statusCode() == QHttpResponseHeader::OK && IsChunked(*reply_))
+        Break(Error::OUT_OF_BOUNDS, BadAnswer());
 }
 
 void QHttp::OnData() {
     silence_.start();
     const QByteArray data = reply_->readAll();
     received_ += data.size();
-    if (to_->write(data) != data.size())
+    if (bounds_.bodyBytes && received_ > *bounds_.bodyBytes)
+        Break(Error::OUT_OF_BOUNDS, BadAnswer());
+    else if (to_->write(data) != data.size())
         Break(Error::NOT_WRITTEN, to_->errorString());
 }
 
-void QHttp::OnSilence() {
-    Break(Error::SILENCE, tr("The server does not answer"));
+void QHttp::OnTooLong() {
+    Break(Error::OUT_OF_BOUNDS, tr("The server does not answer"));
 }
 
 void QHttp::OnFinished() {
     silence_.stop();
+    wholeTime_.stop();
     if (reply_->error() != QNetworkReply::NoError && !IsStatusError(reply_->error()))
         SetError(Error::NETWORK, reply_->errorString());
     // The reply reports most bodies that were cut off, but not all.
     if (received_ < reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong())
-        SetError(Error::NETWORK, tr("The server's answer is incomplete or too large"));
+        SetError(Error::NETWORK, BadAnswer());
     emit requestFinished(id_, error_ != Error::NONE);
+}
+
+QString QHttp::BadAnswer() {
+    return tr("The server's answer is incomplete or too large");
 }
 
 // Aborting brings the reply to its finished signal.

@@ -5,33 +5,33 @@
 #pragma once
 
 #include "net/QHttpResponseHeader.h"
+#include "net/TransferBounds.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkReply>
 #include <QObject>
 #include <QTimer>
-#include <chrono>
 #include <memory>
 
 // Redirects are not followed; there is no cache, no cookie and no compression, and the proxy is the given one
 // or none, whatever the environment says. Lives on one thread, whose event loop must run; every get ends in
-// requestFinished, at the latest when nothing has arrived for the silence limit.
+// requestFinished, at the latest when a bound is passed.
 class QHttp : public QObject {
     Q_OBJECT
 
 public:
     // How the last request ended.
     enum class Error {
-        NONE,         // with a whole answer, of whatever status
-        NETWORK,      // the connection failed or broke off, or what arrived was no HTTP
-        SILENCE,      // nothing arrived for too long
-        NOT_WRITTEN,  // the device did not take what arrived
+        NONE,           // with a whole answer, of whatever status
+        NETWORK,        // the connection failed or broke off, or what arrived was no HTTP
+        OUT_OF_BOUNDS,  // the answer passed one of the bounds
+        NOT_WRITTEN,    // the device did not take what arrived
     };
 
     static constexpr int DEFAULT_PORT = 80;
 
-    explicit QHttp(std::chrono::milliseconds silenceLimit);
+    explicit QHttp(const TransferBounds& bounds);
     ~QHttp() override;
 
     void setHost(const QString& host, int port);
@@ -62,13 +62,16 @@ private:
     void Start(const QNetworkRequest& request);
     void OnHeader();
     void OnData();
-    void OnSilence();
+    void OnTooLong();
     void OnFinished();
+    static QString BadAnswer();
     void Break(Error error, const QString& text);
     // Only the first error of a request counts.
     void SetError(Error error, const QString& text);
 
+    TransferBounds bounds_;
     QTimer silence_;
+    QTimer wholeTime_;
     QString host_;
     int port_ = 0;
     QNetworkProxy proxy_;

@@ -29,7 +29,7 @@ void Discard(QFile& file) {
 
 }  // namespace
 
-QtDownloader::QtDownloader(std::chrono::milliseconds silenceLimit) : silenceLimit_(silenceLimit) {
+QtDownloader::QtDownloader(const TransferBounds& bounds) : bounds_(bounds) {
     static const int registered = qRegisterMetaType<QHttpResponseHeader>("QHttpResponseHeader");
     Q_UNUSED(registered);
 }
@@ -58,7 +58,7 @@ int QtDownloader::Download(const CAtlString& url, const CAtlString& file) {
 
 // The client lives on the transfer's thread, so its signals reach this object's slots queued.
 void QtDownloader::MakeHttp() {
-    http_ = boost::make_shared<QHttp>(silenceLimit_);
+    http_ = boost::make_shared<QHttp>(bounds_);
     connect(http_.get(), &QHttp::requestFinished, this, &QtDownloader::httpRequestFinished);
     connect(http_.get(), &QHttp::responseHeaderReceived, this, &QtDownloader::httpResponseHeaderReceived);
     connect(http_.get(), &QHttp::dataReadProgress, this, &QtDownloader::httpDataReadProgress);
@@ -107,7 +107,7 @@ bool QtDownloader::IsCutOff() const {
 }
 
 bool QtDownloader::GaveUp() const {
-    return IsAbandoned() || http_->error() == QHttp::Error::SILENCE ||
+    return IsAbandoned() || http_->error() == QHttp::Error::OUT_OF_BOUNDS ||
            http_->error() == QHttp::Error::NOT_WRITTEN;
 }
 

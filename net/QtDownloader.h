@@ -6,9 +6,9 @@
 
 #include "net/QHttpResponseHeader.h"
 #include "net/QtDownloaderBase.h"
+#include "net/TransferBounds.h"
 
 #include <boost/shared_ptr.hpp>
-#include <chrono>
 
 class QFile;
 class QHttp;
@@ -21,10 +21,7 @@ class QtDownloader : public QtDownloaderBase {
     Q_OBJECT
 
 public:
-    // A transfer on which nothing arrives for so long has failed.
-    static constexpr std::chrono::milliseconds SILENCE_LIMIT{30'000};
-
-    explicit QtDownloader(std::chrono::milliseconds silenceLimit = SILENCE_LIMIT);
+    explicit QtDownloader(const TransferBounds& bounds);
     ~QtDownloader() override;
 
     // After Finish: whether an answer came that was not a proxy's question for credentials.
@@ -49,12 +46,12 @@ private:
     // There is no proxy's question left to answer.
     bool IsOver() const;
     int Judge(QFile& file) const;
-    // The attempt ended on this side: no answer in time, no room for it, or nobody who wants it.
+    // The attempt ended on this side: no answer within the bounds, no room for it, or nobody who wants it.
     bool GaveUp() const;
     // The connection ended within an answer. Without a length, its end is that of the body.
     bool IsCutOff() const;
 
-    std::chrono::milliseconds silenceLimit_;
+    TransferBounds bounds_;
     boost::shared_ptr<QHttp> http_;
     int requestId_ = 0;
     WakingFlag requestFinished_;

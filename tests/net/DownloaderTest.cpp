@@ -74,6 +74,15 @@ TEST_F(ADownloader, AnswersNothingForAnyFailure) {
         EXPECT_EQ(Fetch(address), "") << address;
 }
 
+TEST_F(ADownloader, HoldsEverythingButInstallersToItsBounds) {
+    Downloader narrow({.bodyBytes = 3});
+    const CAtlString address(server_.Address("/setup.bin"));
+    EXPECT_TRUE(narrow.Download(address).IsEmpty());
+    narrow.FetchAhead({address});
+    EXPECT_TRUE(narrow.Download(address).IsEmpty());
+    EXPECT_FALSE(narrow.DownloadInstaller(address).IsEmpty());
+}
+
 TEST_F(ADownloader, UsesTheProxyThatItsHandlerHasNow) {
     const auto handler = boost::make_shared<ProxyHandlerBase>();
     downloader_.SetProxyHandler(handler);

@@ -32,8 +32,8 @@ class Transfer : public testing::Test {
 protected:
     Transfer() { QFile::remove(target_.ToQString()); }
 
-    int Fetch(const QString& address, std::chrono::milliseconds silenceLimit = 10s) {
-        QtDownloader downloader(silenceLimit);
+    int Fetch(const QString& address, const TransferBounds& bounds = {.silence = 10s}) {
+        QtDownloader downloader(bounds);
         return downloader.DownloadOnThread(CAtlString(address), target_, &info_);
     }
 
@@ -231,19 +231,69 @@ TEST_F(Transfer, ReportsProgressOnTheAskingThread) {
     EXPECT_EQ(total, static_cast<int>(LARGE.size()));
 }
 
-TEST_F(Transfer, EndsWhenNothingArrives) {
-    LoopbackAnswer stalled = CutOff("half", 8);
-    stalled.holdOpen = true;
-    server_.Serve("/silent", LoopbackAnswer::Silence());
-    server_.Serve("/stalled", stalled);
-    for (const char* path : {"/silent", "/stalled"}) {
-        QElapsedTimer timer;
-        timer.start();
-        EXPECT_EQ(Fetch(server_.Address(path), 100ms), RESULT_FAILED) << path;
-        EXPECT_LT(timer.elapsed(), 5000) << path;
-        EXPECT_EQ(Contents(), NO_FILE) << path;
-    }
+struct Bounded {
+    const char* situation;
+    LoopbackAnswer answer;
+    TransferBounds bounds;
+    int result;
+};
+
+class TransferWithin : public Transfer, public testing::WithParamInterface<Bounded> {};
+
+LoopbackAnswer Stalled() {
+    LoopbackAnswer answer = CutOff("half", 8);
+    answer.holdOpen = true;
+    return answer;
 }
+
+LoopbackAnswer Dripping(int bytes) {
+    LoopbackAnswer answer = LoopbackAnswer::Body(std::string(static_cast<std::size_t>(bytes), '.'));
+    answer.pause = 1ms;
+    return answer;
+}
+
+LoopbackAnswer EndlessHead() {
+    LoopbackAnswer answer = Dripping(1'000'000);
+    answer.isRaw = true;
+    answer.body = "HTTP/1.1 200 OK\r\n";
+    for (int i = 0; i < 10'000; ++i)
+        answer.body += "X: y\r\n";
+    return answer;
+}
+
+const TransferBounds IMPATIENT{.silence = 100ms, .wholeTime = 10s};
+const TransferBounds HURRIED{.silence = 10s, .wholeTime = 300ms};
+const TransferBounds NARROW{.bodyBytes = 1000};
+
+const Bounded BOUNDED[] = {
+    {"Silent", LoopbackAnswer::Silence(), IMPATIENT, RESULT_FAILED},
+    {"SilentInstaller", LoopbackAnswer::Silence(), IMPATIENT.ForInstaller(), RESULT_FAILED},
+    {"Stalled", Stalled(), IMPATIENT, RESULT_FAILED},
+    {"StalledInstaller", Stalled(), IMPATIENT.ForInstaller(), RESULT_FAILED},
+    {"DrippingWithoutEnd", Dripping(100'000), HURRIED, RESULT_FAILED},
+    {"HeadWithoutEnd", EndlessHead(), HURRIED, RESULT_FAILED},
+    {"DrippingInstaller", Dripping(600), HURRIED.ForInstaller(), RESULT_OK},
+    {"AsLargeAsMayBe", LoopbackAnswer::Body(std::string(1000, 'x')), NARROW, RESULT_OK},
+    {"TooLarge", LoopbackAnswer::Body(std::string(1001, 'x')), NARROW, RESULT_FAILED},
+    {"TooLargeByFar", LoopbackAnswer::Body(LARGE), NARROW, RESULT_FAILED},
+    {"TooLargeWithoutLength", Raw("HTTP/1.0 200 OK\r\n\r\n" + LARGE), NARROW, RESULT_FAILED},
+    {"TooLargeByDefault", LoopbackAnswer::Body(std::string(16 * 1024 * 1024 + 1, 'x')), {}, RESULT_FAILED},
+    {"LargeInstaller", LoopbackAnswer::Body(LARGE), NARROW.ForInstaller(), RESULT_OK},
+    {"InstallerInChunks", Chunked("4\r\nbody\r\n0\r\n\r\n"), NARROW.ForInstaller(), RESULT_FAILED},
+};
+
+TEST_P(TransferWithin, BoundsDecidesResultAndTime) {
+    const Bounded& row = GetParam();
+    server_.Serve("/", row.answer);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(Fetch(server_.Address("/"), row.bounds), row.result);
+    EXPECT_LT(timer.elapsed(), 5000);
+    EXPECT_EQ(Contents() == NO_FILE, row.result != RESULT_OK);
+}
+
+INSTANTIATE_TEST_SUITE_P(, TransferWithin, testing::ValuesIn(BOUNDED),
+                         [](const auto& row) { return row.param.situation; });
 
 TEST_F(Transfer, FailsWhenTheFileCannotBeWritten) {
     for (const std::string& body : {LARGE, std::string("small")}) {

@@ -34,6 +34,11 @@ public:
         return CAtlString(files.back().c_str());
     }
 
+    CAtlString DownloadInstaller(const CAtlString& url) override {
+        installers.push_back(url.ToQString().toStdString());
+        return Download(url);
+    }
+
     void FetchAhead(const std::vector<CAtlString>& urls) override {
         announced.emplace_back();
         for (const CAtlString& url : urls)
@@ -42,6 +47,8 @@ public:
 
     // What each announcement said.
     std::vector<std::vector<std::string>> announced;
+    // The addresses of installers.
+    std::vector<std::string> installers;
     // The addresses asked for and the paths of the files handed out, in order.
     std::vector<std::string> addresses;
     std::vector<std::string> files;

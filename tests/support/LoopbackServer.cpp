@@ -194,8 +194,9 @@ void LoopbackServer::Send(int connection, const LoopbackAnswer& answer) const {
     const std::string text = Render(answer);
     std::size_t sent = 0;
     while (sent < text.size()) {
-        const ssize_t count = send(connection, text.data() + sent, text.size() - sent, MSG_NOSIGNAL);
-        if (count <= 0)
+        const std::size_t size = answer.pause.count() > 0 ? 1 : text.size() - sent;
+        const ssize_t count = send(connection, text.data() + sent, size, MSG_NOSIGNAL);
+        if (count <= 0 || (answer.pause.count() > 0 && WaitReadable(connection, answer.pause)))
             return;
         sent += static_cast<std::size_t>(count);
     }

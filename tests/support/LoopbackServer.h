@@ -20,6 +20,8 @@ struct LoopbackAnswer {
     std::vector<std::string> headers;
     // Before the first byte.
     std::chrono::milliseconds delay{0};
+    // After each byte; 0 sends all at once.
+    std::chrono::milliseconds pause{0};
     // The "Content-Length" sent; -1 for the body's. A longer one is a body cut off.
     long announcedLength = -1;
     // Whether the bytes of body are all that is sent, without a head.

@@ -205,6 +205,7 @@ TEST_F(WorkFlow, SelfUpdateStartsTheInstallerAndEndsWithoutSaving) {
         EXPECT_EQ(Run(arguments), 0);
         EXPECT_EQ(downloader_->addresses,
                   std::vector<std::string>({"http://self/self.xml", "http://self/get/setup.bin"}));
+        EXPECT_EQ(downloader_->installers.back(), "http://self/get/setup.bin");
         const std::string installer = downloader_->files.back();
         ASSERT_EQ(environment_->startedPrograms.size(), 1U);
         EXPECT_EQ(environment_->startedPrograms[0].first.toStdString(), installer);
