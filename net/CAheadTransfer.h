@@ -23,6 +23,8 @@ public:
     const CAtlString& GetUrl() const { return url_; }
     // Waits for the end, with the events of the thread flowing, and returns one of the RESULT_ codes.
     int Finish();
+    // Ends the transfer, and so a Finish that waits for it.
+    void Cancel() { transfer_.Cancel(); }
     // After Finish: the proxy wanted credentials.
     bool WasAskedForCredentials() const { return wasAsked_; }
     // After Finish: a fetch with these settings would have gone the same way and asked nobody.

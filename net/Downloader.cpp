@@ -48,23 +48,35 @@ CAtlString Downloader::DownloadInstaller(const CAtlString& url) {
 }
 
 void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
+    isCancelled_ = false;
     ahead_.Plan(urls);
     TakeProxySettings();
     StartAhead();
 }
 
+void Downloader::Cancel() {
+    isCancelled_ = true;
+    if (cancelTransfer_)
+        cancelTransfer_();
+    ahead_.Plan({});
+}
+
 CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds) {
-    const CVardoFilePath target = TargetOf(url);
+    const CVardoFilePath target = isCancelled_ ? CVardoFilePath() : TargetOf(url);
     if (target.IsEmpty())
         return {};
     QtDownloader transfer(bounds);
+    cancelTransfer_ = [&transfer] { transfer.Cancel(); };
     const int result = transfer.DownloadOnThread(url, target.GetFilePathString(), this);
+    cancelTransfer_.clear();
     RememberProxy(transfer.WasLetThrough());
     return result == RESULT_OK ? target.GetFilePathString() : CAtlString();
 }
 
 bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
+    cancelTransfer_ = [&transfer] { transfer.Cancel(); };
     const int result = transfer.Finish();
+    cancelTransfer_.clear();
     if (transfer.WasAskedForCredentials())
         RememberProxy(false);
     if (result != RESULT_OK && !transfer.CanBeTrusted(*this))

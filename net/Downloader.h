@@ -33,6 +33,7 @@ public:
     CAtlString Download(const CAtlString& url) override;
     CAtlString DownloadInstaller(const CAtlString& url) override;
     void FetchAhead(const std::vector<CAtlString>& urls) override;
+    void Cancel() override;
 
 private:
     void TakeProxySettings();
@@ -53,4 +54,7 @@ private:
     CAtlString openProxyHost_;
     int openProxyPort_ = 0;
     CFetchAhead ahead_;
+    bool isCancelled_ = false;
+    // Ends the transfer that Download waits for; empty when there is none.
+    boost::function<void()> cancelTransfer_;
 };

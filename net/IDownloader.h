@@ -26,6 +26,9 @@ public:
     virtual CAtlString DownloadInstaller(const CAtlString& url) { return Download(url); }
     // Says what Download will be asked for next, in that order and as often as it stands here, in place of
     // what was said before; with an empty list, that nobody waits for the rest any more. A downloader may use
-    // the time to fetch ahead.
+    // the time to fetch ahead. What Cancel said is over.
     virtual void FetchAhead(const std::vector<CAtlString>& /*urls*/) {}
+    // Nobody wants anything any more: a Download that waits, and every later one up to the next FetchAhead,
+    // fails at once. To be called while Download serves events, or between two of them.
+    virtual void Cancel() {}
 };

@@ -70,7 +70,7 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
     Attempt(address, userName, password, file);
     while (!IsOver()) {
         if (!RequestProxyAuth(Info().GetProxyHost(), Info().GetProxyPort(), userName, password))
-            return RESULT_ABORTED;
+            return IsCancelled() ? Judge(file) : RESULT_ABORTED;
         Attempt(address, userName, password, file);
     }
     Info().SetCredentials(userName, password);
@@ -83,7 +83,7 @@ void QtDownloader::Attempt(const QUrl& address, const CAtlString& userName, cons
     requestFinished_.Clear();
     http_->setProxy(Route(Info(), userName, password));
     http_->setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
-    if (IsAbandoned())
+    if (IsCancelled())
         requestFinished_.Set();
     else
         requestId_ = http_->get(address.path(QUrl::FullyEncoded), &file);
@@ -107,11 +107,14 @@ bool QtDownloader::IsCutOff() const {
 }
 
 bool QtDownloader::GaveUp() const {
-    return IsAbandoned() || http_->error() == QHttp::Error::OUT_OF_BOUNDS ||
+    return IsCancelled() || http_->error() == QHttp::Error::OUT_OF_BOUNDS ||
            http_->error() == QHttp::Error::NOT_WRITTEN;
 }
 
+// The client of a cancelled transfer may be gone.
 void QtDownloader::httpRequestFinished(int id, bool error) {
+    if (IsCancelled())
+        return;
     if (error)
         emit ConnectionFailedSignal(CAtlString(http_->errorString()));
     if (id == requestId_)

@@ -40,21 +40,25 @@ int QtDownloaderBase::Finish() {
     return thread_->GetResult();
 }
 
-void QtDownloaderBase::Abandon() {
-    abandoned_ = true;
+void QtDownloaderBase::Cancel() {
+    cancelled_ = true;
     WakeUp();
+}
+
+void QtDownloaderBase::Abandon() {
+    Cancel();
     thread_->wait();
 }
 
 bool QtDownloaderBase::RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName,
                                         CAtlString& password) {
     answerReceived_.Clear();
-    if (IsAbandoned())
+    if (IsCancelled())
         answerReceived_.Set();
     else
         emit ProxyAuthRequiredSignal(host, port, userName, password);
     answerReceived_.Wait();
-    if (IsAbandoned())
+    if (IsCancelled())
         return false;
     userName = answeredUserName_;
     password = answeredPassword_;

@@ -33,8 +33,11 @@ public:
     // come on.
     void Start(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
     int Finish();
-    // Ends a started transfer, whose result nobody wants any more, and waits for its end without serving
-    // events. Needed before the destruction of a transfer that was not finished.
+    // Ends a started transfer, whose result nobody wants any more: Finish returns soon, with a failure unless
+    // the transfer had ended before.
+    void Cancel();
+    // The same, and waits for its end without serving events. Needed before the destruction of a transfer
+    // that was not finished.
     void Abandon();
 
 signals:
@@ -51,9 +54,9 @@ protected:
     // answer, however long the user takes. Whether userName and password, which it replaces, are to be tried.
     bool RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     ConnectionInfo& Info() const { return *info_; }
-    // Wakes the transfer's thread from whatever it waits for; it looks at IsAbandoned then.
+    // Wakes the transfer's thread from whatever it waits for; it looks at IsCancelled then.
     virtual void WakeUp() { answerReceived_.Set(); }
-    bool IsAbandoned() const { return abandoned_; }
+    bool IsCancelled() const { return cancelled_; }
 
 protected slots:
     virtual void ProxyAuthRequestDoneSlot(bool ret, const CAtlString& userName, const CAtlString& password);
@@ -61,7 +64,7 @@ protected slots:
 private:
     QtDownloaderSignalProxy* forwarder_;
     std::unique_ptr<QThreadWithLoop> thread_;
-    std::atomic<bool> abandoned_ = false;
+    std::atomic<bool> cancelled_ = false;
     ConnectionInfo* info_ = nullptr;
     WakingFlag answerReceived_;
     bool answer_ = false;

@@ -70,21 +70,37 @@ bool CProductListController::FindInstalled() {
 
 bool CProductListController::CheckForUpdates() {
     const IProduct::List products = GetProducts();
+    isChecking_ = true;
+    isStopped_ = false;
     if (downloader_)
         downloader_->FetchAhead(CheckAddresses(products));
     bool succeeded = false;
-    for (const auto& product : products) {
-        if (checkStarted_)
-            checkStarted_(product);
-        product->SetDownloader(downloader_);
-        succeeded = product->CheckForUpdates() || succeeded;
-        if (checkFinished_)
-            checkFinished_(product);
-    }
+    for (const auto& product : products)
+        if (!isStopped_)
+            succeeded = CheckProduct(product) || succeeded;
     if (downloader_)
         downloader_->FetchAhead({});
+    isChecking_ = false;
     lastCheckResult_ = succeeded;
     return succeeded;
+}
+
+bool CProductListController::CheckProduct(const boost::shared_ptr<IProduct>& product) {
+    if (checkStarted_)
+        checkStarted_(product);
+    product->SetDownloader(downloader_);
+    const bool succeeded = product->CheckForUpdates();
+    if (checkFinished_)
+        checkFinished_(product);
+    return succeeded;
+}
+
+void CProductListController::StopCheck() {
+    if (!isChecking_)
+        return;
+    isStopped_ = true;
+    if (downloader_)
+        downloader_->Cancel();
 }
 
 bool CProductListController::IsAnyUpdateAvailable() const {

@@ -35,8 +35,11 @@ public:
     // Lets every product find what is installed, then lets them disable one another. True when anything was
     // found.
     bool FindInstalled();
-    // Checks every product in order. True when any check succeeded.
+    // Checks every product in order, up to StopCheck. True when any check succeeded.
     bool CheckForUpdates();
+    // Ends a CheckForUpdates that is under way, from an event inside it: the product in hand fails soon, the
+    // rest is left out. What was checked until then counts. Does nothing when none is.
+    void StopCheck();
     // What the last CheckForUpdates answered.
     bool GetLastCheckResult() const { return lastCheckResult_; }
     // Some item has something new that the user wants to hear of.
@@ -45,9 +48,13 @@ public:
     IProduct::List GetProducts() const;
 
 private:
+    bool CheckProduct(const boost::shared_ptr<IProduct>& product);
+
     boost::shared_ptr<Products> products_;
     boost::shared_ptr<IDownloader> downloader_;
     bool lastCheckResult_ = false;
+    bool isChecking_ = false;
+    bool isStopped_ = false;
     ProductCallback checkStarted_;
     ProductCallback checkFinished_;
     boost::shared_ptr<IEnvironment> environment_;

@@ -120,6 +120,12 @@ void MainWindow::OnTooLong() {
             table_.ShowBusy(current_->GetRow(item));
 }
 
+void MainWindow::reject() {
+    if (controller_)
+        controller_->StopCheck();
+    QDialog::reject();
+}
+
 void MainWindow::closeEvent(QCloseEvent* /*event*/) {
     reject();
 }

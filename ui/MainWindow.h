@@ -18,8 +18,8 @@
 
 // Shows one row per item of each product, and runs the check. GUI thread only. The controller, the proxy
 // handler and the record are shared with the workflow and must be set before the window is used; the window
-// changes the record in memory only. Closing it while a check runs is safe: the check ends behind it, and
-// exec() returns after that.
+// changes the record in memory only. Closing it while a check runs stops the check; exec() returns when that
+// has ended, soon after.
 class MainWindow : public QDialog, private Ui::MainWindow {
     Q_OBJECT
 
@@ -46,6 +46,8 @@ public slots:
     void OnCheckboxChanged(int state);
     void OnIntervalChanged(int value);
     void OnTooLong();
+    // Every way to close the window leads here.
+    void reject() override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
 #include "net/CFetchAhead.h"
@@ -141,6 +142,38 @@ TEST_F(FetchAhead, EndsTransfersThatNobodyWaitsFor) {
     EXPECT_LT(timer.elapsed(), 10'000);
 }
 
+TEST_F(FetchAhead, CancelEndsEverythingAtOnceUntilTheNextPass) {
+    server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
+    const CAtlString silent(server_.Address("/silent.xml"));
+    const std::vector<CAtlString> passes[] = {{}, {silent}, std::vector<CAtlString>(2 * LIMIT, silent)};
+    for (const std::vector<CAtlString>& announced : passes) {
+        downloader_->FetchAhead(announced);
+        QElapsedTimer cancelled;
+        QTimer::singleShot(50, [&] {
+            cancelled.start();
+            downloader_->Cancel();
+        });
+        EXPECT_EQ(Take(silent), "-");
+        EXPECT_LT(cancelled.elapsed(), 500);
+        EXPECT_EQ(FilesLeft(), QStringList());
+        const std::size_t requests = server_.RequestCount();
+        EXPECT_EQ(Take(silent), "-");
+        EXPECT_TRUE(downloader_->DownloadInstaller(silent).IsEmpty());
+        EXPECT_EQ(server_.RequestCount(), requests) << "nothing is asked for any more";
+    }
+    const std::vector<CAtlString> urls = Serve(2, 1ms);
+    EXPECT_EQ(TakeAll(urls), std::vector<std::string>({Target(0), Target(1)}));
+}
+
+TEST_F(FetchAhead, CancelBetweenTwoFetchesEndsWhatIsAhead) {
+    const std::vector<CAtlString> urls = Serve(3, 1ms);
+    downloader_->FetchAhead(urls);
+    EXPECT_EQ(Take(urls[0]), Target(0));
+    downloader_->Cancel();
+    EXPECT_EQ(Take(urls[1]), "-");
+    EXPECT_EQ(FilesLeft(), QStringList());
+}
+
 class FetchAheadThroughProxy : public FetchAhead {
 protected:
     FetchAheadThroughProxy() {
@@ -210,6 +243,18 @@ TEST_F(FetchAheadThroughProxy, AsksInTurnWhenTheProxyChangesItsMind) {
     EXPECT_EQ(contents[4], "late");
     EXPECT_EQ(contents[9], "late");
     EXPECT_FALSE(requestsBeforeQuestion_.empty());
+}
+
+TEST_F(FetchAheadThroughProxy, CancelEndsATransferWhoseQuestionIsOpen) {
+    const std::vector<CAtlString> urls = ServeThroughProxy(2);
+    ChallengeOnce(0);
+    downloader_->FetchAhead(urls);
+    downloader_->SetProxyAuthRequiredCallback([&](const CAtlString&, int, CAtlString&, CAtlString&) {
+        downloader_->Cancel();
+        return true;
+    });
+    EXPECT_EQ(Take(urls[0]), "-");
+    EXPECT_EQ(server_.RequestCount(), 1U);
 }
 
 TEST_F(FetchAheadThroughProxy, TriesAgainWhatFailedBeforeTheSettingsChanged) {

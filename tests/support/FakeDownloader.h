@@ -45,6 +45,9 @@ public:
             announced.back().push_back(url.ToQString().toStdString());
     }
 
+    void Cancel() override { ++cancels; }
+
+    int cancels = 0;
     // What each announcement said.
     std::vector<std::vector<std::string>> announced;
     // The addresses of installers.

@@ -5,9 +5,12 @@
 #include "ui/MainWindow.h"
 
 #include "support/CheckFixture.h"
+#include "support/LoopbackServer.h"
 #include "support/TextPrinting.h"
 
 #include <QCheckBox>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QProgressBar>
@@ -18,6 +21,7 @@
 #include <QTextDocument>
 #include <QToolTip>
 
+#include "net/Downloader.h"
 #include "platform/CSettingsIdentity.h"
 #include "platform/SettingsStore.h"
 
@@ -323,10 +327,44 @@ TEST_P(ClosingWindow, WhileAProductIsCheckedIsSafe) {
     QTimer::singleShot(0, &window_, &MainWindow::OnCheckUpdates);
     EXPECT_EQ(window_.exec(), QDialog::Rejected);
     EXPECT_EQ(deepest, 1) << "a fetch must not start inside another";
+    EXPECT_EQ(downloader_->cancels, 1);
+    EXPECT_EQ(downloader_->addresses, Lines({"http://site/First.xml"})) << "the rest is left out";
     EXPECT_EQ(record_->GetNewLastChecked(), Today());
 }
 INSTANTIATE_TEST_SUITE_P(, ClosingWindow, testing::Values("TitleBar", "Escape", "Button"),
                          [](const auto& way) { return std::string(way.param); });
+
+TEST_F(MainWindowTest, ClosingEndsATransferAtOnceAndKeepsWhatWasChecked) {
+    for (const char* key : {"First", "Silent", "Third"})
+        AddProduct(key, {"1.0.0.0"}, "");
+    Install();
+    LoopbackServer proxy;
+    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
+    proxy.Serve("http://site/First.xml", LoopbackAnswer::Body("<U Location=\"Server\"><Product/></U>"));
+    const auto downloader = boost::make_shared<Downloader>();
+    downloader->SetProxy("127.0.0.1", proxy.Port());
+    controller_->SetDownloader(downloader);
+    QElapsedTimer closed;
+    QTimer::singleShot(0, &window_, &MainWindow::OnCheckUpdates);
+    QTimer::singleShot(300, &window_, [&] {
+        EXPECT_EQ(proxy.RequestCount(), 3U) << "the others are on their way";
+        closed.start();
+        window_.close();
+    });
+    testing::internal::CaptureStdout();
+    window_.exec();
+    EXPECT_LT(closed.elapsed(), 500);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "\n- Checking First...\n- Done First\n- Checking Silent...\n- Done Silent\n");
+    EXPECT_EQ(record_->GetNewLastChecked(), Today());
+    EXPECT_TRUE(QDir(CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString())
+                    .entryList(QDir::Files)
+                    .isEmpty());
+
+    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Body("<U Location=\"Server\"><Product/></U>"));
+    EXPECT_TRUE(controller_->CheckForUpdates()) << "as when a silent check's window was shown after all";
+    EXPECT_EQ(proxy.RequestCount(), 6U);
+}
 
 TEST_F(MainWindowTest, LeavesTheControllerAloneWhenItIsGone) {
     AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
