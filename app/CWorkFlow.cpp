@@ -4,6 +4,7 @@
 #include "app/CWorkFlow.h"
 
 #include "app/CSelfUpdate.h"
+#include "net/Downloader.h"
 #include "ui/MainWindow.h"
 
 #include <QCoreApplication>
@@ -32,6 +33,7 @@ CWorkFlow::CWorkFlow(const boost::shared_ptr<IEnvironment>& environment,
 }
 
 bool CWorkFlow::Initialize(const CCmdLineContext& context) {
+    Downloader::RemoveStaleFiles();
     if (context.overrideProxy)
         proxyHandler_->SetProxyHost(context.proxy);
     else

@@ -26,7 +26,8 @@ public:
     CWorkFlow(const CWorkFlow&) = default;
     CWorkFlow& operator=(const CWorkFlow&) = default;
 
-    // Prepares the components from the command line and the settings; what the record's Load answers.
+    // Tidies up after earlier runs, and prepares the components from the command line and the settings; what
+    // the record's Load answers.
     bool Initialize(const CCmdLineContext& context);
     // Whether the user's settings want a silent check today.
     bool IsCheckDue() const;

@@ -7,6 +7,7 @@
 #include "platform/CVardoDirectoryPath.h"
 #include "platform/CVardoFilePath.h"
 #include "platform/ResultCodes.h"
+#include "platform/StaleFiles.h"
 
 namespace {
 
@@ -16,6 +17,10 @@ CVardoFilePath TargetOf(const CAtlString& url) {
 }
 
 }  // namespace
+
+void Downloader::RemoveStaleFiles() {
+    ::RemoveStaleFiles(CVardoDirectoryPath::GetTempDirectory(), BASE_NAME, LONGEST_USE);
+}
 
 void Downloader::SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) {
     proxyHandler_ = handler;

@@ -23,6 +23,11 @@ class Downloader : public IDownloader, public ConnectionInfo {
 public:
     // What the names of fetched files begin with.
     static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
+    // No file that was fetched is still needed when it is older.
+    static constexpr std::chrono::hours LONGEST_USE{7 * 24};
+
+    // Removes what earlier runs fetched and left behind, when it is older than LONGEST_USE.
+    static void RemoveStaleFiles();
 
     // What is fetched is held to the bounds, installers to those that follow from them.
     explicit Downloader(const TransferBounds& bounds = {}) : bounds_(bounds), ahead_(bounds) {}

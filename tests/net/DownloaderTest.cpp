@@ -5,7 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <boost/make_shared.hpp>
+#include <ctime>
 #include <filesystem>
+#include <fstream>
+#include <set>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include "net/Downloader.h"
 #include "net/ProxyHandlerBase.h"
@@ -81,6 +87,57 @@ TEST_F(ADownloader, HoldsEverythingButInstallersToItsBounds) {
     narrow.FetchAhead({address});
     EXPECT_TRUE(narrow.Download(address).IsEmpty());
     EXPECT_FALSE(narrow.DownloadInstaller(address).IsEmpty());
+}
+
+class StaleFiles : public ADownloader {
+protected:
+    static void Age(const std::string& path, int days) {
+        const timespec past{std::time(nullptr) - days * 24L * 60 * 60, 0};
+        const timespec both[] = {past, past};
+        ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), both, AT_SYMLINK_NOFOLLOW), 0) << path;
+    }
+    static void Leave(const std::string& path, int days) {
+        std::ofstream(path) << "left";
+        Age(path, days);
+    }
+    static std::set<std::string> Names(const std::string& folder) {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            names.insert(entry.path().filename());
+        return names;
+    }
+
+    const TemporaryTree elsewhere_;
+};
+
+TEST_F(StaleFiles, AreRemovedWhenTheyAreOldAndOurs) {
+    for (const char* name :
+         {"NBKTemp.xml", "NBKTemp(12).xml", "NBKTemp-3", "NBKTemp", "Other.xml", "xNBKTemp"})
+        Leave(Folder() + "/" + name, 8);
+    for (const char* name : {"NBKTemp.bin", "NBKTemp(12).bin"})
+        Leave(Folder() + "/" + name, 6);
+    Leave(Folder() + "/NBKTemp.future", -1);
+    Leave(elsewhere_.Path("target"), 8);
+    std::filesystem::create_symlink(elsewhere_.Path("target"), Folder() + "/NBKTemp.link");
+    std::filesystem::create_directory(Folder() + "/NBKTemp.folder");
+    for (const char* name : {"/NBKTemp.link", "/NBKTemp.folder"})
+        Age(Folder() + name, 8);
+
+    Downloader::RemoveStaleFiles();
+    EXPECT_EQ(Names(Folder()),
+              std::set<std::string>({"Other.xml", "xNBKTemp", "NBKTemp.bin", "NBKTemp(12).bin",
+                                     "NBKTemp.future", "NBKTemp.link", "NBKTemp.folder"}));
+    EXPECT_TRUE(std::filesystem::exists(elsewhere_.Path("target")));
+}
+
+TEST_F(StaleFiles, StayInAFolderThatIsALink) {
+    const std::string folder = Folder();
+    Leave(elsewhere_.Path("NBKTemp.xml"), 8);
+    std::filesystem::remove(folder);
+    std::filesystem::create_directory_symlink(elsewhere_.Root(), folder);
+    Downloader::RemoveStaleFiles();
+    EXPECT_TRUE(std::filesystem::exists(elsewhere_.Path("NBKTemp.xml")));
+    std::filesystem::remove(folder);
 }
 
 TEST_F(ADownloader, UsesTheProxyThatItsHandlerHasNow) {

@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <functional>
 
+#include "platform/CVardoDirectoryPath.h"
 #include "platform/SettingsStore.h"
 
 namespace {
@@ -153,6 +154,16 @@ TEST_F(WorkFlow, SilentCheckWithoutNetworkWritesTheOldDateBack) {
     EXPECT_EQ(Run({"-silent"}), 0);
     EXPECT_EQ(windows_, 0);
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=9 LastChecked=2451545 ");
+}
+
+TEST_F(WorkFlow, RemovesWhatAnEarlierRunLeftBehind) {
+    const CAtlString folder = CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString();
+    const std::string left = (folder + L"/NBKTemp.xml").ToQString().toStdString();
+    std::ofstream(left) << "left";
+    std::filesystem::last_write_time(left,
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(200));
+    Run({"-silent"});
+    EXPECT_FALSE(std::filesystem::exists(left));
 }
 
 TEST_F(WorkFlow, FaultyCommandLineIsReportedWithoutAWindow) {
