@@ -6,6 +6,7 @@
 #include <set>
 
 #include "e2e/ProgramTest.h"
+#include "support/LoopbackServer.h"
 
 using testing::HasSubstr;
 
@@ -84,4 +85,21 @@ TEST_F(InteractiveCheckTest, ConnectionOptionsAreSavedForAllOfTheMakersSoftware)
     EXPECT_TRUE(Close());
     EXPECT_EQ(SampleMachine::ProxySetting("HttpProxyHost").toString().toStdString(), "proxy.example");
     EXPECT_EQ(SampleMachine::ProxySetting("HttpProxyPort").toInt(), 3128);
+}
+
+TEST_F(InteractiveCheckTest, ClosingDuringACheckEndsTheProgramAtOnce) {
+    machine_.KnowBoardSoftwareOnly();
+    LoopbackServer proxy;
+    proxy.Serve(machine_.Site() + "updates/board.xml", LoopbackAnswer::Silence());
+    SampleMachine::SetProxy(proxy.Port());
+    for (const char* copy : {"first", "second, which finds the lock free"}) {
+        const std::size_t before = proxy.RequestCount();
+        Open();
+        // Its own description and the board's.
+        ASSERT_TRUE(WaitUntil([&] { return proxy.RequestCount() == before + 2; })) << copy;
+        desktop_.Click(window_, -40, -20);
+        EXPECT_TRUE(program_->WaitForEnd(std::chrono::seconds(1))) << copy;
+        EXPECT_EQ(program_->ExitCode(), 0) << copy;
+    }
+    EXPECT_EQ(SampleMachine::Setting("LastChecked").toInt(), 0);
 }
