@@ -4,46 +4,75 @@
 // A display in memory, and a user's hands on it.
 #pragma once
 
-#include <chrono>
+#include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 #include "support/ChildProcess.h"
 
 // A window as xdotool knows it.
 struct Window {
     std::string id;
-    std::string title;
     int width = 0;
     int height = 0;
 };
 
 // An X server of its own, on a display number that nobody else uses. It has no window manager: the newest
-// window of a program is the one that the user works in. All operations work on the windows of one process.
+// window of a program is the one that the user works in.
 class Desktop {
 public:
-    Desktop();
+    Desktop() {
+        EXPECT_TRUE(WaitUntil([this] { return server_.Output().ends_with('\n'); })) << server_.Errors();
+    }
 
     // The value of the environment variable DISPLAY.
-    const std::string& Name() const { return name_; }
+    std::string Name() const { return ":" + std::to_string(std::stoi(server_.Output())); }
 
-    // The newest visible window of the process with this title; an empty id when there is none. An empty
-    // title fits all.
-    Window Find(qint64 process, const std::string& title = "") const;
-    // Waits for it; fails the test when it does not come.
-    Window WaitFor(qint64 process, const std::string& title) const;
-    bool WaitUntilGone(const Window& window) const;
+    // The newest visible window of the process with this title; fails the test when it does not come.
+    Window WaitFor(qint64 process, const std::string& title) const {
+        std::string found;
+        const auto search = [&] {
+            found = Do({"search", "--all", "--onlyvisible", "--pid", std::to_string(process), "--name",
+                        "^" + title + "$"});
+            return !found.empty();
+        };
+        if (!WaitUntil(search))
+            throw std::runtime_error("no window " + title);
+        found.pop_back();
+        const std::string id = found.substr(found.rfind('\n') + 1);
+        const std::string geometry = Do({"getwindowgeometry", "--shell", id});
+        return {id, NumberAfter("WIDTH=", geometry), NumberAfter("HEIGHT=", geometry)};
+    }
+    bool WaitUntilGone(const Window& window) const {
+        return WaitUntil([&] {
+            return Do({"search", "--onlyvisible", "--name", ""}).find(window.id) == std::string::npos;
+        });
+    }
 
     // A click at this place; negative numbers count from the right and from the bottom.
-    void Click(const Window& window, int x, int y) const;
-    // Turns the mouse wheel up over the middle of the window, far enough to reach the top of anything.
-    void ScrollUp(const Window& window) const;
+    void Click(const Window& window, int x, int y) const {
+        Do({"mousemove", "--window", window.id, std::to_string(x < 0 ? window.width + x : x),
+            std::to_string(y < 0 ? window.height + y : y), "click", "1"});
+    }
     // Keys by their X names, e.g. "Tab" or "ctrl+a"; the window gets the focus first.
-    void Press(const Window& window, const std::string& keys) const;
-    void Type(const Window& window, const std::string& text) const;
+    void Press(const Window& window, const std::string& keys) const {
+        Do({"windowfocus", "--sync", window.id, "key", keys});
+    }
+    // Types in place of what the focused field holds.
+    void Type(const Window& window, const std::string& text) const {
+        Do({"windowfocus", "--sync", window.id, "key", "ctrl+a", "type", text});
+    }
+    std::string Do(const std::vector<std::string>& arguments) const {
+        ChildProcess tool("xdotool", arguments, {{"DISPLAY", Name()}});
+        tool.WaitForEnd();
+        return tool.Output();
+    }
 
 private:
-    std::string Do(std::vector<std::string> arguments) const;
+    static int NumberAfter(const std::string& name, const std::string& text) {
+        return std::stoi(text.substr(text.find(name) + name.size()));
+    }
 
-    ChildProcess server_;
-    std::string name_;
+    ChildProcess server_{"Xvfb",
+                         {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"}};
 };

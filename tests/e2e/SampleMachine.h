@@ -5,46 +5,75 @@
 // line.
 #pragma once
 
-#include <QString>
-#include <QVariant>
+#include <QSettings>
 #include <memory>
-#include <string>
-#include <vector>
+#include <sstream>
 
 #include "support/ChildProcess.h"
+
+// The update-check settings in the user's file.
+struct UpdateSettings : QSettings {
+    UpdateSettings() : QSettings("/tmp/home/.config/VARDO Technologies.conf", IniFormat) {
+        beginGroup("Software/VARDO Technologies/Product Update");
+    }
+};
+// The proxy settings that all of the maker's software on this machine shares.
+struct ProxySettings : QSettings {
+    ProxySettings() : QSettings("/tmp/run/machine/VARDO Technologies.conf", IniFormat) {
+        beginGroup("Software/VARDO Technologies/VARDO Board Software/ProxyInformation");
+    }
+};
 
 // Installs the program that was built into a folder, lays the sample installation over it, and serves the
 // sample site with a real web server. Browsers on this machine only note which page they were asked for.
 class SampleMachine {
 public:
-    // selfUpdate: the site offers a newer version of the program.
-    explicit SampleMachine(const std::string& folder = "/tmp/vardo", bool selfUpdate = false);
+    // Of no one script, and with a space in it: what works here works in any folder.
+    static inline const std::string FOLDER = "/tmp/Обновление 製品 تحديث/v 1";
 
-    const std::string& Folder() const { return folder_; }
-    // The site's address, with a "/" at its end.
-    const std::string& Site() const { return site_; }
-    void StopSite() { server_.reset(); }
+    // Its user never ran the program. selfUpdate: the site offers a newer version of the program.
+    explicit SampleMachine(bool selfUpdate = false) {
+        for (const char* folder : {FOLDER.c_str(), "/tmp/run", "/tmp/home"})
+            std::filesystem::remove_all(folder);
+        for (const char* folder : {"/tmp/home", "/tmp/run/browsers", "/tmp/run/runtime"})
+            std::filesystem::create_directories(folder);
+        std::ofstream("/tmp/run/browsers/firefox")
+            << "#!/bin/sh\npage=$*\nprintf '%s\\n' \"${page#http://127.0.0.1:[0-9]*/}\" >>/tmp/run/pages\n";
+        for (const char* path : {"/tmp/run/browsers/firefox", "/tmp/run/runtime"})
+            std::filesystem::permissions(path, std::filesystem::perms::owner_all);
 
-    // Starts the program; display is the value of DISPLAY, empty for none.
-    std::unique_ptr<ChildProcess> Start(const std::string& display,
-                                        const std::vector<std::string>& arguments = {});
+        if (!ChildProcess(VARDO_CMAKE, {"--install", VARDO_BINARY_DIR, "--prefix", FOLDER}).EndsWell())
+            throw std::runtime_error("the program cannot be installed");
+        std::vector<std::string> arguments{FOLDER, "/tmp/run"};
+        if (selfUpdate)
+            arguments.insert(arguments.begin(), "--self-update");
+        site_ = std::make_unique<ChildProcess>(VARDO_SOURCE_DIR "/scripts/sample-site.sh", arguments);
+        if (!WaitUntil([this] { return site_->Output().ends_with("/\n"); }))
+            throw std::runtime_error("no site: " + site_->Errors());
+    }
+
+    // Starts the program; display is the value of DISPLAY.
+    static std::unique_ptr<ChildProcess> Start(const std::string& display,
+                                               const std::vector<std::string>& arguments) {
+        const std::map<std::string, std::string> variables{
+            {"PATH", std::string("/tmp/run/browsers:") + getenv("PATH")},
+            {"DISPLAY", display},
+            {"QT_QPA_PLATFORM", ""},
+            {"XDG_RUNTIME_DIR", "/tmp/run/runtime"},
+            {"XDG_CONFIG_DIRS", "/tmp/run/machine"}};
+        return std::make_unique<ChildProcess>(FOLDER + "/bin/VARDOProductUpdate", arguments, variables);
+    }
 
     // The site's requests so far: method, path and status, a line each.
-    std::string Requests() const;
-    // The pages that browsers were asked for, in order, without the site's address.
-    std::vector<std::string> OpenedPages() const;
-
-    // A value of the update-check settings in the user's file; invalid when it is absent.
-    static QVariant Setting(const QString& name);
-    static void SetSetting(const QString& name, const QVariant& value);
-    // A value of the proxy settings that all of the maker's software on this machine shares.
-    static QVariant ProxySetting(const QString& name);
-    static void SetProxy(int port);
+    static std::string Requests() { return ReadWholeFile("/tmp/run/access.log"); }
+    // The pages that browsers were asked for, without the site's address, a line each.
+    static std::string OpenedPages() { return ReadWholeFile("/tmp/run/pages"); }
     // Replaces the installed product list by one that never changes and knows the board software only.
-    void KnowBoardSoftwareOnly() const;
+    static void KnowBoardSoftwareOnly() {
+        std::ofstream(FOLDER + "/share/products.xml")
+            << R"(<Products Version="1.0.0.0"><Product Name="B" BaseXml="SoftwareUpdateVBS"/></Products>)";
+    }
 
 private:
-    std::string folder_;
-    std::unique_ptr<ChildProcess> server_;
-    std::string site_;
+    std::unique_ptr<ChildProcess> site_;
 };

@@ -1,29 +1,19 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// How the installed program starts, and when it declines to.
-#include <gmock/gmock.h>
-#include <csignal>
-#include <filesystem>
-
+// How the installed program starts: alone, by a scheduler that sees it only when it has something to say, or
+// not at all; and what it says of itself.
 #include "e2e/ProgramTest.h"
-
-using testing::HasSubstr;
 
 using StartTest = ProgramTest;
 
-TEST_F(StartTest, ASecondCopySaysSoAndLeavesTheFirstAlone) {
+TEST_F(StartTest, ASecondCopySaysSoAndAKilledOneDoesNotCount) {
     Open();
-    const auto second = machine_.Start(desktop_.Name());
-    EXPECT_TRUE(second->WaitForEnd());
-    EXPECT_EQ(second->ExitCode(), 0);
+    const auto second = machine_.Start(desktop_.Name(), {});
+    EXPECT_TRUE(second->EndsWell());
     EXPECT_EQ(second->Errors(), "VARDO Product Update is already running.\n");
-    ASSERT_TRUE(WaitUntilChecked(PRODUCTS)) << program_->Output();
-    EXPECT_TRUE(Close());
-}
+    EXPECT_TRUE(program_->IsRunning());
 
-TEST_F(StartTest, AKilledCopyDoesNotBlockTheNext) {
-    Open();
     program_->Signal(SIGKILL);
     ASSERT_TRUE(program_->WaitForEnd());
     Open();
@@ -33,35 +23,45 @@ TEST_F(StartTest, AKilledCopyDoesNotBlockTheNext) {
 
 TEST_F(StartTest, ABadCommandLineNeedsNoDisplay) {
     for (const char* argument : {"-nonsense", "-username", "-platform"}) {
-        const auto program = machine_.Start("", {argument});
-        EXPECT_TRUE(program->WaitForEnd()) << argument;
-        EXPECT_EQ(program->ExitCode(), 0) << argument;
-        EXPECT_EQ(program->Output(), "error in parameters\n") << argument;
+        program_ = machine_.Start("", {argument});
+        EXPECT_TRUE(program_->EndsWell()) << argument;
+        EXPECT_EQ(program_->Output(), "error in parameters\n") << argument;
     }
 }
 
-TEST(InstalledProgramTest, WorksFromAFolderInAnyScript) {
-    SampleMachine machine("/tmp/Обновление 製品 تحديث/v 1");
-    const Desktop desktop;
-    const auto program = machine.Start(desktop.Name());
-    const Window window = desktop.WaitFor(program->Id(), "VARDO Product Update");
-    EXPECT_TRUE(
-        WaitUntil([&] { return program->Output().find("- Done VARDO Timeline") != std::string::npos; }));
-    EXPECT_THAT(ReadWholeFile(machine.Folder() + "/share/products.xml"), HasSubstr("Version=\"1.3.0.0\""));
-    const auto second = machine.Start(desktop.Name());
-    EXPECT_TRUE(second->WaitForEnd());
-    EXPECT_THAT(second->Errors(), HasSubstr("already running"));
-    desktop.Press(window, "Escape");
-    EXPECT_TRUE(program->WaitForEnd());
+TEST_F(StartTest, SilentAndNotDueNothingIsFetchedShownOrWritten) {
+    UpdateSettings().setValue("LastChecked", Today());
+    UpdateSettings().setValue("Interval", 1);
+    Start({"-silent"});
+    EXPECT_TRUE(program_->EndsWell());
+    EXPECT_EQ(machine_.Requests(), "");
+    EXPECT_EQ(Setting("CheckUpdates"), -1);
+}
+
+TEST_F(StartTest, SilentWithNothingNewItStaysUnseenAndNotesTheDay) {
+    machine_.KnowBoardSoftwareOnly();
+    UpdateSettings().setValue("LastChecked", Today() - 1);
+    UpdateSettings().setValue("Interval", 1);
+    Start({"-silent"});
+    EXPECT_TRUE(program_->EndsWell());
+    EXPECT_THAT(machine_.Requests(), HasSubstr("GET /updates/board.xml 200"));
+    EXPECT_EQ(Setting("LastChecked"), Today());
+}
+
+TEST_F(StartTest, SilentWithSomethingNewTheWindowOpensWhenTheCheckHasEnded) {
+    Open({"-silent"});
+    EXPECT_THAT(machine_.Requests(), HasSubstr("GET /updates/timeline.xml 200"));
+    EXPECT_TRUE(Close());
+    EXPECT_EQ(Setting("LastChecked"), Today());
 }
 
 TEST(InstalledProgramTest, SaysWhatItIs) {
     const SampleMachine machine;
-    const std::string executable = machine.Folder() + "/bin/VARDOProductUpdate";
+    const std::string executable = SampleMachine::FOLDER + "/bin/VARDOProductUpdate";
     ChildProcess nm("nm", {"-D", "--defined-only", "--format=posix", executable});
     ASSERT_TRUE(nm.WaitForEnd());
-    for (const char* symbol : {"APP_VERSION R", "BUILD_ID_NUM R", "BUILD_ID R"})
-        EXPECT_THAT("\n" + nm.Output(), HasSubstr("\n" + std::string(symbol))) << symbol;
+    for (const char* symbol : {"\nAPP_VERSION R", "\nBUILD_ID_NUM R", "\nBUILD_ID R"})
+        EXPECT_THAT("\n" + nm.Output(), HasSubstr(symbol));
 
     using namespace std::string_literals;
     const std::string bytes = ReadWholeFile(executable);
@@ -70,5 +70,5 @@ TEST(InstalledProgramTest, SaysWhatItIs) {
     const std::string icon = ReadWholeFile(VARDO_SOURCE_DIR "/resources/images/update.png");
     ASSERT_FALSE(icon.empty());
     EXPECT_NE(bytes.find(icon), std::string::npos) << "the icon is not stored as it is";
-    EXPECT_TRUE(std::filesystem::is_directory(machine.Folder() + "/Languages"));
+    EXPECT_TRUE(std::filesystem::is_directory(SampleMachine::FOLDER + "/Languages"));
 }

@@ -4,20 +4,24 @@
 // A scriptable HTTP server inside the test process; asked for a host that no resolver knows, it is a proxy.
 #pragma once
 
+#include <utility>  // Boost 1.74 uses std::exchange without it
+
 #include <QString>
+#include <boost/asio/awaitable.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
 #include <chrono>
 #include <map>
 #include <mutex>
 #include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
 // What the server sends. The header fields are complete lines without their end.
 struct LoopbackAnswer {
     int status = 200;
-    std::string body;
-    std::vector<std::string> headers;
+    std::string body{};
+    std::vector<std::string> headers{};
     // Before the first byte.
     std::chrono::milliseconds delay{0};
     // After each byte; 0 sends all at once.
@@ -29,12 +33,16 @@ struct LoopbackAnswer {
     // Keeps the connection open after the last byte until the client closes it.
     bool holdOpen = false;
 
-    static LoopbackAnswer Status(int status, const std::string& body = "body of an answer");
-    static LoopbackAnswer Body(const std::string& body);
+    static LoopbackAnswer Status(int status, const std::string& body = "body of an answer") {
+        return {.status = status, .body = body};
+    }
+    static LoopbackAnswer Body(const std::string& body) { return {.body = body}; }
     // 407 with a challenge, such as "Basic realm=\"test\"".
-    static LoopbackAnswer Challenge(const std::string& challenge);
+    static LoopbackAnswer Challenge(const std::string& challenge) {
+        return {.status = 407, .body = "credentials", .headers = {"Proxy-Authenticate: " + challenge}};
+    }
     // Accepts the request and never answers.
-    static LoopbackAnswer Silence();
+    static LoopbackAnswer Silence() { return {.isRaw = true, .holdOpen = true}; }
 };
 
 struct LoopbackRequest {
@@ -46,13 +54,11 @@ struct LoopbackRequest {
 };
 
 // Listens on 127.0.0.1 from its construction on; the system chooses the port. Each connection carries one
-// request. Its threads end in the destructor. All functions may be called from any thread.
+// request. Its thread ends in the destructor. All functions may be called from any thread.
 class LoopbackServer {
 public:
     LoopbackServer();
     ~LoopbackServer();
-    LoopbackServer(const LoopbackServer&) = delete;
-    LoopbackServer& operator=(const LoopbackServer&) = delete;
 
     int Port() const { return port_; }
     // "http://127.0.0.1:<port>" and the path.
@@ -67,28 +73,22 @@ public:
     // What was asked so far, in the order of arrival.
     std::vector<LoopbackRequest> Requests() const;
     std::size_t RequestCount() const { return Requests().size(); }
-    // The targets of the requests.
     std::vector<std::string> Targets() const;
-    // The most requests that were being answered at the same time.
+    // The most requests that were waiting for their answer at the same time.
     int MostAtOnce() const;
 
 private:
-    void Accept();
-    void Converse(int connection);
+    boost::asio::awaitable<void> Accept();
+    boost::asio::awaitable<void> Converse(boost::asio::ip::tcp::socket connection);
     LoopbackAnswer NextAnswer(const LoopbackRequest& request);
-    // False when the server stops, or when the time has passed.
-    bool WaitReadable(int descriptor, std::chrono::milliseconds limit) const;
-    bool ReadHead(int connection, std::string& head) const;
-    void Send(int connection, const LoopbackAnswer& answer) const;
 
-    int port_ = 0;
-    int listener_;
-    int stop_;
     mutable std::mutex mutex_;
     std::map<std::string, std::vector<LoopbackAnswer>> answers_;
     std::vector<LoopbackRequest> requests_;
     int atOnce_ = 0;
     int mostAtOnce_ = 0;
-    std::vector<std::thread> conversations_;
-    std::thread acceptor_;
+    boost::asio::io_context events_{1};
+    boost::asio::ip::tcp::acceptor acceptor_{events_};
+    const int port_ = acceptor_.local_endpoint().port();
+    std::thread thread_;
 };

@@ -8,7 +8,6 @@
 #include <QDialog>
 #include <QTimer>
 #include <functional>
-#include <string>
 #include <utility>
 
 // While it lives, every modal dialog is handed to a function once, from the dialog's own event loop. A dialog

@@ -19,7 +19,10 @@
 
 namespace {
 
-[[noreturn]] void Fail(const char* what) {
+// Ends the process with a word on what failed.
+void Check(bool succeeded, const char* what) {
+    if (succeeded)
+        return;
     std::fprintf(stderr,
                  "The tests need a /tmp of their own and could not make one: %s: %s.\n"
                  "Run them as root, or allow unprivileged user namespaces "
@@ -28,41 +31,35 @@ namespace {
     std::exit(1);
 }
 
-void WriteLine(const char* path, const std::string& line) {
-    std::ofstream file(path);
-    file << line << std::flush;
-    if (!file)
-        Fail(path);
+void EnterNamespaces() {
+    const std::string user = std::to_string(getuid());
+    const std::string group = std::to_string(getgid());
+    const int rootless = getuid() == 0 ? 0 : CLONE_NEWUSER;
+    Check(unshare(CLONE_NEWNS | CLONE_NEWIPC | rootless) == 0, "unshare");
+    const std::pair<const char*, std::string> identity[] = {
+        {"/proc/self/setgroups", "deny"},
+        {"/proc/self/uid_map", user + " " + user + " 1"},
+        {"/proc/self/gid_map", group + " " + group + " 1"}};
+    for (const auto& [path, line] : identity)
+        Check(!rootless || (std::ofstream(path) << line << std::flush), path);
+    Check(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount / private");
 }
 
-void EnterNamespaces() {
-    const uid_t user = getuid();
-    const gid_t group = getgid();
-    const int rootless = user == 0 ? 0 : CLONE_NEWUSER;
-    if (unshare(CLONE_NEWNS | CLONE_NEWIPC | rootless) != 0)
-        Fail("unshare");
-    if (rootless) {
-        WriteLine("/proc/self/setgroups", "deny");
-        WriteLine("/proc/self/uid_map", std::to_string(user) + " " + std::to_string(user) + " 1");
-        WriteLine("/proc/self/gid_map", std::to_string(group) + " " + std::to_string(group) + " 1");
-    }
-    if (mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        Fail("mount / private");
+void MountEmpty(const char* path) {
+    Check(mount("vardo-tests", path, "tmpfs", 0, "mode=1777") == 0, path);
 }
 
 // A source tree that itself lies under /tmp must still be seen under its name.
 void MountPrivateTmp() {
-    const std::string tree = VARDO_SOURCE_DIR;
-    const bool hidden = tree.starts_with("/tmp/");
-    const int keep = hidden ? open(tree.c_str(), O_PATH | O_DIRECTORY) : -1;
-    if (mount("vardo-tests", "/tmp", "tmpfs", 0, "mode=1777") != 0)
-        Fail("mount /tmp");
+    const char* const tree = VARDO_SOURCE_DIR;
+    const bool hidden = std::string(tree).starts_with("/tmp/");
+    const int keep = hidden ? open(tree, O_PATH | O_DIRECTORY) : -1;
+    MountEmpty("/tmp");
     if (!hidden)
         return;
     std::filesystem::create_directories(tree);
     const std::string origin = "/proc/self/fd/" + std::to_string(keep);
-    if (mount(origin.c_str(), tree.c_str(), nullptr, MS_BIND | MS_REC, nullptr) != 0)
-        Fail("mount the source tree");
+    Check(mount(origin.c_str(), tree, nullptr, MS_BIND | MS_REC, nullptr) == 0, tree);
     close(keep);
 }
 
@@ -71,8 +68,7 @@ void MountPrivateTmp() {
 void EnterSandbox() {
     EnterNamespaces();
     MountPrivateTmp();
-    if (mount("vardo-tests", "/dev/shm", "tmpfs", 0, "mode=1777") != 0)
-        Fail("mount /dev/shm");
+    MountEmpty("/dev/shm");
     std::filesystem::create_directories("/tmp/home/.config");
     std::filesystem::create_directories("/tmp/etc/xdg");
     setenv("HOME", "/tmp/home", 1);
@@ -82,8 +78,9 @@ void EnterSandbox() {
     setenv("XDG_DATA_HOME", "/tmp/home/.local/share", 1);
     setenv("TMPDIR", "/tmp", 1);
     setenv("LC_ALL", "C.UTF-8", 1);
-    for (const char* name : {"DESKTOP_SESSION", "GNOME_DESKTOP_SESSION_ID", "KDE_FULL_SESSION", "http_proxy",
-                             "https_proxy", "all_proxy", "no_proxy", "HTTP_PROXY", "HTTPS_PROXY", "LANGUAGE"})
+    for (const char* name :
+         {"WAYLAND_DISPLAY", "DESKTOP_SESSION", "GNOME_DESKTOP_SESSION_ID", "KDE_FULL_SESSION", "http_proxy",
+          "https_proxy", "all_proxy", "no_proxy", "HTTP_PROXY", "HTTPS_PROXY", "LANGUAGE"})
         unsetenv(name);
     std::setlocale(LC_ALL, "");
 }
