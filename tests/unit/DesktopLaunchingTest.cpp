@@ -7,165 +7,112 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <vector>
+#include <tuple>
 
 #include "platform/CProcessStarter.h"
 #include "platform/DesktopLaunching.h"
 #include "support/ScopedEnvironment.h"
+#include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
 
 namespace {
 
-const wchar_t* const ADDRESS = L"http://h/\u4E2D \"q\" $(x)?a=1&b";
+const QString ADDRESS = QStringLiteral("http://h/\u4E2D \"q\" $(x)?a=1&b");
 
-// Starts nothing; keeps a line "run: ..." or "start: ..." of what was asked, with "|" between the arguments.
+// Starts nothing; keeps what was asked: "run" or "start", the program and its arguments.
 class RecordingStarter : public IProcessStarter {
 public:
-    explicit RecordingStarter(bool launcherEnds) : launcherEnds_(launcherEnds) {}
     bool RunAndWait(const QString& program, const QStringList& arguments, int limitMs) override {
         EXPECT_EQ(limitMs, 30000);
-        Record("run: ", program, arguments);
-        return launcherEnds_;
+        asked += QStringList("run") + QStringList(program) + arguments;
+        return launcherEnds;
     }
     bool StartDetached(const QString& program, const QStringList& arguments) override {
-        Record("start: ", program, arguments);
+        asked += QStringList("start") + QStringList(program) + arguments;
         return false;
     }
-    std::vector<std::string> asked;
-
-private:
-    void Record(const char* how, const QString& program, const QStringList& arguments) {
-        asked.push_back(how + (QStringList(program) + arguments).join('|').toStdString());
-    }
-    bool launcherEnds_;
-};
-
-class Launching : public testing::Test {
-protected:
-    void SetUp() override {
-        for (const char* file : {"a/opera", "a/konqueror", "b/firefox", "b/other", "c \u4E2D/mozilla"}) {
-            const std::filesystem::path path = std::filesystem::path("/tmp/path") / file;
-            std::filesystem::create_directories(path.parent_path());
-            std::ofstream(path.string()) << "";
-        }
-    }
-    void TearDown() override { std::filesystem::remove_all("/tmp/path"); }
+    bool launcherEnds = true;
+    QStringList asked;
 };
 
 }  // namespace
 
 TEST(DesktopKinds, FollowTheSession) {
-    const struct {
-        const char* session;
-        const char* gnome;
-        const char* kde;
-        int kind;
-    } cases[] = {
-        {nullptr, "1", "true", 0},
-        {"kde-plasma", nullptr, nullptr, 1},
-        {"KDE", "1", nullptr, 1},
-        {"Kde", nullptr, nullptr, 3},
-        {"ubuntu-gnome", nullptr, nullptr, 2},
-        {"GNOME", nullptr, "1", 2},
-        {"xfce", "1", "1", 3},
-        {"", "1", "1", 3},
-        {"default", "1", "1", 2},
-        {"default", nullptr, "true", 1},
-        {"DEFAULT", nullptr, "", 1},
-        {"default", nullptr, nullptr, 3},
-        {"gnome-kde", nullptr, nullptr, 1},
+    const std::tuple<const char*, const char*, const char*, DesktopKind> cases[] = {
+        {nullptr, "1", "true", DESKTOP_UNKNOWN},      {"kde-plasma", nullptr, nullptr, DESKTOP_KDE},
+        {"gnome-KDE", "1", nullptr, DESKTOP_KDE},     {"Kde", nullptr, nullptr, DESKTOP_OTHER},
+        {"GNOME", nullptr, "1", DESKTOP_GNOME},       {"", "1", "1", DESKTOP_OTHER},
+        {"default", "1", "1", DESKTOP_GNOME},         {"DEFAULT", nullptr, "", DESKTOP_KDE},
+        {"default", nullptr, nullptr, DESKTOP_OTHER},
     };
-    for (const auto& c : cases) {
-        const ScopedEnvironment session("DESKTOP_SESSION", c.session);
-        const ScopedEnvironment gnome("GNOME_DESKTOP_SESSION_ID", c.gnome);
-        const ScopedEnvironment kde("KDE_FULL_SESSION", c.kde);
-        EXPECT_EQ(DetectDesktop(), c.kind) << (c.session ? c.session : "(unset)");
+    for (const auto& [session, gnome, kde, kind] : cases) {
+        const ScopedEnvironment sessionSet("DESKTOP_SESSION", session);
+        const ScopedEnvironment gnomeSet("GNOME_DESKTOP_SESSION_ID", gnome);
+        const ScopedEnvironment kdeSet("KDE_FULL_SESSION", kde);
+        EXPECT_EQ(DetectDesktop(), kind) << (session ? session : "(unset)");
     }
 }
 
-TEST_F(Launching, TriesTheDesktopThenThePath) {
-    const std::string address = CAtlString(ADDRESS).ToQString().toStdString();
-    const std::string gnome = "run: gnome-www-browser|" + address;
-    const std::string kde = "run: kfmclient|openURL|" + address;
-    const std::string opera = "start: /tmp/path/a/opera|" + address;
-    const struct {
-        const char* situation;
-        const char* session;
-        const char* path;
-        bool launcherEnds;
-        bool opened;
-        std::vector<std::string> asked;
-    } cases[] = {
-        {"KDE", "kde", "/tmp/path/a", true, true, {kde}},
-        {"KDE's launcher fails", "kde", "/tmp/path/a", false, true, {kde, opera}},
-        {"GNOME", "gnome", "/tmp/path/a", true, true, {gnome}},
-        {"GNOME's launcher fails", "gnome", "/tmp/path/a", false, true, {gnome, opera}},
-        {"launcher fails, no browser", "gnome", "/tmp/none", false, false, {gnome}},
-        {"other", "xfce", "/tmp/path/a", true, true, {opera}},
-        {"unknown", nullptr, "/tmp/path/a", true, true, {opera}},
-        {"first directory decides", nullptr, "/tmp/none:/tmp/path/a:/tmp/path/b", true, true, {opera}},
-        {"list order within it",
-         nullptr,
-         "/tmp/path/b:/tmp/path/a",
-         true,
-         true,
-         {"start: /tmp/path/b/firefox|" + address}},
-        {"empty entries", nullptr, "::/tmp/path/a:", true, true, {opera}},
-        {"a directory in any script",
-         nullptr,
-         "/tmp/path/c \u4E2D",
-         true,
-         true,
-         {"start: /tmp/path/c \u4E2D/mozilla|" + address}},
+TEST(Launching, TriesTheDesktopThenThePath) {
+    const TemporaryTree tree;
+    for (const char* file : {"a/opera", "a/konqueror", "b/firefox", "c \u4E2D/mozilla"})
+        tree.Write(file, "");
+    const QString root = QString::fromStdString(tree.Root());
+    const QStringList gnome{"run", "gnome-www-browser", ADDRESS};
+    const QStringList kde{"run", "kfmclient", "openURL", ADDRESS};
+    const QStringList opera{"start", root + "/a/opera", ADDRESS};
+    const QStringList mozilla{"start", root + "/c \u4E2D/mozilla", ADDRESS};
+    const std::tuple<const char*, const char*, const char*, bool, bool, QStringList> cases[] = {
+        {"KDE's launcher fails", "kde", "%/a", false, true, kde + opera},
+        {"GNOME", "gnome", "%/a", true, true, gnome},
+        {"launcher fails, no browser", "gnome", "%/none", false, false, gnome},
+        {"other", "xfce", "%/a", true, true, opera},
+        {"first directory decides", nullptr, "%/none:%/a:%/b", true, true, opera},
+        {"empty entries", nullptr, "::%/a:", true, true, opera},
+        {"a directory in any script", nullptr, "%/c \u4E2D", true, true, mozilla},
         {"empty PATH", nullptr, "", true, false, {}},
-        {"no PATH", nullptr, nullptr, true, false, {}},
     };
     const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path("/tmp/path/b");
-    for (const auto& c : cases) {
-        const ScopedEnvironment session("DESKTOP_SESSION", c.session);
-        const ScopedEnvironment path("PATH", c.path);
-        RecordingStarter starter(c.launcherEnds);
-        EXPECT_EQ(OpenURL(ADDRESS, starter), c.opened) << c.situation;
-        EXPECT_EQ(starter.asked, c.asked) << c.situation;
+    std::filesystem::current_path(tree.Path("b"));
+    for (const auto& [situation, session, path, launcherEnds, opened, asked] : cases) {
+        const ScopedEnvironment sessionSet("DESKTOP_SESSION", session);
+        const ScopedEnvironment pathSet("PATH", QString(path).replace("%", root).toUtf8().constData());
+        RecordingStarter starter;
+        starter.launcherEnds = launcherEnds;
+        EXPECT_EQ(OpenURL(ADDRESS, starter), opened) << situation;
+        EXPECT_EQ(starter.asked, asked) << situation;
     }
     std::filesystem::current_path(before);
 }
 
-TEST_F(Launching, AnOptionIsNoAddress) {
+TEST(Launching, AnOptionIsNoAddress) {
     const ScopedEnvironment session("DESKTOP_SESSION", "kde");
-    const ScopedEnvironment path("PATH", "/tmp/path/a");
-    RecordingStarter starter(true);
+    RecordingStarter starter;
     EXPECT_FALSE(OpenURL(L"--remote=x", starter));
     EXPECT_TRUE(starter.asked.empty());
 }
 
 TEST(ProcessStarter, ArgumentsArriveAsTheyAre) {
-    const QStringList arguments{"-c", "printf '%s' \"$1\" > /tmp/argument", "sh",
-                                CAtlString(ADDRESS).ToQString()};
+    const TemporaryTree tree;
+    const QString file = QString::fromStdString(tree.Path("argument"));
     CProcessStarter starter;
-    EXPECT_TRUE(starter.RunAndWait("/bin/sh", arguments, 10000));
-    std::string argument;
-    std::getline(std::ifstream("/tmp/argument"), argument);
-    EXPECT_EQ(argument, CAtlString(ADDRESS).ToQString().toStdString());
-    EXPECT_TRUE(starter.RunAndWait("/bin/sh", {"-c", "exit 3"}, 10000));
+    EXPECT_TRUE(
+        starter.RunAndWait("/bin/sh", {"-c", "printf '%s' \"$2\" > $1; exit 3", "sh", file, ADDRESS}, 10000));
+    EXPECT_EQ(ReadWholeFile(tree.Path("argument")), ADDRESS.toStdString());
     EXPECT_FALSE(starter.RunAndWait("/tmp/no-such-program", {}, 10000));
     EXPECT_FALSE(starter.StartDetached("/tmp/no-such-program", {}));
-    std::filesystem::remove("/tmp/argument");
 }
 
 TEST(ProcessStarter, LeavesASlowProgramRunning) {
     CProcessStarter starter;
     const QStringList arguments{"-c", "echo $$ > /tmp/pid.new; mv /tmp/pid.new /tmp/pid; exec sleep 60"};
     int pid = 0;
-    int limitMs = 100;
     // A busy machine may not even have started the shell in that time.
-    for (; pid == 0 && limitMs < 10000; limitMs *= 3) {
+    for (int limitMs = 100; pid == 0 && limitMs < 10000; limitMs *= 3) {
         ASSERT_FALSE(starter.RunAndWait("/bin/sh", arguments, limitMs));
         std::ifstream("/tmp/pid") >> pid;
     }
     ASSERT_GT(pid, 0);
-    EXPECT_EQ(kill(pid, 0), 0);
     EXPECT_EQ(kill(pid, SIGKILL), 0);
     std::filesystem::remove("/tmp/pid");
 }
