@@ -3,180 +3,92 @@
 
 // Gallery content: its record, its category lists and its tool.
 #include <gtest/gtest.h>
-#include <QCoreApplication>
 #include <QLocale>
-#include <QSettings>
 #include <string>
+#include <tuple>
 
 #include "ProductTest.h"
-#include "platform/CSettingsIdentity.h"
-#include "platform/SettingsStore.h"
 
 namespace {
-
-constexpr const char* PUBLISHED = "http://h/gallery/gallery_categories.xml";
 
 std::string Category(const std::string& id, const std::string& version) {
     return "<category id='" + id + "' version='" + version + "'/>";
 }
 
+CAtlString Shown(int year, int month, int day) {
+    return QLocale::system().toString(QDate(year, month, day), QLocale::ShortFormat);
+}
+
 class Gallery : public ProductTest {
 protected:
-    Gallery() {
-        Record("ImsManifestXml", content_.Path("ims/manifest.xml"));
-        Record("MetadataXml", "");
-        Record("AppPath", tool_);
+    Gallery() { RecordGallery(shared_.Path("ims/manifest.xml"), "", tool_); }
+
+    // Gallery content and whether it was found with these categories, while others are published.
+    std::pair<Product, bool> Find(const std::string& installed, const std::string& published = "") {
+        shared_.Write("ims/Uninstall/updateinfo.xml", "<info>" + installed + "</info>");
+        downloader_->Serve("http://h/gallery_categories.xml",
+                           "<g><categories>" + published + "</categories></g>");
+        const Product product = Make("<Gallery Name='n' GUID='{G}' DefaultUrl='http://h//'/>");
+        const bool found = product->FindInstalled();
+        EXPECT_EQ(product->GetItemCount(), found ? 1U : 0U);
+        return {product, found};
     }
 
-    static void Record(const char* name, const std::string& value) {
-        const CSettingsIdentity notebook("VARDO Technologies", "", "VARDO Notebook");
-        WriteRegistryString(HKEY_LOCAL_MACHINE, "Software\\VARDO Technologies\\Gallery\\TeamContent\\{G}",
-                            name, value.c_str());
-    }
-    void InstallCategories(const std::string& categories) {
-        content_.Write("ims/Uninstall/updateinfo.xml", "<info>" + categories + "</info>");
-    }
-    void Publish(const std::string& categories) {
-        downloader_->Serve(PUBLISHED, "<g><categories>" + categories + "</categories></g>");
-    }
-    Product MakeG(const std::string& address = "http://h/gallery") {
-        return Make("<Gallery Name='Pictures' GUID='{G}' DefaultUrl='" + address + "'/>");
-    }
-    static QString Shown(int year, int month, int day) {
-        return QLocale::system().toString(QDate(year, month, day), QLocale::ShortFormat);
-    }
-
-    TemporaryTree content_;
-    std::string tool_ = content_.Write("tool", "");
+    const std::string tool_ = shared_.Write("tool", "");
 };
 
 }  // namespace
 
-TEST_F(Gallery, NeedsAllItsAttributes) {
-    for (const char* element :
-         {"<Gallery GUID='g' DefaultUrl='u'/>", "<Gallery Name='n' DefaultUrl='u'/>",
-          "<Gallery Name='n' GUID='g'/>", "<gallery Name='n' GUID='g' DefaultUrl='u'/>"})
-        EXPECT_FALSE(Make(element)) << element;
-    const Product product = MakeG();
-    EXPECT_EQ(product->GetKey(), CAtlString("{G}"));
-    EXPECT_EQ(product->GetName(), QString("Pictures"));
-    EXPECT_EQ(product->GetDescriptionName(), CAtlString("updateinfo"));
-    EXPECT_EQ(product->GetItemCount(), 0U);
-}
-
-TEST_F(Gallery, IsFoundThroughTheNotebooksRecord) {
-    const std::string manifest = content_.Path("ims/manifest.xml");
-    const struct {
-        const char* situation;
-        std::string manifest;
-        const char* metadata;
-        std::string tool;
-        const char* categories;
-        bool found;
-    } cases[] = {
-        {"complete", manifest, "", tool_, "<category id='a' version='1'/>", true},
-        {"no tool", manifest, "m", "", "<category id='a' version='1'/>", false},
-        {"no manifest", "", "m", tool_, "<category id='a' version='1'/>", false},
-        {"neither manifest nor metadata", "", "", tool_, "<category id='a' version='1'/>", false},
-        {"no categories", manifest, "", tool_, "", false},
-        {"categories without id", manifest, "", tool_, "<category version='1'/><category id='' version='1'/>",
-         false},
-        {"no list", "/nowhere/manifest.xml", "", tool_, "<category id='a' version='1'/>", false},
-    };
-    QCoreApplication::setOrganizationName("some organisation");
-    QCoreApplication::setOrganizationDomain("some.domain");
-    QCoreApplication::setApplicationName("some name");
-    for (const auto& c : cases) {
-        Record("ImsManifestXml", c.manifest);
-        Record("MetadataXml", c.metadata);
-        Record("AppPath", c.tool);
-        InstallCategories(c.categories);
-        const Product product = MakeG();
-        EXPECT_EQ(product->FindInstalled(), c.found) << c.situation;
-        EXPECT_EQ(product->GetItemCount(), c.found ? 1U : 0U) << c.situation;
-    }
-    EXPECT_EQ(QCoreApplication::organizationName(), QString("some organisation"));
-    EXPECT_EQ(QCoreApplication::organizationDomain(), QString("some.domain"));
-    EXPECT_EQ(QCoreApplication::applicationName(), QString("some name"));
-    for (const auto& clear :
-         {&QCoreApplication::setOrganizationName, &QCoreApplication::setOrganizationDomain,
-          &QCoreApplication::setApplicationName})
-        clear(QString());
+TEST_F(Gallery, IsFoundWithAllThatItNeeds) {
+    EXPECT_TRUE(Find(Category("a", "1")).second);
+    EXPECT_FALSE(Find("").second) << "no category";
+    EXPECT_FALSE(Find("<category version='1'/>" + Category("", "1")).second) << "categories without id";
+    RecordGallery(shared_.Path("ims/manifest.xml"), "m", "");
+    EXPECT_FALSE(Find(Category("a", "1")).second) << "no tool";
+    RecordGallery("", "m", tool_);
+    EXPECT_FALSE(Find(Category("a", "1")).second) << "no manifest";
 }
 
 TEST_F(Gallery, ComparesItsCategoriesWithThePublishedOnes) {
-    const struct {
-        const char* situation;
-        std::string installed;
-        std::string published;
-        bool checked;
-        bool available;
-        CAtlString installedText;
-        CAtlString latestText;
-    } cases[] = {
-        {"one category is newer", Category("a", "2010-01-05") + Category("b", "2010-03-01"),
-         Category("a", "2010-02-01") + Category("b", "2010-03-01"), true, true, Shown(2010, 3, 1),
-         Shown(2010, 3, 1)},
-        {"all are current", Category("a", "2010-01-05"), Category("a", "2010-01-05"), true, false,
-         Shown(2010, 1, 5), Shown(2010, 1, 5)},
-        {"published ones are older", Category("a", "2010-01-05"), Category("a", "2009-01-05"), true, false,
-         Shown(2010, 1, 5), Shown(2009, 1, 5)},
-        {"only unknown ones", Category("a", "2010-01-05"), Category("z", "2010-02-01"), false, false,
-         Shown(2010, 1, 5), ""},
-        {"texts that are no dates", Category("a", "3.1"), Category("a", "3.2"), true, true, "3.1", "3.2"},
-        {"impossible dates", Category("a", "2010-13-40"), Category("a", "b"), true, true, "2010-13-40", "b"},
-        {"an id named twice", Category("a", "1") + Category("a", "2"),
-         Category("a", "3") + Category("a", "2"), true, false, "2", "2"},
-        {"a published one without version", Category("a", "1"), "<category id='a'/>", true, false, "1", ""},
+    const auto a = [](const char* version) { return Category("a", version); };
+    const std::string b = Category("b", "2010-03-01");
+    const CAtlString january = Shown(2010, 1, 5);
+    const CAtlString march = Shown(2010, 3, 1);
+    const std::tuple<const char*, std::string, std::string, bool, bool, CAtlString, CAtlString> cases[] = {
+        {"one is newer", a("2010-01-05") + b, a("2010-02-01") + b, true, true, march, march},
+        {"all are current", a("2010-01-05"), a("2010-01-05"), true, false, january, january},
+        {"older ones", a("2010-01-05"), a("2009-01-05"), true, false, january, Shown(2009, 1, 5)},
+        {"only unknown ones", a("2010-01-05"), b, false, false, january, ""},
+        {"texts that are no dates", a("3.1"), a("3.2"), true, true, "3.1", "3.2"},
+        {"impossible dates", a("2010-13-40"), a("b"), true, true, "2010-13-40", "b"},
+        {"an id named twice", a("1") + a("2"), a("3") + a("2"), true, false, "2", "2"},
+        {"no version", a("1"), "<category id='a'/>", true, false, "1", ""},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.situation);
-        InstallCategories(c.installed);
-        Publish(c.published);
-        const Product product = MakeG();
-        ASSERT_TRUE(product->FindInstalled());
-        EXPECT_FALSE(product->HasAction(0));
-        EXPECT_EQ(Check(product), c.checked);
-        EXPECT_EQ(product->IsChecked(0), c.checked);
-        EXPECT_EQ(product->HasAction(0), c.checked);
-        EXPECT_EQ(product->IsUpdateAvailable(0), c.available);
-        EXPECT_EQ(product->GetInstalledVersion(0), c.installedText);
-        EXPECT_EQ(product->GetLatestVersion(0), c.latestText);
-        EXPECT_FALSE(std::filesystem::exists(downloader_->files.back()));
+    for (const auto& [situation, installed, published, checked, available, shown, latest] : cases) {
+        SCOPED_TRACE(situation);
+        const Product product = Find(installed, published).first;
+        EXPECT_EQ(Check(product), checked);
+        EXPECT_EQ(product->IsChecked(0), checked);
+        EXPECT_EQ(product->HasAction(0), checked);
+        EXPECT_EQ(product->IsUpdateAvailable(0), available);
+        EXPECT_EQ(product->GetInstalledVersion(0), shown);
+        EXPECT_EQ(product->GetLatestVersion(0), latest);
     }
 }
 
-TEST_F(Gallery, IsFetchedFromItsFolderWithOneSlash) {
-    for (const char* folder : {"http://h/gallery", "http://h/gallery//", "http://h/gallery\\/"}) {
-        InstallCategories(Category("a", "1"));
-        Publish(Category("a", "2"));
-        const Product product = MakeG(folder);
-        product->FindInstalled();
-        EXPECT_TRUE(Check(product));
-        EXPECT_EQ(downloader_->addresses.back(), PUBLISHED) << folder;
-        downloader_->Serve(PUBLISHED, "<g><other/></g>");
-        EXPECT_FALSE(Check(product));
-        EXPECT_FALSE(product->IsChecked(0));
-        downloader_->Forget(PUBLISHED);
-        EXPECT_FALSE(Check(product));
-        product->SetDownloader(nullptr);
-        EXPECT_FALSE(product->CheckForUpdates());
-    }
-}
-
-TEST_F(Gallery, StartsItsToolOnItsContent) {
-    InstallCategories(Category("a", "1"));
-    Publish(Category("a", "2"));
-    const Product product = MakeG();
-    product->FindInstalled();
-    Check(product);
+TEST_F(Gallery, StartsItsToolOnItsContentWhileItCan) {
+    const Product product = Find(Category("a", "1"), Category("a", "2")).first;
+    EXPECT_FALSE(product->CheckForUpdates() || product->HasAction(0)) << "no downloader";
+    EXPECT_TRUE(Check(product) && product->HasAction(0));
     for (const bool starts : {true, false}) {
         environment_->programsStart = starts;
         EXPECT_EQ(product->RunAction(0), starts);
+        EXPECT_EQ(environment_->startedPrograms.back(),
+                  std::pair(QString(tool_.c_str()), QStringList({"-guid", "{G}"})));
     }
-    ASSERT_EQ(environment_->startedPrograms.size(), 2U);
-    EXPECT_EQ(environment_->startedPrograms[0].first.toStdString(), tool_);
-    EXPECT_EQ(environment_->startedPrograms[0].second, (QStringList{"-guid", "{G}"}));
-    std::filesystem::remove(tool_);
-    EXPECT_FALSE(product->HasAction(0));
+    std::filesystem::rename(tool_, tool_ + "2");
+    EXPECT_FALSE(product->HasAction(0)) << "no tool";
+    std::filesystem::rename(tool_ + "2", tool_);
+    downloader_->Forget(downloader_->addresses.back());
+    EXPECT_FALSE(Check(product) || product->HasAction(0)) << "no longer checked";
 }

@@ -4,6 +4,8 @@
 // What the tests of all kinds of products need.
 #pragma once
 
+#include "platform/CSettingsIdentity.h"
+#include "platform/SettingsStore.h"
 #include "products/ProductFactory.h"
 #include "support/FakeDownloader.h"
 #include "support/FakeEnvironment.h"
@@ -26,6 +28,15 @@ protected:
     void Install(const std::string& file, const std::string& version, const std::string& remote = "r.xml") {
         shared_.Write(file, "<l><Product CurrentVersion='" + version + "' RemoteVersionFile='" + remote +
                                 "' RemoteVersionFileURL='http://h/'/></l>");
+    }
+    // Puts gallery content into the notebook's settings, with the identifier {G}.
+    static void RecordGallery(const std::string& manifest, const std::string& metadata,
+                              const std::string& tool) {
+        const CSettingsIdentity notebook("VARDO Technologies", "", "VARDO Notebook");
+        const CAtlString key("Software\\VARDO Technologies\\Gallery\\TeamContent\\{G}");
+        WriteRegistryString(HKEY_LOCAL_MACHINE, key, "ImsManifestXml", manifest.c_str());
+        WriteRegistryString(HKEY_LOCAL_MACHINE, key, "MetadataXml", metadata.c_str());
+        WriteRegistryString(HKEY_LOCAL_MACHINE, key, "AppPath", tool.c_str());
     }
     // The product that an element of the product list makes; empty when it makes none.
     Product Make(const std::string& element) {
