@@ -6,7 +6,7 @@
 #include "app/settings/DefaultSettings.h"
 #include "platform/SettingsStore.h"
 
-#include <sstream>
+#include <QSettings>
 
 CheckFixture::CheckFixture() {
     const std::string share = tree_.MakeDirectory("share");
@@ -16,20 +16,20 @@ CheckFixture::CheckFixture() {
 
 void CheckFixture::AddProduct(const std::string& key, const std::vector<std::string>& installed,
                               const std::string& offered, const std::string& name) {
-    elements_ += "<Product Name=\"" + (name.empty() ? key : name) + "\" BaseXml=\"" + key +
-                 "\" DefaultUrl=\"http://page/" + key + "\"/>";
-    for (std::size_t i = 0; i < installed.size(); ++i)
-        tree_.Write("share/" + key + (i == 0 ? "" : std::to_string(i)) + ".xml",
-                    "<U><Product CurrentVersion=\"" + installed[i] + "\" RemoteVersionFile=\"" + key +
-                        ".xml\" RemoteVersionFileURL=\"http://site\"/></U>");
+    elements_ += "<Product Name='" + (name.empty() ? key : name) + "' BaseXml='" + key +
+                 "' DefaultUrl='http://page/" + key + "'/>";
+    for (const std::string& version : installed)
+        tree_.Write("share/" + key + (version == installed[0] ? "" : version) + ".xml",
+                    "<U><Product CurrentVersion='" + version + "' RemoteVersionFile='" + key +
+                        ".xml' RemoteVersionFileURL='http://site'/></U>");
     if (!offered.empty())
         downloader_->Serve("http://site/" + key + ".xml",
-                           "<U Location=\"Server\"><Product UpdateVersion=\"" + offered + "\"/></U>");
+                           "<U Location='Server'><Product UpdateVersion='" + offered + "'/></U>");
 }
 
 void CheckFixture::Install() {
     const std::string list =
-        "<Products Version=\"1.0.0.0\" Url=\"http://site/products.xml\">" + elements_ + "</Products>";
+        "<Products Version='1.0.0.0' Url='http://site/products.xml'>" + elements_ + "</Products>";
     tree_.Write("share/products.xml", list);
     downloader_->Serve("http://site/products.xml", list);
 }
@@ -43,16 +43,11 @@ void CheckFixture::StoreSettings(int checkUpdates, int interval, int lastChecked
     write(DefaultSettings::LAST_CHECKED, lastChecked);
 }
 
-// The lines of the section, without its head.
 std::string CheckFixture::StoredSettings() {
-    std::istringstream file(ReadWholeFile("/tmp/home/.config/VARDO Technologies.conf"));
-    std::string found;
-    bool inside = false;
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("["))
-            inside = line == "[Software]";
-        else if (inside)
-            found += line.substr(line.rfind('\\') + 1) + " ";
-    }
-    return found;
+    QSettings settings(QSettings::UserScope, "VARDO Technologies");
+    settings.beginGroup("Software/VARDO Technologies/Product Update");
+    QStringList all;
+    for (const QString& name : settings.childKeys())
+        all << name + "=" + settings.value(name).toString();
+    return all.join(" ").toStdString();
 }

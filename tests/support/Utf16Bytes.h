@@ -8,13 +8,9 @@
 
 // The text as UTF-16 behind a byte order mark.
 inline std::string Utf16Bytes(const std::u16string& text, bool bigEndian = false) {
-    constexpr char16_t MARK = 0xFEFF;
     std::string bytes;
-    for (const char16_t unit : MARK + text) {
-        const char low = static_cast<char>(unit & 0xFF);
-        const char high = static_cast<char>(unit >> 8);
-        bytes += bigEndian ? high : low;
-        bytes += bigEndian ? low : high;
-    }
+    for (const char16_t unit : u'\xFEFF' + text)
+        for (const int shift : {bigEndian ? 8 : 0, bigEndian ? 0 : 8})
+            bytes += static_cast<char>(unit >> shift);
     return bytes;
 }
