@@ -27,13 +27,14 @@ namespace {
 
 // A fresh directory with a name in several scripts, visited under a locale that knows none of them.
 class Paths : public testing::Test {
-protected:
+public:
     Paths() {
         std::setlocale(LC_ALL, "C");
         EXPECT_TRUE(root_.Create());
     }
     ~Paths() override { std::setlocale(LC_ALL, ""); }
 
+protected:
     std::string Name(const std::string& name) const { return tree_.Path(SCRIPTS + name); }
     CVardoFilePath In(const std::string& name) const { return CVardoFilePath(Name(name).c_str()); }
     CVardoFilePath Write(const std::string& name, const std::string& bytes) const {

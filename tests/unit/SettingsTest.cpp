@@ -24,9 +24,11 @@ const std::string MACHINES = "/tmp/etc/xdg/";
 const std::string WHOLE_MAKER = "VARDO Technologies.conf";
 
 class Settings : public testing::Test {
-protected:
+public:
     Settings() { Clear(); }
     ~Settings() override { Clear(); }
+
+protected:
     static void Clear() {
         for (const auto& folder : {USERS, MACHINES}) {
             std::filesystem::remove_all(folder);
