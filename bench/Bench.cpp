@@ -87,6 +87,7 @@ private:
 
     double MedianOf(const std::function<double()>& measure) const {
         std::vector<double> values;
+        values.reserve(static_cast<std::size_t>(runs_));
         for (int i = 0; i < runs_; ++i)
             values.push_back(measure());
         return Median(values);
@@ -178,7 +179,8 @@ private:
         if (!file.open(QIODevice::ReadOnly))
             throw std::runtime_error("no text.json");
         QMap<QString, QMap<QString, double>> times;
-        for (const QJsonValue& value : QJsonDocument::fromJson(file.readAll())["benchmarks"].toArray()) {
+        for (const auto& row : QJsonDocument::fromJson(file.readAll())["benchmarks"].toArray()) {
+            const QJsonValue value = row;
             const QString name = value["run_name"].toString();
             if (value["aggregate_name"].toString() == "median")
                 times[name.section('/', 0, -2)][name.section('/', -1)] = value["cpu_time"].toDouble();

@@ -30,7 +30,7 @@ CVardoFilePath InstalledProductList(const IEnvironment& environment) {
 CVardoFilePath UserProductList() {
     const char* home = std::getenv("HOME");
     const CAtlString decoded(home);
-    if (decoded.IsEmpty() || std::strcmp(CAtlStringA(decoded.GetString()).GetString(), home) != 0)
+    if (!home || decoded.IsEmpty() || std::strcmp(CAtlStringA(decoded.GetString()).GetString(), home) != 0)
         return CVardoFilePath();
     CVardoDirectoryPath folder(decoded);
     folder.Append(L".VARDO Technologies/Product Update");

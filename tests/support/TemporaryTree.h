@@ -30,7 +30,7 @@ public:
 
     // Writes a file, creating its folders, and returns its path.
     std::string Write(const std::string& relative, const std::string& contents) const {
-        const std::string path = Path(relative);
+        std::string path = Path(relative);
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         std::ofstream(path, std::ios::binary) << contents;
         return path;
