@@ -23,12 +23,14 @@
 namespace {
 
 class ADownloader : public testing::Test {
+public:
+    ~ADownloader() override { Clear(); }
+
 protected:
     ADownloader() {
         server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Body("fetched"));
         Clear();
     }
-    ~ADownloader() override { Clear(); }
 
     static std::string Folder() {
         return CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString().toStdString();
@@ -41,7 +43,7 @@ protected:
 
     // The path of the fetched file within the temporary directory; empty when the fetch failed.
     std::string Fetch(const QString& address) {
-        const std::string path = downloader_.Download(CAtlString(address)).ToQString().toStdString();
+        std::string path = downloader_.Download(CAtlString(address)).ToQString().toStdString();
         if (path.empty())
             return path;
         EXPECT_TRUE(path.starts_with(Folder() + "/")) << path;

@@ -32,12 +32,13 @@ LoopbackAnswer After(std::chrono::milliseconds delay, const std::string& body) {
 }
 
 class FetchAhead : public testing::Test {
-protected:
+public:
     ~FetchAhead() override {
         downloader_.reset();
         EXPECT_EQ(FilesLeft(), QStringList()) << "left behind";
     }
 
+protected:
     static std::string Target(int number) { return "/" + std::to_string(number) + ".xml"; }
     static QStringList FilesLeft() {
         return QDir(CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString())
@@ -59,13 +60,14 @@ protected:
         QFile file(path.ToQString());
         if (path.IsEmpty() || !file.open(QIODevice::ReadOnly))
             return "-";
-        const std::string contents = file.readAll().toStdString();
+        std::string contents = file.readAll().toStdString();
         file.remove();
         return contents;
     }
     std::vector<std::string> TakeAll(const std::vector<CAtlString>& urls) {
         downloader_->FetchAhead(urls);
         std::vector<std::string> contents;
+        contents.reserve(urls.size());
         for (const CAtlString& url : urls)
             contents.push_back(Take(url));
         downloader_->FetchAhead({});
@@ -127,7 +129,7 @@ TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
 
 TEST_F(FetchAhead, EndsTransfersThatNobodyWaitsFor) {
     server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
-    const std::vector<CAtlString> urls(2 * LIMIT, CAtlString(server_.Address("/silent.xml")));
+    const std::vector<CAtlString> urls(std::size_t{2} * LIMIT, CAtlString(server_.Address("/silent.xml")));
     QElapsedTimer timer;
     timer.start();
     for (int i = 0; i < 3; ++i) {
@@ -145,7 +147,8 @@ TEST_F(FetchAhead, EndsTransfersThatNobodyWaitsFor) {
 TEST_F(FetchAhead, CancelEndsEverythingAtOnceUntilTheNextPass) {
     server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
     const CAtlString silent(server_.Address("/silent.xml"));
-    const std::vector<CAtlString> passes[] = {{}, {silent}, std::vector<CAtlString>(2 * LIMIT, silent)};
+    const std::vector<CAtlString> passes[] = {
+        {}, {silent}, std::vector<CAtlString>(std::size_t{2} * LIMIT, silent)};
     for (const std::vector<CAtlString>& announced : passes) {
         downloader_->FetchAhead(announced);
         QElapsedTimer cancelled;
