@@ -55,6 +55,10 @@ visible_hostname squid.test
 )";
 
 class ProxyTest : public ProgramTest, public testing::WithParamInterface<Scheme> {
+public:
+    // Asked to end, squid takes a second for it, and it keeps nothing that is worth one.
+    ~ProxyTest() override { squid_->Signal(SIGKILL); }
+
 protected:
     static constexpr const char* QUESTION = "Proxy Authentication Required";
 
@@ -79,8 +83,6 @@ protected:
         // The products are checked one by one: few are enough to see what happens to the later ones.
         machine_.KnowBoardSoftwareOnly();
     }
-    // Asked to end, squid takes a second for it, and it keeps nothing that is worth one.
-    ~ProxyTest() override { squid_->Signal(SIGKILL); }
 
     void Answer(const std::string& password) {
         const Window question = desktop_.WaitFor(program_->Id(), QUESTION);
