@@ -20,6 +20,10 @@ int ToInt(qint64 bytes) {
     return static_cast<int>(std::clamp<qint64>(bytes, 0, std::numeric_limits<int>::max()));
 }
 
+bool IsAscii(const QString& text) {
+    return std::all_of(text.begin(), text.end(), [](QChar ch) { return ch.unicode() < 0x80; });
+}
+
 bool IsChunked(const QNetworkReply& reply) {
     return reply.hasRawHeader("Transfer-Encoding");
 }
@@ -88,7 +92,8 @@ QByteArray QHttp::BasicCredentials() const {
 
 void QHttp::Start(const QNetworkRequest& request) {
     QNetworkProxy proxy = proxy_;
-    if (request.hasRawHeader("Proxy-Authorization")) {
+    heldBack_ = !wasChallenged_ && !IsAscii(proxy.user() + proxy.password());
+    if (heldBack_ || request.hasRawHeader("Proxy-Authorization")) {
         proxy.setUser(QString());
         proxy.setPassword(QString());
     }
@@ -109,8 +114,10 @@ void QHttp::OnHeader() {
     silence_.start();
     const QHttpResponseHeader header(reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
                                      reply_->rawHeader("Proxy-Authenticate"));
-    if (header.statusCode() == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED)
+    if (header.statusCode() == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED) {
+        wasChallenged_ = true;
         sendBasic_ = header.offersProxyScheme("Basic") && !header.offersProxyScheme("Digest");
+    }
     emit responseHeaderReceived(header);
     if (!bounds_.mayBeChunked && header.statusCode() == QHttpResponseHeader::OK && IsChunked(*reply_))
         Break(Error::OUT_OF_BOUNDS, BadAnswer());

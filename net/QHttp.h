@@ -48,6 +48,10 @@ public:
     // About the last request. May be read on another thread from its requestFinished until the next get.
     Error error() const { return error_; }
     QString errorString() const { return errorString_; }
+    // The proxy was not given the user and password yet. Qt's own classes answer a challenge at once, but in
+    // Latin-1 when it is Basic; so credentials that are not ASCII wait for the request after the challenge.
+    // On this object's thread.
+    bool hasHeldBackCredentials() const { return heldBack_; }
 
 signals:
     // error is true for everything but Error::NONE.
@@ -75,7 +79,9 @@ private:
     QString host_;
     int port_ = 0;
     QNetworkProxy proxy_;
+    bool wasChallenged_ = false;
     bool sendBasic_ = false;
+    bool heldBack_ = false;
     int id_ = 0;
     QIODevice* to_ = nullptr;
     // Bytes of the body.

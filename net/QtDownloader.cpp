@@ -69,7 +69,8 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
     CAtlString password = Info().GetPassword();
     Attempt(address, userName, password, file);
     while (!IsOver()) {
-        if (!RequestProxyAuth(Info().GetProxyHost(), Info().GetProxyPort(), userName, password))
+        if (!http_->hasHeldBackCredentials() &&
+            !RequestProxyAuth(Info().GetProxyHost(), Info().GetProxyPort(), userName, password))
             return IsCancelled() ? Judge(file) : RESULT_ABORTED;
         Attempt(address, userName, password, file);
     }

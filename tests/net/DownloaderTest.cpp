@@ -66,20 +66,15 @@ TEST_F(ADownloader, NamesFilesAfterTheExtensionOfTheAddress) {
         Clear();
         EXPECT_EQ(Fetch(server_.Address(path)), name) << path;
     }
-}
-
-TEST_F(ADownloader, NeverTouchesAnEarlierFile) {
-    EXPECT_EQ(Fetch(server_.Address("/a.xml")), "NBKTemp.xml");
+    Fetch(server_.Address("/a.xml"));
     EXPECT_THAT(Fetch(server_.Address("/a.xml")), testing::MatchesRegex("NBKTemp\\([0-9]+\\)\\.xml"));
 }
 
 TEST_F(ADownloader, AnswersNothingForAnyFailure) {
     server_.Serve("/missing.xml", LoopbackAnswer::Status(404));
-    server_.Serve("/empty.xml", LoopbackAnswer::Body(""));
-    EXPECT_EQ(Fetch(server_.Address("/missing.xml")), "");
-    EXPECT_EQ(Fetch(server_.Address("/empty.xml")), "");
-    for (const char* address : {"", "not an address", "https://127.0.0.1/a.xml", "http://", "http:///a.xml"})
-        EXPECT_EQ(Fetch(address), "") << address;
+    for (const QString& address :
+         {server_.Address("/missing.xml"), QString(), QString("not an address"), QString("http:///a.xml")})
+        EXPECT_EQ(Fetch(address), "") << address.toStdString();
 }
 
 TEST_F(ADownloader, HoldsEverythingButInstallersToItsBounds) {

@@ -21,7 +21,6 @@
 #include "support/ScopedEnvironment.h"
 #include "support/TextPrinting.h"
 
-using testing::ElementsAre;
 using namespace std::chrono_literals;
 
 namespace {
@@ -64,36 +63,17 @@ struct Answered {
     LoopbackAnswer answer;
     int result;
     std::string file;
+    friend void PrintTo(const Answered& row, std::ostream* out) { *out << row.situation; }
 };
 
 class TransferAnswers : public Transfer, public testing::WithParamInterface<Answered> {};
 
-LoopbackAnswer With(LoopbackAnswer answer, const char* header) {
-    answer.headers.emplace_back(header);
-    return answer;
-}
-
-LoopbackAnswer CutOff(const std::string& body, std::size_t announced, int status = 200) {
-    LoopbackAnswer answer = LoopbackAnswer::Status(status, body);
-    answer.announcedLength = static_cast<long>(announced);
-    return answer;
-}
-
-LoopbackAnswer Late(std::chrono::milliseconds delay) {
-    LoopbackAnswer answer = LoopbackAnswer::Body("late");
-    answer.delay = delay;
-    return answer;
-}
-
 LoopbackAnswer Raw(const std::string& bytes) {
-    LoopbackAnswer answer = LoopbackAnswer::Body(bytes);
-    answer.isRaw = true;
-    return answer;
+    return {.body = bytes, .isRaw = true};
 }
 
-LoopbackAnswer Chunked(const std::string& chunks) {
-    return Raw("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + chunks);
-}
+const LoopbackAnswer CHUNKS =
+    Raw("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nbody\r\n0\r\n\r\n");
 
 // For the length of a scope no file may grow beyond so many bytes.
 class FullDisk {
@@ -118,27 +98,26 @@ private:
 const std::string LARGE(3'000'000, 'x');
 
 const Answered ANSWERS[] = {
-    {"Ok", LoopbackAnswer::Body("<a/>"), RESULT_OK, "<a/>"},
-    {"LargeBody", LoopbackAnswer::Body(LARGE), RESULT_OK, LARGE},
-    {"LateBody", Late(50ms), RESULT_OK, "late"},
-    {"CompressedAnywayIsKeptAsSent", With(LoopbackAnswer::Body("\x1f\x8b"), "Content-Encoding: gzip"),
-     RESULT_OK, "\x1f\x8b"},
+    {"LargeBody", {.body = LARGE}, RESULT_OK, LARGE},
+    {"LateBody", {.body = "late", .delay = 50ms}, RESULT_OK, "late"},
+    {"CompressedAnyway", {.body = "\x1f\x8b", .headers = {"Content-Encoding: gzip"}}, RESULT_OK, "\x1f\x8b"},
     {"BodyWithoutLength", Raw("HTTP/1.0 200 OK\r\n\r\nto the end"), RESULT_OK, "to the end"},
-    {"EmptyBody", LoopbackAnswer::Body(""), RESULT_FAILED, ""},
-    {"Created", LoopbackAnswer::Status(201), RESULT_FAILED, NO_FILE},
-    {"NoContent", LoopbackAnswer::Status(204, ""), RESULT_FAILED, NO_FILE},
-    {"MovedForGood", With(LoopbackAnswer::Status(301), "Location: /elsewhere"), RESULT_FAILED, NO_FILE},
-    {"MovedForNow", With(LoopbackAnswer::Status(302), "Location: /elsewhere"), RESULT_FAILED, NO_FILE},
-    {"OriginWantsCredentials", With(LoopbackAnswer::Status(401), "WWW-Authenticate: Basic realm=\"x\""),
-     RESULT_FAILED, NO_FILE},
-    {"NotFound", LoopbackAnswer::Status(404), RESULT_FAILED, NO_FILE},
-    {"ServerError", LoopbackAnswer::Status(500), RESULT_FAILED, NO_FILE},
-    {"CutOffBody", CutOff("half", 8), RESULT_FAILED, NO_FILE},
-    {"CutOffLargeBody", CutOff(LARGE, 2 * LARGE.size()), RESULT_FAILED, NO_FILE},
-    {"CutOffBeforeTheBody", CutOff("", 8), RESULT_FAILED, NO_FILE},
-    {"CutOffErrorBody", CutOff("half", 8, 404), RESULT_FAILED, NO_FILE},
+    {"EmptyBody", {}, RESULT_FAILED, ""},
+    {"Created", {.status = 201, .body = "x"}, RESULT_FAILED, NO_FILE},
+    {"NoContent", {.status = 204}, RESULT_FAILED, NO_FILE},
+    {"Moved", {.status = 302, .body = "x", .headers = {"Location: /elsewhere"}}, RESULT_FAILED, NO_FILE},
+    {"OriginWantsCredentials",
+     {.status = 401, .headers = {"WWW-Authenticate: Basic realm=\"x\""}},
+     RESULT_FAILED,
+     NO_FILE},
+    {"NotFound", {.status = 404, .body = "x"}, RESULT_FAILED, NO_FILE},
+    {"ServerError", {.status = 500, .body = "x"}, RESULT_FAILED, NO_FILE},
+    {"CutOffBody", {.body = "half", .announcedLength = 8}, RESULT_FAILED, NO_FILE},
+    {"CutOffLargeBody", {.body = LARGE, .announcedLength = 6'000'000}, RESULT_FAILED, NO_FILE},
+    {"CutOffBeforeTheBody", {.announcedLength = 8}, RESULT_FAILED, NO_FILE},
+    {"CutOffErrorBody", {.status = 404, .body = "half", .announcedLength = 8}, RESULT_FAILED, NO_FILE},
     {"CutOffHead", Raw("HTTP/1.1 200 OK\r\nContent-Le"), RESULT_FAILED, ""},
-    {"Chunks", Chunked("4\r\nbody\r\n0\r\n\r\n"), RESULT_OK, "body"},
+    {"Chunks", CHUNKS, RESULT_OK, "body"},
     {"NotHttp", Raw("220 mail.example ready\r\n"), RESULT_FAILED, ""},
     {"NothingAtAll", Raw(""), RESULT_FAILED, ""},
 };
@@ -236,29 +215,18 @@ struct Bounded {
     LoopbackAnswer answer;
     TransferBounds bounds;
     int result;
+    friend void PrintTo(const Bounded& row, std::ostream* out) { *out << row.situation; }
 };
 
 class TransferWithin : public Transfer, public testing::WithParamInterface<Bounded> {};
 
-LoopbackAnswer Stalled() {
-    LoopbackAnswer answer = CutOff("half", 8);
-    answer.holdOpen = true;
-    return answer;
-}
+const LoopbackAnswer STALLED{.body = "half", .announcedLength = 8, .holdOpen = true};
 
-LoopbackAnswer Dripping(int bytes) {
-    LoopbackAnswer answer = LoopbackAnswer::Body(std::string(static_cast<std::size_t>(bytes), '.'));
-    answer.pause = 1ms;
-    return answer;
-}
-
-LoopbackAnswer EndlessHead() {
-    LoopbackAnswer answer = Dripping(1'000'000);
-    answer.isRaw = true;
-    answer.body = "HTTP/1.1 200 OK\r\n";
+std::string LongHead() {
+    std::string head = "HTTP/1.1 200 OK\r\n";
     for (int i = 0; i < 10'000; ++i)
-        answer.body += "X: y\r\n";
-    return answer;
+        head += "X: y\r\n";
+    return head;
 }
 
 const TransferBounds IMPATIENT{.silence = 100ms, .wholeTime = 10s};
@@ -267,19 +235,17 @@ const TransferBounds NARROW{.bodyBytes = 1000};
 
 const Bounded BOUNDED[] = {
     {"Silent", LoopbackAnswer::Silence(), IMPATIENT, RESULT_FAILED},
-    {"SilentInstaller", LoopbackAnswer::Silence(), IMPATIENT.ForInstaller(), RESULT_FAILED},
-    {"Stalled", Stalled(), IMPATIENT, RESULT_FAILED},
-    {"StalledInstaller", Stalled(), IMPATIENT.ForInstaller(), RESULT_FAILED},
-    {"DrippingWithoutEnd", Dripping(100'000), HURRIED, RESULT_FAILED},
-    {"HeadWithoutEnd", EndlessHead(), HURRIED, RESULT_FAILED},
-    {"DrippingInstaller", Dripping(600), HURRIED.ForInstaller(), RESULT_OK},
-    {"AsLargeAsMayBe", LoopbackAnswer::Body(std::string(1000, 'x')), NARROW, RESULT_OK},
-    {"TooLarge", LoopbackAnswer::Body(std::string(1001, 'x')), NARROW, RESULT_FAILED},
-    {"TooLargeByFar", LoopbackAnswer::Body(LARGE), NARROW, RESULT_FAILED},
+    {"Stalled", STALLED, IMPATIENT, RESULT_FAILED},
+    {"StalledInstaller", STALLED, IMPATIENT.ForInstaller(), RESULT_FAILED},
+    {"DrippingWithoutEnd", {.body = std::string(100'000, '.'), .pause = 1ms}, HURRIED, RESULT_FAILED},
+    {"HeadWithoutEnd", {.body = LongHead(), .pause = 1ms, .isRaw = true}, HURRIED, RESULT_FAILED},
+    {"DrippingInstaller", {.body = std::string(600, '.'), .pause = 1ms}, HURRIED.ForInstaller(), RESULT_OK},
+    {"AsLargeAsMayBe", {.body = std::string(1000, 'x')}, NARROW, RESULT_OK},
+    {"TooLarge", {.body = std::string(1001, 'x')}, NARROW, RESULT_FAILED},
     {"TooLargeWithoutLength", Raw("HTTP/1.0 200 OK\r\n\r\n" + LARGE), NARROW, RESULT_FAILED},
-    {"TooLargeByDefault", LoopbackAnswer::Body(std::string(16 * 1024 * 1024 + 1, 'x')), {}, RESULT_FAILED},
-    {"LargeInstaller", LoopbackAnswer::Body(LARGE), NARROW.ForInstaller(), RESULT_OK},
-    {"InstallerInChunks", Chunked("4\r\nbody\r\n0\r\n\r\n"), NARROW.ForInstaller(), RESULT_FAILED},
+    {"TooLargeByDefault", {.body = std::string(16 * 1024 * 1024 + 1, 'x')}, {}, RESULT_FAILED},
+    {"LargeInstaller", {.body = LARGE}, NARROW.ForInstaller(), RESULT_OK},
+    {"InstallerInChunks", CHUNKS, NARROW.ForInstaller(), RESULT_FAILED},
 };
 
 TEST_P(TransferWithin, BoundsDecidesResultAndTime) {
@@ -335,6 +301,7 @@ protected:
         return sent;
     }
 
+    static constexpr const char* WORD = "p\xc3\xa4ss:word";
     // Known to no resolver.
     static constexpr const char* ADDRESS = "http://updates.invalid/list.xml";
     const LoopbackAnswer basic_ = LoopbackAnswer::Challenge("Basic realm=\"Digest nonce=1, x\"");
@@ -342,42 +309,40 @@ protected:
     const LoopbackAnswer body_ = LoopbackAnswer::Body("through the proxy");
 };
 
-TEST_F(ProxyTransfer, FetchesWithoutBeingAsked) {
-    Serve({body_});
-    EXPECT_EQ(FetchThroughProxy(), RESULT_OK);
+TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
+    const std::string word = "Basic dXNlcjpww6Rzczp3b3Jk";
+    const struct {
+        const char* situation;
+        std::vector<LoopbackAnswer> answers;
+        bool known, answered;
+        int result, questions;
+        std::vector<std::string> sent;
+    } rows[] = {
+        {"an open proxy", {body_}, false, true, RESULT_OK, 0, {""}},
+        {"nobody answers the challenge", {basic_, body_}, false, false, RESULT_ABORTED, 0, {""}},
+        {"answered", {basic_, body_}, false, true, RESULT_OK, 1, {"", word}},
+        {"known before", {basic_, body_}, true, true, RESULT_OK, 0, {"", word}},
+        {"refused twice", {basic_, basic_, basic_, body_}, false, true, RESULT_OK, 3, {"", word, word, word}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.situation);
+        const auto already = static_cast<std::ptrdiff_t>(server_.RequestCount());
+        Serve(row.answers);
+        questions_ = 0;
+        info_.SetProxyAuthRequiredCallback({});
+        info_.SetCredentials(row.known ? "user" : "", row.known ? WORD : "");
+        if (row.answered)
+            AnswerWith("user", WORD);
+        EXPECT_EQ(FetchThroughProxy(), row.result);
+        EXPECT_EQ(questions_, row.questions);
+        std::vector<std::string> sent = SentCredentials();
+        sent.erase(sent.begin(), sent.begin() + already);
+        EXPECT_EQ(sent, row.sent);
+        const bool kept = info_.GetPassword() == CAtlString(WORD);
+        EXPECT_EQ(kept, sent.back() == word) << "for the next transfer";
+    }
     EXPECT_EQ(Contents(), "through the proxy");
-    EXPECT_THAT(server_.Targets(), ElementsAre(ADDRESS));
-}
-
-TEST_F(ProxyTransfer, AbortsAfterOneRequestWhenNobodyAnswersTheChallenge) {
-    Serve({basic_, body_});
-    EXPECT_EQ(FetchThroughProxy(), RESULT_ABORTED);
-    EXPECT_THAT(SentCredentials(), ElementsAre(""));
-}
-
-TEST_F(ProxyTransfer, SendsTheGivenCredentialsWithTheSecondRequest) {
-    Serve({basic_, body_});
-    AnswerWith("user", "p\xc3\xa4ss:word");
-    EXPECT_EQ(FetchThroughProxy(), RESULT_OK);
-    EXPECT_THAT(SentCredentials(), ElementsAre("", "Basic dXNlcjpww6Rzczp3b3Jk"));
-    EXPECT_EQ(info_.GetUserName(), CAtlString("user"));
-    EXPECT_EQ(info_.GetPassword(), CAtlString("p\xc3\xa4ss:word"));
-    EXPECT_EQ(Contents(), "through the proxy");
-}
-
-TEST_F(ProxyTransfer, SendsKnownCredentialsWithoutAsking) {
-    Serve({basic_, body_});
-    info_.SetCredentials("user", "word");
-    EXPECT_EQ(FetchThroughProxy(), RESULT_OK);
-    EXPECT_THAT(SentCredentials(), ElementsAre("", "Basic dXNlcjp3b3Jk"));
-}
-
-TEST_F(ProxyTransfer, AsksAgainWhileTheProxyRefuses) {
-    Serve({basic_, basic_, basic_, body_});
-    AnswerWith("user", "word");
-    EXPECT_EQ(FetchThroughProxy(), RESULT_OK);
-    EXPECT_EQ(questions_, 3);
-    EXPECT_EQ(server_.RequestCount(), 4U);
+    EXPECT_THAT(server_.Targets(), testing::Each(ADDRESS));
 }
 
 TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhenDigestIsOffered) {
