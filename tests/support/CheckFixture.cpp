@@ -11,6 +11,8 @@
 CheckFixture::CheckFixture() {
     const std::string share = tree_.MakeDirectory("share");
     environment_->sharedDataFolder = CVardoDirectoryPath(CAtlString(share.c_str()));
+    for (const QSettings::Scope scope : {QSettings::UserScope, QSettings::SystemScope})
+        QSettings(scope, "VARDO Technologies").clear();
     StoreSettings(1, 30, 0);
 }
 
@@ -18,10 +20,15 @@ void CheckFixture::AddProduct(const std::string& key, const std::vector<std::str
                               const std::string& offered, const std::string& name) {
     elements_ += "<Product Name='" + (name.empty() ? key : name) + "' BaseXml='" + key +
                  "' DefaultUrl='http://page/" + key + "'/>";
-    for (const std::string& version : installed)
-        tree_.Write("share/" + key + (version == installed[0] ? "" : version) + ".xml",
-                    "<U><Product CurrentVersion='" + version + "' RemoteVersionFile='" + key +
-                        ".xml' RemoteVersionFileURL='http://site'/></U>");
+    const std::string remote =
+        "' RemoteVersionFile='" + key + ".xml' RemoteVersionFileURL='http://site'/></U>";
+    int copies = 0;
+    for (const std::string& version : installed) {
+        std::string file = "share/" + key;
+        if (++copies > 1)
+            file += std::to_string(copies);
+        tree_.Write(file + ".xml", "<U><Product CurrentVersion='" + version + remote);
+    }
     if (!offered.empty())
         downloader_->Serve("http://site/" + key + ".xml",
                            "<U Location='Server'><Product UpdateVersion='" + offered + "'/></U>");

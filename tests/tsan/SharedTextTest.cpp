@@ -18,6 +18,7 @@ constexpr int ROUNDS = 2000;
 template <typename Work>
 void InThreads(Work work) {
     std::vector<std::thread> threads;
+    threads.reserve(THREADS);
     for (int i = 0; i < THREADS; ++i)
         threads.emplace_back(work, i);
     for (std::thread& thread : threads)

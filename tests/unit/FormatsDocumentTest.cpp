@@ -75,7 +75,7 @@ protected:
         DestroyResourceManager();
         for (const char* folder : {"XDG_CONFIG_DIRS", "XDG_CONFIG_HOME"})
             for (const char* name : {"/VARDO Technologies.conf", "/VARDO Technologies"})
-                std::filesystem::remove_all(std::string(std::getenv(folder)) + name);
+                std::filesystem::remove_all(qEnvironmentVariable(folder).toStdString() + name);
         std::filesystem::remove(MARKER);
     }
 
@@ -202,7 +202,8 @@ TEST_F(FormatsDocument, SettingsAreTheUsersAndElseTheMachines) {
     record.Load();
     EXPECT_TRUE(!record.GetCheckUpdates() && record.GetInterval() == 14);
     EXPECT_EQ(QDate::fromJulianDay(record.GetLastChecked()), QDate(2026, 3, 15));
-    std::filesystem::remove(std::string(std::getenv("XDG_CONFIG_HOME")) + "/VARDO Technologies.conf");
+    std::filesystem::remove(qEnvironmentVariable("XDG_CONFIG_HOME").toStdString() +
+                            "/VARDO Technologies.conf");
     record.Load();
     EXPECT_TRUE(record.GetCheckUpdates() && record.GetInterval() == 7);
     ProxyHandlerBase proxy;

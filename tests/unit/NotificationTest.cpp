@@ -20,12 +20,14 @@ const std::string TEXT = "<Text><en value='x'/></Text>";
 const std::string ALWAYS = "StartDate='20100101' StopDate='20991231'";
 
 class Notifications : public ProductTest {
+public:
+    ~Notifications() override { SetLocaleOverride(QString()); }
+
 protected:
     Notifications() {
         Install("SoftwareUpdateVBS.xml", "9.5.0.0");
         shared_.Write("N.xml", "<Notification URL='http://h/notices/' File='n.xml'/>");
     }
-    ~Notifications() override { SetLocaleOverride(QString()); }
 
     Product MakeN(const std::string& name = "Courses") {
         return Make("<Notification Name='" + name + "' BaseXML='N'/>");
@@ -35,7 +37,7 @@ protected:
                     const std::string& page = "http://page") {
         downloader_->Serve("http://h/notices/n.xml",
                            "<Notification WebPage='" + page + "' " + dates + ">" + texts + "</Notification>");
-        const Product product = MakeN();
+        Product product = MakeN();
         EXPECT_TRUE(product->FindInstalled());
         const bool accepted = Check(product);
         EXPECT_EQ(product->IsChecked(0), accepted);
