@@ -22,12 +22,12 @@ void CheckFixture::AddProduct(const std::string& key, const std::vector<std::str
                  "' DefaultUrl='http://page/" + key + "'/>";
     const std::string remote =
         "' RemoteVersionFile='" + key + ".xml' RemoteVersionFileURL='http://site'/></U>";
-    int copies = 0;
+    std::string file = "share/" + key;
     for (const std::string& version : installed) {
-        std::string file = "share/" + key;
-        if (++copies > 1)
-            file += std::to_string(copies);
-        tree_.Write(file + ".xml", "<U><Product CurrentVersion='" + version + remote);
+        tree_.Write(file + ".xml",
+                    std::string("<U><Product CurrentVersion='").append(version).append(remote));
+        // The next copy's: only its first digit must follow the key.
+        file += "2";
     }
     if (!offered.empty())
         downloader_->Serve("http://site/" + key + ".xml",

@@ -26,6 +26,7 @@ protected:
     void Run(std::vector<std::string> arguments, const std::function<void(QWidget&)>& atEnd = {}) {
         arguments.insert(arguments.begin(), "/proc/self/exe");
         std::vector<char*> argv;
+        argv.reserve(arguments.size());
         for (std::string& argument : arguments)
             argv.push_back(argument.data());
         CApplicationFactory factory(environment_, downloader_);
