@@ -16,11 +16,6 @@ std::wstring KeyOf(const CAtlString& text) {
     return {text.begin(), text.end()};
 }
 
-// The code is the name of a folder and comes from a table that anyone may have written.
-bool IsFolderName(const CAtlString& code) {
-    return code.FindOneOf(L"/\\") < 0 && code != L".." && code != L".";
-}
-
 }  // namespace
 
 bool CResourceManagerLinux::Init(int languageId, const CAtlString& languagesFolder,
@@ -37,6 +32,11 @@ bool CResourceManagerLinux::Init(int languageId, const CAtlString& languagesFold
     const bool exists = stringsFolder_.Exists();
     LoadStrings(stringsFolder_, productName, sameLanguage);
     return exists;
+}
+
+// The code comes from a table that anyone may have written.
+bool CResourceManagerLinux::IsFolderName(const CAtlString& code) {
+    return code.FindOneOf(L"/\\") < 0 && code != L".." && code != L".";
 }
 
 int CResourceManagerLinux::LoadStrings(const CVardoDirectoryPath& folder, const CAtlString& name,

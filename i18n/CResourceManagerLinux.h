@@ -26,6 +26,9 @@ public:
 
     CAtlString GetString(const char* key) const override;
 
+    // Whether a language's code may be the name of its folder; the texts of any other language are not read.
+    static bool IsFolderName(const CAtlString& code);
+
     // The code of the language; empty before Init.
     const CAtlString& GetLanguageCode() const { return languageCode_; }
 

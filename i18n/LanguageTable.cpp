@@ -47,7 +47,7 @@ bool IsTable(const CAtlString& folder, const CAtlString& table) {
 
 CAtlString OwnTable() {
     const CAtlString folder(OwnLanguagesFolder());
-    return IsTable(folder, L"languages.xml") ? folder + L"languages.xml" : CAtlString();
+    return IsTable(folder, LanguageFormat::FILE_NAME) ? folder + LanguageFormat::FILE_NAME : CAtlString();
 }
 
 CAtlString FindSetupsTable() {
@@ -100,11 +100,11 @@ CAtlString LookupLanguageAttribute(const CAtlString& value, const char* match, c
 }
 
 CAtlString LanguageIdFromCode(const CAtlString& code) {
-    return LookupLanguageAttribute(code, "Code", "ID");
+    return LookupLanguageAttribute(code, LanguageFormat::CODE.name, LanguageFormat::ID.name);
 }
 
 CAtlString LanguageAttributeById(int id, const char* attribute) {
-    return LookupLanguageAttribute(LanguageIdText(id), "ID", attribute);
+    return LookupLanguageAttribute(LanguageIdText(id), LanguageFormat::ID.name, attribute);
 }
 
 CAtlString LanguageIdText(int id) {
@@ -130,19 +130,21 @@ int ParseHexLanguageId(const CAtlString& text) {
 int ResolveLanguageId(const CAtlString& language) {
     const CAtlString table = FindLanguageTable();
     const int id = ParseHexLanguageId(language);
-    if (FindAttribute(table, LanguageIdText(id), "ID", "ID"))
+    if (FindAttribute(table, LanguageIdText(id), LanguageFormat::ID.name, LanguageFormat::ID.name))
         return id;
     const CAtlString withoutCountry = language.Left(language.FindOneOf(L"_-"));
     for (const CAtlString& code : {language, withoutCountry})
-        if (const auto found = FindAttribute(table, code, "Code", "ID"))
+        if (const auto found = FindAttribute(table, code, LanguageFormat::CODE.name, LanguageFormat::ID.name))
             return ParseHexLanguageId(*found);
     return id;
 }
 
 bool IsRightToLeft(const CAtlString& language) {
     const CAtlString table = FindSetupsTable();
-    auto rightToLeft = FindAttribute(table, language, "Code", "RightToLeft");
+    auto rightToLeft =
+        FindAttribute(table, language, LanguageFormat::CODE.name, LanguageFormat::RIGHT_TO_LEFT.name);
     if (!rightToLeft)
-        rightToLeft = FindAttribute(table, LanguageIdText(ResolveLanguageId(language)), "ID", "RightToLeft");
+        rightToLeft = FindAttribute(table, LanguageIdText(ResolveLanguageId(language)),
+                                    LanguageFormat::ID.name, LanguageFormat::RIGHT_TO_LEFT.name);
     return rightToLeft && *rightToLeft == L"1";
 }

@@ -6,8 +6,24 @@
 #pragma once
 
 #include "platform/CAtlString.h"
+#include "platform/XmlRules.h"
 
 #include <QString>
+
+namespace LanguageFormat {
+
+inline constexpr const wchar_t* FILE_NAME = L"languages.xml";
+
+inline constexpr XmlAttributeRule ID{"ID", XmlValue::TEXT, true};
+inline constexpr XmlAttributeRule CODE{"Code", XmlValue::TEXT, true};
+inline constexpr XmlAttributeRule NATIVE_NAME{"NativeName"};
+inline constexpr XmlAttributeRule RIGHT_TO_LEFT{"RightToLeft"};
+inline constexpr XmlAttributeRule LANGUAGE[] = {ID, CODE, NATIVE_NAME, RIGHT_TO_LEFT};
+
+inline constexpr XmlElementRule TABLE_CHILDREN[] = {{nullptr, LANGUAGE, {}}};
+inline constexpr XmlElementRule TABLE{nullptr, {}, TABLE_CHILDREN};
+
+}  // namespace LanguageFormat
 
 // For the GUI thread. The table is read anew at each call: it is small, and asked a few times per run.
 

@@ -31,20 +31,25 @@ bool IsSeparator(QChar unit) {
 StringsReader::StringsReader(std::string_view bytes) : text_(DecodeUnits(bytes)) {}
 
 bool StringsReader::ReadPair(CAtlString& key, CAtlString& text) {
-    QString keyToken;
-    QString textToken;
-    while (ReadToken(keyToken) && ReadToken(textToken)) {
-        if (keyToken.isEmpty())
-            continue;
-        key = keyToken;
-        text = textToken;
-        return true;
-    }
+    while (ReadAnyPair(key, text))
+        if (!key.IsEmpty())
+            return true;
     return false;
 }
 
-bool StringsReader::ReadToken(QString& token) {
+bool StringsReader::ReadAnyPair(CAtlString& key, CAtlString& text) {
+    QString keyToken;
+    QString textToken;
+    if (!ReadToken(keyToken, keyToken_) || !ReadToken(textToken, textToken_))
+        return false;
+    key = keyToken;
+    text = textToken;
+    return true;
+}
+
+bool StringsReader::ReadToken(QString& token, Token& facts) {
     token.clear();
+    facts = {};
     bool started = false;
     bool quoted = false;
     while (!AtEnd()) {
@@ -56,26 +61,32 @@ bool StringsReader::ReadToken(QString& token) {
                 return true;
             continue;
         }
+        if (!started)
+            facts.begin = position_ - 1;
         started = true;
+        facts.end = position_;
         if (unit == u'"') {
             quoted = !quoted;
             continue;
         }
         if (quoted && unit == u'\\') {
             if (AtEnd())
-                return true;
-            unit = ReadEscape();
+                break;
+            unit = ReadEscape(facts);
         }
         if (token.size() < MAX_TOKEN_UNITS)
             token.append(unit);
+        else
+            facts.isCut = true;
     }
+    facts.isUnclosed = quoted;
     return started;
 }
 
 bool StringsReader::SkipComment() {
     if (StartsWith(u"/*")) {
         position_ += 2;
-        SkipPast(u"*/");
+        hasOpenComment_ = !SkipPast(u"*/");
         return true;
     }
     if (!StartsWith(u"//"))
@@ -84,7 +95,7 @@ bool StringsReader::SkipComment() {
     return true;
 }
 
-char16_t StringsReader::ReadEscape() {
+char16_t StringsReader::ReadEscape(Token& facts) {
     const char16_t letter = text_[position_++].unicode();
     switch (letter) {
         case u'n':
@@ -94,18 +105,24 @@ char16_t StringsReader::ReadEscape() {
         case u'r':
             return u'\r';
         case u'u':
-            return ReadHexEscape();
+            return ReadHexEscape(facts);
+        case u'"':
+        case u'\\':
+            return letter;
         default:
+            facts.hasOddEscape = true;
             return letter;
     }
 }
 
-char16_t StringsReader::ReadHexEscape() {
+char16_t StringsReader::ReadHexEscape(Token& facts) {
     int value = 0;
     for (int i = 0; i < 4 && !AtEnd(); ++i) {
         const int digit = HexDigit(text_[position_++].unicode());
         if (digit >= 0)
             value = value * 16 + digit;
+        else
+            facts.hasOddEscape = true;
     }
     return static_cast<char16_t>(value);
 }
@@ -114,7 +131,8 @@ bool StringsReader::StartsWith(const char16_t* word) const {
     return QStringView(text_).sliced(position_).startsWith(QStringView(word));
 }
 
-void StringsReader::SkipPast(const char16_t* word) {
+bool StringsReader::SkipPast(const char16_t* word) {
     const qsizetype found = text_.indexOf(QStringView(word), position_);
     position_ = found < 0 ? text_.size() : found + QStringView(word).size();
+    return found >= 0;
 }

@@ -24,23 +24,49 @@ public:
     // The next pair whose key is not empty; false at the end of the text. A last key without text is dropped.
     bool ReadPair(CAtlString& key, CAtlString& text);
 
+    // The next pair, also one whose key is empty.
+    bool ReadAnyPair(CAtlString& key, CAtlString& text);
+
+    // How a token stands in the file; positions are in code units behind the byte order mark.
+    struct Token {
+        qsizetype begin = 0;
+        qsizetype end = 0;
+        // Longer than a token may be.
+        bool isCut = false;
+        // The file ends within its quotes.
+        bool isUnclosed = false;
+        // It holds an escape that stands for nothing but its own letter, or a \u without four digits.
+        bool hasOddEscape = false;
+    };
+    // Of the last pair. When there was no other, of the rest: a last key without a text has an end above 0,
+    // and the text none.
+    const Token& GetKeyToken() const { return keyToken_; }
+    const Token& GetTextToken() const { return textToken_; }
+    // The whole text, behind the mark.
+    const QString& GetText() const { return text_; }
+    // Some comment, read so far, does not end before the file does.
+    bool HasOpenComment() const { return hasOpenComment_; }
+
     // The longest token, in UTF-16 code units; the rest of a longer one is dropped.
     static constexpr qsizetype MAX_TOKEN_UNITS = 10239;
 
 private:
     // The next token, which may be empty when it is quoted; false at the end of the text.
-    bool ReadToken(QString& token);
+    bool ReadToken(QString& token, Token& facts);
     // Moves behind the comment that starts here; false when none does.
     bool SkipComment();
     // The unit that an escape stands for; the position is behind its backslash.
-    char16_t ReadEscape();
-    char16_t ReadHexEscape();
+    char16_t ReadEscape(Token& facts);
+    char16_t ReadHexEscape(Token& facts);
 
     bool AtEnd() const { return position_ >= text_.size(); }
     bool StartsWith(const char16_t* word) const;
-    // Moves behind the next occurrence of word, or to the end.
-    void SkipPast(const char16_t* word);
+    // Moves behind the next occurrence of word, or to the end; whether there was one.
+    bool SkipPast(const char16_t* word);
 
     QString text_;
     qsizetype position_ = 0;
+    Token keyToken_;
+    Token textToken_;
+    bool hasOpenComment_ = false;
 };

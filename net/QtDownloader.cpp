@@ -36,6 +36,10 @@ QtDownloader::QtDownloader(const TransferBounds& bounds) : bounds_(bounds) {
 
 QtDownloader::~QtDownloader() = default;
 
+bool QtDownloader::CanFetch(const QUrl& address) {
+    return address.scheme() == QLatin1String("http");
+}
+
 bool QtDownloader::WasLetThrough() const {
     return status_ != 0 && status_ != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
 }
@@ -47,7 +51,7 @@ void QtDownloader::WakeUp() {
 
 int QtDownloader::Download(const CAtlString& url, const CAtlString& file) {
     const QUrl address(url.ToQString());
-    if (address.scheme() != QLatin1String("http"))
+    if (!CanFetch(address))
         return RESULT_FAILED;
     QFile target(file.ToQString());
     MakeHttp();

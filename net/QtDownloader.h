@@ -21,6 +21,9 @@ class QtDownloader : public QtDownloaderBase {
     Q_OBJECT
 
 public:
+    // Whether an address is of the kind that is fetched at all.
+    static bool CanFetch(const QUrl& address);
+
     explicit QtDownloader(const TransferBounds& bounds);
     ~QtDownloader() override;
 

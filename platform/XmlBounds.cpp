@@ -38,6 +38,10 @@ public:
         return depth_ == 0 && items_ <= MAX_XML_ITEMS;
     }
 
+    std::size_t Position(const std::string& text) const {
+        return static_cast<std::size_t>(at_ - text.c_str());
+    }
+
 private:
     bool Markup() {
         if (StartsWithAnyCase("<?xml"))
@@ -179,6 +183,10 @@ private:
 
 }  // namespace
 
-bool IsWithinXmlBounds(const std::string& paddedText, bool utf8) {
-    return XmlScan(paddedText, utf8).Run();
+bool IsWithinXmlBounds(const std::string& paddedText, bool utf8, std::size_t* stop) {
+    XmlScan scan(paddedText, utf8);
+    const bool isWithin = scan.Run();
+    if (stop)
+        *stop = scan.Position(paddedText);
+    return isWithin;
 }

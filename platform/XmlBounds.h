@@ -4,6 +4,7 @@
 // The look at an XML text before TinyXML sees it.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 // NUL bytes that a text needs behind its end, its own terminator not counted: at the end of a truncated text
@@ -19,4 +20,6 @@ inline constexpr int XML_PADDING_BYTES = 4;
 // paddedText is 0-terminated and padded with XML_PADDING_BYTES; utf8 says whether TinyXML will be told
 // TIXML_ENCODING_UTF8, in which it takes up to three bytes after a lead byte for one character with it,
 // quotes and brackets included.
-bool IsWithinXmlBounds(const std::string& paddedText, bool utf8);
+//
+// Who passes stop learns how many bytes were looked at.
+bool IsWithinXmlBounds(const std::string& paddedText, bool utf8, std::size_t* stop = nullptr);

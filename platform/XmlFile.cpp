@@ -7,6 +7,7 @@
 #include <cctype>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include <strings.h>
 
@@ -57,6 +58,25 @@ void CondenseWhiteSpace() {
     static_cast<void>(done);
 }
 
+bool Refuse(XmlFault* fault, int line, const char* reason) {
+    if (fault)
+        *fault = {line, reason};
+    return false;
+}
+
+int LineAt(std::string_view text, std::size_t position) {
+    const auto before = text.substr(0, std::min(position, text.size()));
+    return 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
+}
+
+// As IsWithinXmlBounds, and where it stopped.
+bool IsWithinBounds(const std::string& padded, bool utf8, XmlFault* fault) {
+    std::size_t stop = 0;
+    return IsWithinXmlBounds(padded, utf8, fault ? &stop : nullptr) ||
+           Refuse(fault, fault ? LineAt(padded, stop) : 0,
+                  "an element or a declaration does not end, is malformed, or is beyond a bound");
+}
+
 }  // namespace
 
 CAtlStringA ReadFileBytes(const CVardoFilePath& file) {
@@ -70,33 +90,37 @@ CAtlStringA ReadFileBytes(const CVardoFilePath& file) {
     return bytes;
 }
 
-bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document) {
+bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document, XmlFault* fault) {
     document.Clear();
+    if (text.IsEmpty() || text.GetLength() > MAX_XML_BYTES)
+        return Refuse(fault, 0, "the file cannot be read, is empty, or is too large");
     // The parser takes a C string: it would silently ignore what follows a NUL byte.
-    if (text.IsEmpty() || text.GetLength() > MAX_XML_BYTES || text.Find('\0') >= 0)
-        return false;
+    if (text.Find('\0') >= 0)
+        return Refuse(fault, 0, "the file holds a NUL byte, as one in UTF-16 does");
     std::string padded(text.begin(), text.end());
     padded.append(XML_PADDING_BYTES, '\0');
     if (encoding == TIXML_ENCODING_UNKNOWN) {
         // The declaration is read as single bytes, and only one that ends.
-        if (!IsWithinXmlBounds(padded, false))
+        if (!IsWithinBounds(padded, false, fault))
             return false;
         encoding = DetectedEncoding(padded);
     }
-    if (!IsWithinXmlBounds(padded, encoding == TIXML_ENCODING_UTF8))
+    if (!IsWithinBounds(padded, encoding == TIXML_ENCODING_UTF8, fault))
         return false;
     CondenseWhiteSpace();
     // Without tab stops the parser counts no lines and columns, which would walk over the text once more.
-    document.SetTabSize(0);
+    document.SetTabSize(fault ? 1 : 0);
     document.Parse(padded.c_str(), nullptr, encoding);
     if (!document.Error() && document.RootElement())
         return true;
+    Refuse(fault, document.Error() ? document.ErrorRow() : 0,
+           document.Error() ? document.ErrorDesc() : "the file holds no element");
     document.Clear();
     return false;
 }
 
-bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document, TiXmlEncoding encoding) {
-    return ParseXml(WithNormalLineEnds(ReadFileBytes(file)), encoding, document);
+bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document, TiXmlEncoding encoding, XmlFault* fault) {
+    return ParseXml(WithNormalLineEnds(ReadFileBytes(file)), encoding, document, fault);
 }
 
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name) {

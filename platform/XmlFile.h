@@ -8,8 +8,10 @@
 #include "platform/CAtlString.h"
 #include "platform/CAtlStringA.h"
 #include "platform/CVardoFilePath.h"
+#include "platform/XmlRules.h"
 
 #include <tinyxml.h>
+#include <string>
 
 // The largest text that is parsed, in bytes.
 inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
@@ -24,14 +26,29 @@ inline constexpr int MAX_XML_ITEMS = 500000;
 // The whole file as bytes; empty when it cannot be read, is a directory, or is larger than MAX_XML_BYTES.
 CAtlStringA ReadFileBytes(const CVardoFilePath& file);
 
+// Why a text was not parsed.
+struct XmlFault {
+    // From 1; 0 when it is no line's fault.
+    int line = 0;
+    // In English.
+    std::string reason;
+};
+
 // Parses text, with white space condensed, into document, which is emptied first. False, with an empty
 // document, when the text is malformed, holds a NUL byte or no element, or is beyond one of the bounds. The
 // encoding is TinyXML's: TIXML_DEFAULT_ENCODING finds it from the text. Any thread, one document each.
-bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document);
+//
+// Who passes a fault learns why, and gets a document whose elements and attributes know their rows. That
+// takes longer; the answer is the same.
+bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document,
+              XmlFault* fault = nullptr);
 
 // ReadFileBytes and ParseXml; every line end (CR LF, CR) becomes LF first.
 bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document,
-             TiXmlEncoding encoding = TIXML_ENCODING_UTF8);
+             TiXmlEncoding encoding = TIXML_ENCODING_UTF8, XmlFault* fault = nullptr);
 
 // An element's attribute, UTF-8 decoded; empty when there is none.
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name);
+inline CAtlString XmlAttribute(const TiXmlElement& element, const XmlAttributeRule& rule) {
+    return XmlAttribute(element, rule.name);
+}

@@ -6,6 +6,7 @@
 #include "platform/CVardoDirectoryPath.h"
 #include "platform/XmlFile.h"
 #include "products/CVersionStringRange.h"
+#include "products/ListFormat.h"
 
 #include <algorithm>
 #include <boost/make_shared.hpp>
@@ -19,9 +20,21 @@ void ReportDisabler(const CAtlString& key, const CAtlString& uid) {
     std::cout << CAtlStringA(key).GetString() << ' ' << CAtlStringA(uid).GetString() << '\n';
 }
 
+bool IsDescriptionFile(const CAtlString& baseName, const CVardoFilePath& file) {
+    const CAtlString title = file.GetFileTitle();
+    const int length = baseName.GetLength();
+    if (title.GetLength() <= length)
+        return title.GetLength() == length;
+    return std::iswdigit(static_cast<wint_t>(title[length])) != 0;
+}
+
+void KeepDescriptionFiles(const CAtlString& baseName, std::vector<CVardoFilePath>& files) {
+    std::erase_if(files, [&](const CVardoFilePath& file) { return !IsDescriptionFile(baseName, file); });
+}
+
 }  // namespace
 
-const CAtlString CProductVersions::ELEMENT_NAME(L"Product");
+const CAtlString CProductVersions::ELEMENT_NAME(ListFormat::PRODUCT);
 
 CProductVersions::CProductVersions(const boost::shared_ptr<IEnvironment>& environment)
     : actionTexts_{tr("Current"), tr("Update")}, environment_(environment) {}
@@ -29,23 +42,23 @@ CProductVersions::CProductVersions(const boost::shared_ptr<IEnvironment>& enviro
 bool CProductVersions::Init(const TiXmlElement* element) {
     if (!element)
         return false;
-    name_ = XmlAttribute(*element, "Name").ToQString();
-    baseName_ = XmlAttribute(*element, "BaseXml");
-    defaultAddress_ = XmlAttribute(*element, "DefaultUrl");
+    name_ = XmlAttribute(*element, ListFormat::NAME).ToQString();
+    baseName_ = XmlAttribute(*element, ListFormat::BASE_XML);
+    defaultAddress_ = XmlAttribute(*element, ListFormat::DEFAULT_PAGE);
     ReadDisablers(*element);
     return !name_.isEmpty() && !baseName_.IsEmpty();
 }
 
 void CProductVersions::ReadDisablers(const TiXmlElement& element) {
     disablers_.clear();
-    const TiXmlElement* parent = element.FirstChildElement("DisableUpdatesIfInstalled");
+    const TiXmlElement* parent = element.FirstChildElement(ListFormat::DISABLERS);
     if (!parent)
         return;
-    for (const TiXmlElement* disabler = parent->FirstChildElement("Disabler"); disabler;
-         disabler = disabler->NextSiblingElement("Disabler"))
-        disablers_.push_back({XmlAttribute(*disabler, "uid"),
-                              CVersionString(XmlAttribute(*disabler, "versionFrom")),
-                              CVersionString(XmlAttribute(*disabler, "versionTo"))});
+    for (const TiXmlElement* disabler = parent->FirstChildElement(ListFormat::DISABLER); disabler;
+         disabler = disabler->NextSiblingElement(ListFormat::DISABLER))
+        disablers_.push_back({XmlAttribute(*disabler, ListFormat::DISABLER_UID),
+                              CVersionString(XmlAttribute(*disabler, ListFormat::DISABLER_FROM)),
+                              CVersionString(XmlAttribute(*disabler, ListFormat::DISABLER_TO))});
 }
 
 bool CProductVersions::FindInstalled() {
@@ -63,21 +76,22 @@ bool CProductVersions::FindInstalled() {
     return !items_.empty();
 }
 
-void CProductVersions::FindDescriptionFiles() {
-    descriptionFiles_.clear();
-    if (GetSharedFolder())
-        GetSharedFolder()->ListFiles(baseName_, L".xml", descriptionFiles_);
-    else
-        environment_->SharedDataFolder().ListFiles(baseName_ + L"*.xml", descriptionFiles_);
-    std::erase_if(descriptionFiles_, [this](const CVardoFilePath& file) { return !IsDescriptionFile(file); });
+std::vector<CVardoFilePath> CProductVersions::FindDescriptionFiles(const CFolderListing& folder,
+                                                                   const CAtlString& baseName) {
+    std::vector<CVardoFilePath> files;
+    folder.ListFiles(baseName, L".xml", files);
+    KeepDescriptionFiles(baseName, files);
+    return files;
 }
 
-bool CProductVersions::IsDescriptionFile(const CVardoFilePath& file) const {
-    const CAtlString title = file.GetFileTitle();
-    const int length = baseName_.GetLength();
-    if (title.GetLength() <= length)
-        return title.GetLength() == length;
-    return std::iswdigit(static_cast<wint_t>(title[length])) != 0;
+void CProductVersions::FindDescriptionFiles() {
+    if (GetSharedFolder()) {
+        descriptionFiles_ = FindDescriptionFiles(*GetSharedFolder(), baseName_);
+        return;
+    }
+    descriptionFiles_.clear();
+    environment_->SharedDataFolder().ListFiles(baseName_ + L"*.xml", descriptionFiles_);
+    KeepDescriptionFiles(baseName_, descriptionFiles_);
 }
 
 bool CProductVersions::IsKnown(const CVersionString& version) const {

@@ -22,6 +22,10 @@ public:
     // The name of the product's element in the list file: "Product".
     static const CAtlString ELEMENT_NAME;
 
+    // The local descriptions of a base name in a folder, by the names of the files.
+    static std::vector<CVardoFilePath> FindDescriptionFiles(const CFolderListing& folder,
+                                                            const CAtlString& baseName);
+
     explicit CProductVersions(const boost::shared_ptr<IEnvironment>& environment);
 
     bool Init(const TiXmlElement* element) override;
@@ -61,7 +65,6 @@ private:
 
     void ReadDisablers(const TiXmlElement& element);
     void FindDescriptionFiles();
-    bool IsDescriptionFile(const CVardoFilePath& file) const;
     bool IsKnown(const CVersionString& version) const;
     bool IsDisabledBy(const IProduct& other) const;
     CAtlString PageOf(const CProductVersion& item) const;

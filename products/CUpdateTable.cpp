@@ -5,8 +5,10 @@
 
 #include <algorithm>
 
-void CUpdateTable::AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer) {
-    rangedOffers_.try_emplace(range, offer);
+const CUpdateEntry* CUpdateTable::AddRangedOffer(const CVersionStringRange& range,
+                                                 const CUpdateEntry& offer) {
+    const auto [place, isNew] = rangedOffers_.try_emplace(range, offer);
+    return isNew ? &place->second : nullptr;
 }
 
 const CUpdateEntry& CUpdateTable::ChooseOffer() const {

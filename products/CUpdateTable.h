@@ -14,8 +14,8 @@
 class CUpdateTable {
 public:
     // Adds an offer for the installed versions of a range, unless one is there whose range has an equal lower
-    // end.
-    void AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer);
+    // end. The offer in the table, valid until the table changes; null when it was not added.
+    const CUpdateEntry* AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer);
     void SetDefaultOffer(const CUpdateEntry& offer) { defaultOffer_ = offer; }
     void SetCurrentVersion(const CVersionString& version) { currentVersion_ = version; }
 

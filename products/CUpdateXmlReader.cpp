@@ -6,43 +6,28 @@
 #include "platform/Addresses.h"
 #include "platform/CVardoFilePath.h"
 #include "platform/XmlFile.h"
+#include "products/DescriptionFormat.h"
 
 namespace {
 
-constexpr const char* PRODUCT = "Product";
-constexpr const char* TEST_PRODUCT = "TestProduct";
+using namespace DescriptionFormat;
 
 // What the product elements of remote descriptions are called, for all readers.
-const char* offerElement = PRODUCT;
+const char* currentOfferElement = PRODUCT;
 
-CVersionString VersionAttribute(const TiXmlElement& element, const char* name) {
-    return CVersionString(XmlAttribute(element, name));
+CVersionString VersionAttribute(const TiXmlElement& element, const XmlAttributeRule& rule) {
+    return CVersionString(XmlAttribute(element, rule));
 }
 
 CUpdateEntry ReadOffer(const TiXmlElement& element) {
     return CUpdateEntry{
-        .version = VersionAttribute(element, "UpdateVersion"),
-        .installFile = XmlAttribute(element, "UpdateInstallFile"),
-        .installUrl = XmlAttribute(element, "UpdateInstallURL"),
-        .installSize = XmlAttribute(element, "UpdateInstallSize"),
-        .webPage = XmlAttribute(element, "UpdateWebPage"),
-        .argument = XmlAttribute(element, "UpdateArgument"),
+        .version = VersionAttribute(element, UPDATE_VERSION),
+        .installFile = XmlAttribute(element, INSTALL_FILE),
+        .installUrl = XmlAttribute(element, INSTALL_FOLDER),
+        .installSize = XmlAttribute(element, INSTALL_SIZE),
+        .webPage = XmlAttribute(element, WEB_PAGE),
+        .argument = XmlAttribute(element, ARGUMENT),
     };
-}
-
-void ReadRangedOffers(const TiXmlElement& product, CUpdateTable& table) {
-    const TiXmlElement* compatibility = product.FirstChildElement("Compatibility");
-    if (!compatibility)
-        return;
-    for (const TiXmlElement* range = compatibility->FirstChildElement("Range"); range;
-         range = range->NextSiblingElement("Range")) {
-        const TiXmlElement* offer = range->FirstChildElement(offerElement);
-        if (!offer)
-            continue;
-        table.AddRangedOffer(CVersionStringRange(VersionAttribute(*range, "VersionFrom"),
-                                                 VersionAttribute(*range, "VersionTo")),
-                             ReadOffer(*offer));
-    }
 }
 
 }  // namespace
@@ -50,7 +35,26 @@ void ReadRangedOffers(const TiXmlElement& product, CUpdateTable& table) {
 const CAtlString CUpdateXmlReader::TEST_MARKER(L"/tmp/testmark.dat");
 
 CUpdateXmlReader::CUpdateXmlReader() {
-    offerElement = CVardoFilePath(TEST_MARKER).Exists() ? TEST_PRODUCT : PRODUCT;
+    currentOfferElement = CVardoFilePath(TEST_MARKER).Exists() ? TEST_PRODUCT : PRODUCT;
+}
+
+void CUpdateXmlReader::ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTable& table,
+                                  const RangeWatch& watch) {
+    table.SetDefaultOffer(ReadOffer(product));
+    const TiXmlElement* compatibility = product.FirstChildElement(COMPATIBILITY);
+    if (!compatibility)
+        return;
+    for (const TiXmlElement* range = compatibility->FirstChildElement(RANGE); range;
+         range = range->NextSiblingElement(RANGE)) {
+        const TiXmlElement* offer = range->FirstChildElement(offerElement);
+        if (!offer && !watch)
+            continue;
+        const CVersionStringRange ends(VersionAttribute(*range, VERSION_FROM),
+                                       VersionAttribute(*range, VERSION_TO));
+        const CUpdateEntry* stored = offer ? table.AddRangedOffer(ends, ReadOffer(*offer)) : nullptr;
+        if (watch)
+            watch(*range, ends, offer, stored);
+    }
 }
 
 bool CUpdateXmlReader::LoadLocal() {
@@ -77,10 +81,10 @@ bool CUpdateXmlReader::ParseLocal(const CAtlStringA& text) {
     const TiXmlElement* product = document.RootElement()->FirstChildElement(PRODUCT);
     if (!product)
         return false;
-    table_.SetCurrentVersion(VersionAttribute(*product, "CurrentVersion"));
-    remoteFileName_ = XmlAttribute(*product, "RemoteVersionFile");
-    remoteFolder_ = WithTrailingSlash(XmlAttribute(*product, "RemoteVersionFileURL"));
-    noUpdates_ = XmlAttribute(*product, "NoUpdates").Compare(L"true") == 0;
+    table_.SetCurrentVersion(VersionAttribute(*product, CURRENT_VERSION));
+    remoteFileName_ = XmlAttribute(*product, REMOTE_FILE);
+    remoteFolder_ = WithTrailingSlash(XmlAttribute(*product, REMOTE_FOLDER));
+    noUpdates_ = XmlAttribute(*product, NO_UPDATES).Compare(L"true") == 0;
     if (GetCurrentVersion().GetString().IsEmpty() || remoteFolder_.IsEmpty() || remoteFileName_.IsEmpty())
         return false;
     localLoaded_ = true;
@@ -92,15 +96,14 @@ bool CUpdateXmlReader::ParseRemote(const CAtlStringA& text) {
     if (!ParseXml(text, TIXML_DEFAULT_ENCODING, document))
         return false;
     const TiXmlElement* root = document.RootElement();
-    if (XmlAttribute(*root, "Location").Compare(L"Server") != 0)
+    if (XmlAttribute(*root, LOCATION).Compare(LOCATION_SERVER) != 0)
         return false;
-    const TiXmlElement* product = root->FirstChildElement(offerElement);
+    const TiXmlElement* product = root->FirstChildElement(currentOfferElement);
     if (!product)
         product = root->FirstChildElement(PRODUCT);
     if (!product)
         return false;
-    table_.SetDefaultOffer(ReadOffer(*product));
-    ReadRangedOffers(*product, table_);
+    ReadOffers(*product, currentOfferElement, table_);
     remoteLoaded_ = true;
     return true;
 }

@@ -19,6 +19,10 @@ public:
     CVersionStringRange& operator=(CVersionStringRange&&) noexcept = default;
     virtual ~CVersionStringRange() = default;
 
+    // The lower and the upper end.
+    const CVersionString& GetFrom() const { return from_; }
+    const CVersionString& GetTo() const { return to_; }
+
     bool Contains(const CVersionString& version) const;
     // The order of ranges: that of their lower ends alone.
     bool IsLess(const CVersionStringRange& other) const;

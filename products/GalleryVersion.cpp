@@ -7,21 +7,24 @@
 #include "platform/CVardoDirectoryPath.h"
 #include "platform/XmlFile.h"
 #include "products/CGalleryExtensionInfo.h"
+#include "products/GalleryFormat.h"
+#include "products/ListFormat.h"
 
-#include <QDate>
 #include <QLocale>
 #include <algorithm>
 
 namespace {
 
+using namespace GalleryFormat;
+
 CAtlString AsShown(const CAtlString& version) {
-    const QDate date = QDate::fromString(version.ToQString(), "yyyy-MM-dd");
+    const QDate date = GalleryVersion::ReadDate(version);
     return date.isValid() ? CAtlString(QLocale::system().toString(date, QLocale::ShortFormat)) : version;
 }
 
 }  // namespace
 
-const CAtlString GalleryVersion::ELEMENT_NAME(L"Gallery");
+const CAtlString GalleryVersion::ELEMENT_NAME(ListFormat::GALLERY);
 
 GalleryVersion::GalleryVersion(const boost::shared_ptr<IEnvironment>& environment)
     : actionTexts_{tr("Current"), tr("Update")}, environment_(environment) {}
@@ -29,9 +32,9 @@ GalleryVersion::GalleryVersion(const boost::shared_ptr<IEnvironment>& environmen
 bool GalleryVersion::Init(const TiXmlElement* element) {
     if (!element)
         return false;
-    name_ = XmlAttribute(*element, "Name");
-    guid_ = XmlAttribute(*element, "GUID");
-    defaultAddress_ = XmlAttribute(*element, "DefaultUrl");
+    name_ = XmlAttribute(*element, ListFormat::NAME);
+    guid_ = XmlAttribute(*element, ListFormat::GUID);
+    defaultAddress_ = XmlAttribute(*element, ListFormat::GALLERY_FOLDER);
     return !name_.IsEmpty() && !guid_.IsEmpty() && !defaultAddress_.IsEmpty();
 }
 
@@ -48,16 +51,21 @@ bool GalleryVersion::FindInstalled() {
     return ReadInstalledCategories(CVardoDirectoryPath::Combine(folder, GetDescriptionName() + L".xml"));
 }
 
+QDate GalleryVersion::ReadDate(const CAtlString& version) {
+    return QDate::fromString(version.ToQString(), "yyyy-MM-dd");
+}
+
 bool GalleryVersion::ReadInstalledCategories(const CVardoFilePath& file) {
+    categories_.clear();
     TiXmlDocument document;
     if (!file.Exists() || !LoadXml(file, document))
         return false;
     const TiXmlElement* root = document.RootElement();
-    for (const TiXmlElement* category = root->FirstChildElement("category"); category;
-         category = category->NextSiblingElement("category")) {
-        const CAtlString id = XmlAttribute(*category, "id");
+    for (const TiXmlElement* category = root->FirstChildElement(CATEGORY); category;
+         category = category->NextSiblingElement(CATEGORY)) {
+        const CAtlString id = XmlAttribute(*category, ID);
         if (!id.IsEmpty())
-            categories_[id] = {XmlAttribute(*category, "version"), CAtlString()};
+            categories_[id] = {XmlAttribute(*category, VERSION), CAtlString()};
     }
     return !categories_.empty();
 }
@@ -73,23 +81,23 @@ bool GalleryVersion::CheckForUpdates() {
 }
 
 CAtlString GalleryVersion::GetCheckAddress() const {
-    return JoinTrimmed(defaultAddress_, L"gallery_categories.xml");
+    return JoinTrimmed(defaultAddress_, PUBLISHED_FILE);
 }
 
 bool GalleryVersion::ReadPublishedCategories(const CVardoFilePath& file) {
     TiXmlDocument document;
     if (!file.Exists() || !LoadXml(file, document))
         return false;
-    const TiXmlElement* parent = document.RootElement()->FirstChildElement("categories");
+    const TiXmlElement* parent = document.RootElement()->FirstChildElement(CATEGORIES);
     if (!parent)
         return false;
     bool updated = false;
-    for (const TiXmlElement* category = parent->FirstChildElement("category"); category;
-         category = category->NextSiblingElement("category")) {
-        const auto known = categories_.find(XmlAttribute(*category, "id"));
+    for (const TiXmlElement* category = parent->FirstChildElement(CATEGORY); category;
+         category = category->NextSiblingElement(CATEGORY)) {
+        const auto known = categories_.find(XmlAttribute(*category, ID));
         if (known == categories_.end())
             continue;
-        known->second.latest = XmlAttribute(*category, "version");
+        known->second.latest = XmlAttribute(*category, VERSION);
         updated = true;
     }
     return updated;
@@ -126,5 +134,5 @@ CAtlString GalleryVersion::Newest(CAtlString Versions::*which) const {
 }
 
 CAtlString GalleryVersion::GetDescriptionName() const {
-    return L"updateinfo";
+    return INSTALLED_FILE;
 }

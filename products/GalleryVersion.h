@@ -9,6 +9,7 @@
 #include "products/IProduct.h"
 
 #include <QCoreApplication>
+#include <QDate>
 #include <map>
 
 // Content is versioned by category: an installed list of categories lies below the folder of the content's
@@ -49,14 +50,19 @@ public:
     // The content's GUID, which stands where other products have a page.
     virtual CAtlString GetWebPage() const { return guid_; }
 
+    // Reads a list of installed categories in place of what is known; whether it names any.
+    bool ReadInstalledCategories(const CVardoFilePath& file);
+    // Reads a list of published categories; whether it names any that is installed.
+    bool ReadPublishedCategories(const CVardoFilePath& file);
+    // The date that a version text is; invalid when it is none.
+    static QDate ReadDate(const CAtlString& version);
+
 private:
     struct Versions {
         CAtlString installed;
         CAtlString latest;
     };
 
-    bool ReadInstalledCategories(const CVardoFilePath& file);
-    bool ReadPublishedCategories(const CVardoFilePath& file);
     CAtlString Newest(CAtlString Versions::*which) const;
 
     bool checked_ = false;

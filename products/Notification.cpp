@@ -10,10 +10,14 @@
 #include "platform/SettingsStore.h"
 #include "platform/XmlFile.h"
 #include "products/IsBoardInstalled.h"
+#include "products/ListFormat.h"
+#include "products/NotificationFormat.h"
 
 #include <QRegularExpression>
 
 namespace {
+
+using namespace NotificationFormat;
 
 // The value that marks a notification as dismissed.
 constexpr int DISMISSED = 1;
@@ -26,10 +30,6 @@ const TiXmlElement* LoadNotification(const CVardoFilePath& file, TiXmlDocument& 
     return Notification::ELEMENT_NAME.Compare(CAtlString(root->Value())) == 0 ? root : nullptr;
 }
 
-QDate DateAttribute(const TiXmlElement& element, const char* name) {
-    return QDate::fromString(XmlAttribute(element, name).ToQString(), "yyyyMMdd");
-}
-
 // "de" for "de_AT" and for "de-AT".
 QString WithoutRegion(const QString& code) {
     static const QRegularExpression separator("[_-]");
@@ -38,7 +38,7 @@ QString WithoutRegion(const QString& code) {
 
 }  // namespace
 
-const CAtlString Notification::ELEMENT_NAME(L"Notification");
+const CAtlString Notification::ELEMENT_NAME(ListFormat::NOTIFICATION);
 
 Notification::Notification(const boost::shared_ptr<IEnvironment>& environment)
     : actionTexts_{tr("Current"), tr("More...")}, environment_(environment) {}
@@ -46,20 +46,22 @@ Notification::Notification(const boost::shared_ptr<IEnvironment>& environment)
 bool Notification::Init(const TiXmlElement* element) {
     if (!element)
         return false;
-    key_ = XmlAttribute(*element, "BaseXML");
-    name_ = XmlAttribute(*element, "Name");
+    key_ = XmlAttribute(*element, ListFormat::NOTIFICATION_BASE);
+    name_ = XmlAttribute(*element, ListFormat::NOTIFICATION_NAME);
     return !key_.IsEmpty();
 }
 
 bool Notification::FindInstalled() {
-    const CVardoFilePath file =
-        CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml");
+    return ReadDescription(CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml"));
+}
+
+bool Notification::ReadDescription(const CVardoFilePath& file) {
     TiXmlDocument document;
     const TiXmlElement* root = LoadNotification(file, document);
     if (!root)
         return false;
-    messageFolder_ = XmlAttribute(*root, "URL");
-    messageFile_ = XmlAttribute(*root, "File");
+    messageFolder_ = XmlAttribute(*root, MESSAGE_FOLDER);
+    messageFile_ = XmlAttribute(*root, MESSAGE_FILE);
     return !messageFolder_.IsEmpty() && !messageFile_.IsEmpty();
 }
 
@@ -82,20 +84,24 @@ bool Notification::ReadMessage(const CVardoFilePath& file) {
     const TiXmlElement* message = LoadNotification(file, document);
     if (!message)
         return false;
-    webPage_ = XmlAttribute(*message, "WebPage");
-    startDate_ = DateAttribute(*message, "StartDate");
-    stopDate_ = DateAttribute(*message, "StopDate");
+    webPage_ = XmlAttribute(*message, WEB_PAGE);
+    startDate_ = ReadDate(XmlAttribute(*message, START_DATE));
+    stopDate_ = ReadDate(XmlAttribute(*message, STOP_DATE));
     ReadTexts(*message);
     return !texts_.empty() && !webPage_.IsEmpty() && startDate_.isValid() && stopDate_.isValid();
 }
 
+QDate Notification::ReadDate(const CAtlString& text) {
+    return QDate::fromString(text.ToQString(), "yyyyMMdd");
+}
+
 void Notification::ReadTexts(const TiXmlElement& message) {
     texts_.clear();
-    const TiXmlElement* parent = message.FirstChildElement("Text");
+    const TiXmlElement* parent = message.FirstChildElement(TEXTS);
     if (!parent)
         return;
     for (const TiXmlElement* text = parent->FirstChildElement(); text; text = text->NextSiblingElement())
-        texts_[CAtlString(text->Value()).ToQString()] = XmlAttribute(*text, "value").ToQString();
+        texts_[CAtlString(text->Value()).ToQString()] = XmlAttribute(*text, TEXT_VALUE).ToQString();
 }
 
 QString Notification::GetName() const {

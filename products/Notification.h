@@ -47,8 +47,14 @@ public:
     QList<QString> GetActionTexts() const override { return actionTexts_; }
     CAtlString GetDescriptionName() const override { return key_; }
 
-private:
+    // Reads a local description; whether it says where the message lies.
+    bool ReadDescription(const CVardoFilePath& file);
+    // Reads a message; whether it has all that a row needs.
     bool ReadMessage(const CVardoFilePath& file);
+    // What a date of a message means; invalid when it is none.
+    static QDate ReadDate(const CAtlString& text);
+
+private:
     void ReadTexts(const TiXmlElement& message);
 
     bool checked_ = false;

@@ -4,6 +4,7 @@
 #include "products/Products.h"
 
 #include "platform/XmlFile.h"
+#include "products/ListFormat.h"
 #include "products/ProductFactory.h"
 
 const CAtlString Products::FILE_NAME(L"products.xml");
@@ -17,8 +18,8 @@ bool Products::Load(const CVardoFilePath& path) {
     if (!path.Exists() || !LoadXml(path, document))
         return false;
     const TiXmlElement* root = document.RootElement();
-    version_.SetString(XmlAttribute(*root, "Version"));
-    address_ = XmlAttribute(*root, "Url");
+    version_.SetString(XmlAttribute(*root, ListFormat::VERSION));
+    address_ = XmlAttribute(*root, ListFormat::URL);
     for (const TiXmlElement* child = root->FirstChildElement(); child; child = child->NextSiblingElement())
         if (const auto product = CreateProduct(child, environment_))
             products_.push_back(product);

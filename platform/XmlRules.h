@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The names of a kind of XML file, as tables: its reader reads by them, and whoever checks such files before
+// they are published compares with them.
+#pragma once
+
+#include <span>
+
+// What a value is read as.
+enum class XmlValue {
+    TEXT,
+    VERSION,
+    // "yyyyMMdd".
+    DATE,
+    // Fetched by the program itself, alone or as the folder of a file.
+    ADDRESS,
+    // Opened in the user's browser.
+    PAGE,
+};
+
+struct XmlAttributeRule {
+    const char* name;
+    XmlValue value = XmlValue::TEXT;
+    // Without it, or when it is empty, its element is of no use.
+    bool isNeeded = false;
+};
+
+struct XmlElementRule {
+    // Null: whatever its name is.
+    const char* name = nullptr;
+    std::span<const XmlAttributeRule> attributes;
+    std::span<const XmlElementRule> children;
+    // Of several with this name in one parent only the first is read.
+    bool isOnlyFirst = false;
+};
