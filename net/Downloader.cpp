@@ -3,6 +3,7 @@
 
 #include "net/Downloader.h"
 
+#include "net/FailureText.h"
 #include "net/QtDownloader.h"
 #include "platform/CVardoDirectoryPath.h"
 #include "platform/CVardoFilePath.h"
@@ -39,10 +40,14 @@ void Downloader::SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& hand
 CAtlString Downloader::Download(const CAtlString& url) {
     TakeProxySettings();
     StartAhead();
+    error_.Empty();
+    status_ = 0;
     CAtlString file;
     const std::unique_ptr<CAheadTransfer> transfer = ahead_.Take(url);
     if (!transfer || !Receive(*transfer, file))
         file = Fetch(url, bounds_);
+    if (file.IsEmpty())
+        TellFailure(url);
     StartAhead();
     return file;
 }
@@ -74,6 +79,7 @@ CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds
     cancelTransfer_ = [&transfer] { transfer.Cancel(); };
     const int result = transfer.DownloadOnThread(url, target.GetFilePathString(), this);
     cancelTransfer_.clear();
+    status_ = transfer.GetStatus();
     RememberProxy(transfer.WasLetThrough());
     return result == RESULT_OK ? target.GetFilePathString() : CAtlString();
 }
@@ -86,10 +92,21 @@ bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
         RememberProxy(false);
     if (result != RESULT_OK && !transfer.CanBeTrusted(*this))
         return false;
+    status_ = transfer.GetStatus();
     transfer.Report(*this);
     if (result == RESULT_OK)
         file = transfer.HandOut(TargetOf(transfer.GetUrl()));
     return true;
+}
+
+void Downloader::ConnectionFailed(const CAtlString& error) {
+    error_ = error;
+    ConnectionInfo::ConnectionFailed(error);
+}
+
+void Downloader::TellFailure(const CAtlString& url) const {
+    if (failed_ && !isCancelled_)
+        failed_(FailureText(url, error_.ToQString(), status_));
 }
 
 void Downloader::StartAhead() {

@@ -35,10 +35,13 @@ public:
     // Takes the proxy settings of every later fetch from handler, and its answers when a proxy wants
     // credentials; an empty handler leaves such questions unanswered.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;
+    void SetFailureCallback(const FailureCallback& callback) override { failed_ = callback; }
     CAtlString Download(const CAtlString& url) override;
     CAtlString DownloadInstaller(const CAtlString& url) override;
     void FetchAhead(const std::vector<CAtlString>& urls) override;
     void Cancel() override;
+
+    void ConnectionFailed(const CAtlString& error) override;
 
 private:
     void TakeProxySettings();
@@ -50,6 +53,7 @@ private:
     bool Receive(CAheadTransfer& transfer, CAtlString& file);
     // Starts what may be on its way by now.
     void StartAhead();
+    void TellFailure(const CAtlString& url) const;
     // What became of a request through the present proxy.
     void RememberProxy(bool isOpen);
 
@@ -60,6 +64,10 @@ private:
     int openProxyPort_ = 0;
     CFetchAhead ahead_;
     bool isCancelled_ = false;
+    FailureCallback failed_;
+    // How the last fetch ended: the connection's error, and the status of the answer.
+    CAtlString error_;
+    int status_ = 0;
     // Ends the transfer that Download waits for; empty when there is none.
     boost::function<void()> cancelTransfer_;
 };

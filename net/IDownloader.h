@@ -6,6 +6,8 @@
 
 #include "platform/CAtlString.h"
 
+#include <QString>
+#include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 #include <vector>
 
@@ -14,9 +16,14 @@ class ProxyHandlerBase;
 // Fetches one address into one file. GUI thread only.
 class IDownloader {
 public:
+    // Why a fetch failed, in words for the user, with the host.
+    using FailureCallback = boost::function<void(const QString&)>;
+
     virtual ~IDownloader() = default;
     // Who knows the proxy and its credentials; does nothing unless a downloader needs it.
     virtual void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& /*handler*/) {}
+    // Called once for each Download that fails and was not cancelled, before it returns; may be empty.
+    virtual void SetFailureCallback(const FailureCallback& /*callback*/) {}
     // The path of a new temporary file with the contents of url, which the caller deletes; empty when the
     // fetch failed, for whatever reason. Serves the thread's events while it waits, and must not be entered
     // again meanwhile.

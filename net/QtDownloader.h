@@ -27,6 +27,8 @@ public:
     explicit QtDownloader(const TransferBounds& bounds);
     ~QtDownloader() override;
 
+    // After Finish: the status of the last answer; 0 without one.
+    int GetStatus() const { return status_; }
     // After Finish: whether an answer came that was not a proxy's question for credentials.
     bool WasLetThrough() const;
 

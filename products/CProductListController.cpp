@@ -72,14 +72,18 @@ bool CProductListController::CheckForUpdates() {
     const IProduct::List products = GetProducts();
     isChecking_ = true;
     isStopped_ = false;
-    if (downloader_)
+    if (downloader_) {
+        downloader_->SetFailureCallback(fetchFailed_);
         downloader_->FetchAhead(CheckAddresses(products));
+    }
     bool succeeded = false;
     for (const auto& product : products)
         if (!isStopped_)
             succeeded = CheckProduct(product) || succeeded;
-    if (downloader_)
+    if (downloader_) {
         downloader_->FetchAhead({});
+        downloader_->SetFailureCallback({});
+    }
     isChecking_ = false;
     lastCheckResult_ = succeeded;
     return succeeded;

@@ -26,6 +26,9 @@ public:
     void SetCheckStartedCallback(const ProductCallback& callback) { checkStarted_ = callback; }
     void SetCheckFinishedCallback(const ProductCallback& callback) { checkFinished_ = callback; }
 
+    // Called during a check with the reason why a fetch failed, in words for the user; may be empty.
+    void SetFailureCallback(const IDownloader::FailureCallback& callback) { fetchFailed_ = callback; }
+
     // Takes the newer of the user's and the installed list file; the user's when neither is newer. Whether it
     // holds a product.
     bool LoadProductList();
@@ -57,5 +60,6 @@ private:
     bool isStopped_ = false;
     ProductCallback checkStarted_;
     ProductCallback checkFinished_;
+    IDownloader::FailureCallback fetchFailed_;
     boost::shared_ptr<IEnvironment> environment_;
 };

@@ -47,6 +47,7 @@ void CProductTable::Reset() {
     header->setSectionsClickable(false);
     header->setSectionsMovable(false);
     table_.verticalHeader()->hide();
+    table_.viewport()->setAccessibleName(tr("Actions"));
 }
 
 int CProductTable::AddRow(const QString& name, const QString& installed) {
@@ -64,7 +65,7 @@ int CProductTable::AddRow(const QString& name, const QString& installed) {
 
 void CProductTable::AddButton(int row, const Action& action) {
     QPushButton* button = MakeRowButton(tr("Current"));
-    button->setAccessibleDescription(table_.item(row, NAME)->text());
+    NameButton(row, *button);
     // Deleted later, because the rows may be rebuilt while this very action runs.
     const boost::shared_ptr<Qtfier> click(new Qtfier([action] { Run(action); }),
                                           [](Qtfier* retired) { retired->deleteLater(); });
@@ -80,10 +81,23 @@ void CProductTable::SetButton(int row, const QString& caption, bool enabled) {
         return;
     button->setText(caption);
     button->setEnabled(enabled);
+    NameButton(row, *button);
+}
+
+// A screen reader reads a button without its row.
+void CProductTable::NameButton(int row, QPushButton& button) const {
+    button.setAccessibleName(QStringList({button.text(), table_.item(row, NAME)->text(),
+                                          table_.item(row, INSTALLED)->text().trimmed()})
+                                 .join(QLatin1Char(' '))
+                                 .trimmed());
 }
 
 void CProductTable::ShowBusy(int row) {
-    table_.setCellWidget(row, LATEST, MakeBusyIndicator(table_.palette().brush(QPalette::Base)));
+    QWidget* busy = MakeBusyIndicator(table_.palette().brush(QPalette::Base));
+    const QString name = tr("Checking %1").arg(table_.item(row, NAME)->text());
+    for (QWidget* part : {busy, busy->findChild<QWidget*>("busyBar")})
+        part->setAccessibleName(name);
+    table_.setCellWidget(row, LATEST, busy);
 }
 
 void CProductTable::ShowLatest(int row, const QString& text) {
@@ -92,6 +106,11 @@ void CProductTable::ShowLatest(int row, const QString& text) {
         table_.removeCellWidget(row, LATEST);
     }
     table_.item(row, LATEST)->setText(text);
+}
+
+void CProductTable::ScrollTo(const QWidget* widget) {
+    if (widget && widget->parentWidget() == table_.viewport())
+        table_.scrollTo(table_.indexAt(widget->geometry().center()));
 }
 
 void CProductTable::Highlight(int row) {

@@ -39,11 +39,14 @@ public:
     // A busy bar in place of the latest version, until that is shown.
     void ShowBusy(int row);
     void ShowLatest(int row, const QString& text);
+    // Scrolls to the row with that widget in one of its cells; does nothing for any other widget.
+    void ScrollTo(const QWidget* widget);
     // Tints the row's name and scrolls to it.
     void Highlight(int row);
 
 private:
     QPushButton* Button(int row) const;
+    void NameButton(int row, QPushButton& button) const;
     QWidget* FocusBefore(int row) const;
 
     QTableWidget& table_;

@@ -4,7 +4,9 @@
 #include "ui/MainWindow.h"
 
 #include "platform/CAtlStringA.h"
+#include "ui/CWindowAccessible.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLocale>
 #include <algorithm>
@@ -17,10 +19,25 @@ void PrintProgress(const char* before, const IProduct& product, const char* afte
     std::cout << before << CAtlStringA(CAtlString(product.GetName())).GetString() << after << std::endl;
 }
 
+// None of its items could be checked.
+bool IsUnchecked(const IProduct& product) {
+    for (unsigned item = 0; item < product.GetItemCount(); ++item)
+        if (product.IsChecked(item))
+            return false;
+    return product.GetItemCount() > 0;
+}
+
 QString DateText(int julianDay) {
     if (julianDay == 0)
         return {};
     return QLocale::system().toString(QDate::fromJulianDay(julianDay), QLocale::ShortFormat);
+}
+
+// What QAccessible::installFactory asks for: null for whatever is not ours.
+QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) {
+    auto* window = className == QLatin1String("MainWindow") ? qobject_cast<MainWindow*>(object) : nullptr;
+    const auto* table = window ? window->findChild<QTableWidget*>("tableWidget") : nullptr;
+    return table ? new CWindowAccessible(*window, *table) : nullptr;
 }
 
 }  // namespace
@@ -33,11 +50,14 @@ MainWindow::MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidg
     connect(spinBox, &QSpinBox::valueChanged, this, &MainWindow::OnIntervalChanged);
     connect(checkBox, &QCheckBox::stateChanged, this, &MainWindow::OnCheckboxChanged);
     connect(&busyTimer_, &QTimer::timeout, this, &MainWindow::OnTooLong);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { table_.ScrollTo(now); });
     busyTimer_.setSingleShot(true);
     busyTimer_.setInterval(BUSY_AFTER);
 }
 
 QTableWidget& MainWindow::SetUpForm() {
+    QAccessible::installFactory(&MakeAccessible);
     setupUi(this);
     return *tableWidget;
 }
@@ -47,12 +67,14 @@ MainWindow::~MainWindow() {
         return;
     controller_->SetCheckFinishedCallback({});
     controller_->SetCheckStartedCallback({});
+    controller_->SetFailureCallback({});
 }
 
 void MainWindow::SetProductListController(const boost::shared_ptr<CProductListController>& controller) {
     controller_ = controller;
     controller_->SetCheckFinishedCallback(boost::bind(&MainWindow::OnProductChecked, this, _1));
     controller_->SetCheckStartedCallback(boost::bind(&MainWindow::OnCheckingProduct, this, _1));
+    controller_->SetFailureCallback(boost::bind(&MainWindow::OnConnectionError, this, _1));
 }
 
 void MainWindow::ShowProducts() {
@@ -77,6 +99,7 @@ void MainWindow::ShowDate(const QString& date) {
 }
 
 void MainWindow::OnConnectionError(const QString& message) {
+    isFailureTold_ = true;
     statusLabel->setText(message);
 }
 
@@ -140,6 +163,7 @@ void MainWindow::OnCheckingProduct(const Product& product) {
         return;
     PrintProgress("- Checking ", *product, "...");
     current_ = product;
+    isFailureTold_ = false;
     busyTimer_.start();
 }
 
@@ -151,6 +175,8 @@ void MainWindow::OnProductChecked(const Product& product) {
     busyTimer_.stop();
     for (unsigned item = 0; item < product->GetItemCount(); ++item)
         ShowCheckedItem(product, item);
+    if (!isFailureTold_ && IsUnchecked(*product))
+        statusLabel->setText(tr("%1: the server's answer cannot be read").arg(product->GetName()));
 }
 
 int MainWindow::AddProductRow(const Product& product, unsigned item) {

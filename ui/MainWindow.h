@@ -38,6 +38,7 @@ public:
     void ShowProducts();
 
 public slots:
+    // Shows why a product could not be checked.
     void OnConnectionError(const QString& message);
     void OnProxyOptions();
     // Loads the list again, looks for what is installed and checks it; returns when all that is done.
@@ -72,5 +73,7 @@ private:
     boost::shared_ptr<CRecordKeeper> record_;
     QTimer busyTimer_;
     Product current_;
+    // The reason why the current product cannot be checked is shown.
+    bool isFailureTold_ = false;
     boost::shared_ptr<IEnvironment> environment_;
 };

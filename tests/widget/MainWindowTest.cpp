@@ -94,6 +94,18 @@ TEST_F(MainWindowTest, TabReachesEverythingAndEnterPressesTheFocusedButtonAlone)
     EXPECT_EQ(environment_->openedPages.size(), 1U);
 }
 
+TEST_F(MainWindowTest, FocusedButtonIsScrolledIntoView) {
+    for (char key = 'a'; key <= 'z'; ++key)
+        AddProduct(std::string(1, key), {"1.0.0.0"}, "2.0.0.0");
+    CheckAndShow();
+    QWidget& viewport = *table_.viewport();
+    for (const int row : {25, 0}) {
+        Button(row)->setFocus(Qt::TabFocusReason);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(viewport.rect().contains(Button(row)->geometry())) << row;
+    }
+}
+
 TEST_F(MainWindowTest, ShowsWhatACheckFinds) {
     AddProduct("Notes", {"1.0.0.0", "3.0.0.0", "2.0.0.0"}, "4.0.0.0", "手書きノート");
     AddProduct("Current", {"1.0.0.0"}, "1.0.0.0");
@@ -128,6 +140,33 @@ TEST_F(MainWindowTest, NameWithoutRoomIsShownInATip) {
     EXPECT_EQ(tipOf(0), QString());
     EXPECT_EQ(tipOf(1), longName);
     QToolTip::hideText();
+}
+
+TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
+    LoopbackServer site;
+    AddProduct("Planner", {"1.0.0.0"}, "");
+    Install();
+    const auto downloader = boost::make_shared<Downloader>();
+    downloader->SetProxy("127.0.0.1", site.Port());
+    controller_->SetDownloader(downloader);
+    const auto* status = Find<QLabel>("statusLabel");
+    const std::string answer = "<U Location=\"Server\"><Product/></U>";
+    const std::vector<std::pair<LoopbackAnswer, QString>> cases{
+        {LoopbackAnswer::Status(404), "site: The server does not have the file (404)"},
+        {LoopbackAnswer::Status(503), "site: The server cannot answer (503)"},
+        {LoopbackAnswer::Body(""), "site: The server's answer is empty"},
+        {LoopbackAnswer::Challenge("Basic realm=\"r\""), "site: The proxy wants a user name and password"},
+        {{.body = answer, .announcedLength = 999}, "site: Connection closed"},
+        {LoopbackAnswer::Body("no description"), "Planner: the server's answer cannot be read"},
+        {LoopbackAnswer::Body(answer), ""}};
+    for (const auto& [served, words] : cases) {
+        site.Serve(LoopbackServer::ANY, served);
+        window_.OnCheckUpdates();
+        EXPECT_EQ(status->text(), words);
+    }
+    // Of an empty answer and of an unanswered proxy a file stays.
+    std::filesystem::remove_all(
+        CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString().toStdString());
 }
 
 TEST_F(MainWindowTest, ShowsBusyBarsWhenAProductTakesLong) {
