@@ -60,8 +60,7 @@ TEST_F(AccessibilityTest, BusyBarSaysWhatIsChecked) {
     ProxySettings().setValue("HttpProxyPort", proxy.Port());
     proxy.Serve(LoopbackServer::ANY, {LoopbackAnswer::Status(404), LoopbackAnswer::Silence()});
     Open();
-    EXPECT_TRUE(
-        WaitUntil([&] { return reader_.Read().contains("progress bar: Checking B"); }));
+    EXPECT_TRUE(WaitUntil([&] { return reader_.Read().contains("progress bar: Checking B"); }));
     EXPECT_TRUE(reader_.Press("Close"));
     EXPECT_TRUE(program_->EndsWell());
 }
