@@ -75,7 +75,7 @@ start_display() {
     rm -f "$XAUTHORITY" "$number"
     xauth -q add :0 . "$key" 2>/dev/null
     # Without -noreset it would start anew, and drop everybody, whenever xdotool was its last client.
-    start Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset -auth "$XAUTHORITY" 3>"$number" 2>"$RUN/display.log"
+    start Xvfb -displayfd 3 -screen 0 1920x1200x24 -nolisten tcp -noreset -auth "$XAUTHORITY" 3>"$number" 2>"$RUN/display.log"
     wait_until 30 test -s "$number" || fail "no display in memory: $(<"$RUN/display.log")"
     DISPLAY=:$(<"$number")
     export DISPLAY
@@ -131,6 +131,8 @@ show_check() {
 
 run_in_memory() {
     start_display
+    # Without an address, Qt asks dbus-launch(1) for a bus, which outlives everybody.
+    export DBUS_SESSION_BUS_ADDRESS=${DBUS_SESSION_BUS_ADDRESS:-disabled:}
     start "$PROGRAM/bin/VARDOProductUpdate" "$@" >"$OUTPUT" 2>&1
     PROGRAM_GROUP=$STARTED
     wait_until 60 window_or_end || say "No window within a minute."

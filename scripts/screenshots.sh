@@ -5,15 +5,38 @@
 # screenshots.sh
 #
 # Takes the pictures of docs/ afresh: the window after a check of the sample installation, in English and in the languages
-# whose look differs most. They come from run.sh, with a user who never ran the program before.
+# whose look differs most, on a dark desktop, and on a display with twice as many dots. They come from run.sh, with a user
+# who never ran the program before.
 source "$(dirname "$0")/lib.sh"
 
+# picture NAME [VARIABLE=VALUE...] [-- program arguments]
+picture() {
+    local name=$1 variables=()
+    shift
+    while [[ $# -gt 0 && $1 != -- ]]; do
+        variables+=("$1")
+        shift
+    done
+    env "${variables[@]}" scripts/run.sh "${@:2}"
+    convert build/run/window.png -strip "docs/$name.png"
+    say "docs/$name.png"
+}
+
+new_user() { rm -rf build/run/home; }
+
+# A desktop whose settings program chose dark colours.
+darken() {
+    mkdir -p build/run/home/.config/qt6ct
+    printf '[Appearance]\ncustom_palette=true\ncolor_scheme_path=/usr/share/qt6ct/colors/darker.conf\n' \
+        >build/run/home/.config/qt6ct/qt6ct.conf
+}
+
+ensure_packages pictures
 unset DISPLAY WAYLAND_DISPLAY
-for language in en de ja ar; do
-    picture=docs/window-$language.png
-    [[ $language != en ]] || picture=docs/window.png
-    rm -rf build/run/home
-    scripts/run.sh -locale "$language"
-    convert build/run/window.png -strip "$picture"
-    say "$picture"
+new_user && picture window
+for language in de ja ar; do
+    new_user && picture "window-$language" -- -locale "$language"
 done
+new_user && darken && picture window-dark QT_QPA_PLATFORMTHEME=qt6ct
+new_user && darken && picture window-dark-ar QT_QPA_PLATFORMTHEME=qt6ct -- -locale ar
+new_user && picture window-200 QT_SCALE_FACTOR=2

@@ -78,6 +78,8 @@ void EnterSandbox() {
     setenv("XDG_DATA_HOME", "/tmp/home/.local/share", 1);
     setenv("TMPDIR", "/tmp", 1);
     setenv("LC_ALL", "C.UTF-8", 1);
+    // Without an address, Qt asks dbus-launch(1) for a bus, which outlives everybody.
+    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     for (const char* name :
          {"WAYLAND_DISPLAY", "DESKTOP_SESSION", "GNOME_DESKTOP_SESSION_ID", "KDE_FULL_SESSION", "http_proxy",
           "https_proxy", "all_proxy", "no_proxy", "HTTP_PROXY", "HTTPS_PROXY", "LANGUAGE"})
