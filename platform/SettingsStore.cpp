@@ -3,6 +3,7 @@
 
 #include "platform/SettingsStore.h"
 
+#include <QFileInfo>
 #include <QSettings>
 #include <QVariant>
 #include <memory>
@@ -14,12 +15,23 @@ const CAtlString SETTINGS_DOMAIN(L"com.vardo-technologies.settings");
 
 namespace {
 
+// What QSettings::isWritable answers, without the folder and the passing file that it makes to find out.
+bool IsWritable(const QSettings& store) {
+    const QFileInfo file(store.fileName());
+    if (file.exists())
+        return file.isWritable();
+    QFileInfo folder(file.absolutePath());
+    while (!folder.exists() && !folder.isRoot())
+        folder.setFile(folder.absolutePath());
+    return folder.isDir() && folder.isWritable();
+}
+
 std::unique_ptr<QSettings> OpenStore(int hive) {
     const QString organization = CSettingsIdentity::Organization();
     const QString application = CSettingsIdentity::Application();
     const auto scope = hive == HKEY_LOCAL_MACHINE ? QSettings::SystemScope : QSettings::UserScope;
     auto store = std::make_unique<QSettings>(QSettings::NativeFormat, scope, organization, application);
-    if (hive == HKEY_LOCAL_MACHINE && !store->isWritable())
+    if (hive == HKEY_LOCAL_MACHINE && !IsWritable(*store))
         store = std::make_unique<QSettings>(organization, application);
     return store;
 }
