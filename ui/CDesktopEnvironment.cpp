@@ -4,6 +4,7 @@
 #include "ui/CDesktopEnvironment.h"
 
 #include "platform/DesktopLaunching.h"
+#include "platform/SharedDataFolder.h"
 #include "ui/MessageBoxes.h"
 
 #include <QApplication>
@@ -13,11 +14,7 @@ QDate CDesktopEnvironment::Today() const {
 }
 
 CVardoDirectoryPath CDesktopEnvironment::SharedDataFolder() const {
-    CVardoDirectoryPath folder{CAtlString(QCoreApplication::applicationDirPath())};
-    if (!folder.RemoveLastComponent())
-        return {};
-    folder.Append("share");
-    return folder;
+    return ::SharedDataFolder();
 }
 
 bool CDesktopEnvironment::StartDetached(const QString& program, const QStringList& arguments) {
