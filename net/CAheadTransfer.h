@@ -27,8 +27,8 @@ public:
     void Cancel() { transfer_.Cancel(); }
     // After Finish: the proxy wanted credentials.
     bool WasAskedForCredentials() const { return wasAsked_; }
-    // After Finish: the status of the answer; 0 without one.
-    int GetStatus() const { return transfer_.GetStatus(); }
+    // After Finish.
+    TransferRecord GetRecord() const { return transfer_.GetRecord(); }
     // After Finish: a fetch with these settings would have gone the same way and asked nobody.
     bool CanBeTrusted(const ConnectionInfo& settings) const;
     // Passes on what the transfer had to tell.

@@ -18,7 +18,7 @@ void CFetchAhead::Start(const ConnectionInfo& settings) {
     for (; started_ < std::min(LIMIT, entries_.size()); ++started_) {
         Entry& entry = entries_[started_];
         CAtlString name;
-        name.Format(L"NBKTemp-%d", ++serial_);
+        name.Format(L"%s-%d", baseName_.GetString(), ++serial_);
         const CVardoFilePath file =
             CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(entry.url).GetExtension(), name);
         if (file.IsEmpty())

@@ -18,8 +18,9 @@ public:
     // The most transfers that run, or have ended and wait to be taken.
     static constexpr std::size_t LIMIT = 6;
 
-    // Each transfer is held to these.
-    explicit CFetchAhead(const TransferBounds& bounds) : bounds_(bounds) {}
+    // Each transfer is held to the bounds; the names of their files begin with baseName.
+    CFetchAhead(const TransferBounds& bounds, const CAtlString& baseName)
+        : bounds_(bounds), baseName_(baseName) {}
 
     // Replaces what was planned and started.
     void Plan(const std::vector<CAtlString>& urls);
@@ -36,6 +37,7 @@ private:
     };
 
     TransferBounds bounds_;
+    CAtlString baseName_;
     std::deque<Entry> entries_;
     // How many of the first entries have a transfer.
     std::size_t started_ = 0;

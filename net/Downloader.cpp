@@ -10,15 +10,6 @@
 #include "platform/ResultCodes.h"
 #include "platform/StaleFiles.h"
 
-namespace {
-
-// A name for a fetched file: that of nothing else at this moment.
-CVardoFilePath TargetOf(const CAtlString& url) {
-    return CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(url).GetExtension(), Downloader::BASE_NAME);
-}
-
-}  // namespace
-
 void Downloader::RemoveStaleFiles() {
     ::RemoveStaleFiles(CVardoDirectoryPath::GetTempDirectory(), BASE_NAME, LONGEST_USE);
 }
@@ -79,8 +70,8 @@ CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds
     cancelTransfer_ = [&transfer] { transfer.Cancel(); };
     const int result = transfer.DownloadOnThread(url, target.GetFilePathString(), this);
     cancelTransfer_.clear();
-    status_ = transfer.GetStatus();
     RememberProxy(transfer.WasLetThrough());
+    Note(transfer.GetRecord());
     return result == RESULT_OK ? target.GetFilePathString() : CAtlString();
 }
 
@@ -88,11 +79,11 @@ bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
     cancelTransfer_ = [&transfer] { transfer.Cancel(); };
     const int result = transfer.Finish();
     cancelTransfer_.clear();
+    Note(transfer.GetRecord());
     if (transfer.WasAskedForCredentials())
         RememberProxy(false);
     if (result != RESULT_OK && !transfer.CanBeTrusted(*this))
         return false;
-    status_ = transfer.GetStatus();
     transfer.Report(*this);
     if (result == RESULT_OK)
         file = transfer.HandOut(TargetOf(transfer.GetUrl()));
@@ -118,6 +109,16 @@ void Downloader::StartAhead() {
 void Downloader::RememberProxy(bool isOpen) {
     openProxyHost_ = isOpen ? GetProxyHost() : CAtlString();
     openProxyPort_ = GetProxyPort();
+}
+
+CVardoFilePath Downloader::TargetOf(const CAtlString& url) const {
+    return CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(url).GetExtension(), baseName_);
+}
+
+void Downloader::Note(const TransferRecord& record) {
+    status_ = record.status;
+    if (transferEnded_)
+        transferEnded_(record);
 }
 
 void Downloader::TakeProxySettings() {

@@ -23,15 +23,22 @@ class Downloader : public IDownloader, public ConnectionInfo {
 public:
     // What the names of fetched files begin with.
     static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
+    using TransferCallback = boost::function<void(const TransferRecord&)>;
     // No file that was fetched is still needed when it is older.
     static constexpr std::chrono::hours LONGEST_USE{7 * 24};
 
     // Removes what earlier runs fetched and left behind, when it is older than LONGEST_USE.
     static void RemoveStaleFiles();
 
-    // What is fetched is held to the bounds, installers to those that follow from them.
-    explicit Downloader(const TransferBounds& bounds = {}) : bounds_(bounds), ahead_(bounds) {}
+    // What is fetched is held to the bounds, installers to those that follow from them. The names of fetched
+    // files begin with baseName, which begins with BASE_NAME; another one keeps out of the way of a process
+    // of the same user that fetches at the same time.
+    explicit Downloader(const TransferBounds& bounds = {}, const CAtlString& baseName = BASE_NAME)
+        : bounds_(bounds), baseName_(baseName), ahead_(bounds, baseName) {}
 
+    // Told of every transfer that Download and DownloadInstaller waited for, when it has ended; a file may
+    // take two. Empty, as at first: nobody is.
+    void SetTransferCallback(const TransferCallback& callback) { transferEnded_ = callback; }
     // Takes the proxy settings of every later fetch from handler, and its answers when a proxy wants
     // credentials; an empty handler leaves such questions unanswered.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;
@@ -45,6 +52,10 @@ public:
 
 private:
     void TakeProxySettings();
+    // A name for a fetched file: that of nothing else at this moment.
+    CVardoFilePath TargetOf(const CAtlString& url) const;
+    // Keeps the status of a transfer that has ended, and tells who wants to know of it.
+    void Note(const TransferRecord& record);
     // A transfer that starts now; the file's path, or an empty text.
     CAtlString Fetch(const CAtlString& url, const TransferBounds& bounds);
     // Waits for a transfer that was fetched ahead and hands out its file, or an empty text. False when it
@@ -58,6 +69,8 @@ private:
     void RememberProxy(bool isOpen);
 
     TransferBounds bounds_;
+    CAtlString baseName_;
+    TransferCallback transferEnded_;
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     // The proxy that let the last request pass; no host when there is none.
     CAtlString openProxyHost_;

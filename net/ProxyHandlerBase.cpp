@@ -33,6 +33,11 @@ bool ProxyHandlerBase::SaveProxySettings() const {
     return WriteRegistryDword(HKEY_LOCAL_MACHINE, KEY, PORT_NAME, proxyPort_) == REGISTRY_OK;
 }
 
+void ProxyHandlerBase::SetProxy(const CAtlString& host, int port) {
+    proxyHost_ = host;
+    proxyPort_ = port;
+}
+
 void ProxyHandlerBase::SetCredentials(const CAtlString& userName, const CAtlString& password) {
     userName_ = userName;
     password_ = password;

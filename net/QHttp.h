@@ -48,6 +48,8 @@ public:
     // About the last request. May be read on another thread from its requestFinished until the next get.
     Error error() const { return error_; }
     QString errorString() const { return errorString_; }
+    // Bytes of the body.
+    qint64 received() const { return received_; }
     // The proxy was not given the user and password yet. Qt's own classes answer a challenge at once, but in
     // Latin-1 when it is Basic; so credentials that are not ASCII wait for the request after the challenge.
     // On this object's thread.

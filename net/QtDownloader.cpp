@@ -3,6 +3,7 @@
 
 #include "net/QtDownloader.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QUrl>
 #include <boost/make_shared.hpp>
@@ -44,18 +45,33 @@ bool QtDownloader::WasLetThrough() const {
     return status_ != 0 && status_ != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
 }
 
+TransferRecord QtDownloader::GetRecord() const {
+    TransferRecord record = record_;
+    record.status = status_;
+    return record;
+}
+
 void QtDownloader::WakeUp() {
     QtDownloaderBase::WakeUp();
     requestFinished_.Set();
 }
 
 int QtDownloader::Download(const CAtlString& url, const CAtlString& file) {
+    record_.url = url;
     const QUrl address(url.ToQString());
     if (!CanFetch(address))
         return RESULT_FAILED;
+    QElapsedTimer time;
+    time.start();
     QFile target(file.ToQString());
     MakeHttp();
     const int result = Transfer(address, target);
+    record_.proxyHost = Info().GetProxyHost();
+    record_.proxyPort = Info().GetProxyPort();
+    record_.bytes = http_->received();
+    record_.milliseconds = time.elapsed();
+    record_.error = CAtlString(http_->errorString());
+    record_.succeeded = result == RESULT_OK;
     http_.reset();
     return result;
 }

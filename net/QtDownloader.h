@@ -7,6 +7,7 @@
 #include "net/QHttpResponseHeader.h"
 #include "net/QtDownloaderBase.h"
 #include "net/TransferBounds.h"
+#include "net/TransferRecord.h"
 
 #include <boost/shared_ptr.hpp>
 
@@ -27,10 +28,10 @@ public:
     explicit QtDownloader(const TransferBounds& bounds);
     ~QtDownloader() override;
 
-    // After Finish: the status of the last answer; 0 without one.
-    int GetStatus() const { return status_; }
     // After Finish: whether an answer came that was not a proxy's question for credentials.
     bool WasLetThrough() const;
+    // After Finish.
+    TransferRecord GetRecord() const;
 
 protected:
     void WakeUp() override;
@@ -62,4 +63,6 @@ private:
     WakingFlag requestFinished_;
     // Of the last header received, be it of an earlier attempt.
     int status_ = 0;
+    // Without the status; written by the transfer's thread before it ends.
+    TransferRecord record_;
 };
