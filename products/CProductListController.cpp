@@ -10,13 +10,6 @@
 
 namespace {
 
-bool HasWantedUpdate(const IProduct& product) {
-    for (unsigned item = 0; item < product.GetItemCount(); ++item)
-        if (product.IsUpdateAvailable(item) && product.IsWanted(item))
-            return true;
-    return false;
-}
-
 std::vector<CAtlString> CheckAddresses(const IProduct::List& products) {
     std::vector<CAtlString> addresses;
     for (const auto& product : products)
@@ -111,6 +104,13 @@ bool CProductListController::IsAnyUpdateAvailable() const {
     const IProduct::List products = GetProducts();
     return std::any_of(products.begin(), products.end(),
                        [](const auto& product) { return HasWantedUpdate(*product); });
+}
+
+bool CProductListController::HasWantedUpdate(const IProduct& product) {
+    for (unsigned item = 0; item < product.GetItemCount(); ++item)
+        if (product.IsUpdateAvailable(item) && product.IsWanted(item))
+            return true;
+    return false;
 }
 
 IProduct::List CProductListController::GetProducts() const {

@@ -47,6 +47,10 @@ public:
     bool GetLastCheckResult() const { return lastCheckResult_; }
     // Some item has something new that the user wants to hear of.
     bool IsAnyUpdateAvailable() const;
+    // The same of one product.
+    static bool HasWantedUpdate(const IProduct& product);
+    // The current list; null before LoadProductList.
+    boost::shared_ptr<const Products> GetProductList() const { return products_; }
     // A copy: the list may be replaced while the caller walks it.
     IProduct::List GetProducts() const;
 

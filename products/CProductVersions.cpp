@@ -15,7 +15,8 @@
 
 namespace {
 
-// One line on standard output for whoever wants to know why a product is disabled.
+// One line on standard output for whoever wants to know why a product is disabled; an observer takes its
+// place.
 void ReportDisabler(const CAtlString& key, const CAtlString& uid) {
     std::cout << CAtlStringA(key).GetString() << ' ' << CAtlStringA(uid).GetString() << '\n';
 }
@@ -28,8 +29,14 @@ bool IsDescriptionFile(const CAtlString& baseName, const CVardoFilePath& file) {
     return std::iswdigit(static_cast<wint_t>(title[length])) != 0;
 }
 
-void KeepDescriptionFiles(const CAtlString& baseName, std::vector<CVardoFilePath>& files) {
-    std::erase_if(files, [&](const CVardoFilePath& file) { return !IsDescriptionFile(baseName, file); });
+void KeepDescriptionFiles(const CAtlString& baseName, std::vector<CVardoFilePath>& files,
+                          IDecisionObserver* observer) {
+    std::erase_if(files, [&](const CVardoFilePath& file) {
+        const bool isOthers = !IsDescriptionFile(baseName, file);
+        if (isOthers && observer)
+            observer->OnLocalFile(file, Verdict::OTHER_NAME, CVersionString());
+        return isOthers;
+    });
 }
 
 }  // namespace
@@ -67,7 +74,10 @@ bool CProductVersions::FindInstalled() {
     current_ = nullptr;
     for (const CVardoFilePath& file : descriptionFiles_) {
         const auto item = boost::make_shared<CProductVersion>(file);
-        if (!item->LoadLocal() || IsKnown(item->GetCurrentVersion()))
+        const Verdict verdict = Read(*item);
+        if (GetObserver())
+            GetObserver()->OnLocalFile(file, verdict, item->GetCurrentVersion());
+        if (verdict != Verdict::COUNTS)
             continue;
         items_.push_back(item);
         if (!current_ || current_->GetCurrentVersion().IsLess(item->GetCurrentVersion()))
@@ -77,21 +87,28 @@ bool CProductVersions::FindInstalled() {
 }
 
 std::vector<CVardoFilePath> CProductVersions::FindDescriptionFiles(const CFolderListing& folder,
-                                                                   const CAtlString& baseName) {
+                                                                   const CAtlString& baseName,
+                                                                   IDecisionObserver* observer) {
     std::vector<CVardoFilePath> files;
     folder.ListFiles(baseName, L".xml", files);
-    KeepDescriptionFiles(baseName, files);
+    KeepDescriptionFiles(baseName, files, observer);
     return files;
 }
 
 void CProductVersions::FindDescriptionFiles() {
     if (GetSharedFolder()) {
-        descriptionFiles_ = FindDescriptionFiles(*GetSharedFolder(), baseName_);
+        descriptionFiles_ = FindDescriptionFiles(*GetSharedFolder(), baseName_, GetObserver());
         return;
     }
     descriptionFiles_.clear();
     environment_->SharedDataFolder().ListFiles(baseName_ + L"*.xml", descriptionFiles_);
-    KeepDescriptionFiles(baseName_, descriptionFiles_);
+    KeepDescriptionFiles(baseName_, descriptionFiles_, GetObserver());
+}
+
+Verdict CProductVersions::Read(CProductVersion& item) const {
+    if (!item.LoadLocal())
+        return item.GetVerdict();
+    return IsKnown(item.GetCurrentVersion()) ? Verdict::KNOWN_VERSION : Verdict::COUNTS;
 }
 
 bool CProductVersions::IsKnown(const CVersionString& version) const {
@@ -103,7 +120,13 @@ bool CProductVersions::CheckForUpdates() {
     if (!current_)
         return false;
     current_->SetDownloader(GetDownloader().get());
-    return current_->LoadRemote();
+    const bool loaded = current_->LoadRemote();
+    if (GetObserver()) {
+        GetObserver()->OnRemoteFile(current_->GetVerdict());
+        if (loaded)
+            GetObserver()->OnOffer(current_->GetTable().ChooseRange(), current_->GetTable().ChooseOffer());
+    }
+    return loaded;
 }
 
 CAtlString CProductVersions::GetCheckAddress() const {
@@ -111,11 +134,11 @@ CAtlString CProductVersions::GetCheckAddress() const {
 }
 
 bool CProductVersions::HasAction(unsigned item) const {
-    return current_ && !disabled_ && items_[item].get() == current_;
+    return current_ && !disabled_ && IsCurrent(item);
 }
 
 bool CProductVersions::RunAction(unsigned item) {
-    return environment_->OpenWebPage(PageOf(*items_[item]));
+    return environment_->OpenWebPage(GetPage(item));
 }
 
 CAtlString CProductVersions::GetInstalledVersion(unsigned item) const {
@@ -150,13 +173,20 @@ bool CProductVersions::IsDisabledBy(const IProduct& other) const {
     const CAtlString key = other.GetKey();
     for (unsigned item = 0; item < other.GetItemCount(); ++item) {
         for (const Disabler& disabler : disablers_) {
-            ReportDisabler(key, disabler.uid);
-            if (key.Compare(disabler.uid) != 0)
-                continue;
-            const CVersionString installed(other.GetInstalledVersion(item));
-            if (CVersionStringRange(disabler.from, disabler.to).Contains(installed))
+            if (!GetObserver())
+                ReportDisabler(key, disabler.uid);
+            if (key.Compare(disabler.uid) == 0 && IsInRange(other.GetInstalledVersion(item), disabler))
                 return true;
         }
     }
     return false;
+}
+
+bool CProductVersions::IsInRange(const CAtlString& version, const Disabler& disabler) const {
+    const CVersionString installed(version);
+    const CVersionStringRange range(disabler.from, disabler.to);
+    const bool isInRange = range.Contains(installed);
+    if (GetObserver())
+        GetObserver()->OnDisabler(disabler.uid, installed, range, isInRange);
+    return isInRange;
 }

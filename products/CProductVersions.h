@@ -22,9 +22,11 @@ public:
     // The name of the product's element in the list file: "Product".
     static const CAtlString ELEMENT_NAME;
 
-    // The local descriptions of a base name in a folder, by the names of the files.
+    // The local descriptions of a base name in a folder, by the names of the files. The observer, if any, is
+    // told of those that only look like them.
     static std::vector<CVardoFilePath> FindDescriptionFiles(const CFolderListing& folder,
-                                                            const CAtlString& baseName);
+                                                            const CAtlString& baseName,
+                                                            IDecisionObserver* observer = nullptr);
 
     explicit CProductVersions(const boost::shared_ptr<IEnvironment>& environment);
 
@@ -48,6 +50,9 @@ public:
     int GetRow(unsigned item) const override { return items_[item]->GetRow(); }
     QList<QString> GetActionTexts() const override { return actionTexts_; }
     void ApplyDisablers(const List& all) override;
+    bool IsCurrent(unsigned item) const override { return items_[item].get() == current_; }
+    bool IsDisabled() const override { return disabled_; }
+    CAtlString GetPage(unsigned item) const override { return PageOf(*items_[item]); }
     CAtlString GetDescriptionName() const override { return baseName_; }
     // The page about the current item's update, or else the product's.
     virtual CAtlString GetWebPage() const;
@@ -66,7 +71,10 @@ private:
     void ReadDisablers(const TiXmlElement& element);
     void FindDescriptionFiles();
     bool IsKnown(const CVersionString& version) const;
+    // Reads an item's file.
+    Verdict Read(CProductVersion& item) const;
     bool IsDisabledBy(const IProduct& other) const;
+    bool IsInRange(const CAtlString& version, const Disabler& disabler) const;
     CAtlString PageOf(const CProductVersion& item) const;
 
     std::vector<Disabler> disablers_;

@@ -12,8 +12,16 @@ const CUpdateEntry* CUpdateTable::AddRangedOffer(const CVersionStringRange& rang
 }
 
 const CUpdateEntry& CUpdateTable::ChooseOffer() const {
-    const auto found = std::find_if(rangedOffers_.begin(), rangedOffers_.end(), [this](const auto& ranged) {
-        return ranged.first.Contains(currentVersion_);
-    });
+    const auto found = FindRange();
     return found == rangedOffers_.end() ? defaultOffer_ : found->second;
+}
+
+const CVersionStringRange* CUpdateTable::ChooseRange() const {
+    const auto found = FindRange();
+    return found == rangedOffers_.end() ? nullptr : &found->first;
+}
+
+CUpdateTable::RangedOffers::const_iterator CUpdateTable::FindRange() const {
+    return std::find_if(rangedOffers_.begin(), rangedOffers_.end(),
+                        [this](const auto& ranged) { return ranged.first.Contains(currentVersion_); });
 }

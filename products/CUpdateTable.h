@@ -23,6 +23,8 @@ public:
     // The offer of the lowest range that contains the current version, else the default one. Valid until the
     // table changes.
     const CUpdateEntry& ChooseOffer() const;
+    // The range of the offer that ChooseOffer gives; null for the default one. As long valid.
+    const CVersionStringRange* ChooseRange() const;
 
 private:
     struct ByLowerEnd {
@@ -31,7 +33,11 @@ private:
         }
     };
 
-    std::map<CVersionStringRange, CUpdateEntry, ByLowerEnd> rangedOffers_;
+    using RangedOffers = std::map<CVersionStringRange, CUpdateEntry, ByLowerEnd>;
+
+    RangedOffers::const_iterator FindRange() const;
+
+    RangedOffers rangedOffers_;
     CUpdateEntry defaultOffer_;
     CVersionString currentVersion_;
 };

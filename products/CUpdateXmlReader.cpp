@@ -64,7 +64,7 @@ bool CUpdateXmlReader::LoadLocal() {
 bool CUpdateXmlReader::LoadRemote() {
     const CVardoFilePath fetched(GetRemoteFile());
     if (fetched.IsEmpty())
-        return false;
+        return Conclude(verdict_, Verdict::NOT_FETCHED);
     const CAtlStringA text = ReadFileBytes(fetched);
     fetched.Delete();
     return ParseRemote(text);
@@ -77,33 +77,37 @@ bool CUpdateXmlReader::IsUpdateAvailable() const {
 bool CUpdateXmlReader::ParseLocal(const CAtlStringA& text) {
     TiXmlDocument document;
     if (!ParseXml(text, TIXML_DEFAULT_ENCODING, document))
-        return false;
+        return Conclude(verdict_, Verdict::NO_XML);
     const TiXmlElement* product = document.RootElement()->FirstChildElement(PRODUCT);
     if (!product)
-        return false;
+        return Conclude(verdict_, Verdict::NO_PRODUCT);
     table_.SetCurrentVersion(VersionAttribute(*product, CURRENT_VERSION));
     remoteFileName_ = XmlAttribute(*product, REMOTE_FILE);
     remoteFolder_ = WithTrailingSlash(XmlAttribute(*product, REMOTE_FOLDER));
     noUpdates_ = XmlAttribute(*product, NO_UPDATES).Compare(L"true") == 0;
-    if (GetCurrentVersion().GetString().IsEmpty() || remoteFolder_.IsEmpty() || remoteFileName_.IsEmpty())
-        return false;
+    if (GetCurrentVersion().GetString().IsEmpty())
+        return Conclude(verdict_, Verdict::NO_VERSION);
+    if (remoteFolder_.IsEmpty())
+        return Conclude(verdict_, Verdict::NO_FOLDER);
+    if (remoteFileName_.IsEmpty())
+        return Conclude(verdict_, Verdict::NO_FILE_NAME);
     localLoaded_ = true;
-    return true;
+    return Conclude(verdict_, Verdict::COUNTS);
 }
 
 bool CUpdateXmlReader::ParseRemote(const CAtlStringA& text) {
     TiXmlDocument document;
     if (!ParseXml(text, TIXML_DEFAULT_ENCODING, document))
-        return false;
+        return Conclude(verdict_, Verdict::NO_XML);
     const TiXmlElement* root = document.RootElement();
     if (XmlAttribute(*root, LOCATION).Compare(LOCATION_SERVER) != 0)
-        return false;
+        return Conclude(verdict_, Verdict::NOT_FOR_CLIENTS);
     const TiXmlElement* product = root->FirstChildElement(currentOfferElement);
     if (!product)
         product = root->FirstChildElement(PRODUCT);
     if (!product)
-        return false;
+        return Conclude(verdict_, Verdict::NO_PRODUCT);
     ReadOffers(*product, currentOfferElement, table_);
     remoteLoaded_ = true;
-    return true;
+    return Conclude(verdict_, Verdict::COUNTS);
 }

@@ -8,6 +8,7 @@
 #include "platform/CAtlString.h"
 #include "platform/CAtlStringA.h"
 #include "products/CUpdateTable.h"
+#include "products/Verdict.h"
 
 #include <functional>
 
@@ -46,12 +47,15 @@ public:
     static void ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTable& table,
                            const RangeWatch& watch = {});
 
+    // What became of the description that was read last.
+    Verdict GetVerdict() const { return verdict_; }
     bool IsLocalLoaded() const { return localLoaded_; }
     bool IsRemoteLoaded() const { return remoteLoaded_; }
     // The local description says that the program must not look for updates of itself.
     bool IsNoUpdates() const { return noUpdates_; }
     const CVersionString& GetCurrentVersion() const { return table_.GetCurrentVersion(); }
 
+    const CUpdateTable& GetTable() const { return table_; }
     // What the offer for the installed version says.
     CVersionString GetUpdateVersion() const { return table_.ChooseOffer().version; }
     CAtlString GetUpdateInstallFile() const { return table_.ChooseOffer().installFile; }
@@ -70,6 +74,7 @@ protected:
     virtual CAtlString GetRemoteFile() = 0;
 
 private:
+    Verdict verdict_ = Verdict::NOT_READ;
     bool localLoaded_ = false;
     bool remoteLoaded_ = false;
     CUpdateTable table_;

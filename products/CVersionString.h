@@ -34,6 +34,8 @@ public:
     virtual CVersionString& SetString(const CAtlStringA& text);
 
     bool IsValid() const { return valid_; }
+    // The text that it was read from.
+    const CAtlString& GetSource() const { return sourceText_; }
 
 private:
     int first_ = 0;

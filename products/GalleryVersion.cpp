@@ -40,15 +40,27 @@ bool GalleryVersion::Init(const TiXmlElement* element) {
 
 bool GalleryVersion::FindInstalled() {
     categories_.clear();
+    CVardoFilePath file;
+    const bool found = ReadInstalled(file);
+    if (GetObserver())
+        GetObserver()->OnLocalFile(file, verdict_, CVersionString());
+    return found;
+}
+
+bool GalleryVersion::ReadInstalled(CVardoFilePath& file) {
     CGalleryExtensionInfo record;
-    if (guid_.IsEmpty() || !record.Load(CGalleryExtensionInfo::TeamContentExtensionType, guid_) ||
-        record.GetAppPath().IsEmpty() || record.GetImsManifestXml().IsEmpty())
-        return false;
+    if (guid_.IsEmpty() || !record.Load(CGalleryExtensionInfo::TeamContentExtensionType, guid_))
+        return Conclude(verdict_, Verdict::NO_RECORD);
+    if (record.GetAppPath().IsEmpty())
+        return Conclude(verdict_, Verdict::NO_TOOL);
+    if (record.GetImsManifestXml().IsEmpty())
+        return Conclude(verdict_, Verdict::NO_MANIFEST);
     toolPath_ = CVardoFilePath(record.GetAppPath());
     toolArguments_ = record.GetArgs();
     CVardoDirectoryPath folder{CVardoFilePath(record.GetImsManifestXml())};
     folder.Append(L"Uninstall");
-    return ReadInstalledCategories(CVardoDirectoryPath::Combine(folder, GetDescriptionName() + L".xml"));
+    file = CVardoDirectoryPath::Combine(folder, GetDescriptionName() + L".xml");
+    return ReadInstalledCategories(file);
 }
 
 QDate GalleryVersion::ReadDate(const CAtlString& version) {
@@ -58,8 +70,10 @@ QDate GalleryVersion::ReadDate(const CAtlString& version) {
 bool GalleryVersion::ReadInstalledCategories(const CVardoFilePath& file) {
     categories_.clear();
     TiXmlDocument document;
-    if (!file.Exists() || !LoadXml(file, document))
-        return false;
+    if (!file.Exists())
+        return Conclude(verdict_, Verdict::MISSING);
+    if (!LoadXml(file, document))
+        return Conclude(verdict_, Verdict::NO_XML);
     const TiXmlElement* root = document.RootElement();
     for (const TiXmlElement* category = root->FirstChildElement(CATEGORY); category;
          category = category->NextSiblingElement(CATEGORY)) {
@@ -67,7 +81,7 @@ bool GalleryVersion::ReadInstalledCategories(const CVardoFilePath& file) {
         if (!id.IsEmpty())
             categories_[id] = {XmlAttribute(*category, VERSION), CAtlString()};
     }
-    return !categories_.empty();
+    return Conclude(verdict_, categories_.empty() ? Verdict::NO_CATEGORY : Verdict::COUNTS);
 }
 
 bool GalleryVersion::CheckForUpdates() {
@@ -75,8 +89,11 @@ bool GalleryVersion::CheckForUpdates() {
     if (!GetDownloader())
         return false;
     const CVardoFilePath fetched(GetDownloader()->Download(GetCheckAddress()));
-    checked_ = ReadPublishedCategories(fetched);
+    checked_ =
+        fetched.IsEmpty() ? Conclude(verdict_, Verdict::NOT_FETCHED) : ReadPublishedCategories(fetched);
     fetched.Delete();
+    if (GetObserver())
+        TellCheck();
     return checked_;
 }
 
@@ -86,11 +103,13 @@ CAtlString GalleryVersion::GetCheckAddress() const {
 
 bool GalleryVersion::ReadPublishedCategories(const CVardoFilePath& file) {
     TiXmlDocument document;
-    if (!file.Exists() || !LoadXml(file, document))
-        return false;
+    if (!file.Exists())
+        return Conclude(verdict_, Verdict::MISSING);
+    if (!LoadXml(file, document))
+        return Conclude(verdict_, Verdict::NO_XML);
     const TiXmlElement* parent = document.RootElement()->FirstChildElement(CATEGORIES);
     if (!parent)
-        return false;
+        return Conclude(verdict_, Verdict::NO_CATEGORY);
     bool updated = false;
     for (const TiXmlElement* category = parent->FirstChildElement(CATEGORY); category;
          category = category->NextSiblingElement(CATEGORY)) {
@@ -100,7 +119,13 @@ bool GalleryVersion::ReadPublishedCategories(const CVardoFilePath& file) {
         known->second.latest = XmlAttribute(*category, VERSION);
         updated = true;
     }
-    return updated;
+    return Conclude(verdict_, updated ? Verdict::COUNTS : Verdict::UNKNOWN_CATEGORIES);
+}
+
+void GalleryVersion::TellCheck() const {
+    GetObserver()->OnRemoteFile(verdict_);
+    for (const auto& [id, versions] : categories_)
+        GetObserver()->OnCategory(id, versions.installed, versions.latest);
 }
 
 bool GalleryVersion::IsUpdateAvailable(unsigned /*item*/) const {

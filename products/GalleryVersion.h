@@ -54,6 +54,8 @@ public:
     bool ReadInstalledCategories(const CVardoFilePath& file);
     // Reads a list of published categories; whether it names any that is installed.
     bool ReadPublishedCategories(const CVardoFilePath& file);
+    // Why what was read last counts, or does not.
+    Verdict GetVerdict() const { return verdict_; }
     // The date that a version text is; invalid when it is none.
     static QDate ReadDate(const CAtlString& version);
 
@@ -63,8 +65,13 @@ private:
         CAtlString latest;
     };
 
+    // Finds the content and reads its category list, whose path replaces file once it is known.
+    bool ReadInstalled(CVardoFilePath& file);
+    // Tells the observer what came of a check.
+    void TellCheck() const;
     CAtlString Newest(CAtlString Versions::*which) const;
 
+    Verdict verdict_ = Verdict::NOT_READ;
     bool checked_ = false;
     CAtlString name_;
     CAtlString guid_;

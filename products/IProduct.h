@@ -7,6 +7,7 @@
 #include "net/IDownloader.h"
 #include "platform/CAtlString.h"
 #include "platform/CFolderListing.h"
+#include "products/IDecisionObserver.h"
 
 #include <QList>
 #include <QString>
@@ -63,6 +64,12 @@ public:
     virtual CAtlString GetDescriptionName() const = 0;
     // The address that CheckForUpdates fetches; empty when it will fetch nothing.
     virtual CAtlString GetCheckAddress() const { return {}; }
+    // Of what is installed side by side, the item is the one that is checked.
+    virtual bool IsCurrent(unsigned /*item*/) const { return true; }
+    // Another product keeps this one from offering updates.
+    virtual bool IsDisabled() const { return false; }
+    // The page that RunAction opens; empty when it opens none.
+    virtual CAtlString GetPage(unsigned /*item*/) const { return {}; }
 
     // What the shared data folder holds, for the length of a pass over many products; null, as at first,
     // makes FindInstalled read the folder itself.
@@ -70,11 +77,16 @@ public:
     // Who fetches for the checks; set by the controller before each of them.
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
 
+    // Who is told of decisions and their reasons; not owned. Null, as at first: nobody.
+    void SetObserver(IDecisionObserver* observer) { observer_ = observer; }
+
 protected:
+    IDecisionObserver* GetObserver() const { return observer_; }
     const boost::shared_ptr<IDownloader>& GetDownloader() const { return downloader_; }
     const CFolderListing* GetSharedFolder() const { return sharedFolder_.get(); }
 
 private:
+    IDecisionObserver* observer_ = nullptr;
     boost::shared_ptr<const CFolderListing> sharedFolder_;
     boost::shared_ptr<IDownloader> downloader_;
 };

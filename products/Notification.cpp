@@ -22,14 +22,6 @@ using namespace NotificationFormat;
 // The value that marks a notification as dismissed.
 constexpr int DISMISSED = 1;
 
-// The root element of a description or message; null when the file holds none.
-const TiXmlElement* LoadNotification(const CVardoFilePath& file, TiXmlDocument& document) {
-    if (!file.Exists() || !LoadXml(file, document))
-        return nullptr;
-    const TiXmlElement* root = document.RootElement();
-    return Notification::ELEMENT_NAME.Compare(CAtlString(root->Value())) == 0 ? root : nullptr;
-}
-
 // "de" for "de_AT" and for "de-AT".
 QString WithoutRegion(const QString& code) {
     static const QRegularExpression separator("[_-]");
@@ -52,17 +44,35 @@ bool Notification::Init(const TiXmlElement* element) {
 }
 
 bool Notification::FindInstalled() {
-    return ReadDescription(CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml"));
+    const CVardoFilePath file =
+        CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml");
+    const bool found = ReadDescription(file);
+    if (GetObserver())
+        GetObserver()->OnLocalFile(file, verdict_, CVersionString());
+    return found;
+}
+
+const TiXmlElement* Notification::Load(const CVardoFilePath& file, TiXmlDocument& document) {
+    verdict_ = Verdict::COUNTS;
+    if (!file.Exists())
+        verdict_ = Verdict::MISSING;
+    else if (!LoadXml(file, document))
+        verdict_ = Verdict::NO_XML;
+    else if (ELEMENT_NAME.Compare(CAtlString(document.RootElement()->Value())) != 0)
+        verdict_ = Verdict::NO_NOTIFICATION;
+    return verdict_ == Verdict::COUNTS ? document.RootElement() : nullptr;
 }
 
 bool Notification::ReadDescription(const CVardoFilePath& file) {
     TiXmlDocument document;
-    const TiXmlElement* root = LoadNotification(file, document);
+    const TiXmlElement* root = Load(file, document);
     if (!root)
         return false;
     messageFolder_ = XmlAttribute(*root, MESSAGE_FOLDER);
     messageFile_ = XmlAttribute(*root, MESSAGE_FILE);
-    return !messageFolder_.IsEmpty() && !messageFile_.IsEmpty();
+    if (messageFolder_.IsEmpty())
+        return Conclude(verdict_, Verdict::NO_FOLDER);
+    return Conclude(verdict_, messageFile_.IsEmpty() ? Verdict::NO_FILE_NAME : Verdict::COUNTS);
 }
 
 bool Notification::CheckForUpdates() {
@@ -70,8 +80,10 @@ bool Notification::CheckForUpdates() {
     if (!GetDownloader())
         return false;
     const CVardoFilePath fetched(GetDownloader()->Download(GetCheckAddress()));
-    checked_ = ReadMessage(fetched);
+    checked_ = fetched.IsEmpty() ? Conclude(verdict_, Verdict::NOT_FETCHED) : ReadMessage(fetched);
     fetched.Delete();
+    if (GetObserver())
+        GetObserver()->OnRemoteFile(checked_ ? JudgeToday() : verdict_);
     return checked_;
 }
 
@@ -81,14 +93,28 @@ CAtlString Notification::GetCheckAddress() const {
 
 bool Notification::ReadMessage(const CVardoFilePath& file) {
     TiXmlDocument document;
-    const TiXmlElement* message = LoadNotification(file, document);
+    const TiXmlElement* message = Load(file, document);
     if (!message)
         return false;
     webPage_ = XmlAttribute(*message, WEB_PAGE);
     startDate_ = ReadDate(XmlAttribute(*message, START_DATE));
     stopDate_ = ReadDate(XmlAttribute(*message, STOP_DATE));
     ReadTexts(*message);
-    return !texts_.empty() && !webPage_.IsEmpty() && startDate_.isValid() && stopDate_.isValid();
+    if (texts_.empty())
+        return Conclude(verdict_, Verdict::NO_TEXT);
+    if (webPage_.IsEmpty())
+        return Conclude(verdict_, Verdict::NO_PAGE);
+    const bool areDates = startDate_.isValid() && stopDate_.isValid();
+    return Conclude(verdict_, areDates ? Verdict::COUNTS : Verdict::NO_DATES);
+}
+
+Verdict Notification::JudgeToday() const {
+    const QDate today = environment_->Today();
+    if (today <= startDate_)
+        return Verdict::TOO_EARLY;
+    if (today >= stopDate_)
+        return Verdict::OVER;
+    return IsBoardInstalled(environment_) ? Verdict::COUNTS : Verdict::NO_BOARD;
 }
 
 QDate Notification::ReadDate(const CAtlString& text) {
@@ -114,8 +140,7 @@ QString Notification::GetName() const {
 }
 
 bool Notification::IsUpdateAvailable(unsigned /*item*/) const {
-    const QDate today = environment_->Today();
-    return checked_ && today > startDate_ && today < stopDate_ && IsBoardInstalled(environment_);
+    return checked_ && JudgeToday() == Verdict::COUNTS;
 }
 
 bool Notification::IsWanted(unsigned /*item*/) const {

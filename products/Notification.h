@@ -12,6 +12,8 @@
 #include <QStringList>
 #include <map>
 
+class TiXmlDocument;
+
 // Its local description, "<key>.xml" in the shared data folder, says where the message lies; the message
 // brings a page, a date window and the text in several languages. It is one item while the window is open, on
 // machines with board software of the generations that it is for; item indices are ignored. Once the user has
@@ -46,17 +48,25 @@ public:
     int GetRow(unsigned /*item*/) const override { return row_; }
     QList<QString> GetActionTexts() const override { return actionTexts_; }
     CAtlString GetDescriptionName() const override { return key_; }
+    CAtlString GetPage(unsigned /*item*/) const override { return webPage_; }
 
     // Reads a local description; whether it says where the message lies.
     bool ReadDescription(const CVardoFilePath& file);
     // Reads a message; whether it has all that a row needs.
     bool ReadMessage(const CVardoFilePath& file);
+    // Why what was read last counts, or does not.
+    Verdict GetVerdict() const { return verdict_; }
     // What a date of a message means; invalid when it is none.
     static QDate ReadDate(const CAtlString& text);
 
 private:
+    // The root of a description or message; null, with the verdict, when the file holds none.
+    const TiXmlElement* Load(const CVardoFilePath& file, TiXmlDocument& document);
+    // Whether the message that was read is for today and for this machine.
+    Verdict JudgeToday() const;
     void ReadTexts(const TiXmlElement& message);
 
+    Verdict verdict_ = Verdict::NOT_READ;
     bool checked_ = false;
     int row_ = -1;
     CAtlString key_;

@@ -10,6 +10,7 @@
 const CAtlString Products::FILE_NAME(L"products.xml");
 
 bool Products::Load(const CVardoFilePath& path) {
+    path_ = path;
     version_.SetString(CAtlString());
     address_.Empty();
     products_.clear();

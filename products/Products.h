@@ -26,6 +26,8 @@ public:
     // malformed file gives false and an empty list.
     bool Load(const CVardoFilePath& path);
 
+    // The file that was read, or was to be.
+    const CVardoFilePath& GetPath() const { return path_; }
     const IProduct::List& GetProducts() const { return products_; }
     const CVersionString& GetVersion() const { return version_; }
     // Where the newest list lies; empty when it may not be refreshed.
@@ -33,6 +35,7 @@ public:
     bool IsLoaded() const { return loaded_; }
 
 private:
+    CVardoFilePath path_;
     IProduct::List products_;
     CVersionString version_;
     CAtlString address_;
