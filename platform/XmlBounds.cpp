@@ -7,8 +7,6 @@
 #include <cctype>
 #include <string_view>
 
-#include "platform/XmlFile.h"
-
 namespace {
 
 // Walks over a text exactly as TinyXML 2.6.2 does (TiXmlNode::Identify and the Parse functions of the nodes),
@@ -16,7 +14,8 @@ namespace {
 // depth slip past, so every function here has its model there.
 class XmlScan {
 public:
-    XmlScan(const std::string& text, bool utf8) : at_(text.c_str()), end_(at_ + text.size()), utf8_(utf8) {}
+    XmlScan(const std::string& text, bool utf8, int maxDepth)
+        : at_(text.c_str()), end_(at_ + text.size()), utf8_(utf8), maxDepth_(maxDepth) {}
 
     bool Run() {
         for (SkipSpace(); *at_ && items_ <= MAX_XML_ITEMS; SkipSpace())
@@ -70,7 +69,7 @@ private:
     bool Element() {
         ++at_;
         SkipSpace();
-        if (!SkipName() || depth_ == MAX_XML_DEPTH)
+        if (!SkipName() || depth_ == maxDepth_)
             return false;
         for (int attributes = 0;; ++attributes) {
             SkipSpace();
@@ -177,14 +176,15 @@ private:
     const char* at_;
     const char* end_;
     bool utf8_;
+    int maxDepth_;
     int depth_ = 0;
     int items_ = 0;
 };
 
 }  // namespace
 
-bool IsWithinXmlBounds(const std::string& paddedText, bool utf8, std::size_t* stop) {
-    XmlScan scan(paddedText, utf8);
+bool IsWithinXmlBounds(const std::string& paddedText, bool utf8, std::size_t* stop, int maxDepth) {
+    XmlScan scan(paddedText, utf8, maxDepth);
     const bool isWithin = scan.Run();
     if (stop)
         *stop = scan.Position(paddedText);

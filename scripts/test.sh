@@ -4,10 +4,14 @@
 #
 # test.sh [CTest arguments]
 #
-# From a bare machine to CTest's closing line: installs what is missing, builds everything and runs every test.
+# From a bare machine to CTest's closing line: installs what is missing, builds everything and runs every test. With
+# arguments, the fuzzers, which take a compiler of their own, are built only when these name the label fuzz.
 source "$(dirname "$0")/lib.sh"
 
-ensure_packages build run headless test
+ensure_packages build run headless test fuzz
 build release
+if [[ $# == 0 || " $* " == *fuzz* ]]; then
+    build fuzz fuzzers
+fi
 say "Testing"
 ctest --preset release "$@"

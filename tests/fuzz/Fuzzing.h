@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// What the fuzzers have in common. Each of them hands an input to a reader and checks what the reader
+// promises for any input at all; the sanitizers check the rest.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "net/IDownloader.h"
+#include "platform/CAtlString.h"
+#include "platform/CAtlStringA.h"
+
+// What libFuzzer calls for each input.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+// Ends the process, naming the promise, unless it was kept; libFuzzer then stores the input.
+void Require(bool kept, const char* promise);
+
+inline std::string_view View(const std::uint8_t* data, std::size_t size) {
+    return {reinterpret_cast<const char*>(data), size};
+}
+CAtlStringA Bytes(std::string_view input);
+
+// The pieces between the separators; an input without one is one piece.
+std::vector<std::string_view> Split(std::string_view input, char separator);
+
+// A file in the process's own /tmp, which lies in memory. Creates the folder.
+class InputFile {
+public:
+    explicit InputFile(std::string path);
+
+    const std::string& Path() const { return path_; }
+    // Replaces what the file holds.
+    void Write(std::string_view contents) const;
+    bool Exists() const;
+
+private:
+    std::string path_;
+};
+
+// A web of one page, whatever the address.
+class OnePageDownloader : public IDownloader {
+public:
+    void Serve(std::string_view page) { page_ = page; }
+    // Whether the reader left the fetched file behind.
+    bool IsFileLeft() const { return file_.Exists(); }
+
+    CAtlString Download(const CAtlString& url) override;
+
+private:
+    std::string page_;
+    InputFile file_{"/tmp/fuzz/fetched.xml"};
+};

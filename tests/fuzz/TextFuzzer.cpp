@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A text and its copies under a series of operations, beside a standard string that does the same.
+#include <fuzzer/FuzzedDataProvider.h>
+#include <algorithm>
+#include <array>
+#include <cwchar>
+
+#include "fuzz/Fuzzing.h"
+
+namespace {
+
+// Texts that share their characters, each with its model.
+struct Pair {
+    CAtlString text;
+    std::wstring model;
+};
+using Pairs = std::array<Pair, 3>;
+
+constexpr std::size_t LONGEST = 400;
+
+std::wstring Taken(FuzzedDataProvider& input) {
+    // Few letters, so that what is looked for is found.
+    const std::string letters = input.ConsumeRandomLengthString(12);
+    std::wstring text;
+    for (const char letter : letters)
+        text += L"ab, c\u00E9\U0001F600z"[static_cast<unsigned char>(letter) % 8];
+    return text;
+}
+
+int TakenPosition(FuzzedDataProvider& input) {
+    return input.ConsumeIntegralInRange(-2, 40);
+}
+
+std::size_t Clamped(int value, std::size_t most) {
+    return std::min(static_cast<std::size_t>(std::max(value, 0)), most);
+}
+
+int Index(std::size_t found) {
+    return found == std::wstring::npos ? -1 : static_cast<int>(found);
+}
+
+int ReplaceInModel(std::wstring& model, const std::wstring& old, const std::wstring& now) {
+    int count = 0;
+    if (old.empty() || old == now)
+        return 0;
+    for (std::size_t at = model.find(old); at != std::wstring::npos; at = model.find(old, at + now.size())) {
+        model.replace(at, old.size(), now);
+        ++count;
+    }
+    return count;
+}
+
+void Change(FuzzedDataProvider& input, Pair& pair, const Pair& other) {
+    auto& [text, model] = pair;
+    const std::wstring word = Taken(input);
+    const int at = TakenPosition(input);
+    const std::size_t index = Clamped(at, model.size());
+    switch (input.ConsumeIntegralInRange(0, 8)) {
+        case 0:
+            text = word.c_str();
+            model = word;
+            break;
+        case 1:
+            text += other.text;
+            model += other.model;
+            break;
+        case 2:
+            text.Insert(at, word.c_str());
+            model.insert(index, word);
+            break;
+        case 3:
+            text.Delete(at, static_cast<int>(word.size()));
+            model.erase(index, word.size());
+            break;
+        case 4: {
+            const std::wstring now = Taken(input);
+            Require(text.Replace(word.c_str(), now.c_str()) == ReplaceInModel(model, word, now),
+                    "every occurrence is replaced");
+            break;
+        }
+        case 5:
+            Require(text.Remove(L'a') == static_cast<int>(std::erase(model, L'a')), "Remove counts");
+            break;
+        case 6:
+            text.Trim();
+            model.erase(0, std::min(model.find_first_not_of(L' '), model.size()));
+            model.erase(model.find_last_not_of(L' ') + 1);
+            break;
+        case 7:
+            text += text.GetString();
+            model += std::wstring(model);
+            break;
+        default:
+            text = other.text;
+            model = other.model;
+    }
+}
+
+void Look(FuzzedDataProvider& input, const Pair& pair) {
+    const auto& [text, model] = pair;
+    const std::wstring word = Taken(input);
+    const int at = TakenPosition(input);
+    const std::size_t index = Clamped(at, model.size());
+    const auto count = static_cast<int>(word.size());
+    Require(text.Mid(at, count) == model.substr(index, word.size()).c_str(), "Mid");
+    Require(text.Left(at) == model.substr(0, index).c_str(), "Left");
+    Require(text.Right(at) == model.substr(model.size() - index).c_str(), "Right");
+    const bool findable = !word.empty() && at >= 0 && static_cast<std::size_t>(at) <= model.size();
+    Require(text.Find(word.c_str(), at) == (findable ? Index(model.find(word, index)) : -1), "Find");
+    Require(text.FindOneOf(word.c_str()) == Index(model.find_first_of(word)), "FindOneOf");
+    Require(text.ReverseFind(L'b') == Index(model.rfind(L'b')), "ReverseFind");
+}
+
+void CheckTokens(const CAtlString& text, const std::wstring& delimiters) {
+    std::wstring joined;
+    int pos = 0;
+    for (int steps = 0; pos >= 0; ++steps) {
+        Require(steps <= text.GetLength(), "Tokenize comes to an end");
+        const CAtlString token = text.Tokenize(delimiters.c_str(), pos);
+        Require(token.FindOneOf(delimiters.c_str()) < 0, "tokens hold no delimiter");
+        Require(!token.IsEmpty() || pos < 0, "only the last token may be empty");
+        joined += token.GetString();
+    }
+    std::wstring rest = text.GetString();
+    std::erase_if(rest, [&](wchar_t ch) { return delimiters.find(ch) != std::wstring::npos; });
+    Require(joined == rest, "the tokens are all but the delimiters");
+}
+
+void CheckFormat(FuzzedDataProvider& input, const CAtlString& text) {
+    const int number = input.ConsumeIntegral<int>();
+    CAtlString formatted(L"kept");
+    formatted.Format(L"%s=%d%%%s", text.GetString(), number, L"!");
+    const std::wstring expected = std::wstring(text.GetString()) + L'=' + std::to_wstring(number) + L"%!";
+    Require(formatted == expected.c_str(), "Format puts the arguments in their places");
+    formatted.AppendFormat(L"%.4X", static_cast<unsigned>(number));
+    wchar_t digits[16];
+    std::swprintf(digits, std::size(digits), L"%.4X", static_cast<unsigned>(number));
+    Require(formatted == (expected + digits).c_str(), "AppendFormat appends");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzedDataProvider input(data, size);
+    Pairs pairs;
+    while (input.remaining_bytes() > 0) {
+        Pair& pair = pairs[input.ConsumeIntegralInRange<std::size_t>(0, 2)];
+        Change(input, pair, pairs[input.ConsumeIntegralInRange<std::size_t>(0, 2)]);
+        if (pair.model.size() > LONGEST)
+            pair = Pair();
+        for (const Pair& each : pairs)
+            Require(each.text == each.model.c_str() &&
+                        each.text.GetLength() == static_cast<int>(each.model.size()),
+                    "a change shows in the one text that was changed");
+        Look(input, pair);
+    }
+    CheckTokens(pairs[0].text, L", ");
+    CheckFormat(input, pairs[1].text);
+    return 0;
+}

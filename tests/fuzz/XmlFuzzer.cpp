@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The look at an XML text and the parser behind it must see the same text: nothing may nest deeper than the
+// look allows, and nothing may be read behind the padding.
+#include <algorithm>
+#include <cstring>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "fuzz/Fuzzing.h"
+#include "platform/XmlBounds.h"
+#include "platform/XmlFile.h"
+
+namespace {
+
+// Small inputs nest no deeper than this, as a rule.
+constexpr int DEEP = 6;
+
+// Memory that ends at a page which nobody may touch: the parser is not built with the sanitizers.
+class GuardedMemory {
+public:
+    GuardedMemory()
+        : page_(static_cast<std::size_t>(::sysconf(_SC_PAGESIZE))),
+          start_(static_cast<char*>(
+              ::mmap(nullptr, SIZE + page_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0))) {
+        Require(::mprotect(start_ + SIZE, page_, PROT_NONE) == 0, "the machine guards a page");
+    }
+
+    // A copy of the text and its terminator at the end of the memory.
+    const char* Place(const std::string& text) {
+        Require(text.size() < SIZE, "inputs are small");
+        char* at = start_ + SIZE - text.size() - 1;
+        std::memcpy(at, text.c_str(), text.size() + 1);
+        return at;
+    }
+
+private:
+    static constexpr std::size_t SIZE = std::size_t{1} << 20U;
+
+    std::size_t page_;
+    char* start_;
+};
+
+int Depth(const TiXmlNode& node) {
+    int deepest = 0;
+    for (const TiXmlNode* child = node.FirstChild(); child; child = child->NextSibling())
+        deepest = std::max(deepest, Depth(*child));
+    return deepest + (node.ToElement() ? 1 : 0);
+}
+
+// The least depth that the look allows the text.
+int SeenDepth(const std::string& padded, bool utf8) {
+    int depth = 0;
+    while (depth < DEEP && !IsWithinXmlBounds(padded, utf8, nullptr, depth))
+        ++depth;
+    return depth < DEEP ? depth : MAX_XML_DEPTH;
+}
+
+void Check(const std::string& text, bool utf8) {
+    static GuardedMemory memory;
+    const TiXmlEncoding encoding = utf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_LEGACY;
+    const std::string padded = text + std::string(XML_PADDING_BYTES, '\0');
+    TiXmlDocument ours;
+    const bool parsed = ParseXml(Bytes(text), encoding, ours);
+    if (!IsWithinXmlBounds(padded, utf8)) {
+        Require(!parsed, "what is beyond the bounds is not parsed");
+        return;
+    }
+    TiXmlDocument document;
+    document.SetTabSize(0);
+    document.Parse(memory.Place(padded), nullptr, encoding);
+    Require(Depth(document) <= SeenDepth(padded, utf8), "the parser nests no deeper than the look saw");
+    Require(parsed == (!document.Error() && document.RootElement()), "both parse the same");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(View(data, size));
+    TiXmlDocument document;
+    const bool parsed = ParseXml(Bytes(text), TIXML_DEFAULT_ENCODING, document);
+    Require(parsed == (document.RootElement() != nullptr), "what fails leaves nothing behind");
+    if (text.empty() || text.find('\0') != std::string::npos) {
+        Require(!parsed, "no text, no document");
+        return 0;
+    }
+    for (const bool utf8 : {true, false})
+        Check(text, utf8);
+    return 0;
+}
