@@ -11,12 +11,21 @@ namespace {
 
 using Pairs = std::vector<std::pair<CAtlString, CAtlString>>;
 
+void CheckPlace(const StringsReader& reader) {
+    const auto& key = reader.GetKeyToken();
+    const auto& text = reader.GetTextToken();
+    Require(0 <= key.begin && key.begin < key.end && key.end <= text.begin && text.begin < text.end &&
+                text.end <= reader.GetText().size(),
+            "a key and its text stand in the file, in this order");
+}
+
 Pairs Read(std::string_view bytes) {
     Pairs pairs;
     StringsReader reader(bytes);
     CAtlString key;
     CAtlString text;
     while (reader.ReadPair(key, text)) {
+        CheckPlace(reader);
         pairs.emplace_back(key, text);
         Require(!key.IsEmpty(), "a pair has a key");
         Require(std::max(key.GetLength(), text.GetLength()) <= StringsReader::MAX_TOKEN_UNITS,

@@ -58,21 +58,33 @@ int SeenDepth(const std::string& padded, bool utf8) {
     return depth < DEEP ? depth : MAX_XML_DEPTH;
 }
 
-void Check(const std::string& text, bool utf8) {
+// With and without rows, the parser reads no byte behind the padding.
+void CheckParser(const std::string& padded, TiXmlEncoding encoding, bool parsed) {
     static GuardedMemory memory;
-    const TiXmlEncoding encoding = utf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_LEGACY;
-    const std::string padded = text + std::string(XML_PADDING_BYTES, '\0');
-    TiXmlDocument ours;
-    const bool parsed = ParseXml(Bytes(text), encoding, ours);
-    if (!IsWithinXmlBounds(padded, utf8)) {
-        Require(!parsed, "what is beyond the bounds is not parsed");
-        return;
+    for (const int tabSize : {0, 1}) {
+        TiXmlDocument document;
+        document.SetTabSize(tabSize);
+        document.Parse(memory.Place(padded), nullptr, encoding);
+        Require(Depth(document) <= SeenDepth(padded, encoding == TIXML_ENCODING_UTF8),
+                "the parser nests no deeper than the look saw");
+        Require(parsed == (!document.Error() && document.RootElement()), "both parse the same");
     }
+}
+
+void Check(const std::string& text, TiXmlEncoding encoding) {
+    const std::string padded = text + std::string(XML_PADDING_BYTES, '\0');
     TiXmlDocument document;
-    document.SetTabSize(0);
-    document.Parse(memory.Place(padded), nullptr, encoding);
-    Require(Depth(document) <= SeenDepth(padded, utf8), "the parser nests no deeper than the look saw");
-    Require(parsed == (!document.Error() && document.RootElement()), "both parse the same");
+    const bool parsed = ParseXml(Bytes(text), encoding, document);
+    XmlFault fault;
+    Require(ParseXml(Bytes(text), encoding, document, &fault) == parsed, "asking why changes nothing");
+    Require(parsed == fault.reason.empty(), "there is a reason for every failure");
+    const auto lines =
+        std::count(text.begin(), text.end(), '\n') + std::count(text.begin(), text.end(), '\r');
+    Require(fault.line >= 0 && fault.line <= lines + 1, "a line is one of the text");
+    if (IsWithinXmlBounds(padded, encoding == TIXML_ENCODING_UTF8))
+        CheckParser(padded, encoding, parsed);
+    else
+        Require(!parsed, "what is beyond the bounds is not parsed");
 }
 
 }  // namespace
@@ -86,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(!parsed, "no text, no document");
         return 0;
     }
-    for (const bool utf8 : {true, false})
-        Check(text, utf8);
+    for (const TiXmlEncoding encoding : {TIXML_ENCODING_UTF8, TIXML_ENCODING_LEGACY})
+        Check(text, encoding);
     return 0;
 }
