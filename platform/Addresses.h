@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// How a folder's address and a file's name become one address. There are two rules, each for the files that
-// say so.
+// How a folder's address and a file's name become one address (there are two rules, each for the files that
+// say so), and what of an address may be given to a browser.
 #pragma once
 
 #include "platform/CAtlString.h"
@@ -13,3 +13,11 @@ CAtlString WithTrailingSlash(const CAtlString& folder);
 // The folder without its trailing run of "/", then without its trailing run of "\", then "/" and the file
 // name.
 CAtlString JoinTrimmed(const CAtlString& folder, const CAtlString& fileName);
+
+// The address with what no address may hold (RFC 3986, section 2) percent-encoded: blanks, control
+// characters, quotes of all three kinds, "\", "<>^{|}" and, as UTF-8, everything beyond ASCII. What is
+// encoded already stays as it is; so does a "%" that encodes nothing.
+CAtlString PercentEncode(const CAtlString& address);
+
+// Whether the address begins, in whatever case, with "http://", "https://" or "ftp://", and goes on after it.
+bool IsWebAddress(const CAtlString& address);

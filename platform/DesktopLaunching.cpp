@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QtGlobal>
 
+#include "platform/Addresses.h"
+
 namespace {
 
 // In the order of preference.
@@ -43,10 +45,12 @@ DesktopKind DetectDesktop() {
 }
 
 bool OpenURL(const CAtlString& url, IProcessStarter& starter) {
-    if (url.Left(1) == L"-")
+    const CAtlString address = PercentEncode(url);
+    if (!IsWebAddress(address))
         return false;
-    return RunDesktopLauncher(DetectDesktop(), url, starter) ||
-           RunFromPath(Browsers(), url.ToQString(), starter);
+    return RunDesktopLauncher(DetectDesktop(), address, starter) ||
+           RunFromPath(Browsers(), address.ToQString(), starter) ||
+           RunFromPath({QStringLiteral("xdg-open")}, address.ToQString(), starter);
 }
 
 bool RunGnomeBrowser(const CAtlString& url, IProcessStarter& starter) {

@@ -18,6 +18,7 @@
 namespace {
 
 const QString ADDRESS = QStringLiteral("http://h/\u4E2D \"q\" $(x)?a=1&b");
+const QString PASSED = QStringLiteral("http://h/%E4%B8%AD%20%22q%22%20$(x)?a=1&b");
 
 // Starts nothing; keeps what was asked: "run" or "start", the program and its arguments.
 class RecordingStarter : public IProcessStarter {
@@ -55,13 +56,14 @@ TEST(DesktopKinds, FollowTheSession) {
 
 TEST(Launching, TriesTheDesktopThenThePath) {
     const TemporaryTree tree;
-    for (const char* file : {"a/opera", "a/konqueror", "b/firefox", "c \u4E2D/mozilla"})
+    for (const char* file : {"a/opera", "a/konqueror", "b/firefox", "c \u4E2D/mozilla", "d/xdg-open"})
         tree.Write(file, "");
     const QString root = QString::fromStdString(tree.Root());
-    const QStringList gnome{"run", "gnome-www-browser", ADDRESS};
-    const QStringList kde{"run", "kfmclient", "openURL", ADDRESS};
-    const QStringList opera{"start", root + "/a/opera", ADDRESS};
-    const QStringList mozilla{"start", root + "/c \u4E2D/mozilla", ADDRESS};
+    const QStringList gnome{"run", "gnome-www-browser", PASSED};
+    const QStringList kde{"run", "kfmclient", "openURL", PASSED};
+    const QStringList opera{"start", root + "/a/opera", PASSED};
+    const QStringList mozilla{"start", root + "/c \u4E2D/mozilla", PASSED};
+    const QStringList xdgOpen{"start", root + "/d/xdg-open", PASSED};
     const std::tuple<const char*, const char*, const char*, bool, bool, QStringList> cases[] = {
         {"KDE's launcher fails", "kde", "%/a", false, true, kde + opera},
         {"GNOME", "gnome", "%/a", true, true, gnome},
@@ -70,6 +72,8 @@ TEST(Launching, TriesTheDesktopThenThePath) {
         {"first directory decides", nullptr, "%/none:%/a:%/b", true, true, opera},
         {"empty entries", nullptr, "::%/a:", true, true, opera},
         {"a directory in any script", nullptr, "%/c \u4E2D", true, true, mozilla},
+        {"a browser comes before xdg-open", "xfce", "%/d:%/a", true, true, opera},
+        {"xdg-open when all else failed", "kde", "%/d", false, true, kde + xdgOpen},
         {"empty PATH", nullptr, "", true, false, {}},
     };
     const std::filesystem::path before = std::filesystem::current_path();
@@ -85,11 +89,20 @@ TEST(Launching, TriesTheDesktopThenThePath) {
     std::filesystem::current_path(before);
 }
 
-TEST(Launching, AnOptionIsNoAddress) {
+TEST(Launching, OnlyWebAddressesArePassedOn) {
     const ScopedEnvironment session("DESKTOP_SESSION", "kde");
-    RecordingStarter starter;
-    EXPECT_FALSE(OpenURL(L"--remote=x", starter));
-    EXPECT_TRUE(starter.asked.empty());
+    for (const char* address : {"http://h", "HTTPS://h/-a", "Ftp://h/"}) {
+        RecordingStarter starter;
+        EXPECT_TRUE(OpenURL(address, starter)) << address;
+        EXPECT_EQ(starter.asked.last(), address);
+    }
+    for (const char* address : {"--remote=http://h", "-http://h", "", "http://", "http:h", "www.h.com",
+                                "/etc/passwd", "file:///etc/passwd", "javascript:alert(1)", "mailto:a@h",
+                                "https;//h", " http://h", "\nhttp://h", "xhttp://h", "\"http://h"}) {
+        RecordingStarter starter;
+        EXPECT_FALSE(OpenURL(address, starter)) << address;
+        EXPECT_TRUE(starter.asked.empty()) << address;
+    }
 }
 
 TEST(ProcessStarter, ArgumentsArriveAsTheyAre) {
