@@ -3,7 +3,7 @@
 
 #include "net/CAheadTransfer.h"
 
-#include <QFile>
+#include "platform/FileSystem.h"
 
 CAheadTransfer::CAheadTransfer(const CAtlString& url, const CVardoFilePath& file,
                                const ConnectionInfo& settings, const TransferBounds& bounds)
@@ -40,8 +40,7 @@ void CAheadTransfer::Report(ConnectionInfo& receiver) const {
 CAtlString CAheadTransfer::HandOut(const CVardoFilePath& target) {
     const CAtlString own = file_.GetFilePathString();
     file_ = CVardoFilePath();
-    const bool renamed =
-        !target.IsEmpty() && QFile::rename(own.ToQString(), target.GetFilePathString().ToQString());
+    const bool renamed = !target.IsEmpty() && FileSystem::RenameToFree(own, target.GetFilePathString());
     return renamed ? target.GetFilePathString() : own;
 }
 

@@ -5,13 +5,13 @@
 
 #include "net/FailureText.h"
 #include "net/QtDownloader.h"
+#include "platform/CTemporaryFolder.h"
 #include "platform/CVardoDirectoryPath.h"
 #include "platform/CVardoFilePath.h"
 #include "platform/ResultCodes.h"
-#include "platform/StaleFiles.h"
 
 void Downloader::RemoveStaleFiles() {
-    ::RemoveStaleFiles(CVardoDirectoryPath::GetTempDirectory(), BASE_NAME, LONGEST_USE);
+    CTemporaryFolder::OfProcess().RemoveStaleFiles(BASE_NAME, LONGEST_USE);
 }
 
 void Downloader::SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) {

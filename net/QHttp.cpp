@@ -57,7 +57,7 @@ int QHttp::get(const QString& path, QIODevice* to) {
     received_ = 0;
     error_ = Error::NONE;
     errorString_.clear();
-    if (to_->isOpen() || to_->open(QIODevice::WriteOnly)) {
+    if (to_->isOpen()) {
         Start(MakeRequest(path));
     } else {
         SetError(Error::NOT_WRITTEN, to_->errorString());

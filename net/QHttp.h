@@ -40,9 +40,9 @@ public:
     // schemes are negotiated, which takes a further round trip.
     void setProxy(const QNetworkProxy& proxy);
 
-    // Requests path (percent-encoded; "/" when empty) and writes the body to a device as it arrives; opens
-    // the device for writing first when it is not open. Returns the request's id. The device must outlive the
-    // request.
+    // Requests path (percent-encoded; "/" when empty) and writes the body to a device as it arrives. A device
+    // that is not open ends the request as NOT_WRITTEN, with its error as the text. Returns the request's id.
+    // The device must outlive the request.
     int get(const QString& path, QIODevice* to);
 
     // About the last request. May be read on another thread from its requestFinished until the next get.

@@ -28,6 +28,12 @@ void Discard(QFile& file) {
     QFile::remove(file.fileName());
 }
 
+// For its owner alone, and only where nothing is: neither what another put there meanwhile is written to, nor
+// what a link leads to. A file that cannot be had stays closed.
+void Create(QFile& file) {
+    file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
+}
+
 }  // namespace
 
 QtDownloader::QtDownloader(const TransferBounds& bounds) : bounds_(bounds) {
@@ -104,10 +110,12 @@ void QtDownloader::Attempt(const QUrl& address, const CAtlString& userName, cons
     requestFinished_.Clear();
     http_->setProxy(Route(Info(), userName, password));
     http_->setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
-    if (IsCancelled())
+    if (IsCancelled()) {
         requestFinished_.Set();
-    else
+    } else {
+        Create(file);
         requestId_ = http_->get(address.path(QUrl::FullyEncoded), &file);
+    }
     requestFinished_.Wait();
 }
 
@@ -116,6 +124,9 @@ bool QtDownloader::IsOver() const {
 }
 
 int QtDownloader::Judge(QFile& file) const {
+    // Then whatever bears its name is not of this transfer.
+    if (!file.isOpen())
+        return RESULT_FAILED;
     if (status_ > QHttpResponseHeader::OK || GaveUp() || IsCutOff() || !file.flush()) {
         Discard(file);
         return RESULT_FAILED;

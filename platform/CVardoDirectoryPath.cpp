@@ -7,14 +7,12 @@
 #include <climits>
 #include <cstring>
 #include <memory>
-#include <string>
 
 #include <dirent.h>
 #include <fnmatch.h>
-#include <pwd.h>
-#include <unistd.h>
 
 #include "platform/Addresses.h"
+#include "platform/CTemporaryFolder.h"
 #include "platform/FileSystem.h"
 #include "platform/PathText.h"
 #include "platform/TextConversion.h"
@@ -22,17 +20,13 @@
 namespace {
 
 const wchar_t* const DEFAULT_BASE_NAME = L"NBKTemp";
-// Room for one entry of the user database (getpwuid_r(3)).
-constexpr std::size_t USER_ENTRY_BYTES = 16384;
-
-// The user's name; the number of a user that the database does not know.
-CAtlString UserName() {
-    const auto buffer = std::make_unique<char[]>(USER_ENTRY_BYTES);
-    passwd entry{};
-    passwd* found = nullptr;
-    getpwuid_r(getuid(), &entry, buffer.get(), USER_ENTRY_BYTES, &found);
-    const CAtlString name(found ? found->pw_name : nullptr);
-    return name.IsEmpty() ? CAtlString(std::to_wstring(getuid()).c_str()) : name;
+// What of a text from elsewhere may stand in a file's name: no separators and no control characters.
+CAtlString WithinName(const CAtlString& text) {
+    CAtlString name;
+    for (const wchar_t ch : text)
+        if (ch != L'/' && ch != L'\\' && ch >= L' ' && (ch < 0x7F || ch > 0x9F))
+            name += ch;
+    return name;
 }
 
 // A name that is not UTF-8 would come out cut short, and so would be the name of another file.
@@ -115,21 +109,22 @@ void CVardoDirectoryPath::ListNames(std::vector<CAtlString>& names) const {
 }
 
 CVardoDirectoryPath CVardoDirectoryPath::GetTempDirectory() {
-    CVardoDirectoryPath directory(L"/tmp/" + UserName() + L"/");
-    directory.Create();
-    return directory;
+    return CTemporaryFolder::OfProcess().Get();
 }
 
 CVardoFilePath CVardoDirectoryPath::GetTempFilePath(const CAtlString& extension, const CAtlString& baseName) {
-    const CAtlString base = baseName.IsEmpty() ? CAtlString(DEFAULT_BASE_NAME) : baseName;
+    const CAtlString base = baseName.IsEmpty() ? CAtlString(DEFAULT_BASE_NAME) : WithinName(baseName);
+    const CAtlString ending = WithinName(extension);
     const CVardoDirectoryPath directory = GetTempDirectory();
-    CVardoFilePath candidate = Combine(directory, base + extension);
+    if (directory.IsEmpty())
+        return CVardoFilePath();
+    CVardoFilePath candidate = Combine(directory, base + ending);
     for (int tries = 1; FileSystem::IsTaken(candidate.GetFilePathString()); ++tries) {
         if (tries == MAX_TEMP_NAMES)
             return CVardoFilePath();
         CAtlString number;
         number.Format(L"(%d)", QRandomGenerator::global()->bounded(INT_MAX));
-        candidate = Combine(directory, base + number + extension);
+        candidate = Combine(directory, base + number + ending);
     }
     return candidate;
 }

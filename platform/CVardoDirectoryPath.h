@@ -38,11 +38,13 @@ public:
     // those that are no UTF-8.
     void ListNames(std::vector<CAtlString>& names) const;
 
-    // "/tmp/" and the name of the user that runs the process; created when it is missing.
+    // "/tmp/" and the name of the user that runs the process, created when it is missing; where others could
+    // reach into it, another one (CTemporaryFolder). Empty when there is none. GUI thread only.
     static CVardoDirectoryPath GetTempDirectory();
     // A file of the temporary directory that does not exist yet: base name and extension (with its dot), or
-    // base name, a random number in parentheses and extension. An empty base name becomes "NBKTemp". The file
-    // is not created. Empty when no free name was found in MAX_TEMP_NAMES tries.
+    // base name, a random number in parentheses and extension, all without separators and control characters.
+    // An empty base name becomes "NBKTemp". The file is not created. Empty when no free name was found in
+    // MAX_TEMP_NAMES tries, or there is no temporary directory.
     static CVardoFilePath GetTempFilePath(const CAtlString& extension, const CAtlString& baseName);
 
     static constexpr int MAX_TEMP_NAMES = 10000;

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cwchar>
-#include <string>
 
 #include <fcntl.h>
 #include <sys/sendfile.h>
@@ -19,18 +19,6 @@ namespace {
 
 constexpr mode_t PERMISSION_BITS = 0777;
 constexpr std::size_t COPY_BLOCK_BYTES = 1024;
-
-// The path for the system; empty, which no file bears, when the text has no complete UTF-8 form.
-std::string SystemPath(const CAtlString& path) {
-    const int length = path.GetLength();
-    const bool encodable = std::none_of(path.begin(), path.end(),
-                                        [](wchar_t ch) { return ch == 0 || (ch >= 0xD800 && ch <= 0xDFFF); });
-    if (!encodable)
-        return std::string();
-    std::string bytes(static_cast<std::size_t>(Utf8Size(path.GetString(), length)), '\0');
-    EncodeUtf8(path.GetString(), length, bytes.data());
-    return bytes;
-}
 
 // Calls a function like read(2) again while a signal interrupts it.
 template <typename Call>
@@ -71,23 +59,20 @@ bool CopyInBlocks(int source, int destination, off_t size) {
     return true;
 }
 
-// One call of sendfile(2) moves at most 2 GiB, and may move less than it was asked to.
-bool CopyContents(int source, int destination, off_t size) {
-    off_t copied = 0;
-    while (copied < size) {
-        const auto left = static_cast<std::size_t>(size - copied);
-        const ssize_t sent = Uninterrupted([&] { return sendfile(destination, source, &copied, left); });
-        if (sent < 0 && errno == EINVAL && copied == 0)
-            return CopyInBlocks(source, destination, size);
-        if (sent <= 0)
-            return false;
-    }
-    return true;
-}
-
 }  // namespace
 
 namespace FileSystem {
+
+std::string SystemPath(const CAtlString& path) {
+    const int length = path.GetLength();
+    const bool encodable = std::none_of(path.begin(), path.end(),
+                                        [](wchar_t ch) { return ch == 0 || (ch >= 0xD800 && ch <= 0xDFFF); });
+    if (!encodable)
+        return std::string();
+    std::string bytes(static_cast<std::size_t>(Utf8Size(path.GetString(), length)), '\0');
+    EncodeUtf8(path.GetString(), length, bytes.data());
+    return bytes;
+}
 
 bool Exists(const CAtlString& path) {
     return access(SystemPath(path).c_str(), F_OK) == 0;
@@ -144,7 +129,16 @@ bool CopyFile(const CAtlString& source, const CAtlString& destination, bool fail
         return false;
     const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | (failIfExists ? O_EXCL : 0);
     CFileDescriptor out(open(target.c_str(), flags, from.st_mode & PERMISSION_BITS));
-    return out.IsOpen() && CopyContents(in.Get(), out.Get(), size) && out.Close();
+    return out.IsOpen() && CopyContents(in, out, size) && out.Close();
+}
+
+bool RenameToFree(const CAtlString& from, const CAtlString& to) {
+    const std::string source = SystemPath(from);
+    const std::string target = SystemPath(to);
+    if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    const bool isUnknownHere = errno == EINVAL || errno == ENOSYS;
+    return isUnknownHere && link(source.c_str(), target.c_str()) == 0 && unlink(source.c_str()) == 0;
 }
 
 CFileDescriptor OpenForReading(const CAtlString& path, off_t& size) {
@@ -166,6 +160,21 @@ off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size) {
         count += got;
     }
     return count;
+}
+
+// One call of sendfile(2) moves at most 2 GiB, and may move less than it was asked to.
+bool CopyContents(const CFileDescriptor& source, const CFileDescriptor& destination, off_t size) {
+    off_t copied = 0;
+    while (copied < size) {
+        const auto left = static_cast<std::size_t>(size - copied);
+        const ssize_t sent =
+            Uninterrupted([&] { return sendfile(destination.Get(), source.Get(), &copied, left); });
+        if (sent < 0 && errno == EINVAL && copied == 0)
+            return CopyInBlocks(source.Get(), destination.Get(), size);
+        if (sent <= 0)
+            return false;
+    }
+    return true;
 }
 
 }  // namespace FileSystem

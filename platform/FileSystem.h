@@ -8,12 +8,16 @@
 #include "platform/CAtlString.h"
 #include "platform/CFileDescriptor.h"
 
+#include <string>
+
 #include <sys/types.h>
 
 // Paths go to the system as UTF-8, whatever the locale. A text that has no complete UTF-8 form, or holds a 0
 // character, names no file: cutting it short would name another one. Any thread; failures are results.
 namespace FileSystem {
 
+// The path for the system; empty, which no file bears, when the text names no file.
+std::string SystemPath(const CAtlString& path);
 // access(2) with F_OK: something is there, symbolic links followed.
 bool Exists(const CAtlString& path);
 // The name is in use, be it by a symbolic link that leads nowhere.
@@ -33,11 +37,16 @@ bool MakeOwnersProgram(const CAtlString& path);
 // Copies contents and, to a new file, permission bits. False when both are the same file, when the source is
 // no regular file, when the destination exists and failIfExists is set, or when not every byte was copied.
 bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists);
+// Gives a file another name, in the same file system. False, and no change, when anything has that name
+// already.
+bool RenameToFree(const CAtlString& from, const CAtlString& to);
 
 // A regular file opened for reading, and its size in bytes; not open when it is missing, not readable or
 // something else than a regular file. Never waits for a writer.
 CFileDescriptor OpenForReading(const CAtlString& path, off_t& size);
 // Reads until size bytes are there or the file ends; the number of bytes read.
 off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size);
+// Copies the first size bytes of a file to where another one stands; false when not every byte was copied.
+bool CopyContents(const CFileDescriptor& source, const CFileDescriptor& destination, off_t size);
 
 }  // namespace FileSystem

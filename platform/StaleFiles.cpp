@@ -16,11 +16,6 @@
 
 namespace {
 
-bool IsOwnFolder(int descriptor) {
-    struct stat status {};
-    return fstat(descriptor, &status) == 0 && status.st_uid == geteuid();
-}
-
 bool IsStale(int folder, const char* name, std::time_t newest) {
     struct stat status {};
     return fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode) &&
@@ -37,7 +32,7 @@ void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& begin
     // Takes the descriptor with it.
     const std::unique_ptr<DIR, int (*)(DIR*)> directory(descriptor < 0 ? nullptr : fdopendir(descriptor),
                                                         &closedir);
-    if (!directory || !IsOwnFolder(descriptor))
+    if (!directory)
         return;
     const std::time_t newest = std::time(nullptr) - age.count();
     while (const dirent* entry = readdir(directory.get()))

@@ -4,22 +4,19 @@
 #include "products/ProductListFiles.h"
 
 #include "platform/CVardoDirectoryPath.h"
+#include "platform/FileReplacement.h"
 #include "products/Products.h"
 
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
+
+#include <sys/stat.h>
 
 namespace {
 
-// Fetched files are for their user alone; the installed list is for everybody.
-void MakeReadableForAll(const CVardoFilePath& file) {
-    namespace fs = std::filesystem;
-    std::error_code ignored;
-    fs::permissions(CAtlStringA(file.GetFilePathString().GetString()).GetString(),
-                    fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read,
-                    fs::perm_options::add, ignored);
-}
+// The installed list is for everybody, the user's for that user.
+constexpr mode_t INSTALLED_MODE = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
+constexpr mode_t USERS_MODE = S_IRUSR | S_IWUSR;
 
 }  // namespace
 
@@ -38,12 +35,9 @@ CVardoFilePath UserProductList() {
 }
 
 void StoreProductList(const CVardoFilePath& list, const IEnvironment& environment) {
-    const CVardoFilePath installed = InstalledProductList(environment);
-    if (list.CopyTo(installed, false)) {
-        MakeReadableForAll(installed);
+    if (ReplaceFile(list, InstalledProductList(environment), INSTALLED_MODE))
         return;
-    }
     const CVardoFilePath users = UserProductList();
     CVardoDirectoryPath(users).Create();
-    list.CopyTo(users, false);
+    ReplaceFile(list, users, USERS_MODE);
 }

@@ -13,6 +13,7 @@ CVardoFilePath InstalledProductList(const IEnvironment& environment);
 // The user's copy, below HOME. Empty when HOME is not set, is empty, or is no valid UTF-8.
 CVardoFilePath UserProductList();
 
-// Puts a copy of a list file in the installed one's place or, when that cannot be written, in the user's.
-// Nothing is reported: a list that could not be stored is fetched again at the next check.
+// Puts a copy of a list file in the installed one's place or, when that cannot be replaced, in the user's: in
+// one step, so that a reader finds the old list or the new one, whole. A link in either place is replaced
+// itself. Nothing is reported: a list that could not be stored is fetched again at the next check.
 void StoreProductList(const CVardoFilePath& list, const IEnvironment& environment);

@@ -48,6 +48,7 @@ protected:
             return path;
         EXPECT_TRUE(path.starts_with(Folder() + "/")) << path;
         EXPECT_EQ(ReadWholeFile(path), "fetched");
+        EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0600)) << path;
         return path.substr(Folder().size() + 1);
     }
 
@@ -114,17 +115,32 @@ TEST_F(StaleFiles, AreRemovedWhenTheyAreOldAndOurs) {
     for (const char* name : {"NBKTemp.bin", "NBKTemp(12).bin"})
         Leave(Folder() + "/" + name, 6);
     Leave(Folder() + "/NBKTemp.future", -1);
-    Leave(elsewhere_.Path("target"), 8);
+    for (const char* name : {"target", "NBKTemp.xml"})
+        Leave(elsewhere_.Path(name), 8);
     std::filesystem::create_symlink(elsewhere_.Path("target"), Folder() + "/NBKTemp.link");
     std::filesystem::create_directory(Folder() + "/NBKTemp.folder");
     for (const char* name : {"/NBKTemp.link", "/NBKTemp.folder"})
         Age(Folder() + name, 8);
 
+    const std::string other = "/tmp/VARDOProductUpdate-";
+    for (const char* folder : {"abandoned", "holds more", "in use"})
+        std::filesystem::create_directory(other + folder);
+    for (const char* name : {"abandoned/NBKTemp.run", "holds more/NBKTemp.run", "holds more/Other"})
+        Leave(other + name, 8);
+    for (const char* folder : {"abandoned", "holds more"})
+        Age(other + folder, 8);
+    std::filesystem::create_directory_symlink(elsewhere_.Root(), other + "link");
+
     Downloader::RemoveStaleFiles();
+    EXPECT_FALSE(std::filesystem::exists(other + "abandoned"));
+    EXPECT_EQ(Names(other + "holds more"), std::set<std::string>({"Other"}));
+    EXPECT_TRUE(std::filesystem::exists(other + "in use"));
+    for (const char* folder : {"holds more", "in use", "link"})
+        std::filesystem::remove_all(other + folder);
     EXPECT_EQ(Names(Folder()),
               std::set<std::string>({"Other.xml", "xNBKTemp", "NBKTemp.bin", "NBKTemp(12).bin",
                                      "NBKTemp.future", "NBKTemp.link", "NBKTemp.folder"}));
-    EXPECT_TRUE(std::filesystem::exists(elsewhere_.Path("target")));
+    EXPECT_EQ(Names(elsewhere_.Root()), std::set<std::string>({"NBKTemp.xml", "target"}));
 }
 
 TEST_F(StaleFiles, StayInAFolderThatIsALink) {

@@ -10,9 +10,12 @@
 #include <QThread>
 #include <QTimer>
 #include <algorithm>
+#include <atomic>
 #include <csignal>
+#include <thread>
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include "net/ConnectionInfo.h"
 #include "net/QtDownloader.h"
@@ -271,6 +274,30 @@ TEST_F(Transfer, FailsWhenTheFileCannotBeWritten) {
     server_.Serve("/", LoopbackAnswer::Body("x"));
     target_ = L"/tmp/missing/transfer.dat";
     EXPECT_EQ(Fetch(server_.Address("/")), RESULT_FAILED);
+}
+
+// Another user of a folder that all can write wins now and then, but nothing of another file.
+TEST_F(Transfer, NeverWritesThroughALinkThatAppearsInItsWay) {
+    const QString victim("/tmp/victim");
+    const QByteArray link = target_.ToQString().toUtf8();
+    ASSERT_TRUE(QFile(victim).open(QIODevice::WriteOnly));
+    server_.Serve("/", LoopbackAnswer::Body("x"));
+    std::atomic<bool> isOver = false;
+    std::thread neighbour([&] {
+        while (!isOver)
+            static_cast<void>(symlink("/tmp/victim", link.constData()));
+    });
+    int refused = 0;
+    QElapsedTimer timer;
+    timer.start();
+    while (refused < 20 && timer.elapsed() < 10000 && QFile(victim).size() == 0)
+        refused += Fetch(server_.Address("/")) == RESULT_FAILED ? 1 : 0;
+    isOver = true;
+    neighbour.join();
+    EXPECT_GT(refused, 0);
+    EXPECT_EQ(QFile(victim).size(), 0);
+    QFile::remove(target_.ToQString());
+    QFile::remove(victim);
 }
 
 TEST_F(Transfer, NeverWaitsForThePoll) {

@@ -4,21 +4,27 @@
 // Paths as texts, and what happens to the files and directories behind them.
 #include <gtest/gtest.h>
 #include <clocale>
+#include <csignal>
 #include <cwchar>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <pwd.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/Addresses.h"
 #include "platform/CFolderListing.h"
+#include "platform/CTemporaryFolder.h"
 #include "platform/CVardoDirectoryPath.h"
 #include "platform/CVardoFilePath.h"
+#include "platform/FileReplacement.h"
 #include "platform/FileSystem.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
@@ -86,6 +92,20 @@ TEST(Addresses, BothRules) {
     EXPECT_EQ(WithTrailingSlash(L"http://h/a/"), L"http://h/a/");
     EXPECT_EQ(WithTrailingSlash(L""), L"");
     EXPECT_EQ(JoinTrimmed(L"http://h/a\\\\//", L"f.xml"), L"http://h/a/f.xml");
+}
+
+TEST(Addresses, AreEncodedForBrowsersOnceAndOnlyWhereTheyMustBe) {
+    const CAtlString legal = L"http://u:p@[::1]:80/a-._~!$&()*+,;=:@%20%zz%?b=c/d#e";
+    const std::pair<CAtlString, CAtlString> cases[] = {
+        {legal, legal},
+        {L" \"'`\\<>^{|}", L"%20%22%27%60%5C%3C%3E%5E%7B%7C%7D"},
+        {L"\n\x1B\x7F\x80", L"%0A%1B%7F%C2%80"},
+        {CAtlString(L"a\0b", 3), L"a%00b"},
+        {L"\u00E4\u4E2D\U0001F600", L"%C3%A4%E4%B8%AD%F0%9F%98%80"},
+        {CAtlString(wchar_t(0xD800)), L"%EF%BF%BD"},
+    };
+    for (const auto& [address, encoded] : cases)
+        EXPECT_EQ(PercentEncode(address), encoded);
 }
 
 TEST_F(Paths, OnlyFilesHaveSizeAndContents) {
@@ -158,6 +178,18 @@ TEST_F(Paths, RefusedCopiesLeaveTheDestinationAlone) {
     EXPECT_EQ(ReadWholeFile(Name("other")), "other");
 }
 
+TEST_F(Paths, ANewNameTakesNoOthersPlace) {
+    const CAtlString from = Write("from", "from").GetFilePathString();
+    Write("other", "other");
+    ASSERT_EQ(symlink("nowhere", Name("link").c_str()), 0);
+    for (const char* name : {"other", "link", "no/such/folder", ""})
+        EXPECT_FALSE(FileSystem::RenameToFree(from, In(name).GetFilePathString())) << name;
+    EXPECT_EQ(ReadWholeFile(Name("other")), "other");
+    EXPECT_TRUE(FileSystem::RenameToFree(from, In("free").GetFilePathString()));
+    EXPECT_EQ(ReadWholeFile(Name("free")), "from");
+    EXPECT_FALSE(In("from").Exists());
+}
+
 TEST_F(Paths, CreatesMissingParents) {
     const CVardoDirectoryPath deep(In("a/\xE4\xB8\xAD/c").GetFilePathString());
     EXPECT_TRUE(deep.Create());
@@ -205,5 +237,134 @@ TEST_F(Paths, TemporaryNamesAreFree) {
     ASSERT_EQ(std::swscanf(second.GetString(), L"NBKTemp(%d).tmp", &number), 1);
     EXPECT_EQ(second.ToQString(), QString("NBKTemp(%1).tmp").arg(number));
     EXPECT_EQ(CVardoDirectoryPath::GetTempFilePath(L".run", L"Setup").GetFileName(), L"Setup.run");
+    EXPECT_EQ(CVardoDirectoryPath::GetTempFilePath(L"./..\\\n\x7F\x85", L"a/b").GetFileName(), L"ab...");
     EXPECT_EQ(unlink(name.c_str()), 0);
+}
+
+TEST(TemporaryFolders, AreOutOfTheReachOfOthers) {
+    using Make = std::function<bool(const char* path)>;
+    const auto folder = [](mode_t mode) -> Make {
+        return [mode](const char* path) { return mkdir(path, 0700) == 0 && chmod(path, mode) == 0; };
+    };
+    const auto link = [](const char* target) -> Make {
+        return [target](const char* path) { return symlink(target, path) == 0; };
+    };
+    const Make nothing = [](const char*) { return true; };
+    const Make file = [](const char* path) { return mknod(path, S_IFREG | 0600, 0) == 0; };
+    // Only root can give a folder away.
+    const Make anothers = [](const char* path) {
+        return mkdir(path, 0777) == 0 && (geteuid() == 0 ? chown(path, 4711, 4711) : chmod(path, 0777)) == 0;
+    };
+    const std::string usual = "/shared \xE4\xB8\xAD/user";
+    const std::string fresh = "/shared \xE4\xB8\xAD/VARDOProductUpdate-";
+    const std::string elsewhere = "/cache/VARDOProductUpdate-";
+    const struct {
+        const char* situation;
+        Make there;
+        mode_t shared, cache, mode;
+        std::string taken;
+    } rows[] = {
+        {"nothing there", nothing, 01777, 0755, 0700, usual},
+        {"others may read", folder(0755), 01777, 0755, 0755, usual},
+        {"in a folder of the user", folder(0700), 0755, 0755, 0700, usual},
+        {"the group may write", folder(0770), 01777, 0755, 0700, fresh},
+        {"others may write", folder(0707), 01777, 0755, 0700, fresh},
+        {"another user's", anothers, 01777, 0755, 0700, fresh},
+        {"a link to a safe folder", link("../cache"), 01777, 0755, 0700, fresh},
+        {"a link to nothing", link("nothing"), 01777, 0755, 0700, fresh},
+        {"a file", file, 01777, 0755, 0700, fresh},
+        {"others could rename it", folder(0700), 0777, 0755, 0700, elsewhere},
+        {"the group could rename it", nothing, 0775, 01777, 0700, elsewhere},
+        {"no safe place", nothing, 0777, 0777, 0700, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.situation);
+        const TemporaryTree tree;
+        const std::string shared = tree.MakeDirectory("shared \xE4\xB8\xAD");
+        const std::string cache = tree.MakeDirectory("cache");
+        ASSERT_TRUE(row.there((shared + "/user").c_str()));
+        ASSERT_TRUE(chmod(shared.c_str(), row.shared) == 0 && chmod(cache.c_str(), row.cache) == 0);
+        auto temporary = std::make_unique<CTemporaryFolder>(
+            CVardoDirectoryPath((shared + "/user").c_str()),
+            std::vector{CVardoDirectoryPath(shared.c_str()), CVardoDirectoryPath(cache.c_str())});
+        const mode_t mask = umask(0777);
+        const CAtlString path = temporary->Get().GetDirectoryPathString();
+        umask(mask);
+        EXPECT_EQ(temporary->Get().GetDirectoryPathString(), path) << "kept to";
+        const std::string taken = path.ToQString().toStdString();
+        const std::string random = taken.ends_with("/user") ? "" : taken.substr(taken.rfind('-') + 1);
+        EXPECT_EQ(taken, row.taken.empty() ? "" : tree.Root() + row.taken + random);
+        EXPECT_EQ(std::filesystem::status(taken).permissions(),
+                  row.taken.empty() ? std::filesystem::perms::unknown : std::filesystem::perms(row.mode));
+        temporary.reset();
+        EXPECT_EQ(std::filesystem::exists(taken), row.taken == usual) << "at the end of the process";
+    }
+}
+
+TEST(TemporaryFolders, StayWithWhatIsStillWanted) {
+    const TemporaryTree tree;
+    std::string installer;
+    {
+        CTemporaryFolder temporary(CVardoDirectoryPath(tree.Path("none/user").c_str()),
+                                   {CVardoDirectoryPath(tree.Root().c_str())});
+        installer = temporary.Get().GetDirectoryPathString().ToQString().toStdString() + "/NBKTemp.run";
+        std::ofstream(installer) << "wanted";
+        temporary.RemoveStaleFiles("NBKTemp", std::chrono::hours(1));
+    }
+    EXPECT_EQ(ReadWholeFile(installer), "wanted");
+}
+
+TEST_F(Paths, AReplacementThatFailsLeavesTheOldFileAndNothingElse) {
+    const CVardoFilePath source = Write("source", std::string(5000, 'n'));
+    const CVardoFilePath old = Write("old", "old");
+    Write("folder/inside", "x");
+    for (const char* name : {"folder", "missing/file", "old/below", ""})
+        EXPECT_FALSE(ReplaceFile(source, In(name), 0600)) << name;
+    EXPECT_FALSE(ReplaceFile(In("missing"), old, 0600));
+    EXPECT_FALSE(ReplaceFile(source, CVardoFilePath(), 0600));
+    rlimit room{};
+    getrlimit(RLIMIT_FSIZE, &room);
+    const rlimit tight{4000, room.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &tight);
+    EXPECT_FALSE(ReplaceFile(source, old, 0600)) << "a full disk";
+    setrlimit(RLIMIT_FSIZE, &room);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(ReadWholeFile(Name("old")), "old");
+    std::vector<CAtlString> names;
+    root_.ListNames(names);
+    EXPECT_EQ(names.size(), 3U) << "source, old, folder";
+}
+
+// For the few seconds that it takes, if nobody ends it before.
+[[noreturn]] static void ReplaceAgainAndAgain(const CVardoFilePath (&sources)[2],
+                                              const CVardoFilePath& list) {
+    for (int turn = 0; turn < 10000; ++turn)
+        ReplaceFile(sources[turn % 2], list, 0640);
+    _exit(0);
+}
+
+TEST_F(Paths, AReplacedFileIsWholeWheneverItsWriterIsKilled) {
+    const std::string texts[] = {std::string(300000, 'a'), std::string(200000, 'b')};
+    const CVardoFilePath sources[] = {Write("a", texts[0]), Write("b", texts[1])};
+    const CVardoFilePath list = Write("sub/list.xml", texts[0]);
+    for (int i = 0; i < 50; ++i) {
+        const pid_t writer = fork();
+        ASSERT_GE(writer, 0);
+        if (writer == 0)
+            ReplaceAgainAndAgain(sources, list);
+        usleep(static_cast<unsigned>(i * 919 % 3000));
+        kill(writer, SIGKILL);
+        ASSERT_EQ(waitpid(writer, nullptr, 0), writer);
+        const std::string left = ReadWholeFile(Name("sub/list.xml"));
+        ASSERT_TRUE(left == texts[0] || left == texts[1]) << left.size() << " bytes";
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(Name("sub")))
+        std::filesystem::last_write_time(
+            entry, std::filesystem::file_time_type::clock::now() - std::chrono::hours(2));
+    EXPECT_TRUE(ReplaceFile(sources[1], list, 0640));
+    EXPECT_EQ(Mode("sub/list.xml"), std::filesystem::perms{0640});
+    std::vector<CAtlString> names;
+    CVardoDirectoryPath(list).ListNames(names);
+    EXPECT_EQ(names, std::vector<CAtlString>{L"list.xml"});
 }

@@ -124,6 +124,14 @@ TEST_F(ProductList, IsRefreshedFromItsAddress) {
     downloader_->Serve(ADDRESS, newer);
     EXPECT_TRUE(controller_.LoadProductList() && controller_.UpdateProductList());
     EXPECT_EQ(fs::status(shared_.Path(INSTALLED)).permissions(), fs::perms(0644)) << "for every user";
+
+    Put(USERS, old);
+    Put(INSTALLED, "");
+    shared_.Write("others.xml", old);
+    fs::create_symlink("others.xml", shared_.Path(INSTALLED));
+    EXPECT_TRUE(controller_.LoadProductList() && controller_.UpdateProductList());
+    EXPECT_EQ(ReadWholeFile(shared_.Path("others.xml")), old) << "nothing is written through a link";
+    EXPECT_EQ(ReadWholeFile(shared_.Path(INSTALLED)), newer);
     controller_.SetDownloader(nullptr);
     EXPECT_FALSE(controller_.UpdateProductList());
 }
