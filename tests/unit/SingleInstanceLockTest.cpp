@@ -6,10 +6,13 @@
 #include "app/CSingleInstanceLock.h"
 #include "support/TemporaryTree.h"
 
+#include <functional>
 #include <optional>
 
 #include <sys/ipc.h>
 #include <sys/sem.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -29,6 +32,33 @@ TEST(SingleInstanceLock, ExcludesASecondHolderOfTheSameFileAndProjectUntilItEnds
     EXPECT_FALSE(IsHeld(tree.Path("missing"), 'q'));
     first.reset();
     EXPECT_EQ(semget(ftok(file.c_str(), 'q'), 1, 0), -1) << "the set is left behind";
+    EXPECT_TRUE(IsHeld(file, 'q'));
+}
+
+// In a process of another user, which ends without tidying up.
+bool AsNobody(const std::function<bool()>& question) {
+    constexpr uid_t NOBODY = 65534;
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(setuid(NOBODY) == 0 && question() ? 0 : 1);
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status == 0;
+}
+
+TEST(SingleInstanceLock, IsSharedWithOtherUsersAndOutlivesNobody) {
+    if (!AsNobody([] { return true; }))
+        GTEST_SKIP() << "this user cannot become another one";
+    const TemporaryTree tree;
+    std::filesystem::permissions(tree.Root(), std::filesystem::perms::all);
+    const std::string file = tree.Write("program", "");
+    {
+        const CSingleInstanceLock ours(file.c_str(), 'q');
+        EXPECT_TRUE(AsNobody([&] { return !IsHeld(file, 'q'); })) << "held by another user";
+    }
+    std::optional<CSingleInstanceLock> theirs;
+    EXPECT_TRUE(AsNobody([&] { return theirs.emplace(file.c_str(), 'q').IsHeld(); }));
+    EXPECT_NE(semget(ftok(file.c_str(), 'q'), 1, 0), -1) << "they left it behind";
     EXPECT_TRUE(IsHeld(file, 'q'));
 }
 
