@@ -31,11 +31,12 @@ bool IsChunked(const QNetworkReply& reply) {
 }  // namespace
 
 QHttp::QHttp(const TransferBounds& bounds) : bounds_(bounds) {
-    for (QTimer* timer : {&silence_, &wholeTime_}) {
+    for (QTimer* timer : {&silence_, &wholeTime_, &head_}) {
         timer->setSingleShot(true);
         connect(timer, &QTimer::timeout, this, &QHttp::OnTooLong);
     }
     silence_.setInterval(bounds.silence);
+    head_.setInterval(bounds.head);
     if (bounds.wholeTime)
         wholeTime_.setInterval(*bounds.wholeTime);
 }
@@ -106,12 +107,14 @@ void QHttp::Start(const QNetworkRequest& request) {
     connect(reply_, &QNetworkReply::downloadProgress, this,
             [this](qint64 done, qint64 total) { emit dataReadProgress(ToInt(done), ToInt(total)); });
     silence_.start();
+    head_.start();
     if (bounds_.wholeTime)
         wholeTime_.start();
 }
 
 void QHttp::OnHeader() {
     silence_.start();
+    head_.stop();
     const QHttpResponseHeader header(reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
                                      reply_->rawHeader("Proxy-Authenticate"));
     if (header.statusCode() == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED) {
@@ -140,6 +143,7 @@ void QHttp::OnTooLong() {
 void QHttp::OnFinished() {
     silence_.stop();
     wholeTime_.stop();
+    head_.stop();
     if (reply_->error() != QNetworkReply::NoError && !IsStatusError(reply_->error()))
         SetError(Error::NETWORK, reply_->errorString());
     // The reply reports most bodies that were cut off, but not all.

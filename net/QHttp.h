@@ -78,6 +78,7 @@ private:
     TransferBounds bounds_;
     QTimer silence_;
     QTimer wholeTime_;
+    QTimer head_;
     QString host_;
     int port_ = 0;
     QNetworkProxy proxy_;

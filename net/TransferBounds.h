@@ -15,6 +15,9 @@ struct TransferBounds {
     std::chrono::milliseconds silence{30'000};
     // From the request to the end of the answer.
     std::optional<std::chrono::milliseconds> wholeTime{60'000};
+    // From the request to the end of the answer's head. Nothing else bounds the head of an installer's
+    // answer, and what arrives of it stays in memory.
+    std::chrono::milliseconds head{60'000};
     // The bytes of the body.
     std::optional<qint64> bodyBytes{16 * 1024 * 1024};
     // Whether a body may come in chunks (RFC 9112, 7.1). When such a body is cut off, the network classes may
@@ -22,5 +25,5 @@ struct TransferBounds {
     bool mayBeChunked = true;
 
     // The same for a file that may be large and take its time, but must be whole.
-    TransferBounds ForInstaller() const { return {silence, {}, {}, false}; }
+    TransferBounds ForInstaller() const { return {silence, {}, head, {}, false}; }
 };

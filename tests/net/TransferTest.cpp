@@ -234,6 +234,7 @@ std::string LongHead() {
 
 const TransferBounds IMPATIENT{.silence = 100ms, .wholeTime = 10s};
 const TransferBounds HURRIED{.silence = 10s, .wholeTime = 300ms};
+const TransferBounds HEADSTRONG{.silence = 10s, .head = 300ms};
 const TransferBounds NARROW{.bodyBytes = 1000};
 
 const Bounded BOUNDED[] = {
@@ -242,6 +243,10 @@ const Bounded BOUNDED[] = {
     {"StalledInstaller", STALLED, IMPATIENT.ForInstaller(), RESULT_FAILED},
     {"DrippingWithoutEnd", {.body = std::string(100'000, '.'), .pause = 1ms}, HURRIED, RESULT_FAILED},
     {"HeadWithoutEnd", {.body = LongHead(), .pause = 1ms, .isRaw = true}, HURRIED, RESULT_FAILED},
+    {"InstallerHeadWithoutEnd",
+     {.body = LongHead(), .pause = 1ms, .isRaw = true},
+     HEADSTRONG.ForInstaller(),
+     RESULT_FAILED},
     {"DrippingInstaller", {.body = std::string(600, '.'), .pause = 1ms}, HURRIED.ForInstaller(), RESULT_OK},
     {"AsLargeAsMayBe", {.body = std::string(1000, 'x')}, NARROW, RESULT_OK},
     {"TooLarge", {.body = std::string(1001, 'x')}, NARROW, RESULT_FAILED},
