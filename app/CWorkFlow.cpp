@@ -5,6 +5,7 @@
 
 #include "app/CSelfUpdate.h"
 #include "net/Downloader.h"
+#include "products/DescriptionFormat.h"
 #include "ui/MainWindow.h"
 
 #include <QCoreApplication>
@@ -13,8 +14,6 @@
 #include <iostream>
 
 namespace {
-
-constexpr char SELF_DESCRIPTION[] = "VardoProductUpdate.xml";
 
 int JulianDay(const IEnvironment& environment) {
     return static_cast<int>(environment.Today().toJulianDay());
@@ -48,7 +47,7 @@ bool CWorkFlow::IsCheckDue() const {
 }
 
 bool CWorkFlow::SelfUpdate() {
-    CSelfUpdate update(SELF_DESCRIPTION, *environment_);
+    CSelfUpdate update(DescriptionFormat::OWN_FILE, *environment_);
     update.SetDownloader(downloader_);
     const bool offered =
         update.LoadLocal() && !update.IsNoUpdates() && update.LoadRemote() && update.IsUpdateAvailable();

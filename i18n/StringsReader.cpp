@@ -85,8 +85,10 @@ bool StringsReader::ReadToken(QString& token, Token& facts) {
 
 bool StringsReader::SkipComment() {
     if (StartsWith(u"/*")) {
+        const qsizetype begin = position_;
         position_ += 2;
-        hasOpenComment_ = !SkipPast(u"*/");
+        if (!SkipPast(u"*/"))
+            openComment_ = begin;
         return true;
     }
     if (!StartsWith(u"//"))

@@ -44,8 +44,8 @@ public:
     const Token& GetTextToken() const { return textToken_; }
     // The whole text, behind the mark.
     const QString& GetText() const { return text_; }
-    // Some comment, read so far, does not end before the file does.
-    bool HasOpenComment() const { return hasOpenComment_; }
+    // Where the comment begins that does not end before the file does; -1 when none was read.
+    qsizetype GetOpenComment() const { return openComment_; }
 
     // The longest token, in UTF-16 code units; the rest of a longer one is dropped.
     static constexpr qsizetype MAX_TOKEN_UNITS = 10239;
@@ -68,5 +68,5 @@ private:
     qsizetype position_ = 0;
     Token keyToken_;
     Token textToken_;
-    bool hasOpenComment_ = false;
+    qsizetype openComment_ = -1;
 };

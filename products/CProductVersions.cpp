@@ -21,18 +21,10 @@ void ReportDisabler(const CAtlString& key, const CAtlString& uid) {
     std::cout << CAtlStringA(key).GetString() << ' ' << CAtlStringA(uid).GetString() << '\n';
 }
 
-bool IsDescriptionFile(const CAtlString& baseName, const CVardoFilePath& file) {
-    const CAtlString title = file.GetFileTitle();
-    const int length = baseName.GetLength();
-    if (title.GetLength() <= length)
-        return title.GetLength() == length;
-    return std::iswdigit(static_cast<wint_t>(title[length])) != 0;
-}
-
 void KeepDescriptionFiles(const CAtlString& baseName, std::vector<CVardoFilePath>& files,
                           IDecisionObserver* observer) {
     std::erase_if(files, [&](const CVardoFilePath& file) {
-        const bool isOthers = !IsDescriptionFile(baseName, file);
+        const bool isOthers = !CProductVersions::IsDescriptionFile(baseName, file);
         if (isOthers && observer)
             observer->OnLocalFile(file, Verdict::OTHER_NAME, CVersionString());
         return isOthers;
@@ -109,6 +101,14 @@ Verdict CProductVersions::Read(CProductVersion& item) const {
     if (!item.LoadLocal())
         return item.GetVerdict();
     return IsKnown(item.GetCurrentVersion()) ? Verdict::KNOWN_VERSION : Verdict::COUNTS;
+}
+
+bool CProductVersions::IsDescriptionFile(const CAtlString& baseName, const CVardoFilePath& file) {
+    const CAtlString title = file.GetFileTitle();
+    const int length = baseName.GetLength();
+    if (title.GetLength() <= length)
+        return title.GetLength() == length;
+    return std::iswdigit(static_cast<wint_t>(title[length])) != 0;
 }
 
 bool CProductVersions::IsKnown(const CVersionString& version) const {

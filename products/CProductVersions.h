@@ -22,6 +22,8 @@ public:
     // The name of the product's element in the list file: "Product".
     static const CAtlString ELEMENT_NAME;
 
+    // Whether a file that begins with the base name and ends in ".xml" is a local description of it.
+    static bool IsDescriptionFile(const CAtlString& baseName, const CVardoFilePath& file);
     // The local descriptions of a base name in a folder, by the names of the files. The observer, if any, is
     // told of those that only look like them.
     static std::vector<CVardoFilePath> FindDescriptionFiles(const CFolderListing& folder,

@@ -8,6 +8,9 @@
 
 namespace DescriptionFormat {
 
+// The program's own description, locally; on the web by custom too.
+inline constexpr const wchar_t* OWN_FILE = L"VardoProductUpdate.xml";
+
 inline constexpr const char* PRODUCT = "Product";
 inline constexpr const char* TEST_PRODUCT = "TestProduct";
 

@@ -130,10 +130,14 @@ void Notification::ReadTexts(const TiXmlElement& message) {
         texts_[CAtlString(text->Value()).ToQString()] = XmlAttribute(*text, TEXT_VALUE).ToQString();
 }
 
+QStringList Notification::TextCodes(const QString& languageCode) {
+    return {languageCode, WithoutRegion(languageCode), QStringLiteral("en")};
+}
+
 QString Notification::GetName() const {
     const QString language = GetLocale(true);
     const QString code = LanguageCode(language);
-    for (const QString& candidate : {language, code, WithoutRegion(code), QStringLiteral("en")})
+    for (const QString& candidate : QStringList{language} + TextCodes(code))
         if (const auto found = texts_.find(candidate); found != texts_.end())
             return found->second;
     return QString();

@@ -56,6 +56,8 @@ public:
     bool ReadMessage(const CVardoFilePath& file);
     // Why what was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }
+    // The codes under which the text for a language is looked for, in that order.
+    static QStringList TextCodes(const QString& languageCode);
     // What a date of a message means; invalid when it is none.
     static QDate ReadDate(const CAtlString& text);
 

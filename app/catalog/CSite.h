@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Where the files of a web site lie in the folder that is checked.
+#pragma once
+
+#include <QString>
+#include <QUrl>
+#include <optional>
+
+// The address of a folder of the site, and the folder that is published there.
+class CSite {
+public:
+    // The address of the folder ends in "/", or is taken as if it did.
+    CSite(const QString& address, const QString& folder);
+
+    // The path of the file that is published at an address, whether it exists or not; nothing for an address
+    // that does not belong to the site.
+    std::optional<QString> FileOf(const QString& address) const;
+
+private:
+    QUrl address_;
+    QString folder_;
+};

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The kind of a file, by its name alone and by its elements alone.
+#pragma once
+
+#include "app/catalog/CCatalogFile.h"
+
+// UNKNOWN for a name that does not say.
+FileKind KindByName(const QString& name);
+
+// UNKNOWN for elements of no kind that the program reads. A best guess: a file with mistakes in it should
+// still be told for what it is meant to be.
+FileKind KindByContents(const TiXmlElement& root);
+
+// In English, with its article.
+QString KindName(FileKind kind);

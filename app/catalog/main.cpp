@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "app/catalog/RunCatalogCheck.h"
+
+#include <QCoreApplication>
+#include <iostream>
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return RunCatalogCheck(QCoreApplication::arguments(), std::cout, std::cerr);
+}
