@@ -94,6 +94,10 @@ std::vector<const CCatalogFile*> CCatalog::FilesOf(FileKind kind) const {
     return found;
 }
 
+std::optional<QString> CCatalog::FileOf(const QString& address) const {
+    return site_ ? site_->FileOf(address) : std::nullopt;
+}
+
 const CCatalogFile* CCatalog::Find(const QString& path) const {
     return FindFile(path);
 }
@@ -179,7 +183,7 @@ void CCatalog::FindSite() {
 
 void CCatalog::RecogniseReferenced() {
     for (const Reference& reference : references_) {
-        const auto path = site_ ? site_->FileOf(reference.address) : std::nullopt;
+        const auto path = FileOf(reference.address);
         CCatalogFile* file = path ? FindFile(*path) : nullptr;
         if (file && file != reference.from)
             file->SetKind(reference.kind);

@@ -39,7 +39,10 @@ public:
     const CCatalogFile* Find(const QString& path) const;
 
     const std::vector<Reference>& GetReferences() const { return references_; }
-    const std::optional<CSite>& GetSite() const { return site_; }
+    bool HasSite() const { return site_.has_value(); }
+    // The path of the file that is published at an address, whether it exists or not; nothing when the site
+    // is not known, or the address does not belong to it.
+    std::optional<QString> FileOf(const QString& address) const;
     // A world in which nothing is installed; today is today.
     const boost::shared_ptr<IEnvironment>& GetEnvironment() const { return environment_; }
 

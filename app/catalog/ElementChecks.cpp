@@ -75,10 +75,9 @@ void CheckAttributes(const CCatalogFile& file, const TiXmlElement& element, cons
         CheckAttribute(file, element, *attribute, rule.attributes, findings);
     for (const XmlAttributeRule& needed : rule.attributes)
         if (needed.isNeeded && XmlAttribute(element, needed).IsEmpty())
-            findings.Add(
-                file.GetPath(), AttributeLine(element, needed), Code::MISSING_ATTRIBUTE,
-                QStringLiteral("%1 has no \"%2\", without which the program has no use for the element")
-                    .arg(Named(element), QLatin1String(needed.name)));
+            findings.Add(file.GetPath(), AttributeLine(element, needed), Code::MISSING_ATTRIBUTE,
+                         QStringLiteral("%1 lacks \"%2\", which the program needs of it")
+                             .arg(Named(element), QLatin1String(needed.name)));
 }
 
 void CheckElement(const CCatalogFile& file, const TiXmlElement& element, const XmlElementRule& rule,

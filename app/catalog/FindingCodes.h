@@ -47,7 +47,7 @@ inline constexpr FindingCode EMPTY_RANGE{"empty-range", Severity::WARNING};
 // Addresses and the files behind them
 inline constexpr FindingCode NOT_HTTP{"not-http", Severity::ERROR};
 inline constexpr FindingCode NOT_SENT{"not-sent", Severity::ERROR};
-inline constexpr FindingCode PAGE_ADDRESS{"page-address", Severity::WARNING};
+inline constexpr FindingCode PAGE_ADDRESS{"page-address", Severity::ERROR};
 inline constexpr FindingCode MISSING_FILE{"missing-file", Severity::ERROR};
 inline constexpr FindingCode ELSEWHERE{"elsewhere", Severity::NOTE};
 

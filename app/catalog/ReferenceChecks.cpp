@@ -16,9 +16,9 @@ using namespace DescriptionFormat;
 void CheckReference(const CCatalog& catalog, const Reference& reference, CFindings& findings) {
     const Place place{reference.from->GetPath(), reference.line};
     CheckWholeAddress(place, reference.address, findings);
-    if (!catalog.GetSite())
+    if (!catalog.HasSite())
         return;
-    const auto path = catalog.GetSite()->FileOf(reference.address);
+    const auto path = catalog.FileOf(reference.address);
     if (!path)
         findings.Add(place.file, place.line, Code::ELSEWHERE,
                      QStringLiteral("\"%1\" does not belong to the site of this folder: it was not followed")
@@ -31,7 +31,7 @@ void CheckReference(const CCatalog& catalog, const Reference& reference, CFindin
 
 // When the program would offer its own update: whether there is an installer to be fetched.
 void CheckInstaller(const CCatalog& catalog, const Reference& reference, CFindings& findings) {
-    const auto path = catalog.GetSite() ? catalog.GetSite()->FileOf(reference.address) : std::nullopt;
+    const auto path = catalog.FileOf(reference.address);
     const CCatalogFile* remote = path ? catalog.Find(*path) : nullptr;
     CProductVersion reader(reference.from->GetFilePath());
     if (!remote || !remote->GetRoot() || !reader.LoadLocal() ||
@@ -52,7 +52,7 @@ void CheckInstaller(const CCatalog& catalog, const Reference& reference, CFindin
                {INSTALL_FOLDER.name, XmlValue::ADDRESS}, folder, findings);
     const CAtlString address = JoinTrimmed(folder, reader.GetUpdateInstallFile());
     CheckWholeAddress(place, address.ToQString(), findings);
-    const auto installer = catalog.GetSite()->FileOf(address.ToQString());
+    const auto installer = catalog.FileOf(address.ToQString());
     if (installer && !catalog.Find(*installer))
         findings.Add(
             place.file, place.line, Code::NO_INSTALLER,
@@ -62,7 +62,7 @@ void CheckInstaller(const CCatalog& catalog, const Reference& reference, CFindin
 }  // namespace
 
 void CheckReferences(const CCatalog& catalog, CFindings& findings) {
-    if (const auto& references = catalog.GetReferences(); !catalog.GetSite() && !references.empty())
+    if (const auto& references = catalog.GetReferences(); !catalog.HasSite() && !references.empty())
         findings.Add(
             references.front().from->GetPath(), references.front().line, Code::ELSEWHERE,
             QStringLiteral("nothing here tells which folder is the site (--site would): this address "

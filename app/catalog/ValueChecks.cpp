@@ -4,6 +4,7 @@
 #include "app/catalog/ValueChecks.h"
 
 #include "net/QtDownloader.h"
+#include "platform/Addresses.h"
 #include "products/CVersionString.h"
 #include "products/CVersionStringRange.h"
 #include "products/Notification.h"
@@ -47,14 +48,11 @@ void CheckAddress(const Place& place, const QString& name, const QString& text, 
             .arg(name, text));
 }
 
-void CheckPage(const Place& place, const QString& name, const QString& text, CFindings& findings) {
-    const QUrl address(text);
-    const bool isWeb =
-        address.scheme() == QLatin1String("http") || address.scheme() == QLatin1String("https");
-    if (!isWeb || !address.isValid() || address.host().isEmpty())
+void CheckPage(const Place& place, const QString& name, const CAtlString& text, CFindings& findings) {
+    if (!IsWebAddress(text))
         findings.Add(place.file, place.line, Code::PAGE_ADDRESS,
-                     QStringLiteral("%1 \"%2\" is handed to the user's browser, and is no web address")
-                         .arg(name, text));
+                     QStringLiteral("%1 \"%2\" is no web address: the program opens no browser for it")
+                         .arg(name, text.ToQString()));
 }
 
 void CheckDate(const Place& place, const QString& name, const CAtlString& text, CFindings& findings) {
@@ -77,7 +75,7 @@ void CheckValue(const Place& place, const XmlAttributeRule& rule, const CAtlStri
         case XmlValue::ADDRESS:
             return CheckAddress(place, name, text.ToQString(), findings);
         case XmlValue::PAGE:
-            return CheckPage(place, name, text.ToQString(), findings);
+            return CheckPage(place, name, text, findings);
         case XmlValue::DATE:
             return CheckDate(place, name, text, findings);
         case XmlValue::TEXT:

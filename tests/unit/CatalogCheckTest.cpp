@@ -171,6 +171,10 @@ const Mistake MISTAKES[] = {
      "|Update", true},
 };
 
+QString Document() {
+    return QString::fromStdString(ReadWholeFile(VARDO_SOURCE_DIR "/docs/publishing.md"));
+}
+
 // A mistake in the language table or the German texts; then, what the program shows for "Close", and whether
 // it takes Hebrew to be written from right to left ("<") or from left to right (">").
 struct TextMistake {
@@ -366,9 +370,27 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
                                     Code::UNLISTED, Code::UNKNOWN_FILE})
         tested[code.name] = severity(code);
     std::map<std::string, std::string> explained;
-    const QString document = QString::fromStdString(ReadWholeFile(VARDO_SOURCE_DIR "/docs/publishing.md"));
-    for (const QString& line : document.split('\n'))
+    for (const QString& line : Document().split('\n'))
         if (const QStringList cells = line.split(" | "); cells.size() >= 4 && cells[0].startsWith("| `"))
             explained[cells[0].section('`', 1, 1).toStdString()] = cells[1].toStdString();
     EXPECT_EQ(explained, tested);
+}
+
+TEST(CatalogDocument, TheExampleGivesWhatStandsBelowIt) {
+    const TemporaryTree tree;
+    std::string expected;
+    const QStringList parts = Document().split("\n```");
+    for (qsizetype i = 1; i < parts.size(); i += 2) {
+        const std::string title = parts[i].section('\n', 0, 0).section('"', 1, 1).toStdString();
+        const std::string text = parts[i].section('\n', 1).toStdString() + '\n';
+        if (title == "output")
+            expected = text;
+        else
+            tree.Write(title, text);
+    }
+    std::ostringstream out;
+    EXPECT_EQ(RunCatalogCheck({"", QString::fromStdString(tree.Path("maker"))}, out, out), EXIT_ERRORS);
+    EXPECT_EQ(
+        QString::fromStdString(out.str()).remove(QString::fromStdString(tree.Root() + "/")).toStdString(),
+        expected);
 }
