@@ -19,8 +19,8 @@ foreach(file products.xml VardoProductUpdate.xml)
   configure_file(${CMAKE_SOURCE_DIR}/packaging/share/${file}.in ${CMAKE_BINARY_DIR}/packaging/share/${file} @ONLY)
 endforeach()
 
-install(TARGETS VARDOProductUpdate VARDOCatalogCheck RUNTIME DESTINATION bin)
+install(TARGETS VARDOProductUpdate VARDOCatalogCheck VARDOUpdateReport RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)
 
 # All that an installation holds, and nothing else: what scripts/run.sh builds.
-add_custom_target(program DEPENDS VARDOProductUpdate VARDOCatalogCheck)
+add_custom_target(program DEPENDS VARDOProductUpdate VARDOCatalogCheck VARDOUpdateReport)

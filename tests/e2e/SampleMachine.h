@@ -63,6 +63,12 @@ public:
             {"XDG_CONFIG_DIRS", "/tmp/run/machine"}};
         return std::make_unique<ChildProcess>(FOLDER + "/bin/VARDOProductUpdate", arguments, variables);
     }
+    // Starts the report, where there is no display.
+    static std::unique_ptr<ChildProcess> StartReport(const std::vector<std::string>& arguments) {
+        const std::map<std::string, std::string> variables{
+            {"DISPLAY", ""}, {"QT_QPA_PLATFORM", "xcb"}, {"XDG_CONFIG_DIRS", "/tmp/run/machine"}};
+        return std::make_unique<ChildProcess>(FOLDER + "/bin/VARDOUpdateReport", arguments, variables);
+    }
 
     // The site's requests so far: method, path and status, a line each.
     static std::string Requests() { return ReadWholeFile("/tmp/run/access.log"); }

@@ -74,6 +74,10 @@ public:
     bool EndsWell() {
         return WaitForEnd() && process_.exitStatus() == QProcess::NormalExit && process_.exitCode() == 0;
     }
+    // Waits for its end; its exit code, or -1 when it did not come to an end by itself.
+    int ExitCode() {
+        return WaitForEnd() && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+    }
     // Sends the signal to the whole group.
     void Signal(int number) const { kill(static_cast<pid_t>(-id_), number); }
     // What it wrote so far to standard output and to standard error.

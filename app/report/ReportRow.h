@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// One line of the report.
+#pragma once
+
+#include "products/IProduct.h"
+
+#include <QJsonObject>
+#include <QString>
+
+enum class ReportState {
+    CURRENT,
+    UPDATE,       // there is a newer version
+    DISABLED,     // another product keeps this one from being updated
+    OLDER,        // a higher version is installed beside it
+    NOTICE,       // a notification from the maker
+    DISMISSED,    // one that the user has seen
+    NOT_CHECKED,  // nobody tried
+    FAILED,       // the check failed
+    NOT_INSTALLED,
+};
+
+// What is known of one installed version; texts are empty where nothing is.
+struct ReportRow {
+    QString name;
+    QString key;
+    QString installed;
+    QString latest;
+    ReportState state = ReportState::NOT_INSTALLED;
+    // What the row's button in the update program would open; empty when there is no such button.
+    QString page;
+};
+
+// The row of a product's item, as the update program would show it after a check, or without one.
+ReportRow MakeRow(const IProduct& product, unsigned item, bool wasChecked);
+// The row of a product that has no item.
+ReportRow MakeRow(const IProduct& product);
+
+// The word for a state in the report.
+QString StateWord(ReportState state);
+QJsonObject ToJson(const ReportRow& row);

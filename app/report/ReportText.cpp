@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "app/report/ReportText.h"
+
+#include "app/report/CTextTable.h"
+#include "app/report/ExplanationText.h"
+
+#include <QJsonObject>
+#include <QJsonValue>
+
+namespace {
+
+QString Table(const QJsonArray& rows) {
+    CTextTable table({"NAME", "INSTALLED", "LATEST", "STATE", "KEY", "PAGE"});
+    for (const QJsonValue row : rows)
+        table.AddRow({row["name"].toString(), row["installed"].toString(), row["latest"].toString(),
+                      row["state"].toString(), row["key"].toString(), row["page"].toString()});
+    return table.ToText();
+}
+
+QString Explanations(const QJsonArray& rows) {
+    QString text = '\n' + CommonExplanation(rows[0]["explain"].toObject());
+    QString previous;
+    for (const QJsonValue row : rows) {
+        // The versions of a product follow one another, and share their explanation.
+        if (const QString key = row["key"].toString(); key != previous || key.isEmpty()) {
+            text += '\n' + ExplanationText(row.toObject());
+            previous = key;
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+QString ReportText(const QJsonArray& rows, bool isExplained) {
+    if (rows.isEmpty())
+        return "No product of the list is installed.\n";
+    return Table(rows) + (isExplained ? Explanations(rows) : QString());
+}

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "app/report/RunReport.h"
+
+#include "app/report/CReportEnvironment.h"
+#include "app/report/CReportOptions.h"
+#include "app/report/CUpdateReport.h"
+#include "app/report/ReportText.h"
+#include "net/Downloader.h"
+#include "platform/CVardoDirectoryPath.h"
+#include "platform/StaleFiles.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+#include <boost/make_shared.hpp>
+#include <iostream>
+
+namespace {
+
+// As of sysexits(3).
+constexpr int WRONG_USAGE = 64;
+
+bool Print(const QString& text) {
+    std::cout << text.toStdString() << std::flush;
+    return std::cout.good();
+}
+
+boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& options) {
+    const auto handler = boost::make_shared<ProxyHandlerBase>();
+    if (options.GetProxyHost().isEmpty())
+        handler->LoadProxySettings();
+    else
+        handler->SetProxy(CAtlString(options.GetProxyHost()), options.GetProxyPort());
+    handler->SetCredentials(CAtlString(options.GetUserName()), CAtlString(options.GetPassword()));
+    handler->SetInteractive(false);
+    return handler;
+}
+
+TransferBounds MakeBounds(const CReportOptions& options) {
+    TransferBounds bounds;
+    if (options.GetTimeout())
+        bounds.silence = *options.GetTimeout();
+    if (options.GetTimeout())
+        bounds.wholeTime = options.GetTimeout();
+    return bounds;
+}
+
+// Of no other process: the program itself may fetch for the same user at the same time.
+CAtlString FileNames() {
+    CAtlString names;
+    names.Format(L"%sReport-%lld-", Downloader::BASE_NAME,
+                 static_cast<long long>(QCoreApplication::applicationPid()));
+    return names;
+}
+
+// Those of failed fetches, however young.
+void RemoveOwnFiles() {
+    constexpr std::chrono::seconds ANY_AGE(-60);
+    RemoveStaleFiles(CVardoDirectoryPath::GetTempDirectory(), FileNames(), ANY_AGE);
+}
+
+bool Run(CUpdateReport& report, const CReportOptions& options) {
+    if (options.IsOffline())
+        return report.Run(true);
+    Downloader::RemoveStaleFiles();
+    const bool isListed = report.Run(false);
+    RemoveOwnFiles();
+    return isListed;
+}
+
+int Report(const CReportOptions& options) {
+    const auto downloader = boost::make_shared<Downloader>(MakeBounds(options), FileNames());
+    downloader->SetProxyHandler(MakeProxyHandler(options));
+    CUpdateReport report(boost::make_shared<CReportEnvironment>(), downloader);
+    if (!Run(report, options))
+        std::cerr << "VARDOUpdateReport: there is no product list\n";
+    const bool isPrinted =
+        options.IsJson() ? Print(QJsonDocument(report.ToJson(options.IsExplained())).toJson())
+                         : Print(ReportText(report.ToJson(options.IsExplained()), options.IsExplained()));
+    return isPrinted ? report.GetExitStatus() : CUpdateReport::NOT_ALL_CHECKED;
+}
+
+}  // namespace
+
+int RunReport(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(VARDO_VERSION);
+    CReportOptions options;
+    if (!options.Parse(QCoreApplication::arguments())) {
+        std::cerr << "VARDOUpdateReport: " << options.GetProblem().toStdString()
+                  << "\nVARDOUpdateReport --help says what is possible.\n";
+        return WRONG_USAGE;
+    }
+    if (options.IsHelpWanted() || options.IsVersionWanted())
+        return Print(options.IsHelpWanted() ? options.GetHelp() : options.GetVersion())
+                   ? 0
+                   : CUpdateReport::NOT_ALL_CHECKED;
+    return Report(options);
+}
