@@ -39,10 +39,11 @@ boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& optio
 
 TransferBounds MakeBounds(const CReportOptions& options) {
     TransferBounds bounds;
-    if (options.GetTimeout())
+    if (options.GetTimeout()) {
         bounds.silence = *options.GetTimeout();
-    if (options.GetTimeout())
+        bounds.head = *options.GetTimeout();
         bounds.wholeTime = options.GetTimeout();
+    }
     return bounds;
 }
 
