@@ -27,7 +27,7 @@ bool Print(const QString& text) {
 }
 
 boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& options) {
-    const auto handler = boost::make_shared<ProxyHandlerBase>();
+    auto handler = boost::make_shared<ProxyHandlerBase>();
     if (options.GetProxyHost().isEmpty())
         handler->LoadProxySettings();
     else
@@ -39,10 +39,10 @@ boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& optio
 
 TransferBounds MakeBounds(const CReportOptions& options) {
     TransferBounds bounds;
-    if (options.GetTimeout()) {
-        bounds.silence = *options.GetTimeout();
-        bounds.head = *options.GetTimeout();
-        bounds.wholeTime = options.GetTimeout();
+    if (const auto timeout = options.GetTimeout()) {
+        bounds.silence = *timeout;
+        bounds.head = *timeout;
+        bounds.wholeTime = timeout;
     }
     return bounds;
 }
