@@ -30,10 +30,12 @@ const std::string INSTALLED = "program/gallery/Uninstall/updateinfo.xml";
 const std::string TABLE = "program/Languages/languages.xml";
 const std::string GERMAN = "program/Languages/de/VARDOProductUpdate.strings";
 
-const char* const NOTEBOOK = "VARDO Notebook|11.0.580.0|";
+const char* const NO_NOTEBOOK = "-VARDO Notebook|11.0.580.0|";
 const char* const COURSES = "Free courses";
+const char* const NO_COURSES = "-Free courses";
 
-// A mistake, what the check says of it, and a text that is in some row of the window then, or in none.
+// A mistake, what the check says of it, and a text that is in some row of the window then; with a "-" before
+// it, in none.
 struct Mistake {
     const char* situation;
     std::string file;
@@ -41,8 +43,7 @@ struct Mistake {
     QString with;
     FindingCode code;
     int line;
-    const char* rowText;
-    bool isInSomeRow;
+    const char* row;
 };
 
 QString Range(const char* ends, const char* version) {
@@ -54,121 +55,116 @@ const QString FIRST_RANGE = "<Range VersionFrom=\"2.0.0.0\"";
 
 const Mistake MISTAKES[] = {
     {"an element in lower case", LIST, "<Product Name=\"VARDO Ink\"", "<product Name=\"VARDO Ink\"",
-     Code::UNKNOWN_PRODUCT, 16, "VARDO Ink", false},
+     Code::UNKNOWN_PRODUCT, 16, "-VARDO Ink"},
     {"an attribute in another case", LIST, "BaseXml=\"SoftwareUpdateVINK\"", "BaseXML=\"SoftwareUpdateVINK\"",
-     Code::UNKNOWN_ATTRIBUTE, 16, "VARDO Ink", false},
-    {"the name is missing", LIST, "Name=\"VARDO Ink\"", "Name=\"\"", Code::MISSING_ATTRIBUTE, 16, "VARDO Ink",
-     false},
-    {"a list without a version", LIST, "Version=\"1.3.0.0\"", "", Code::INVALID_VERSION, 3, "VARDO Timeline",
-     false},
-    {"a list that names no other", INSTALLED_LIST, "Url=", "URL=", Code::NO_REFRESH, 3, "VARDO Timeline",
-     false},
+     Code::UNKNOWN_ATTRIBUTE, 16, "-VARDO Ink"},
+    {"the name is missing", LIST, "Name=\"VARDO Ink\"", "Name=\"\"", Code::MISSING_ATTRIBUTE, 16,
+     "-VARDO Ink"},
+    {"a list without a version", LIST, "Version=\"1.3.0.0\"", "", Code::INVALID_VERSION, 3,
+     "-VARDO Timeline"},
+    {"a list that names no other", INSTALLED_LIST, "Url=", "URL=", Code::NO_REFRESH, 3, "-VARDO Timeline"},
     {"a list at an https address", INSTALLED_LIST, "Url=\"http:", "Url=\"https:", Code::NOT_HTTP, 3,
-     "VARDO Timeline", false},
+     "-VARDO Timeline"},
     {"a list that holds nothing", LIST, "",
      "<Products Version='2.0.0.0' Url='http://127.0.0.1:8080/products.xml'/>", Code::EMPTY_LIST, 1,
-     "VARDO Timeline", false},
+     "-VARDO Timeline"},
     {"a disabler of no product", LIST, "uid=\"SoftwareUpdateVBS\"", "uid=\"VBS\"", Code::NO_EFFECT, 13,
-     "VARDO Poll|1.4.0.0|2.0.0.0|Update", true},
+     "VARDO Poll|1.4.0.0|2.0.0.0|Update"},
     {"a range with a lower end alone", LIST, " versionTo=\"9.9.9.9\"", "", Code::OPEN_RANGE, 13,
-     "VARDO Poll|1.4.0.0|2.0.0.0|Update", true},
+     "VARDO Poll|1.4.0.0|2.0.0.0|Update"},
     {"a range without ends", LIST, "versionFrom=\"9.0.0.0\" versionTo=\"9.9.9.9\"", "", Code::EMPTY_RANGE, 13,
-     "VARDO Poll|1.4.0.0|2.0.0.0|Update", true},
+     "VARDO Poll|1.4.0.0|2.0.0.0|Update"},
     {"exchanged ends", LIST, "versionFrom=\"9.0.0.0\" versionTo=\"9.9.9.9\"",
-     "versionTo=\"9.0.0.0\" versionFrom=\"9.9.9.9\"", Code::SWAPPED_RANGE, 13, "VARDO Poll|1.4.0.0|1.4.0.0|-",
-     true},
+     "versionTo=\"9.0.0.0\" versionFrom=\"9.9.9.9\"", Code::SWAPPED_RANGE, 13,
+     "VARDO Poll|1.4.0.0|1.4.0.0|-"},
     {"disablers in two groups", LIST, "<DisableUpdatesIfInstalled>",
      "<DisableUpdatesIfInstalled/><DisableUpdatesIfInstalled>", Code::REPEATED_ELEMENT, 12,
-     "VARDO Poll|1.4.0.0|2.0.0.0|Update", true},
+     "VARDO Poll|1.4.0.0|2.0.0.0|Update"},
     {"two products with one base name", LIST, "SoftwareUpdateVINK", "SoftwareUpdateVN", Code::DUPLICATE_KEY,
-     16, "VARDO Ink|11.0.580.0", true},
+     16, "VARDO Ink|11.0.580.0"},
     {"a base name that begins with another", LIST, "SoftwareUpdateVINK", "SoftwareUpdateVN10",
-     Code::AMBIGUOUS_NAME, 4, "VARDO Ink|10.6.141.0", true},
+     Code::AMBIGUOUS_NAME, 4, "VARDO Ink|10.6.141.0"},
     {"a product without a page", LIST,
      "\n             DefaultUrl=\"http://127.0.0.1:8080/pages/microscope-home.html\"", "", Code::NO_PAGE, 22,
-     "VARDO Microscope|4.4.0.0|4.5.0.0|Update|http", false},
+     "-VARDO Microscope|4.4.0.0|4.5.0.0|Update|http"},
     {"a page that is no address", LIST, "http://127.0.0.1:8080/pages/microscope-home.html", "www.example.com",
-     Code::PAGE_ADDRESS, 23, "VARDO Microscope|4.4.0.0|4.5.0.0|Update|www.", true},
+     Code::PAGE_ADDRESS, 23, "VARDO Microscope|4.4.0.0|4.5.0.0|Update|www."},
 
-    {"no installed version", LOCAL, "CurrentVersion=", "Version=", Code::MISSING_ATTRIBUTE, 3, NOTEBOOK,
-     false},
-    {"no product", LOCAL, "<Product", "<TestProduct", Code::MISSING_ELEMENT, 2, NOTEBOOK, false},
+    {"no installed version", LOCAL, "CurrentVersion=", "Version=", Code::MISSING_ATTRIBUTE, 3, NO_NOTEBOOK},
+    {"no product", LOCAL, "<Product", "<TestProduct", Code::MISSING_ELEMENT, 2, NO_NOTEBOOK},
     {"two files of one version", "program/share/SoftwareUpdateVN106.xml", "10.6.141.0", "10.2.1.0",
-     Code::SAME_VERSION, 1, "|10.6.141.0|", false},
+     Code::SAME_VERSION, 1, "-|10.6.141.0|"},
     {"an installed version of three parts", LOCAL, "11.0.580.0", "11.2.0", Code::INVALID_VERSION, 3,
-     "VARDO Notebook|11.2.0|", true},
+     "VARDO Notebook|11.2.0|"},
     {"a version that is not read to its end", LOCAL, "11.0.580.0", "11.2.0.0-beta", Code::MISREAD_VERSION, 3,
-     "VARDO Notebook|11.2.0.0|11.2.0.0|Current", true},
+     "VARDO Notebook|11.2.0.0|11.2.0.0|Current"},
     {"a version in the old form", LOCAL, "11.0.580.0", "10203040", Code::VERSION_FORM, 3,
-     "VARDO Notebook|1.2.30.40|", true},
+     "VARDO Notebook|1.2.30.40|"},
     {"the name of a file that is not there", LOCAL, "notebook.xml", "book.xml", Code::MISSING_FILE, 3,
-     "VARDO Notebook|11.0.580.0||", true},
-    {"an address without http", LOCAL, "http://", "", Code::NOT_HTTP, 3, "VARDO Notebook|11.0.580.0||", true},
+     "VARDO Notebook|11.0.580.0||"},
+    {"an address without http", LOCAL, "http://", "", Code::NOT_HTTP, 3, "VARDO Notebook|11.0.580.0||"},
     {"an address with a query", LOCAL, "notebook.xml", "notebook.xml?v=2", Code::NOT_SENT, 3,
-     "VARDO Notebook|11.0.580.0||", true},
+     "VARDO Notebook|11.0.580.0||"},
     {"an address of another site", LOCAL, "127.0.0.1", "example.com", Code::ELSEWHERE, 3,
-     "VARDO Notebook|11.0.580.0||", true},
+     "VARDO Notebook|11.0.580.0||"},
 
     {"not exactly Server", REMOTE, "\"Server\"", "\"server\"", Code::NOT_SERVER, 2,
-     "VARDO Notebook|11.0.580.0||", true},
+     "VARDO Notebook|11.0.580.0||"},
     {"an end tag is missing", REMOTE, "</SoftwareUpdate>", "", Code::MALFORMED, 7,
-     "VARDO Notebook|11.0.580.0||", true},
+     "VARDO Notebook|11.0.580.0||"},
     {"no product for the public", REMOTE, "<Product", "<TestProduct", Code::MISSING_ELEMENT, 2,
-     "VARDO Notebook|11.0.580.0||", true},
+     "VARDO Notebook|11.0.580.0||"},
     {"an offer of a version of two parts", REMOTE, "11.2.0.0", "11.2", Code::INVALID_VERSION, 3,
-     "VARDO Notebook|11.0.580.0|11.2|Current", true},
+     "VARDO Notebook|11.0.580.0|11.2|Current"},
     {"an offer without a version", REMOTE, "UpdateVersion=", "Version=", Code::INVALID_VERSION, 3,
-     "VARDO Notebook|11.0.580.0||Current", true},
+     "VARDO Notebook|11.0.580.0||Current"},
     {"an ampersand in an address", REMOTE, "notebook.html", "n.html?a&b", Code::LONE_AMPERSAND, 5,
-     "/n.html?ab", true},
+     "/n.html?ab"},
     {"two ranges with one lower end", PLANNER, FIRST_RANGE,
      Range("VersionFrom='2.0.0.0' VersionTo='2.9.0.0'", "2.5.0.0"), Code::SAME_LOWER_END, 8,
-     "VARDO Lesson Planner|2.3.0.0|2.5.0.0|Update", true},
+     "VARDO Lesson Planner|2.3.0.0|2.5.0.0|Update"},
     {"a range within a lower one", PLANNER, FIRST_RANGE,
      Range("VersionFrom='1.0.0.0' VersionTo='3.0.0.0'", "2.7.0.0"), Code::UNREACHABLE_OFFER, 8,
-     "VARDO Lesson Planner|2.3.0.0|2.7.0.0|Update", true},
+     "VARDO Lesson Planner|2.3.0.0|2.7.0.0|Update"},
     {"a range that overlaps with a lower one", PLANNER, FIRST_RANGE,
      Range("VersionFrom='1.0.0.0' VersionTo='2.4.0.0'", "2.6.0.0"), Code::OVERLAP, 8,
-     "VARDO Lesson Planner|2.3.0.0|2.6.0.0|Update", true},
+     "VARDO Lesson Planner|2.3.0.0|2.6.0.0|Update"},
     {"a range without an offer", PLANNER, "VersionTo=\"2.9.9.9\">",
      "VersionTo=\"2.9.9.9\"></Range><Range VersionFrom=\"3.0.0.0\" VersionTo=\"3.0.0.1\">",
-     Code::RANGE_WITHOUT_OFFER, 8, "VARDO Lesson Planner|2.3.0.0|4.0.0.0|Update", true},
+     Code::RANGE_WITHOUT_OFFER, 8, "VARDO Lesson Planner|2.3.0.0|4.0.0.0|Update"},
     {"an offer below its range", PLANNER, "2.9.1.0", "1.9.1.0", Code::NEVER_AN_UPDATE, 9,
-     "VARDO Lesson Planner|2.3.0.0|1.9.1.0|Current", true},
+     "VARDO Lesson Planner|2.3.0.0|1.9.1.0|Current"},
     {"an end tag of another name", PLANNER, "<Compatibility>", "<Compatible>", Code::MALFORMED, 13,
-     "VARDO Lesson Planner|2.3.0.0||", true},
+     "VARDO Lesson Planner|2.3.0.0||"},
     {"ranges in another case", PLANNER, FIRST_RANGE, "<Ranges/>" + Range("VersionTo='1.0.0.0'", "1.1.0.0"),
-     Code::UNKNOWN_ELEMENT, 8, "VARDO Lesson Planner|2.3.0.0|2.9.1.0|Update", true},
+     Code::UNKNOWN_ELEMENT, 8, "VARDO Lesson Planner|2.3.0.0|2.9.1.0|Update"},
 
-    {"BaseXml for BaseXML", LIST, "BaseXML=", "BaseXml=", Code::MISSING_ATTRIBUTE, 27, COURSES, false},
+    {"BaseXml for BaseXML", LIST, "BaseXML=", "BaseXml=", Code::MISSING_ATTRIBUTE, 27, NO_COURSES},
     {"a notification without a description", LIST, "NoticeSummerCourses", "NoticeCourses", Code::MISSING_FILE,
-     27, COURSES, false},
-    {"a description with another root", NOTICE, "<Notification", "<Notice", Code::WRONG_ROOT, 2, COURSES,
-     false},
-    {"a description without a file", NOTICE, "File=", "Files=", Code::MISSING_ATTRIBUTE, 2, COURSES, false},
-    {"a day that does not exist", MESSAGE, "20991231", "20991340", Code::BAD_DATE, 3, COURSES, false},
-    {"it ends before it begins", MESSAGE, "20991231", "20260102", Code::NEVER_SHOWN, 3, COURSES, false},
-    {"it is over", MESSAGE, "20991231", "20260201", Code::EXPIRED, 3, COURSES, false},
-    {"texts in a second group", MESSAGE, "<Text>", "<Text/><Text>", Code::MISSING_ELEMENT, 3, COURSES, false},
-    {"no English text", MESSAGE, "<en value", "<pl value", Code::NO_ENGLISH, 4, COURSES, false},
+     27, NO_COURSES},
+    {"a description with another root", NOTICE, "<Notification", "<Notice", Code::WRONG_ROOT, 2, NO_COURSES},
+    {"a description without a file", NOTICE, "File=", "Files=", Code::MISSING_ATTRIBUTE, 2, NO_COURSES},
+    {"a day that does not exist", MESSAGE, "20991231", "20991340", Code::BAD_DATE, 3, NO_COURSES},
+    {"it ends before it begins", MESSAGE, "20991231", "20260102", Code::NEVER_SHOWN, 3, NO_COURSES},
+    {"it is over", MESSAGE, "20991231", "20260201", Code::EXPIRED, 3, NO_COURSES},
+    {"texts in a second group", MESSAGE, "<Text>", "<Text/><Text>", Code::MISSING_ELEMENT, 3, NO_COURSES},
+    {"no English text", MESSAGE, "<en value", "<pl value", Code::NO_ENGLISH, 4, NO_COURSES},
     {"no text for some languages", MESSAGE, "<de value", "<de_AT value", Code::MISSING_TRANSLATION, 4,
-     COURSES, true},
-    {"a text for no language", MESSAGE, "<de value", "<deutsch value", Code::UNKNOWN_LANGUAGE, 6, COURSES,
-     true},
-    {"an empty text", MESSAGE, "value=\"Free", "text=\"Free", Code::EMPTY_TEXT, 5, COURSES, false},
+     COURSES},
+    {"a text for no language", MESSAGE, "<de value", "<deutsch value", Code::UNKNOWN_LANGUAGE, 6, COURSES},
+    {"an empty text", MESSAGE, "value=\"Free", "text=\"Free", Code::EMPTY_TEXT, 5, NO_COURSES},
 
     {"no categories", PUBLISHED, "<categories>", "<category/><categories>", Code::UNKNOWN_ELEMENT, 3,
-     "VARDO Gallery Pictures|", true},
+     "VARDO Gallery Pictures|"},
     {"no group of categories", PUBLISHED, "",
-     "<gallery>\n<category id='maps' version='2027-01-01'/>\n</gallery>", Code::MISSING_ELEMENT, 1, "|Update",
-     true},
-    {"versions that are no dates", PUBLISHED, "2026-06-15", "June", Code::NOT_A_DATE, 4, "|June|Update",
-     true},
+     "<gallery>\n<category id='maps' version='2027-01-01'/>\n</gallery>", Code::MISSING_ELEMENT, 1,
+     "|Update"},
+    {"versions that are no dates", PUBLISHED, "2026-06-15", "June", Code::NOT_A_DATE, 4, "|June|Update"},
     {"no category that is installed", PUBLISHED, "",
      "<x><categories><category id='plants' version='2027-01-01'/></categories></x>", Code::NO_COMMON_CATEGORY,
-     1, "2027", false},
+     1, "-2027"},
     {"a category without an id", INSTALLED, "id=\"animals\"", "name=\"animals\"", Code::MISSING_ATTRIBUTE, 3,
-     "|Update", true},
+     "|Update"},
 };
 
 QString Document() {
@@ -229,18 +225,18 @@ TEST_F(CatalogTest, WhatIsFoundIsWhatTheProgramDoes) {
     const CFindings good = Check();
     for (const Mistake& mistake : MISTAKES) {
         LayOut();
-        EXPECT_EQ(Count(good, mistake.code, mistake.file, mistake.line) == 0 || mistake.line == 4, true)
-            << mistake.situation;
         Alter(mistake.file, mistake.what, mistake.with);
-        const CFindings findings = Check();
+        const CFindings findings = CheckBut(good);
         EXPECT_GT(Count(findings, mistake.code, mistake.file, mistake.line), 0)
             << mistake.situation << '\n'
             << findings.ToText().toStdString();
         const auto rows = Rows();
-        const bool isInSomeRow = std::any_of(rows.begin(), rows.end(), [&](const std::string& row) {
-            return row.find(mistake.rowText) != std::string::npos;
-        });
-        EXPECT_EQ(isInSomeRow, mistake.isInSomeRow) << mistake.situation << testing::PrintToString(rows);
+        const std::string row = mistake.row;
+        if (row.starts_with('-'))
+            EXPECT_THAT(rows, testing::Not(testing::Contains(testing::HasSubstr(row.substr(1)))))
+                << mistake.situation;
+        else
+            EXPECT_THAT(rows, testing::Contains(testing::HasSubstr(row))) << mistake.situation;
     }
 }
 
@@ -338,7 +334,6 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
     std::filesystem::remove(shared_.Path(PUBLISHED));
     EXPECT_THAT(run({root + "/site", "--site", "http://127.0.0.1:8080"}, EXIT_ERRORS),
                 testing::HasSubstr("products.xml:26: error: \"http://127.0.0.1:8080/gallery/"));
-    std::filesystem::remove(shared_.Path("program/share/SoftwareUpdateVINK.xml"));
     LayOut();
     std::filesystem::remove(shared_.Path("program/share/SoftwareUpdateVINK.xml"));
     const auto json =

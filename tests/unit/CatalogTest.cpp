@@ -6,6 +6,7 @@
 #include <QSettings>
 #include <QStringDecoder>
 #include <QStringEncoder>
+#include <algorithm>
 #include <filesystem>
 
 #include "i18n/CResourceManagerLinux.h"
@@ -76,6 +77,17 @@ void CatalogTest::Alter(const std::string& file, const QString& what, const QStr
     text.replace(text.indexOf(what), what.isEmpty() ? text.size() : what.size(), with);
     QStringEncoder utf16(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
     shared_.Write(file, (IsStrings(file) ? QByteArray(utf16(text)) : text.toUtf8()).toStdString());
+}
+
+CFindings CatalogTest::CheckBut(const CFindings& others) const {
+    const auto known = others.Sorted();
+    CFindings findings;
+    for (const Finding& each : CheckCatalog(CCatalog(QString::fromStdString(shared_.Root()), {})).Sorted())
+        if (std::none_of(known.begin(), known.end(), [&](const Finding& other) {
+                return other.file == each.file && other.line == each.line && other.text == each.text;
+            }))
+            findings.Add(each.file, each.line, each.code, each.text);
+    return findings;
 }
 
 int CatalogTest::Count(const CFindings& findings, const FindingCode& code, const std::string& file,

@@ -15,16 +15,20 @@
 // Below the folder are "program" (as it is installed, with the shipped languages) and "site" (what is
 // published at http://127.0.0.1:8080/).
 class CatalogTest : public ProductTest {
+public:
+    ~CatalogTest() override;
+
 protected:
     CatalogTest();
-    ~CatalogTest() override;
 
     // Replaces the first occurrence of a text in a file, or all of the file for an empty text. Strings files
     // are UTF-16; the texts are UTF-8.
     void Alter(const std::string& file, const QString& what, const QString& with);
     // Puts the folder back into the state in which it was laid out.
     void LayOut();
-    CFindings Check() const { return CheckCatalog(CCatalog(QString::fromStdString(shared_.Root()), {})); }
+    CFindings Check() const { return CheckBut({}); }
+    // What others do not have.
+    CFindings CheckBut(const CFindings& others) const;
     // The findings with a code in a line of a file; a line of 0 stands for all lines.
     int Count(const CFindings& findings, const FindingCode& code, const std::string& file, int line) const;
 
