@@ -26,8 +26,8 @@ CAtlString UserName() {
     const auto buffer = std::make_unique<char[]>(USER_ENTRY_BYTES);
     passwd entry{};
     passwd* found = nullptr;
-    getpwuid_r(getuid(), &entry, buffer.get(), USER_ENTRY_BYTES, &found);
-    const CAtlString name(found ? found->pw_name : nullptr);
+    const int error = getpwuid_r(getuid(), &entry, buffer.get(), USER_ENTRY_BYTES, &found);
+    const CAtlString name(error == 0 && found ? found->pw_name : nullptr);
     return name.IsEmpty() ? CAtlString(std::to_wstring(getuid()).c_str()) : name;
 }
 

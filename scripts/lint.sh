@@ -55,23 +55,39 @@ shell_scripts() { ours '*.sh' .ci/run samples/installation/gallery/content-tool 
 COROUTINES=(--extra-arg=-DBOOST_ASIO_HAS_CO_AWAIT=1 --extra-arg=-DBOOST_ASIO_HAS_STD_COROUTINE=1
     --extra-arg=-includeutility)
 
+# tidy BUILD PATTERN...: those sources, as that build folder compiles them.
 tidy() {
-    ours '*.cpp' | xargs -0 -n 1 -P "$(nproc)" clang-tidy-16 -p build/debug --quiet "${COROUTINES[@]}" 2>/dev/null
+    local build=$1
+    shift
+    ours "$@" | xargs -0 -n 1 -P "$(nproc)" clang-tidy-16 -p "$build" --quiet "${COROUTINES[@]}" 2>/dev/null
 }
+
+# cppcheck knows no coroutines, nor a test suite without a prefix; and that readdir needs no other form when each
+# thread reads a stream of its own (readdir(3)).
+CPPCHECK=('--enable=warning,performance,portability' --inline-suppr --error-exitcode=1 --quiet --std=c++20
+    --library=qt --library=posix --library=boost --library=googletest '-DINSTANTIATE_TEST_SUITE_P(...)='
+    --suppress=missingReturn:tests/support/LoopbackServer.cpp --suppress=readdirCalled)
+
+other_slips() { ours '*.cpp' | xargs -0 cppcheck -j "$(nproc)" "${CPPCHECK[@]}" -I . -I tests; }
 
 headers_alone() { cmake --build --preset debug --target check-headers; }
 
 QUICK=""
 [[ ${1:-} != --quick ]] || QUICK=yes
-ensure_packages build lint
+ensure_packages build fuzz lint
 check "Layout" "Run: git ls-files '*.cpp' '*.h' | xargs clang-format -i" layout
 check "White space" "Remove the blanks at the ends of these lines, and write blanks for tabs." white_space
 check "SPDX lines" "Begin the file with the two lines that every other file begins with." owners
 check "Shell scripts" "See what shellcheck says above." shell_scripts
+check "cppcheck" "Mend it, or suppress it in the line before with cppcheck-suppress, what it is, and a reason." other_slips
 if [[ -z $QUICK ]]; then
     build debug
     check "Headers alone" "A header includes all that it needs itself." headers_alone
-    check "clang-tidy" "Mend it, or suppress it in the line with NOLINT(check) and a reason." tidy
+    check "clang-tidy" "Mend it, or suppress it in the line with NOLINT(check) and a reason." \
+        tidy build/debug '*.cpp' ':!tests/fuzz'
+    # Only clang compiles the fuzzers; it need not do so for clang-tidy to know how.
+    cmake --preset fuzz --log-level=WARNING >/dev/null
+    check "clang-tidy of the fuzzers" "The same." tidy build/fuzz 'tests/fuzz/*.cpp'
 fi
 [[ ${#FAILED[@]} == 0 ]] || fail "failed: $(printf '%s, ' "${FAILED[@]}" | sed 's/, $//')"
 say "Nothing to complain about"
