@@ -16,10 +16,11 @@
 #include "support/Sandbox.h"
 
 // What the address sanitizer begins with; ASAN_OPTIONS may say more. Short stacks of allocations and a small
-// quarantine double the speed.
+// quarantine double the speed. What wants more than the limit does not get it, as on a small machine: this is
+// survived, or the uncaught exception ends the process.
 extern "C" const char* __asan_default_options() {  // NOLINT(bugprone-reserved-identifier): its name.
-    return "detect_stack_use_after_return=1:strict_string_checks=1:malloc_context_size=4:quarantine_size_mb="
-           "16";
+    return "detect_stack_use_after_return=1:strict_string_checks=1:malloc_context_size=4:"
+           "quarantine_size_mb=16:allocator_may_return_null=1:max_allocation_size_mb=512";
 }
 
 extern "C" const char* __ubsan_default_options() {  // NOLINT(bugprone-reserved-identifier): its name.

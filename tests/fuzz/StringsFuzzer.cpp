@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // The bytes of a strings file.
-#include <algorithm>
+#include <utility>
 
 #include "fuzz/Fuzzing.h"
 #include "i18n/StringsReader.h"
@@ -28,8 +28,6 @@ Pairs Read(std::string_view bytes) {
         CheckPlace(reader);
         pairs.emplace_back(key, text);
         Require(!key.IsEmpty(), "a pair has a key");
-        Require(std::max(key.GetLength(), text.GetLength()) <= StringsReader::MAX_TOKEN_UNITS,
-                "tokens are bounded");
         Require(pairs.size() <= bytes.size() / 2, "a pair takes characters");
     }
     return pairs;

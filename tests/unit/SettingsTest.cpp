@@ -95,8 +95,22 @@ TEST_F(Settings, ReadsAndDefaults) {
     }
     EXPECT_EQ(ReadRegistryString(HKEY_CURRENT_USER, L"T", L"u", L"default", error), L"default");
     EXPECT_EQ(error, REGISTRY_NOT_FOUND);
-    std::ofstream(USERS + WHOLE_MAKER) << "[T]\nt=12345\n";
-    EXPECT_EQ(Number(HKEY_CURRENT_USER, L"T", L"t"), 12345) << "what other software wrote";
+}
+
+TEST_F(Settings, ReadsWhatOtherSoftwareWrote) {
+    const std::tuple<const char*, const char*, int> cases[] = {
+        {"a number", "12345", 12345},
+        {"a number in quotes", "\"12345\"", 12345},
+        {"several values", "1, 2", 0},
+        {"a serialised number", "@Variant(\\0\\0\\0\\x2\\0\\0\\0\\x7)", 7},
+        {"a serialised value that is cut off", "@Variant(\\0\\0\\0\\x2\\0)", 0},
+        {"a list of four thousand million values", "@Variant(\\0\\0\\0\\x9\\xff\\xff\\xff\\xff)", 0},
+    };
+    for (const auto& [situation, value, number] : cases) {
+        Clear();
+        std::ofstream(USERS + WHOLE_MAKER) << "[T]\nt=" << value << "\n";
+        EXPECT_EQ(Number(HKEY_CURRENT_USER, L"T", L"t"), number) << situation;
+    }
 }
 
 // A file in the folder's place stops even root.
