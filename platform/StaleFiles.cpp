@@ -32,8 +32,10 @@ void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& begin
     // Takes the descriptor with it.
     const std::unique_ptr<DIR, int (*)(DIR*)> directory(descriptor < 0 ? nullptr : fdopendir(descriptor),
                                                         &closedir);
-    if (!directory)
+    if (!directory) {
+        close(descriptor);
         return;
+    }
     const std::time_t newest = std::time(nullptr) - age.count();
     while (const dirent* entry = readdir(directory.get()))
         if (std::string_view(entry->d_name).starts_with(prefix.get()) &&

@@ -83,7 +83,8 @@ TEST_F(HostileServers, CostTheirOwnProductsAloneAndNeverTheCheck) {
                                     : LoopbackAnswer::Body(good));
     }
     Install();
-    const auto downloader = boost::make_shared<Downloader>(TransferBounds{.silence = 500ms, .wholeTime = 1500ms});
+    const auto downloader =
+        boost::make_shared<Downloader>(TransferBounds{.silence = 500ms, .wholeTime = 1500ms});
     downloader->SetProxy(L"127.0.0.1", servers_.Port());
     controller_.SetDownloader(downloader);
     ASSERT_TRUE(controller_.LoadProductList());
