@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The product list, and what its products find in a folder with nothing but a file of some other kind.
+// The product list, and what its products find in a folder with files of some other kind alone.
 #include <boost/make_shared.hpp>
 
 #include "fuzz/Fuzzing.h"
@@ -21,9 +21,11 @@ void AskEverything(IProduct& product) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const InputFile list("/tmp/fuzz/products.xml");
-    static const InputFile stranger("/tmp/fuzz/share/" + std::string(200, 'a') + "1.xml");
+    static const InputFile strangers[] = {InputFile("/tmp/fuzz/share/a1.xml"),
+                                          InputFile("/tmp/fuzz/share/" + std::string(200, 'a') + "1.xml")};
     static const auto environment = [] {
-        stranger.Write("not a description");
+        for (const InputFile& stranger : strangers)
+            stranger.Write("not a description");
         auto world = boost::make_shared<FakeEnvironment>();
         world->sharedDataFolder = CVardoDirectoryPath(L"/tmp/fuzz/share");
         return world;

@@ -13,6 +13,9 @@
 
 namespace {
 
+// A Julian day, as all of this century.
+constexpr int TODAY = 2461000;
+
 // Another time at each call, in milliseconds: what has the same size and time is not read again.
 void MarkAsChanged(const InputFile& file) {
     static time_t second = 1;
@@ -34,7 +37,7 @@ void ReadAll() {
     CRecordKeeper record;
     record.Load();
     record.SetNewLastChecked(0);
-    if (record.IsCheckDue(0))
+    if (record.IsCheckDue(TODAY))
         Require(record.GetCheckUpdates(), "no check is due where the user wants none");
     std::vector<CAtlString> names;
     EnumRegistryKeys(HKEY_CURRENT_USER, L"Software/VARDO Technologies", names);
