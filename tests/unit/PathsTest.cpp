@@ -226,7 +226,6 @@ TEST_F(Paths, AFolderListsVisibleFilesAndReadOnceTheSameInTheSameOrder) {
 }
 
 TEST_F(Paths, TemporaryNamesAreFree) {
-    // cppcheck-suppress getpwuidCalled ; no other thread asks
     const CAtlString folder = L"/tmp/" + CAtlString(getpwuid(getuid())->pw_name);
     const CVardoFilePath first = CVardoDirectoryPath::GetTempFilePath(L".tmp", L"");
     EXPECT_EQ(first.GetFilePathString(), folder + L"/NBKTemp.tmp");
