@@ -5,6 +5,7 @@
 
 #include <ctime>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include <dirent.h>
@@ -16,19 +17,10 @@
 
 namespace {
 
-bool IsStale(int folder, const char* name, std::time_t newest) {
-    struct stat status {};
-    return fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode) &&
-           status.st_uid == geteuid() && status.st_mtime < newest;
-}
-
-}  // namespace
-
-void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& beginning,
-                      std::chrono::seconds age) {
-    const std::unique_ptr<char[]> path = DuplicateAsUtf8(folder.GetDirectoryPathString().GetString());
-    const std::unique_ptr<char[]> prefix = DuplicateAsUtf8(beginning.GetString());
-    const int descriptor = open(path.get(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+// Calls use(descriptor, name) for each entry of a folder, which may be given relative to another one.
+template <typename Use>
+void ForEachEntry(int parent, const char* path, const Use& use) {
+    const int descriptor = openat(parent, path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     // Takes the descriptor with it.
     const std::unique_ptr<DIR, int (*)(DIR*)> directory(descriptor < 0 ? nullptr : fdopendir(descriptor),
                                                         &closedir);
@@ -36,9 +28,36 @@ void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& begin
         close(descriptor);
         return;
     }
-    const std::time_t newest = std::time(nullptr) - age.count();
     while (const dirent* entry = readdir(directory.get()))
-        if (std::string_view(entry->d_name).starts_with(prefix.get()) &&
-            IsStale(descriptor, entry->d_name, newest))
-            unlinkat(descriptor, entry->d_name, 0);
+        use(descriptor, entry->d_name);
+}
+
+// type is that of stat(2), such as S_IFREG.
+bool IsStale(int folder, const char* name, mode_t type, std::time_t newest) {
+    struct stat status {};
+    return fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && (status.st_mode & S_IFMT) == type &&
+           status.st_uid == geteuid() && status.st_mtime < newest;
+}
+
+void RemoveWithFiles(int parent, const char* folder, std::time_t newest) {
+    ForEachEntry(parent, folder, [newest](int inner, const char* file) {
+        if (IsStale(inner, file, S_IFREG, newest))
+            unlinkat(inner, file, 0);
+    });
+    unlinkat(parent, folder, AT_REMOVEDIR);
+}
+
+}  // namespace
+
+void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& beginning,
+                      std::chrono::seconds age) {
+    const std::unique_ptr<char[]> path = DuplicateAsUtf8(folder.GetDirectoryPathString().GetString());
+    const std::string prefix = DuplicateAsUtf8(beginning.GetString()).get();
+    const std::time_t newest = std::time(nullptr) - age.count();
+    ForEachEntry(AT_FDCWD, path.get(), [&](int parent, const char* name) {
+        if (std::string_view(name).starts_with(prefix) && IsStale(parent, name, S_IFREG, newest))
+            unlinkat(parent, name, 0);
+        if (std::string_view(name).starts_with(prefix + "-") && IsStale(parent, name, S_IFDIR, newest))
+            RemoveWithFiles(parent, name, newest);
+    });
 }
