@@ -5,12 +5,15 @@
 
 #include "platform/Addresses.h"
 #include "platform/FileSystem.h"
+#include "platform/XmlFile.h"
 
 CSelfUpdate::CSelfUpdate(const CAtlString& fileName, const IEnvironment& environment)
-    : localDescription_(fileName) {
-    const CVardoDirectoryPath folder = environment.SharedDataFolder();
-    if (!folder.IsEmpty())
-        localDescription_ = CVardoDirectoryPath::Combine(folder, fileName).GetFilePathString();
+    : sharedFolder_(environment.SharedDataFolder()),
+      localDescription_(SharedFile(fileName).GetFilePathString()) {}
+
+CVardoFilePath CSelfUpdate::SharedFile(const CAtlString& fileName) const {
+    return sharedFolder_.IsEmpty() ? CVardoFilePath(fileName)
+                                   : CVardoDirectoryPath::Combine(sharedFolder_, fileName);
 }
 
 CAtlString CSelfUpdate::GetRemoteFile() {
@@ -20,10 +23,25 @@ CAtlString CSelfUpdate::GetRemoteFile() {
 bool CSelfUpdate::DownloadInstaller() {
     if (!downloader_)
         return false;
-    installer_ = downloader_->DownloadInstaller(JoinTrimmed(GetUpdateInstallURL(), GetUpdateInstallFile()));
+    const CAtlString address = JoinTrimmed(GetUpdateInstallURL(), GetUpdateInstallFile());
+    CInstallerSeal seal(SharedFile(CInstallerSeal::KEY_FILE));
+    // The signature comes first: it is small, and without a good one the installer need not be fetched.
+    if (seal.IsRequired() && !FetchSignature(address, seal))
+        return false;
+    CVardoFilePath installer(downloader_->DownloadInstaller(address, progress_));
+    if (seal.IsRequired() && !installer.IsEmpty())
+        installer = seal.Secure(installer);
+    installer_ = installer.GetFilePathString();
     if (installer_.IsEmpty())
         return false;
     FileSystem::MakeOwnersProgram(installer_);
     downloaded_ = true;
     return true;
+}
+
+bool CSelfUpdate::FetchSignature(const CAtlString& address, CInstallerSeal& seal) {
+    const CVardoFilePath file(downloader_->Download(address + CInstallerSeal::SIGNATURE_EXTENSION));
+    const CAtlStringA bytes = ReadFileBytes(file);
+    file.Delete();
+    return seal.Accept({bytes.begin(), bytes.end()}, GetUpdateInstallFile(), GetUpdateVersion());
 }

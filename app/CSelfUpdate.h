@@ -4,6 +4,7 @@
 // The program's own update.
 #pragma once
 
+#include "app/CInstallerSeal.h"
 #include "net/IDownloader.h"
 #include "platform/IEnvironment.h"
 #include "products/CUpdateXmlReader.h"
@@ -19,8 +20,11 @@ public:
 
     // Without a downloader nothing is fetched.
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
-    // Fetches the installer of the offer and makes it executable for its owner; false when it could not be
-    // fetched. The file stays: the installer runs from it.
+    // Who is told how much of the installer has arrived.
+    void SetProgressCallback(const IDownloader::ProgressCallback& callback) { progress_ = callback; }
+    // Fetches the installer of the offer and makes it executable for its owner. The file stays: the installer
+    // runs from it. False, and no file, when it could not be fetched, or when the maker's key lies in the
+    // shared data folder and does not vouch for it.
     bool DownloadInstaller();
     bool IsDownloaded() const { return downloaded_; }
     // Empty until the installer was fetched.
@@ -31,8 +35,15 @@ protected:
     CAtlString GetRemoteFile() override;
 
 private:
+    // The path of a file in the shared data folder; its name when there is no such folder.
+    CVardoFilePath SharedFile(const CAtlString& fileName) const;
+    // Whether the site has a signature for the installer at address that the seal accepts.
+    bool FetchSignature(const CAtlString& address, CInstallerSeal& seal);
+
     bool downloaded_ = false;
     CAtlString installer_;
+    CVardoDirectoryPath sharedFolder_;
     CAtlString localDescription_;
     boost::shared_ptr<IDownloader> downloader_;
+    IDownloader::ProgressCallback progress_;
 };

@@ -3,12 +3,10 @@
 
 #include "app/CWorkFlow.h"
 
-#include "app/CSelfUpdate.h"
+#include "app/CPreparation.h"
 #include "net/Downloader.h"
-#include "products/DescriptionFormat.h"
 #include "ui/MainWindow.h"
 
-#include <QCoreApplication>
 #include <QTimer>
 #include <boost/make_shared.hpp>
 #include <iostream>
@@ -47,28 +45,14 @@ bool CWorkFlow::IsCheckDue() const {
 }
 
 bool CWorkFlow::SelfUpdate() {
-    CSelfUpdate update(DescriptionFormat::OWN_FILE, *environment_);
-    update.SetDownloader(downloader_);
-    const bool offered =
-        update.LoadLocal() && !update.IsNoUpdates() && update.LoadRemote() && update.IsUpdateAvailable();
-    if (!offered || !environment_->ConfirmSelfUpdate())
-        return false;
-    if (!update.DownloadInstaller()) {
-        environment_->WarnSelfUpdateFailed();
-        return false;
-    }
-    environment_->StartDetached(update.GetInstallerPath().ToQString(),
-                                {update.GetUpdateArgument().ToQString()});
-    QCoreApplication::exit(0);
-    return true;
+    return CPreparation(*environment_, downloader_, false).SelfUpdate();
 }
 
 int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {
     Initialize(context);
     proxyHandler_->SetInteractive(true);
-    if (SelfUpdate())
+    if (Prepare())
         return 0;
-    RefreshProductList();
     MainWindow window(environment_);
     Connect(window);
     QTimer::singleShot(0, &window, &MainWindow::OnCheckUpdates);
@@ -84,7 +68,7 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     proxyHandler_->SetInteractive(false);
     if (!IsCheckDue() || SelfUpdate())
         return 0;
-    RefreshProductList();
+    CPreparation(*environment_, downloader_, false).RefreshProductList(*productList_);
     productList_->FindInstalled();
     MainWindow window(environment_);
     Connect(window);
@@ -104,9 +88,12 @@ int CWorkFlow::ReportParameterError(const CCmdLineContext& /*context*/) {
     return 1;
 }
 
-void CWorkFlow::RefreshProductList() {
-    productList_->SetDownloader(downloader_);
-    productList_->UpdateProductList();
+bool CWorkFlow::Prepare() {
+    CPreparation preparation(*environment_, downloader_, true);
+    if (preparation.SelfUpdate())
+        return true;
+    preparation.RefreshProductList(*productList_);
+    return false;
 }
 
 void CWorkFlow::Connect(MainWindow& window) const {

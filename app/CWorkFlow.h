@@ -43,7 +43,8 @@ public:
     int ReportParameterError(const CCmdLineContext& context);
 
 private:
-    void RefreshProductList();
+    // What comes before the window of an interactive check. True when a newer program takes over.
+    bool Prepare();
     void Connect(MainWindow& window) const;
     // Today becomes the date of the last check when any product could be checked.
     void RecordSuccess();

@@ -43,9 +43,13 @@ CAtlString Downloader::Download(const CAtlString& url) {
     return file;
 }
 
-CAtlString Downloader::DownloadInstaller(const CAtlString& url) {
+CAtlString Downloader::DownloadInstaller(const CAtlString& url,
+                                         const IDownloader::ProgressCallback& progress) {
     TakeProxySettings();
-    return Fetch(url, bounds_.ForInstaller());
+    SetProgressCallback(progress);
+    const CAtlString file = Fetch(url, bounds_.ForInstaller());
+    SetProgressCallback({});
+    return file;
 }
 
 void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
@@ -72,7 +76,12 @@ CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds
     cancelTransfer_.clear();
     RememberProxy(transfer.WasLetThrough());
     Note(transfer.GetRecord());
-    return result == RESULT_OK ? target.GetFilePathString() : CAtlString();
+    if (result != RESULT_OK)
+        return {};
+    // It may have been cancelled just after its end.
+    if (isCancelled_)
+        target.Delete();
+    return isCancelled_ ? CAtlString() : target.GetFilePathString();
 }
 
 bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
@@ -85,7 +94,7 @@ bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
     if (result != RESULT_OK && !transfer.CanBeTrusted(*this))
         return false;
     transfer.Report(*this);
-    if (result == RESULT_OK)
+    if (result == RESULT_OK && !isCancelled_)
         file = transfer.HandOut(TargetOf(transfer.GetUrl()));
     return true;
 }

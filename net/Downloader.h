@@ -44,7 +44,8 @@ public:
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;
     void SetFailureCallback(const FailureCallback& callback) override { failed_ = callback; }
     CAtlString Download(const CAtlString& url) override;
-    CAtlString DownloadInstaller(const CAtlString& url) override;
+    CAtlString DownloadInstaller(const CAtlString& url,
+                                 const IDownloader::ProgressCallback& progress) override;
     void FetchAhead(const std::vector<CAtlString>& urls) override;
     void Cancel() override;
 

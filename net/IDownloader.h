@@ -18,6 +18,8 @@ class IDownloader {
 public:
     // Why a fetch failed, in words for the user, with the host.
     using FailureCallback = boost::function<void(const QString&)>;
+    // Bytes that have arrived, and in all (0 or less when unknown); may be empty.
+    using ProgressCallback = boost::function<void(int, int)>;
 
     virtual ~IDownloader() = default;
     // Who knows the proxy and its credentials; does nothing unless a downloader needs it.
@@ -29,8 +31,10 @@ public:
     // again meanwhile.
     virtual CAtlString Download(const CAtlString& url) = 0;
     // The same for a program to be started: it may be as large and take as long as it needs, but nothing less
-    // than all of it counts.
-    virtual CAtlString DownloadInstaller(const CAtlString& url) { return Download(url); }
+    // than all of it counts. progress is called now and then meanwhile.
+    virtual CAtlString DownloadInstaller(const CAtlString& url, const ProgressCallback& /*progress*/) {
+        return Download(url);
+    }
     // Says what Download will be asked for next, in that order and as often as it stands here, in place of
     // what was said before; with an empty list, that nobody waits for the rest any more. A downloader may use
     // the time to fetch ahead. What Cancel said is over.

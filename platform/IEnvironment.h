@@ -6,10 +6,13 @@
 
 #include "platform/CAtlString.h"
 #include "platform/CVardoDirectoryPath.h"
+#include "platform/IProgress.h"
 
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <boost/function.hpp>
+#include <memory>
 
 // What the program asks of the machine and of the user. GUI thread only. The workflow owns the one
 // environment of a process through a boost::shared_ptr and shares it with the products.
@@ -29,6 +32,9 @@ public:
     virtual bool OpenWebPage(const CAtlString& address) = 0;
     // Asks whether the new version of the program may be installed now; true only for OK.
     virtual bool ConfirmSelfUpdate() = 0;
-    // Tells the user that the new version could not be downloaded.
+    // Tells the user that the new version could not be downloaded, or is not the maker's.
     virtual void WarnSelfUpdateFailed() = 0;
+    // What tells the user about waiting; nothing is shown before its Begin. cancel is called, while the
+    // program serves events, when the user has enough.
+    virtual std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& cancel) = 0;
 };

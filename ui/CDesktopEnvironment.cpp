@@ -5,6 +5,7 @@
 
 #include "platform/DesktopLaunching.h"
 #include "platform/SharedDataFolder.h"
+#include "ui/CProgressWindow.h"
 #include "ui/MessageBoxes.h"
 
 #include <QApplication>
@@ -36,4 +37,8 @@ bool CDesktopEnvironment::ConfirmSelfUpdate() {
 
 void CDesktopEnvironment::WarnSelfUpdateFailed() {
     WarnSelfUpdateNotDownloaded();
+}
+
+std::unique_ptr<IProgress> CDesktopEnvironment::MakeProgress(const boost::function<void()>& cancel) {
+    return std::make_unique<CProgressWindow>(cancel);
 }

@@ -18,6 +18,7 @@ public:
     bool OpenWebPage(const CAtlString& address) override;
     bool ConfirmSelfUpdate() override;
     void WarnSelfUpdateFailed() override;
+    std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& cancel) override;
 
 private:
     CProcessStarter starter_;

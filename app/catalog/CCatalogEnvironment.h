@@ -17,4 +17,7 @@ public:
     bool OpenWebPage(const CAtlString& /*address*/) override { return false; }
     bool ConfirmSelfUpdate() override { return false; }
     void WarnSelfUpdateFailed() override {}
+    std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& /*cancel*/) override {
+        return nullptr;
+    }
 };

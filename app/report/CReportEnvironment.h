@@ -15,4 +15,8 @@ public:
     bool OpenWebPage(const CAtlString& address) override;
     bool ConfirmSelfUpdate() override;
     void WarnSelfUpdateFailed() override;
+    // Nobody waits in front of a window.
+    std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& /*cancel*/) override {
+        return nullptr;
+    }
 };

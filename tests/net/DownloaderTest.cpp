@@ -84,7 +84,12 @@ TEST_F(ADownloader, HoldsEverythingButInstallersToItsBounds) {
     EXPECT_TRUE(narrow.Download(address).IsEmpty());
     narrow.FetchAhead({address});
     EXPECT_TRUE(narrow.Download(address).IsEmpty());
-    EXPECT_FALSE(narrow.DownloadInstaller(address).IsEmpty());
+    int done = 0;
+    EXPECT_FALSE(narrow.DownloadInstaller(address, [&](int bytes, int) { done = bytes; }).IsEmpty());
+    EXPECT_GT(done, 3);
+    const int before = done;
+    EXPECT_FALSE(narrow.DownloadInstaller(address, {}).IsEmpty());
+    EXPECT_EQ(done, before) << "nobody hears of a later transfer";
 }
 
 class StaleFiles : public ADownloader {
@@ -119,7 +124,12 @@ TEST_F(StaleFiles, AreRemovedWhenTheyAreOldAndOurs) {
         Leave(elsewhere_.Path(name), 8);
     std::filesystem::create_symlink(elsewhere_.Path("target"), Folder() + "/NBKTemp.link");
     std::filesystem::create_directory(Folder() + "/NBKTemp.folder");
-    for (const char* name : {"/NBKTemp.link", "/NBKTemp.folder"})
+    for (const char* name : {"/NBKTemp-older1", "/NBKTemp-newer1"}) {
+        std::filesystem::create_directory(Folder() + name);
+        Leave(Folder() + name + "/NBKTemp.bin", 8);
+    }
+    std::filesystem::create_directory_symlink(elsewhere_.Root(), Folder() + "/NBKTemp-link");
+    for (const char* name : {"/NBKTemp.link", "/NBKTemp.folder", "/NBKTemp-older1", "/NBKTemp-link"})
         Age(Folder() + name, 8);
 
     const std::string other = "/tmp/VARDOProductUpdate-";
@@ -137,9 +147,9 @@ TEST_F(StaleFiles, AreRemovedWhenTheyAreOldAndOurs) {
     EXPECT_TRUE(std::filesystem::exists(other + "in use"));
     for (const char* folder : {"holds more", "in use", "link"})
         std::filesystem::remove_all(other + folder);
-    EXPECT_EQ(Names(Folder()),
-              std::set<std::string>({"Other.xml", "xNBKTemp", "NBKTemp.bin", "NBKTemp(12).bin",
-                                     "NBKTemp.future", "NBKTemp.link", "NBKTemp.folder"}));
+    EXPECT_EQ(Names(Folder()), std::set<std::string>({"Other.xml", "xNBKTemp", "NBKTemp.bin",
+                                                      "NBKTemp(12).bin", "NBKTemp.future", "NBKTemp.link",
+                                                      "NBKTemp.folder", "NBKTemp-newer1", "NBKTemp-link"}));
     EXPECT_EQ(Names(elsewhere_.Root()), std::set<std::string>({"NBKTemp.xml", "target"}));
 }
 

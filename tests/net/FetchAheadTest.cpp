@@ -147,7 +147,7 @@ TEST_F(FetchAhead, CancelEndsEverythingAtOnceUntilTheNextPass) {
         EXPECT_EQ(FilesLeft(), QStringList());
         const std::size_t requests = server_.RequestCount();
         EXPECT_EQ(Take(silent), "-");
-        EXPECT_TRUE(downloader_->DownloadInstaller(silent).IsEmpty());
+        EXPECT_TRUE(downloader_->DownloadInstaller(silent, {}).IsEmpty());
         EXPECT_EQ(server_.RequestCount(), requests) << "nothing is asked for any more";
     }
     const std::vector<CAtlString> urls = Serve(2, 1ms);

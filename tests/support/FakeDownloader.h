@@ -23,10 +23,10 @@ public:
     CAtlString Download(const CAtlString& url) override {
         const std::string address = url.ToQString().toStdString();
         addresses.push_back(address);
-        if (whileDownloading)
+        if (whileDownloading && !isCancelled_)
             whileDownloading();
         const auto found = contents_.find(address);
-        if (found == contents_.end())
+        if (found == contents_.end() || isCancelled_)
             return CAtlString();
         files.push_back(tree_.Write("download" + std::to_string(files.size()) + ".xml", found->second));
         using std::filesystem::perms;
@@ -34,18 +34,24 @@ public:
         return CAtlString(files.back().c_str());
     }
 
-    CAtlString DownloadInstaller(const CAtlString& url) override {
+    CAtlString DownloadInstaller(const CAtlString& url, const ProgressCallback& progress) override {
         installers.push_back(url.ToQString().toStdString());
+        if (progress)
+            progress(1, 2);
         return Download(url);
     }
 
     void FetchAhead(const std::vector<CAtlString>& urls) override {
+        isCancelled_ = false;
         announced.emplace_back();
         for (const CAtlString& url : urls)
             announced.back().push_back(url.ToQString().toStdString());
     }
 
-    void Cancel() override { ++cancels; }
+    void Cancel() override {
+        ++cancels;
+        isCancelled_ = true;
+    }
 
     int cancels = 0;
     // What each announcement said.
@@ -61,4 +67,5 @@ public:
 private:
     std::map<std::string, std::string> contents_;
     TemporaryTree tree_;
+    bool isCancelled_ = false;
 };

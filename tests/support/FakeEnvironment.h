@@ -23,6 +23,10 @@ public:
     std::vector<CAtlString> openedPages;
     int selfUpdateQuestions = 0;
     int selfUpdateWarnings = 0;
+    // What the user was told about waiting: what for, the bytes, and "." for its end.
+    QStringList progress;
+    // What the user does who has enough of it.
+    boost::function<void()> cancelWaiting;
 
     QDate Today() const override { return today; }
     CVardoDirectoryPath SharedDataFolder() const override { return sharedDataFolder; }
@@ -39,4 +43,20 @@ public:
         return selfUpdateConfirmed;
     }
     void WarnSelfUpdateFailed() override { ++selfUpdateWarnings; }
+    std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& cancel) override {
+        cancelWaiting = cancel;
+        return std::make_unique<FakeProgress>(progress);
+    }
+
+private:
+    struct FakeProgress : IProgress {
+        explicit FakeProgress(QStringList& log) : log_(log) {}
+        void Begin(Task task) override {
+            const QStringList names{"program", "list", "installer"};
+            log_ << names.at(static_cast<int>(task));
+        }
+        void SetBytes(int done, int total) override { log_ << QString("%1/%2").arg(done).arg(total); }
+        void Pause() override { log_ << "."; }
+        QStringList& log_;
+    };
 };

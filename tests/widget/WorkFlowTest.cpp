@@ -161,6 +161,67 @@ TEST_F(WorkFlow, SelfUpdateStartsTheInstallerAndEndsWithoutSaving) {
     }
 }
 
+TEST_F(WorkFlow, UserSeesWaitingOnlyAfterConsentWhenTheCheckIsSilent) {
+    OfferSelfUpdate();
+    Install();
+    environment_->selfUpdateConfirmed = true;
+    Run({});
+    EXPECT_EQ(environment_->progress.join(' '), "program . installer 1/2 .");
+    environment_->progress.clear();
+    Run({"-silent"});
+    EXPECT_EQ(environment_->progress.join(' '), ". installer 1/2 .");
+}
+
+TEST_F(WorkFlow, WhoHasWaitedEnoughForTheWindowGetsItAndItsCheck) {
+    AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
+    Install();
+    OfferSelfUpdate();
+    const auto givesUpAtRequest = [this](std::size_t number) {
+        downloader_->addresses.clear();
+        downloader_->whileDownloading = [this, number] {
+            if (downloader_->addresses.size() == number)
+                environment_->cancelWaiting();
+        };
+        Run({});
+        return downloader_->addresses;
+    };
+    const std::string planner = "http://site/Planner.xml";
+    EXPECT_EQ(givesUpAtRequest(1), std::vector<std::string>({"http://self/self.xml", planner}));
+    EXPECT_EQ(environment_->selfUpdateQuestions, 0);
+    EXPECT_EQ(givesUpAtRequest(2),
+              std::vector<std::string>({"http://self/self.xml", "http://site/products.xml", planner}));
+    EXPECT_EQ(latest_, QStringList({"2.0.0.0", "2.0.0.0"}));
+}
+
+TEST_F(WorkFlow, CancelledInstallerIsNotStartedAndTheCheckGoesOnWithoutAWord) {
+    AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
+    Install();
+    OfferSelfUpdate();
+    environment_->selfUpdateConfirmed = true;
+    downloader_->whileDownloading = [this] {
+        if (downloader_->addresses.back() == "http://self/get/setup.bin")
+            environment_->cancelWaiting();
+    };
+    Run({});
+    EXPECT_EQ(downloader_->addresses.at(2), "http://site/products.xml");
+    EXPECT_EQ(environment_->selfUpdateWarnings, 0);
+    EXPECT_TRUE(environment_->startedPrograms.empty());
+    EXPECT_EQ(latest_, QStringList("2.0.0.0"));
+}
+
+TEST_F(WorkFlow, InstallerThatTheMakersKeyDoesNotVouchForIsNotStarted) {
+    AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
+    Install();
+    OfferSelfUpdate();
+    tree_.Write("share/VardoProductUpdate.pub", "no key");
+    environment_->selfUpdateConfirmed = true;
+    Run({});
+    EXPECT_EQ(downloader_->addresses.at(1), "http://self/get/setup.bin.minisig");
+    EXPECT_EQ(environment_->selfUpdateWarnings, 1);
+    EXPECT_TRUE(environment_->startedPrograms.empty());
+    EXPECT_EQ(latest_, QStringList("2.0.0.0"));
+}
+
 TEST_F(WorkFlow, CheckGoesOnWhenTheSelfUpdateIsForbiddenOrDeclinedOrFails) {
     AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
     Install();

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "app/CPreparation.h"
+
+#include "app/CSelfUpdate.h"
+#include "products/DescriptionFormat.h"
+
+#include <QCoreApplication>
+
+CPreparation::CPreparation(IEnvironment& environment, const boost::shared_ptr<IDownloader>& downloader,
+                           bool isWatched)
+    : environment_(environment),
+      downloader_(downloader),
+      isWatched_(isWatched),
+      progress_(environment.MakeProgress([this] { Cancel(); })) {}
+
+bool CPreparation::SelfUpdate() {
+    CSelfUpdate update(DescriptionFormat::OWN_FILE, environment_);
+    update.SetDownloader(downloader_);
+    update.SetProgressCallback([this](int done, int total) { progress_->SetBytes(done, total); });
+    if (!IsOffered(update) || !environment_.ConfirmSelfUpdate() || !FetchInstaller(update))
+        return false;
+    environment_.StartDetached(update.GetInstallerPath().ToQString(),
+                               {update.GetUpdateArgument().ToQString()});
+    QCoreApplication::exit(0);
+    return true;
+}
+
+bool CPreparation::IsOffered(CSelfUpdate& update) {
+    if (isWatched_)
+        progress_->Begin(IProgress::Task::LOOKING_FOR_PROGRAM);
+    const bool offered =
+        update.LoadLocal() && !update.IsNoUpdates() && update.LoadRemote() && update.IsUpdateAvailable();
+    if (offered)
+        progress_->Pause();
+    return offered && !isCancelled_;
+}
+
+bool CPreparation::FetchInstaller(CSelfUpdate& update) {
+    progress_->Begin(IProgress::Task::FETCHING_INSTALLER);
+    const bool isFetched = update.DownloadInstaller();
+    progress_->Pause();
+    if (!isFetched && !isCancelled_)
+        environment_.WarnSelfUpdateFailed();
+    ForgetCancel();
+    return isFetched;
+}
+
+void CPreparation::RefreshProductList(CProductListController& list) {
+    list.SetDownloader(downloader_);
+    if (isWatched_ && !isCancelled_)
+        progress_->Begin(IProgress::Task::LOOKING_FOR_LIST);
+    if (!isCancelled_)
+        list.UpdateProductList();
+    progress_->Pause();
+    ForgetCancel();
+}
+
+void CPreparation::Cancel() {
+    isCancelled_ = true;
+    downloader_->Cancel();
+}
+
+void CPreparation::ForgetCancel() {
+    if (isCancelled_)
+        downloader_->FetchAhead({});
+    isCancelled_ = false;
+}

@@ -1,0 +1,262 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// With the maker's key beside the program: which installers are started, and that those are the bytes that
+// were verified. Keys and signatures are made by the minisign tool.
+#include <gtest/gtest.h>
+#include <boost/make_shared.hpp>
+#include <filesystem>
+#include <functional>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "app/CSelfUpdate.h"
+#include "net/Downloader.h"
+#include "platform/CPrivateFolder.h"
+#include "platform/FileSystem.h"
+#include "support/FakeDownloader.h"
+#include "support/FakeEnvironment.h"
+#include "support/Minisign.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char COMMENT[] = "file:setup.bin version:2.0.0.0";
+
+// Some blocks of the size in which it is read, and a rest.
+std::string InstallerBytes() {
+    std::string bytes = "#!/bin/sh\n";
+    while (bytes.size() < 200'001)
+        bytes += "# " + std::to_string(bytes.size()) + "\n";
+    return bytes;
+}
+
+const Minisign& Maker() {
+    static const Minisign maker;
+    return maker;
+}
+
+// What lies on the machine and on the site: a good installer, until a case changes something.
+struct Offer {
+    std::string key = Maker().Key();
+    std::string installer = InstallerBytes();
+    std::string signature = Maker().Sign(installer, COMMENT);
+    std::string file = "setup.bin";
+    std::string version = "2.0.0.0";
+
+    void SignWith(const std::string& comment, const std::vector<std::string>& options = {}) {
+        signature = Maker().Sign(installer, comment, options);
+    }
+};
+
+// Changes the character at an offset from the start of a line (counted from 0) of a text.
+void Alter(std::string& text, int line, std::size_t offset) {
+    std::size_t at = 0;
+    for (; line > 0; --line)
+        at = text.find('\n', at) + 1;
+    text.at(at + offset) = text.at(at + offset) == 'A' ? 'B' : 'A';
+}
+
+std::string WithWindowsLineEnds(std::string text) {
+    for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2)
+        text.insert(at, "\r");
+    return text;
+}
+
+std::string TempFolder() {
+    return CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString().toStdString();
+}
+
+fs::perms ModeOf(const fs::path& path) {
+    return fs::status(path).permissions();
+}
+
+class InstallerSeal : public testing::Test {
+protected:
+    InstallerSeal() { environment_.sharedDataFolder = CVardoDirectoryPath(CAtlString(tree_.Root().c_str())); }
+
+    // The path of the installer that would be started; empty when there is none.
+    std::string PathFor(const Offer& offer) {
+        tree_.Write("self.xml",
+                    "<U><Product CurrentVersion='1.0.0.0' RemoteVersionFile='r' "
+                    "RemoteVersionFileURL='http://s'/></U>");
+        downloader_->Serve("http://s/r", "<U Location='Server'><Product UpdateVersion='" + offer.version +
+                                             "' UpdateInstallFile='" + offer.file +
+                                             "' UpdateInstallURL='http://s'/></U>");
+        downloader_->Serve("http://s/" + offer.file, offer.installer);
+        downloader_->Serve("http://s/" + offer.file + ".minisig", offer.signature);
+        if (offer.signature.empty())
+            downloader_->Forget("http://s/" + offer.file + ".minisig");
+        CSelfUpdate update("self.xml", environment_);
+        update.SetDownloader(downloader_);
+        EXPECT_TRUE(update.LoadLocal() && update.LoadRemote() && update.IsUpdateAvailable());
+        const bool isFetched = update.DownloadInstaller();
+        EXPECT_EQ(isFetched, !update.GetInstallerPath().IsEmpty());
+        for (const std::string& file : downloader_->files)
+            EXPECT_FALSE(fs::exists(file)) << "what was fetched must not stay where it was";
+        return update.GetInstallerPath().ToQString().toStdString();
+    }
+
+    TemporaryTree tree_;
+    FakeEnvironment environment_;
+    boost::shared_ptr<FakeDownloader> downloader_ = boost::make_shared<FakeDownloader>();
+};
+
+struct Case {
+    const char* situation;
+    std::function<void(Offer&)> change;
+};
+
+TEST_F(InstallerSeal, OpensForWhatTheMakerSigned) {
+    const Case cases[] = {
+        {"as it is", [](Offer&) {}},
+        {"the old form", [](Offer& o) { o.SignWith(COMMENT, {"-l"}); }},
+        {"more words, tabs",
+         [](Offer& o) { o.SignWith("timestamp:1\tversion:2.0.0.0 \tfile:setup.bin\tx"); }},
+        {"another spelling of the version", [](Offer& o) { o.SignWith("file:setup.bin version:2.00.0.0"); }},
+        {"files from Windows",
+         [](Offer& o) {
+             o.key = WithWindowsLineEnds(o.key);
+             o.signature = WithWindowsLineEnds(o.signature);
+         }},
+        {"no line end at the end", [](Offer& o) { o.signature.pop_back(); }},
+        {"in a folder, letters",
+         [](Offer& o) {
+             o.file = "new/größe.bin";
+             o.SignWith("file:größe.bin version:2.0.0.0");
+         }},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.situation);
+        Offer offer;
+        row.change(offer);
+        tree_.Write("VardoProductUpdate.pub", offer.key);
+        const fs::path installer = PathFor(offer);
+        EXPECT_EQ(ReadWholeFile(installer), offer.installer);
+        EXPECT_EQ(installer.parent_path().parent_path(), TempFolder());
+        EXPECT_EQ(ModeOf(installer), fs::perms::owner_all);
+        EXPECT_EQ(ModeOf(installer.parent_path()), fs::perms::owner_all);
+        fs::remove_all(installer.parent_path());
+    }
+}
+
+TEST_F(InstallerSeal, StaysShutForEverythingElse) {
+    static const Minisign other;
+    const Case cases[] = {
+        {"no signature", [](Offer& o) { o.signature.clear(); }},
+        {"another maker's key", [](Offer& o) { o.key = other.Key(); }},
+        {"another number of the key", [](Offer& o) { Alter(o.key, 1, 5); }},
+        {"another number in the signature", [](Offer& o) { Alter(o.signature, 1, 5); }},
+        {"another form than it was signed in",
+         [](Offer& o) { o.signature.replace(o.signature.find("\nRU"), 3, "\nRW"); }},
+        {"an unknown form", [](Offer& o) { Alter(o.signature, 1, 1); }},
+        {"altered installer", [](Offer& o) { Alter(o.installer, 9000, 2); }},
+        {"altered installer, old form",
+         [](Offer& o) {
+             o.SignWith(COMMENT, {"-l"});
+             Alter(o.installer, 9000, 2);
+         }},
+        {"half an installer", [](Offer& o) { o.installer.resize(o.installer.size() / 2); }},
+        {"more than the installer", [](Offer& o) { o.installer += "rm -r ~\n"; }},
+        {"altered signature", [](Offer& o) { Alter(o.signature, 1, 40); }},
+        {"altered trusted comment",
+         [](Offer& o) {
+             o.signature.replace(o.signature.find("2.0.0.0"), 1, "3");
+             o.version = "3.0.0.0";
+         }},
+        {"altered global signature", [](Offer& o) { Alter(o.signature, 3, 40); }},
+        {"an older version's", [](Offer& o) { o.SignWith("file:setup.bin version:1.9.0.0"); }},
+        {"a version that begins alike", [](Offer& o) { o.SignWith("file:setup.bin version:2.0.0.01"); }},
+        {"another file's", [](Offer& o) { o.SignWith("file:content.bin version:2.0.0.0"); }},
+        {"a file's that ends alike", [](Offer& o) { o.SignWith("file:my-setup.bin version:2.0.0.0"); }},
+        {"two versions", [](Offer& o) { o.SignWith("file:setup.bin version:1.9.0.0 version:2.0.0.0"); }},
+        {"no version", [](Offer& o) { o.SignWith("file:setup.bin"); }},
+        {"the tool's own comment", [](Offer& o) { o.SignWith(""); }},
+        {"words without their labels", [](Offer& o) { o.SignWith("setup.bin 2.0.0.0"); }},
+        {"an offer without a file name",
+         [](Offer& o) {
+             o.file.clear();
+             o.SignWith("file: version:2.0.0.0");
+         }},
+        {"cut within the global signature", [](Offer& o) { o.signature.resize(o.signature.size() - 9); }},
+        {"two lines of a signature",
+         [](Offer& o) { o.signature.resize(o.signature.find("trusted comment: file")); }},
+        {"a line too many", [](Offer& o) { o.signature += "\n"; }},
+        {"no comment above", [](Offer& o) { o.signature.erase(0, o.signature.find('\n') + 1); }},
+        {"a control character", [](Offer& o) { o.SignWith(COMMENT + std::string(" \v")); }},
+        {"a huge signature", [](Offer& o) { o.signature.insert(o.signature.find('\n'), 20'000, 'x'); }},
+        {"an empty key", [](Offer& o) { o.key = ""; }},
+        {"a key cut short", [](Offer& o) { o.key.resize(o.key.size() - 4); }},
+        {"a signature for a key", [](Offer& o) { o.key = o.signature; }},
+        {"a huge key", [](Offer& o) { o.key.insert(o.key.find('\n'), 5'000, 'x'); }},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.situation);
+        Offer offer;
+        row.change(offer);
+        tree_.Write("VardoProductUpdate.pub", offer.key);
+        EXPECT_EQ(PathFor(offer), "");
+        EXPECT_TRUE(fs::is_empty(TempFolder()));
+    }
+}
+
+TEST_F(InstallerSeal, IsNeededAsSoonAsTheKeysNameIsTaken) {
+    const fs::path key = tree_.Path("VardoProductUpdate.pub");
+    fs::create_symlink("nowhere", key);
+    EXPECT_EQ(PathFor(Offer()), "");
+    fs::remove(key);
+    fs::create_directory(key);
+    EXPECT_EQ(PathFor(Offer()), "");
+    EXPECT_TRUE(downloader_->installers.empty()) << "nothing is fetched in vain";
+    fs::remove(key);
+    Offer unsigned_;
+    unsigned_.signature.clear();
+    downloader_->files.clear();
+    CSelfUpdate update("self.xml", environment_);
+    update.SetDownloader(downloader_);
+    EXPECT_TRUE(update.LoadLocal() && update.LoadRemote() && update.DownloadInstaller());
+    EXPECT_EQ(update.GetInstallerPath().ToQString().toStdString(), downloader_->files.back());
+}
+
+TEST(PrivateFolder, TakesInOnlyWhatNobodyElseCouldHaveWritten) {
+    const TemporaryTree tree;
+    const std::string file = tree.Path("file.bin");
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"the group may write it", [&] { chmod(file.c_str(), 0620); }},
+        {"anybody may write it", [&] { chmod(file.c_str(), 0602); }},
+        {"it has another name", [&] { fs::create_hard_link(file, tree.Path("name2")); }},
+        {"it is a link",
+         [&] {
+             fs::rename(file, tree.Path("target"));
+             fs::create_symlink(tree.Path("target"), file);
+         }},
+        {"it is a pipe", [&] { unlink(file.c_str()), mkfifo(file.c_str(), 0600); }},
+        {"it is gone", [&] { unlink(file.c_str()); }},
+    };
+    for (const auto& [situation, change] : cases) {
+        SCOPED_TRACE(situation);
+        chmod(tree.Write("file.bin", "contents").c_str(), 0600);
+        change();
+        EXPECT_FALSE(CPrivateFolder(L"Test").TakeIn(CVardoFilePath(CAtlString(file.c_str()))).IsOpen());
+        EXPECT_FALSE(fs::exists(fs::symlink_status(file)));
+        EXPECT_TRUE(fs::is_empty(TempFolder()));
+        fs::remove(tree.Path("name2"));
+    }
+}
+
+TEST(MinisignSignature, OfTheOldFormIsNotLookedAtForAFileThatIsTooLargeForMemory) {
+    const TemporaryTree tree;
+    const std::string contents(CMinisignSignature::MAX_LEGACY_BYTES + 1, '\0');
+    const CAtlString path(tree.Write("large", contents).c_str());
+    off_t size = 0;
+    for (const bool isOld : {true, false}) {
+        const auto options = isOld ? std::vector<std::string>{"-l"} : std::vector<std::string>();
+        const auto signature = CMinisignSignature::Parse(Maker().Sign(contents, COMMENT, options));
+        const CFileDescriptor file = FileSystem::OpenForReading(path, size);
+        EXPECT_EQ(signature->IsOf(file, *CMinisignKey::Parse(Maker().Key())), !isOld);
+    }
+}
+
+}  // namespace

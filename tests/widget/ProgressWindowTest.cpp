@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The small window of a program that waits, as the user meets it.
+#include "ui/CProgressWindow.h"
+
+#include <gtest/gtest.h>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <functional>
+
+#include "support/TextPrinting.h"
+
+namespace {
+
+using Task = IProgress::Task;
+
+class ProgressWindow : public testing::Test {
+protected:
+    // Waits for the window and gives how long that took, in milliseconds.
+    qint64 TimeUntilVisible() {
+        QElapsedTimer timer;
+        timer.start();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return window_.isVisible(); }));
+        return timer.elapsed();
+    }
+    // Without the isolates that keep numbers and units together.
+    QString Bytes() const {
+        return window_.findChild<QLabel*>("bytesLabel")->text().remove(QChar(0x2068)).remove(QChar(0x2069));
+    }
+
+    int cancels_ = 0;
+    CProgressWindow window_{[this] {
+        EXPECT_FALSE(window_.isVisible());
+        ++cancels_;
+    }};
+    QProgressBar& bar_ = *window_.findChild<QProgressBar*>("progressBar");
+};
+
+TEST_F(ProgressWindow, AppearsWhenAllWaitingTogetherTakesLong) {
+    window_.Begin(Task::LOOKING_FOR_PROGRAM);
+    QTest::qWait(300);
+    window_.Pause();
+    // As long as the user thinks about a question.
+    QTest::qWait(600);
+    EXPECT_FALSE(window_.isVisible());
+    window_.Begin(Task::LOOKING_FOR_LIST);
+    const qint64 waited = TimeUntilVisible();
+    EXPECT_GE(waited, 250);
+    EXPECT_LE(waited, 600);
+    EXPECT_EQ(bar_.maximum(), 0) << "busy";
+    EXPECT_EQ(bar_.accessibleName(), QString("Looking for a new list of products..."));
+    window_.Pause();
+    EXPECT_FALSE(window_.isVisible());
+    EXPECT_FALSE(window_.isModal()) << "it must not block a proxy's question";
+}
+
+TEST_F(ProgressWindow, ShowsAtOnceHowMuchOfAnInstallerHasArrived) {
+    window_.Begin(Task::FETCHING_INSTALLER);
+    EXPECT_TRUE(window_.isVisible());
+    EXPECT_EQ(bar_.maximum(), 0);
+    window_.SetBytes(1'500'000, 6'000'000);
+    EXPECT_EQ(bar_.value() * 100.0 / bar_.maximum(), 25.0);
+    EXPECT_EQ(Bytes(), QString("1.5 MB of 6.0 MB"));
+    window_.SetBytes(2'000, 0);
+    EXPECT_EQ(bar_.maximum(), 0) << "without an end in sight";
+    EXPECT_EQ(Bytes(), QString("2.0 kB"));
+}
+
+TEST_F(ProgressWindow, EveryWayToCloseItCancelsAndEnterIsNone) {
+    const std::function<void()> ways[] = {
+        [&] { QTest::keyClick(&window_, Qt::Key_Escape); }, [&] { window_.close(); },
+        [&] { QTest::keyClick(window_.focusWidget(), Qt::Key_Space); },
+        [&] { QTest::mouseClick(window_.findChild<QPushButton*>(), Qt::LeftButton); }};
+    for (const auto& close : ways) {
+        window_.Begin(Task::FETCHING_INSTALLER);
+        const int before = cancels_;
+        QTest::keyClick(&window_, Qt::Key_Return);
+        EXPECT_EQ(cancels_, before);
+        close();
+        EXPECT_EQ(cancels_, before + 1);
+        EXPECT_FALSE(window_.isVisible());
+        window_.Pause();
+    }
+}
+
+TEST_F(ProgressWindow, StaysOutOfTheWayOfADialog) {
+    QMessageBox question;
+    question.open();
+    window_.Begin(Task::FETCHING_INSTALLER);
+    QTest::qWait(250);
+    EXPECT_FALSE(window_.isVisible());
+    question.close();
+    EXPECT_LE(TimeUntilVisible(), 200);
+}
+
+}  // namespace

@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "ui/CProgressWindow.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QLocale>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace {
+
+// So wide that most texts take one line, and that the window keeps its size while the numbers grow.
+constexpr int TEXT_WIDTH_IN_CHARACTERS = 60;
+// When a modal dialog is in the way, in milliseconds.
+constexpr int LOOK_AGAIN_AFTER = 100;
+
+// In isolates (U+2068, U+2069): within a sentence that is written from right to left, number and unit keep
+// their order.
+QString SizeText(int bytes) {
+    const QString size = QLocale::system().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+    return QChar(0x2068) + size + QChar(0x2069);
+}
+
+}  // namespace
+
+CProgressWindow::CProgressWindow(const boost::function<void()>& cancel)
+    : cancel_(cancel), text_(new QLabel), bar_(new QProgressBar), bytes_(new QLabel) {
+    setWindowTitle(tr("VARDO Product Update: Please Wait"));
+    text_->setWordWrap(true);
+    text_->setMinimumWidth(fontMetrics().averageCharWidth() * TEXT_WIDTH_IN_CHARACTERS);
+    bar_->setObjectName("progressBar");
+    bar_->setTextVisible(false);
+    bytes_->setObjectName("bytesLabel");
+    // The window's side, whatever the direction of the text.
+    bytes_->setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    QPushButton* cancelButton = buttons->button(QDialogButtonBox::Cancel);
+    cancelButton->setIcon(QIcon());
+    // Enter may have been meant for whatever had the focus before.
+    cancelButton->setAutoDefault(false);
+    auto* layout = new QVBoxLayout(this);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    for (QWidget* part : {static_cast<QWidget*>(text_), static_cast<QWidget*>(bar_),
+                          static_cast<QWidget*>(bytes_), static_cast<QWidget*>(buttons)})
+        layout->addWidget(part);
+    cancelButton->setFocus();
+    connect(buttons, &QDialogButtonBox::rejected, this, &CProgressWindow::reject);
+    connect(&appear_, &QTimer::timeout, this, &CProgressWindow::Appear);
+    appear_.setSingleShot(true);
+}
+
+void CProgressWindow::Begin(Task task) {
+    text_->setText(TextOf(task));
+    bar_->setAccessibleName(text_->text());
+    bar_->setRange(0, 0);
+    bytes_->clear();
+    bytes_->setVisible(task == Task::FETCHING_INSTALLER);
+    if (isVisible() || appear_.isActive())
+        return;
+    if (task == Task::FETCHING_INSTALLER)
+        Appear();
+    else
+        appear_.start(patience_);
+}
+
+void CProgressWindow::SetBytes(int done, int total) {
+    bar_->setRange(0, std::max(total, 0));
+    bar_->setValue(done);
+    bytes_->setText(total > 0 ? tr("%1 of %2").arg(SizeText(done), SizeText(total)) : SizeText(done));
+}
+
+void CProgressWindow::Pause() {
+    if (appear_.isActive())
+        patience_ = appear_.remainingTimeAsDuration();
+    appear_.stop();
+    hide();
+}
+
+void CProgressWindow::reject() {
+    appear_.stop();
+    QDialog::reject();
+    cancel_();
+}
+
+void CProgressWindow::Appear() {
+    patience_ = std::chrono::milliseconds(0);
+    if (QApplication::activeModalWidget())
+        appear_.start(LOOK_AGAIN_AFTER);
+    else
+        show();
+}
+
+QString CProgressWindow::TextOf(Task task) {
+    switch (task) {
+        case Task::LOOKING_FOR_PROGRAM:
+            return tr("Looking for a new version of VARDO Product Update...");
+        case Task::LOOKING_FOR_LIST:
+            return tr("Looking for a new list of products...");
+        case Task::FETCHING_INSTALLER:
+            return tr("Downloading the new version of VARDO Product Update...");
+    }
+    return {};
+}
