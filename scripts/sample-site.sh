@@ -7,7 +7,8 @@
 # Makes an installed program (the folder PROGRAM, with bin/ and share/ in it) into the sample installation of samples/,
 # and serves the sample site on a free port of 127.0.0.1 until it is ended. "Serving ADDRESS" on standard output says
 # that it is ready. STATE holds what belongs to the run: the site (site/), the machine's settings (machine/) and the
-# server's files, access.log among them. With --self-update the site offers a newer version of the program.
+# server's files, access.log among them. With --self-update the site offers a newer version of the program, signed with
+# a pair of keys of which the program has the public one; nothing keeps the other.
 source "$(dirname "$0")/lib.sh"
 
 # fill FROM TO: copies the tree FROM into TO and puts the port and the program's folder into every file.
@@ -22,11 +23,24 @@ fill() {
     done < <(cd "$1" && find . -type f -print0)
 }
 
+# As docs/signing.md tells the maker to do it. A program that is no longer offered an installer has no key either.
+sign_installer() {
+    local keys key=$PROGRAM/share/VardoProductUpdate.pub version
+    rm -f "$key"
+    [[ -n $SELF_UPDATE ]] || return 0
+    version=$(sed -n 's/.*UpdateVersion="\([^"]*\)".*/\1/p' "$STATE/site/program/VardoProductUpdate.xml")
+    keys=$(mktemp -d)
+    minisign -G -W -p "$key" -s "$keys/secret" >/dev/null
+    minisign -S -s "$keys/secret" -m "$STATE/site/program/installer.sh" -t "file:installer.sh version:$version" >/dev/null
+    rm -r "$keys"
+}
+
 lay_out() {
     fill samples/installation "$PROGRAM"
     fill samples/machine "$STATE/machine"
     fill samples/site "$STATE/site"
     [[ -z $SELF_UPDATE ]] || fill samples/self-update "$STATE/site"
+    sign_installer
     sed "s/@PORT@/$PORT/" samples/nginx.conf >"$STATE/nginx.conf"
 }
 
@@ -51,6 +65,7 @@ fi
 PROGRAM=$(cd "$OLDPWD" && realpath -m "$1")
 STATE=$(cd "$OLDPWD" && realpath -m "$2")
 NGINX=$(PATH=$PATH:/usr/sbin command -v nginx) || fail "nginx is missing: apt-get install nginx"
+[[ -z $SELF_UPDATE ]] || command -v minisign >/dev/null || fail "minisign is missing: apt-get install minisign"
 mkdir -p "$STATE/scratch"
 rm -rf "$STATE/site" "$STATE/machine" "$STATE/access.log" "$STATE/error.log"
 end_with_script
