@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A key file and a signature file of minisign; the input is read as either. The corpus holds real signatures:
+// nothing that differs from them in more than its looks may count as signed.
+#include <fcntl.h>
+
+#include "fuzz/Fuzzing.h"
+#include "platform/CMinisignSignature.h"
+
+namespace {
+
+// Whose secret half is gone.
+constexpr const char* KEY =
+    "untrusted comment: minisign public key 7937908A525D6DE8\n"
+    "RWTobV1SipA3ecB5oTKph5W5fQBe1sCyqgjOGoi7CxFYxI/8a0o5aYM8\n";
+constexpr const char* SIGNATURE =
+    "untrusted comment: signature from minisign secret key\n"
+    "RUTobV1SipA3eUKa2N6LNUz671UDakp+6q6139hAc4ULsKnTB4Lc2Oz63oiBWxQ9y9+JF88eeqLs8koxAmmuYlMrDueGsIao8QE=\n"
+    "trusted comment: file:installer.sh version:3.2.0.1\n"
+    "obrIGiAI1CnZDe0uC/uOClBVfneoY9CdJz/oyS05cp/+IwMPgLEaaVyxMCx1bcXl/yof/CCZ4mMefFAT9JP9DQ==\n";
+constexpr const char* SIGNED_FILE = "message";
+constexpr const char* SIGNED_COMMENT = "file:installer.sh version:3.2.0.1";
+
+bool IsOf(const CMinisignSignature& signature, const InputFile& file, const CMinisignKey& key) {
+    return signature.IsOf(CFileDescriptor(::open(file.Path().c_str(), O_RDONLY | O_CLOEXEC)), key);
+}
+
+// A file that was signed and one that was not.
+struct Files {
+    explicit Files(const CMinisignKey& key) {
+        message.Write(SIGNED_FILE);
+        other.Write("massage");
+        const auto real = CMinisignSignature::Parse(SIGNATURE);
+        Require(real && IsOf(*real, message, key), "the real signature is one");
+    }
+    InputFile message{"/tmp/fuzz/message"};
+    InputFile other{"/tmp/fuzz/other"};
+};
+
+void CheckSignature(const CMinisignSignature& signature, const CMinisignKey& key) {
+    static const Files files(key);
+    const bool isBy = signature.IsBy(key);
+    Require(!isBy || signature.GetTrustedComment() == SIGNED_COMMENT, "only the signed comment is trusted");
+    Require(isBy || !IsOf(signature, files.message, key), "a file's signature has a signed comment");
+    Require(!IsOf(signature, files.other, key), "nothing is the signature of what was not signed");
+    Require(!signature.IsOf(CFileDescriptor(), key), "nothing is the signature of no file");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const auto key = CMinisignKey::Parse(KEY);
+    Require(key.has_value(), "the real key is one");
+    const std::string_view input = View(data, size);
+    if (const auto signature = CMinisignSignature::Parse(input))
+        CheckSignature(*signature, *key);
+    if (const auto other = CMinisignKey::Parse(input))
+        Require(!other->HasSigned(std::span(data, size), {}), "no key has made a signature of zeros");
+    return 0;
+}
