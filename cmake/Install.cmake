@@ -8,12 +8,17 @@
 # has no address to be fetched from, and the program does not look for a newer version of itself.
 set(VARDO_UPDATE_SITE "" CACHE STRING "The maker's site, e.g. http://updates.example.com/; empty for none")
 
+option(VARDO_SELF_UPDATE "Whether the installed program replaces itself by newer ones that the maker's site offers" ON)
+set(VARDO_PUBLIC_KEY "" CACHE FILEPATH "The maker's public key: no installer is then started that it does not vouch for")
+
 set(VARDO_PRODUCT_LIST "")
 set(VARDO_NO_UPDATES " NoUpdates=\"true\"")
 if(VARDO_UPDATE_SITE)
   string(REGEX REPLACE "/*$" "/" VARDO_UPDATE_SITE "${VARDO_UPDATE_SITE}")
   set(VARDO_PRODUCT_LIST "${VARDO_UPDATE_SITE}products.xml")
-  set(VARDO_NO_UPDATES "")
+  if(VARDO_SELF_UPDATE)
+    set(VARDO_NO_UPDATES "")
+  endif()
 endif()
 foreach(file products.xml VardoProductUpdate.xml)
   configure_file(${CMAKE_SOURCE_DIR}/packaging/share/${file}.in ${CMAKE_BINARY_DIR}/packaging/share/${file} @ONLY)
@@ -21,6 +26,9 @@ endforeach()
 
 install(TARGETS VARDOProductUpdate VARDOCatalogCheck VARDOUpdateReport RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)
+if(VARDO_PUBLIC_KEY)
+  install(FILES ${VARDO_PUBLIC_KEY} DESTINATION share RENAME VardoProductUpdate.pub)
+endif()
 
 # All that an installation holds, and nothing else: what scripts/run.sh builds.
 add_custom_target(program DEPENDS VARDOProductUpdate VARDOCatalogCheck VARDOUpdateReport)

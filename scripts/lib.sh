@@ -108,7 +108,7 @@ ensure_packages() {
 
 # --- build ---------------------------------------------------------------------------------------------------------
 
-# build PRESET [TARGET]: configures and builds, with ccache where the machine has it.
+# build PRESET [TARGET [CMAKE ARGUMENT...]]: configures and builds, with ccache where the machine has it.
 build() {
     local preset=$1 target=${2:-all} launcher=()
     if command -v ccache >/dev/null; then
@@ -116,7 +116,7 @@ build() {
         export CCACHE_BASEDIR=$TREE CCACHE_NOHASHDIR=1
     fi
     say "Building ($preset)"
-    cmake --preset "$preset" "${launcher[@]}" --log-level=WARNING >/dev/null
+    cmake --preset "$preset" "${launcher[@]}" "${@:3}" --log-level=WARNING >/dev/null
     cmake --build --preset "$preset" --target "$target"
 }
 

@@ -9,6 +9,7 @@
 # it runs on one in memory, saves build/run/window.png when the check has ended, and closes the window.
 # With --self-update the site offers a newer version of the program.
 source "$(dirname "$0")/lib.sh"
+source scripts/display.sh
 
 RUN=$TREE/build/run
 PROGRAM=$RUN/program
@@ -68,23 +69,7 @@ show_notes() {
 
 # --- without a display -----------------------------------------------------------------------------------------------
 
-start_display() {
-    local key number=$RUN/display
-    key=$(mcookie)
-    export XAUTHORITY=$RUN/xauthority
-    rm -f "$XAUTHORITY" "$number"
-    xauth -q add :0 . "$key" 2>/dev/null
-    # Without -noreset it would start anew, and drop everybody, whenever xdotool was its last client.
-    start Xvfb -displayfd 3 -screen 0 1920x1200x24 -nolisten tcp -noreset -auth "$XAUTHORITY" 3>"$number" 2>"$RUN/display.log"
-    wait_until 30 test -s "$number" || fail "no display in memory: $(<"$RUN/display.log")"
-    DISPLAY=:$(<"$number")
-    export DISPLAY
-    unset WAYLAND_DISPLAY
-    xauth -q add "$DISPLAY" . "$key"
-}
-
-# The newest window of the program; its title depends on the language.
-window() { xdotool search --onlyvisible --pid "$PROGRAM_GROUP" 2>/dev/null | tail -n 1; }
+window() { window_of "$PROGRAM_GROUP"; }
 
 program_ended() { ! alive "$PROGRAM_GROUP"; }
 
@@ -98,26 +83,9 @@ check_ended() {
 
 window_or_end() { [[ -n $(window) ]] || program_ended; }
 
-# The window is painted when two pictures of it are alike.
-take_picture() {
-    local id=$1 tries=40
-    import -window "$id" "$PICTURE"
-    while ((tries-- > 0)); do
-        sleep 0.1
-        mv "$PICTURE" "$RUN/earlier.png"
-        import -window "$id" "$PICTURE"
-        if cmp -s <(convert "$PICTURE" rgb:-) <(convert "$RUN/earlier.png" rgb:-); then
-            break
-        fi
-    done
-    rm -f "$RUN/earlier.png"
-}
-
-press() { xdotool windowfocus --sync "$1" key "$2"; }
-
 # A newer version was offered: the picture shows the question, and OK lets its installer run.
 answer_self_update() {
-    take_picture "$(window)"
+    take_picture "$(window)" "$PICTURE"
     press "$(window)" Return
     wait_until 30 test -s "$RUN/home/installer.log" || say "The installer did not run."
 }
@@ -125,12 +93,12 @@ answer_self_update() {
 show_check() {
     wait_until 120 check_ended || say "The check did not end within two minutes; this is how far it came."
     program_ended && return
-    take_picture "$(window)"
+    take_picture "$(window)" "$PICTURE"
     press "$(window)" Escape
 }
 
 run_in_memory() {
-    start_display
+    start_display "$RUN"
     # Without an address, Qt asks dbus-launch(1) for a bus, which outlives everybody.
     export DBUS_SESSION_BUS_ADDRESS=${DBUS_SESSION_BUS_ADDRESS:-disabled:}
     start "$PROGRAM/bin/VARDOProductUpdate" "$@" >"$OUTPUT" 2>&1

@@ -1,0 +1,107 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: VARDO Technologies
+# SPDX-License-Identifier: LicenseRef-VARDO
+#
+# package.sh [--site ADDRESS] [--key FILE] [--no-self-update] [--maintainer 'NAME <MAIL>'] [--verify]
+#
+# Makes the Debian package, build/vardo-product-update_VERSION_ARCHITECTURE.deb, from an optimised and hardened build.
+# ADDRESS is the maker's site; without it the installed program asks nobody until a product brings an address of its own.
+# FILE is the maker's public key, by which the program verifies newer ones of itself before it starts their installers.
+# With --no-self-update it never offers to replace itself, for computers that get their packages in other ways.
+# With --verify the package is also examined by the usual tools and by verify-package.sh, which installs it into a bare
+# Debian system made for that, runs it there and removes it again; that needs root, a network, and some minutes.
+source "$(dirname "$0")/lib.sh"
+
+STATE=$TREE/build/package
+NAME=vardo-product-update
+
+# What dpkg-buildflags(1) advises, less the debug information.
+flags_of() { DEB_BUILD_MAINT_OPTIONS=hardening=+all DEB_CXXFLAGS_MAINT_STRIP=-g dpkg-buildflags --get "$1"; }
+
+make_package() {
+    rm -rf "$STATE/_CPack_Packages" "$STATE/$NAME"_*.deb
+    build package packaged "-DVARDO_UPDATE_SITE=$SITE" "-DVARDO_SELF_UPDATE=$SELF_UPDATE" \
+        "-DVARDO_PUBLIC_KEY=$KEY" "-DCMAKE_CXX_FLAGS=$(flags_of CPPFLAGS) $(flags_of CXXFLAGS)" \
+        "-DCMAKE_EXE_LINKER_FLAGS=$(flags_of LDFLAGS)" "${MAINTAINER[@]}"
+    say "Packing"
+    (cd "$STATE" && cpack >cpack.log) || fail "cpack failed; see $STATE/cpack.log"
+    PACKAGE=$(ls "$STATE/$NAME"_*.deb)
+    check_version
+    mv "$PACKAGE" build/
+    PACKAGE=$TREE/build/${PACKAGE##*/}
+}
+
+check_version() {
+    local packaged noted
+    packaged=$(dpkg-deb -f "$PACKAGE" Version)
+    noted=$(dpkg-parsechangelog -l packaging/debian/changelog -S Version)
+    [[ $packaged == "$noted" ]] ||
+        fail "the program is version $packaged, the newest in packaging/debian/changelog is $noted; add an entry there"
+}
+
+# --- lint ------------------------------------------------------------------------------------------------------------
+
+# examine NAME REMEDY COMMAND...: the command must succeed, and say nothing.
+examine() {
+    local name=$1 remedy=$2 said
+    shift 2
+    said=$("$@" 2>&1) && [[ -z $said ]] && return
+    printf '%s\n' "$said" >&2
+    fail "$name finds fault with the package. $remedy"
+}
+
+lint() {
+    local unpacked=$STATE/unpacked page entry
+    say "Examining the package"
+    rm -rf "$unpacked"
+    dpkg-deb -x "$PACKAGE" "$unpacked"
+    examine lintian "Mend it, or add a line with the reason to packaging/debian/lintian-overrides." \
+        lintian --allow-root --fail-on error,warning,info --display-info --tag-display-limit 0 "$PACKAGE"
+    for entry in "$unpacked"/usr/share/applications/*.desktop "$unpacked"/etc/xdg/autostart/*.desktop; do
+        examine desktop-file-validate "See packaging/desktop." desktop-file-validate "$entry"
+    done
+    examine "appstreamcli" "See packaging/desktop/metainfo.xml.in." metainfo "$unpacked"
+    for page in "$unpacked"/usr/share/man/man1/*.1.gz; do
+        examine man "See packaging/man." page_warnings "$page"
+    done
+}
+
+metainfo() {
+    appstreamcli validate --no-net --no-color --strict "$1"/usr/share/metainfo/*.xml >"$STATE/appstream.log" 2>&1 ||
+        cat "$STATE/appstream.log"
+}
+
+page_warnings() { LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$1" >/dev/null; }
+
+# ---------------------------------------------------------------------------------------------------------------------
+
+SITE=""
+KEY=""
+SELF_UPDATE=ON
+MAINTAINER=(-UVARDO_MAINTAINER)
+VERIFY=""
+while [[ $# -gt 0 ]]; do
+    case $1 in
+        --site) SITE=${2:?the address of the maker\'s site} && shift ;;
+        --maintainer) MAINTAINER=("-DVARDO_MAINTAINER=${2:?NAME <MAIL>}") && shift ;;
+        --key)
+            KEY=$(cd "$OLDPWD" && realpath -e "${2:?a file}") || fail "give the file of the maker's public key"
+            shift
+            ;;
+        --no-self-update) SELF_UPDATE=OFF ;;
+        --verify) VERIFY=yes ;;
+        *) fail "usage: package.sh [--site ADDRESS] [--key FILE] [--no-self-update] [--maintainer 'NAME <MAIL>'] [--verify]" ;;
+    esac
+    shift
+done
+ensure_packages build package
+[[ -z $VERIFY ]] || ensure_packages verify headless
+# The same sources give the same package.
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)}
+export SOURCE_DATE_EPOCH
+make_package
+if [[ -n $VERIFY ]]; then
+    lint
+    scripts/verify-package.sh "$PACKAGE"
+fi
+say "$PACKAGE"
