@@ -13,30 +13,10 @@
 
 #include <sys/resource.h>
 
-#include "platform/IEnvironment.h"
+#include "platform/CUnattendedEnvironment.h"
 #include "products/CProductListController.h"
 
 namespace {
-
-// Only the folder matters here; nothing is asked, opened or started.
-class FolderEnvironment : public IEnvironment {
-public:
-    explicit FolderEnvironment(const CVardoDirectoryPath& folder) : folder_(folder) {}
-    QDate Today() const override { return QDate::currentDate(); }
-    CVardoDirectoryPath SharedDataFolder() const override { return folder_; }
-    bool StartDetached(const QString& /*program*/, const QStringList& /*arguments*/) override {
-        return false;
-    }
-    bool OpenWebPage(const CAtlString& /*address*/) override { return false; }
-    bool ConfirmSelfUpdate() override { return false; }
-    void WarnSelfUpdateFailed() override {}
-    std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& /*cancel*/) override {
-        return nullptr;
-    }
-
-private:
-    CVardoDirectoryPath folder_;
-};
 
 double ProcessorMilliseconds() {
     rusage used{};
@@ -56,8 +36,8 @@ int main(int argc, char** argv) {
     setenv("HOME", argv[2], 1);
 
     const double before = ProcessorMilliseconds();
-    CProductListController controller(
-        boost::make_shared<FolderEnvironment>(CVardoDirectoryPath(CAtlString((folder / "share").c_str()))));
+    CProductListController controller(boost::make_shared<CUnattendedEnvironment>(
+        CVardoDirectoryPath(CAtlString((folder / "share").c_str()))));
     controller.LoadProductList();
     controller.FindInstalled();
     const double used = ProcessorMilliseconds() - before;

@@ -3,9 +3,9 @@
 
 #include "app/catalog/CCatalog.h"
 
-#include "app/catalog/CCatalogEnvironment.h"
 #include "app/catalog/ElementChecks.h"
 #include "app/catalog/FileKinds.h"
+#include "platform/CUnattendedEnvironment.h"
 #include "products/CProductVersion.h"
 #include "products/CProductVersions.h"
 #include "products/DescriptionFormat.h"
@@ -69,7 +69,7 @@ void AddMessageReference(const CCatalogFile& file, const boost::shared_ptr<IEnvi
 }  // namespace
 
 CCatalog::CCatalog(const QString& folder, const QString& siteAddress)
-    : environment_(boost::make_shared<CCatalogEnvironment>()) {
+    : environment_(boost::make_shared<CUnattendedEnvironment>(CVardoDirectoryPath())) {
     const QString root = QDir::cleanPath(folder);
     QDirIterator entries(root, QDir::Files, QDirIterator::Subdirectories);
     while (entries.hasNext())

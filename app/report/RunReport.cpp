@@ -3,12 +3,12 @@
 
 #include "app/report/RunReport.h"
 
-#include "app/report/CReportEnvironment.h"
 #include "app/report/CReportOptions.h"
 #include "app/report/CUpdateReport.h"
 #include "app/report/ReportText.h"
 #include "net/Downloader.h"
-#include "platform/CVardoDirectoryPath.h"
+#include "platform/CUnattendedEnvironment.h"
+#include "platform/SharedDataFolder.h"
 #include "platform/StaleFiles.h"
 
 #include <QCoreApplication>
@@ -73,7 +73,7 @@ bool Run(CUpdateReport& report, const CReportOptions& options) {
 int Report(const CReportOptions& options) {
     const auto downloader = boost::make_shared<Downloader>(MakeBounds(options), FileNames());
     downloader->SetProxyHandler(MakeProxyHandler(options));
-    CUpdateReport report(boost::make_shared<CReportEnvironment>(), downloader);
+    CUpdateReport report(boost::make_shared<CUnattendedEnvironment>(SharedDataFolder()), downloader);
     if (!Run(report, options))
         std::cerr << "VARDOUpdateReport: there is no product list\n";
     const bool isPrinted =

@@ -1,16 +1,21 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The world in which published files are checked.
+// The world around a program that only looks.
 #pragma once
 
 #include "platform/IEnvironment.h"
 
-// Nothing is installed, nothing is started, nobody is asked.
-class CCatalogEnvironment : public IEnvironment {
+// The machine's date and one shared data folder, and nobody to ask: it starts nothing, opens nothing and
+// shows nothing.
+class CUnattendedEnvironment : public IEnvironment {
 public:
+    // With an empty folder nothing is installed.
+    explicit CUnattendedEnvironment(const CVardoDirectoryPath& sharedDataFolder)
+        : folder_(sharedDataFolder) {}
+
     QDate Today() const override { return QDate::currentDate(); }
-    CVardoDirectoryPath SharedDataFolder() const override { return {}; }
+    CVardoDirectoryPath SharedDataFolder() const override { return folder_; }
     bool StartDetached(const QString& /*program*/, const QStringList& /*arguments*/) override {
         return false;
     }
@@ -20,4 +25,7 @@ public:
     std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& /*cancel*/) override {
         return nullptr;
     }
+
+private:
+    CVardoDirectoryPath folder_;
 };
