@@ -24,6 +24,7 @@ CMeasuredProcess::CMeasuredProcess(const std::vector<std::string>& command) {
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): what exec(3) asks for, and leaves alone.
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
     int ends[2];

@@ -311,8 +311,8 @@ private:
 
     struct TextHeader {
         std::atomic<std::int32_t> references;
-        std::int32_t length;
-        std::int32_t capacity;
+        std::int32_t length = 0;
+        std::int32_t capacity = 0;
     };
     static_assert(sizeof(TextHeader) == 12);
 

@@ -20,7 +20,7 @@ enum class XmlValue {
 };
 
 struct XmlAttributeRule {
-    const char* name;
+    const char* name = nullptr;
     XmlValue value = XmlValue::TEXT;
     // Without it, or when it is empty, its element is of no use.
     bool isNeeded = false;

@@ -12,8 +12,9 @@ namespace {
 
 using namespace DescriptionFormat;
 
-// What the product elements of remote descriptions are called, for all readers.
-const char* currentOfferElement = PRODUCT;
+// What the product elements of remote descriptions are called, for all readers: the process is in test mode
+// or it is not.
+const char* currentOfferElement = PRODUCT;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 CVersionString VersionAttribute(const TiXmlElement& element, const XmlAttributeRule& rule) {
     return CVersionString(XmlAttribute(element, rule));

@@ -89,8 +89,8 @@ CAtlString Normalised(const std::array<int, 4>& numbers) {
 
 // How a text without dots is cut, from its right-hand end.
 struct CompactForm {
-    std::size_t shortest;
-    std::size_t longest;
+    std::size_t shortest = 0;
+    std::size_t longest = 0;
     // The index of the number that a piece is read into, and the piece's size in characters.
     std::array<std::pair<std::size_t, std::size_t>, 4> pieces;
 };

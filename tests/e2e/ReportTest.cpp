@@ -120,6 +120,7 @@ protected:
         return QJsonDocument::fromJson(QByteArray::fromStdString(report_->Output())).array();
     }
 
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): one for all tests of the suite.
     static inline std::unique_ptr<SampleMachine> machine_;
     std::unique_ptr<ChildProcess> report_;
 };

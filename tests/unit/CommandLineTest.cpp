@@ -29,7 +29,8 @@ TEST_P(CommandLine, IsParsed) {
     SetLocaleOverride("fr");
     CApplicationFactory factory(boost::make_shared<FakeEnvironment>(), boost::make_shared<FakeDownloader>());
     std::vector<std::string> arguments = GetParam().arguments;
-    std::vector<char*> argv = {const_cast<char*>("no such program")};
+    std::string program = "no such program";
+    std::vector<char*> argv = {program.data()};
     for (std::string& argument : arguments)
         argv.push_back(argument.data());
     EXPECT_EQ(factory.Parse(static_cast<int>(argv.size()), argv.data()), GetParam().ok);

@@ -49,6 +49,7 @@ TEST(TextLayout, SharesUntilChangedUnlessLocked) {
     second += L"defghi";
     EXPECT_EQ(second.GetString(), room);
     EXPECT_EQ(HeaderOf(first + second), (Fields{1, 12, 12}));
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): locks the text behind its back.
     const_cast<std::int32_t*>(reinterpret_cast<const std::int32_t*>(first.GetString()))[-3] = -1;
     const CAtlString copy(first);  // NOLINT(performance-unnecessary-copy-initialization): the test.
     EXPECT_EQ(copy, L"abc");
