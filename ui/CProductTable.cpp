@@ -6,6 +6,7 @@
 #include "ui/CCellDelegate.h"
 #include "ui/RowWidgets.h"
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QSignalBlocker>
 
@@ -105,7 +106,23 @@ void CProductTable::ShowLatest(int row, const QString& text) {
         busy->hide();
         table_.removeCellWidget(row, LATEST);
     }
-    table_.item(row, LATEST)->setText(text);
+    SetLatest(*table_.item(row, LATEST), text);
+}
+
+// An announced cell makes the header measure all columns anew, which takes longer than fetching what stands
+// in it. So a cell that has room enough is painted and no more, unless a screen reader wants to hear of it.
+void CProductTable::SetLatest(QTableWidgetItem& cell, const QString& text) {
+    QSignalBlocker quiet(table_.model());
+    if (QAccessible::isActive())
+        quiet.unblock();
+    cell.setText(text);
+    const QModelIndex index = table_.indexFromItem(&cell);
+    table_.update(index);
+    if (table_.sizeHintForIndex(index).width() < table_.columnWidth(LATEST))
+        return;
+    quiet.unblock();
+    cell.setText(QString());
+    cell.setText(text);
 }
 
 void CProductTable::ScrollTo(const QWidget* widget) {
