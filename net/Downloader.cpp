@@ -47,7 +47,7 @@ CAtlString Downloader::DownloadInstaller(const CAtlString& url,
                                          const IDownloader::ProgressCallback& progress) {
     TakeProxySettings();
     SetProgressCallback(progress);
-    const CAtlString file = Fetch(url, bounds_.ForInstaller());
+    CAtlString file = Fetch(url, bounds_.ForInstaller());
     SetProgressCallback({});
     return file;
 }
