@@ -51,7 +51,7 @@ std::vector<LoopbackAnswer> HostileAnswers() {
         {.body = ""},
         {.body = "<html><body>Log in to the network of this hotel</body></html>"},
         {.body = deep},
-        {.body = std::string(17 << 20, ' ') + good},
+        {.body = std::string(2 << 20, ' ') + good},
         {.body = "<U Location='Server'><Product UpdateVersion='"},
         {.body = "<U Location='Client'><Product UpdateVersion='9.0.0.0'/></U>"},
         {.body = std::string("\xFF\xFE<\0U\0>\0", 8)},
@@ -84,7 +84,7 @@ TEST_F(HostileServers, CostTheirOwnProductsAloneAndNeverTheCheck) {
     }
     Install();
     const auto downloader =
-        boost::make_shared<Downloader>(TransferBounds{.silence = 500ms, .wholeTime = 1500ms});
+        boost::make_shared<Downloader>(TransferBounds{.silence = 1s, .wholeTime = 2s, .bodyBytes = 1 << 20});
     downloader->SetProxy(L"127.0.0.1", servers_.Port());
     controller_.SetDownloader(downloader);
     ASSERT_TRUE(controller_.LoadProductList());
