@@ -112,17 +112,17 @@ void CProductTable::ShowLatest(int row, const QString& text) {
 // An announced cell makes the header measure all columns anew, which takes longer than fetching what stands
 // in it. So a cell that has room enough is painted and no more, unless a screen reader wants to hear of it.
 void CProductTable::SetLatest(QTableWidgetItem& cell, const QString& text) {
-    QSignalBlocker quiet(table_.model());
-    if (QAccessible::isActive())
-        quiet.unblock();
+    const QSignalBlocker quiet(QAccessible::isActive() ? nullptr : table_.model());
     cell.setText(text);
     const QModelIndex index = table_.indexFromItem(&cell);
     table_.update(index);
-    if (table_.sizeHintForIndex(index).width() < table_.columnWidth(LATEST))
-        return;
-    quiet.unblock();
-    cell.setText(QString());
-    cell.setText(text);
+    if (table_.sizeHintForIndex(index).width() > table_.columnWidth(LATEST))
+        MeasureColumns();
+}
+
+// A mode that is set is carried out again, even when it is the one that was.
+void CProductTable::MeasureColumns() {
+    table_.horizontalHeader()->setSectionResizeMode(LATEST, QHeaderView::ResizeToContents);
 }
 
 void CProductTable::ScrollTo(const QWidget* widget) {

@@ -46,6 +46,7 @@ public:
 
 private:
     QPushButton* Button(int row) const;
+    void MeasureColumns();
     void SetLatest(QTableWidgetItem& cell, const QString& text);
     void NameButton(int row, QPushButton& button) const;
     QWidget* FocusBefore(int row) const;

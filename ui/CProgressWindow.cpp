@@ -27,8 +27,15 @@ QString SizeText(int bytes) {
 
 }  // namespace
 
-CProgressWindow::CProgressWindow(const boost::function<void()>& cancel)
-    : cancel_(cancel), text_(new QLabel), bar_(new QProgressBar), bytes_(new QLabel) {
+CProgressWindow::CProgressWindow(const boost::function<void()>& cancel) : cancel_(cancel) {
+    connect(&appear_, &QTimer::timeout, this, &CProgressWindow::Appear);
+    appear_.setSingleShot(true);
+}
+
+void CProgressWindow::Build() {
+    text_ = new QLabel;
+    bar_ = new QProgressBar;
+    bytes_ = new QLabel;
     setWindowTitle(tr("VARDO Product Update: Please Wait"));
     text_->setWordWrap(true);
     text_->setMinimumWidth(fontMetrics().averageCharWidth() * TEXT_WIDTH_IN_CHARACTERS);
@@ -49,25 +56,31 @@ CProgressWindow::CProgressWindow(const boost::function<void()>& cancel)
         layout->addWidget(part);
     cancelButton->setFocus();
     connect(buttons, &QDialogButtonBox::rejected, this, &CProgressWindow::reject);
-    connect(&appear_, &QTimer::timeout, this, &CProgressWindow::Appear);
-    appear_.setSingleShot(true);
 }
 
 void CProgressWindow::Begin(Task task) {
-    text_->setText(TextOf(task));
-    bar_->setAccessibleName(text_->text());
-    bar_->setRange(0, 0);
-    bytes_->clear();
-    bytes_->setVisible(task == Task::FETCHING_INSTALLER);
-    if (isVisible() || appear_.isActive())
+    task_ = task;
+    if (isVisible())
+        ShowTask();
+    else if (appear_.isActive())
         return;
-    if (task == Task::FETCHING_INSTALLER)
+    else if (task == Task::FETCHING_INSTALLER)
         Appear();
     else
         appear_.start(patience_);
 }
 
+void CProgressWindow::ShowTask() {
+    text_->setText(TextOf(task_));
+    bar_->setAccessibleName(text_->text());
+    bar_->setRange(0, 0);
+    bytes_->clear();
+    bytes_->setVisible(task_ == Task::FETCHING_INSTALLER);
+}
+
 void CProgressWindow::SetBytes(int done, int total) {
+    if (!isVisible())
+        return;
     bar_->setRange(0, std::max(total, 0));
     bar_->setValue(done);
     bytes_->setText(total > 0 ? tr("%1 of %2").arg(SizeText(done), SizeText(total)) : SizeText(done));
@@ -88,10 +101,14 @@ void CProgressWindow::reject() {
 
 void CProgressWindow::Appear() {
     patience_ = std::chrono::milliseconds(0);
-    if (QApplication::activeModalWidget())
+    if (QApplication::activeModalWidget()) {
         appear_.start(LOOK_AGAIN_AFTER);
-    else
-        show();
+        return;
+    }
+    if (!bar_)
+        Build();
+    ShowTask();
+    show();
 }
 
 QString CProgressWindow::TextOf(Task task) {

@@ -36,11 +36,15 @@ public slots:
 private:
     static QString TextOf(Task task);
     void Appear();
+    void Build();
+    void ShowTask();
 
     boost::function<void()> cancel_;
-    QLabel* text_;
-    QProgressBar* bar_;
-    QLabel* bytes_;
+    Task task_ = Task::LOOKING_FOR_PROGRAM;
+    // Null until the window appears for the first time: most starts never need it, and would wait for it.
+    QLabel* text_ = nullptr;
+    QProgressBar* bar_ = nullptr;
+    QLabel* bytes_ = nullptr;
     QTimer appear_;
     // What is left of it, once part of it was used up.
     std::chrono::milliseconds patience_ = PATIENCE;

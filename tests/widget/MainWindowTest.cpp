@@ -124,22 +124,41 @@ TEST_F(MainWindowTest, ShowsWhatACheckFinds) {
     EXPECT_FALSE(table_.isSortingEnabled()) << "the rows are known by their numbers";
 }
 
-TEST_F(MainWindowTest, NameWithoutRoomIsShownInATip) {
+TEST_F(MainWindowTest, WhatHasNoRoomIsShownInATip) {
     const QString longName = QString("Tools & <b>more</b> ").repeated(20).trimmed();
     AddProduct("Short", {"1.0.0.0"}, "1.0.0.0");
     AddProduct("Long", {"1.0.0.0"}, "1.0.0.0", longName.toHtmlEscaped().toStdString());
+    downloader_->Serve("http://site/Long.xml", "no description");
     CheckAndShow();
-    const auto tipOf = [&](int row) {
-        const QPoint at = table_.visualItemRect(table_.item(row, 0)).center();
-        QHelpEvent help(QEvent::ToolTip, at, table_.viewport()->mapToGlobal(at));
-        QApplication::sendEvent(table_.viewport(), &help);
+    const auto tipAt = [](QWidget* widget, const QPoint& at) {
+        QHelpEvent help(QEvent::ToolTip, at, widget->mapToGlobal(at));
+        QApplication::sendEvent(widget, &help);
         QTextDocument tip;
         tip.setHtml(QToolTip::text());
         return tip.toPlainText();
     };
+    const auto tipOf = [&](int row) {
+        return tipAt(table_.viewport(), table_.visualItemRect(table_.item(row, 0)).center());
+    };
+    auto* status = Find<QLabel>("statusLabel");
     EXPECT_EQ(tipOf(0), QString());
     EXPECT_EQ(tipOf(1), longName);
-    QToolTip::hideText();
+    EXPECT_EQ(tipAt(status, QPoint(1, 1)), longName + ": the server's answer cannot be read");
+    status->setText("short");
+    tipAt(status, QPoint(1, 1));
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+}
+
+TEST_F(MainWindowTest, LatestVersionGetsTheRoomThatItNeeds) {
+    AddProduct("Planner", {"1.0.0.0"}, "123456789.123456789.123456789.123456789");
+    // By then the columns have settled for what is installed.
+    downloader_->whileDownloading = [] { QTest::qWait(10); };
+    CheckAndShow();
+    const QModelIndex latest = table_.model()->index(0, 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return table_.columnWidth(2) >=
+               table_.itemDelegate()->sizeHint(QStyleOptionViewItem(), latest).width();
+    }));
 }
 
 TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {

@@ -31,12 +31,13 @@ protected:
         return window_.findChild<QLabel*>("bytesLabel")->text().remove(QChar(0x2068)).remove(QChar(0x2069));
     }
 
+    const QProgressBar& Bar() const { return *window_.findChild<QProgressBar*>("progressBar"); }
+
     int cancels_ = 0;
     CProgressWindow window_{[this] {
         EXPECT_FALSE(window_.isVisible());
         ++cancels_;
     }};
-    QProgressBar& bar_ = *window_.findChild<QProgressBar*>("progressBar");
 };
 
 TEST_F(ProgressWindow, AppearsWhenAllWaitingTogetherTakesLong) {
@@ -50,8 +51,8 @@ TEST_F(ProgressWindow, AppearsWhenAllWaitingTogetherTakesLong) {
     const qint64 waited = TimeUntilVisible();
     EXPECT_GE(waited, 250);
     EXPECT_LE(waited, 600);
-    EXPECT_EQ(bar_.maximum(), 0) << "busy";
-    EXPECT_EQ(bar_.accessibleName(), QString("Looking for a new list of products..."));
+    EXPECT_EQ(Bar().maximum(), 0) << "busy";
+    EXPECT_EQ(Bar().accessibleName(), QString("Looking for a new list of products..."));
     window_.Pause();
     EXPECT_FALSE(window_.isVisible());
     EXPECT_FALSE(window_.isModal()) << "it must not block a proxy's question";
@@ -60,12 +61,12 @@ TEST_F(ProgressWindow, AppearsWhenAllWaitingTogetherTakesLong) {
 TEST_F(ProgressWindow, ShowsAtOnceHowMuchOfAnInstallerHasArrived) {
     window_.Begin(Task::FETCHING_INSTALLER);
     EXPECT_TRUE(window_.isVisible());
-    EXPECT_EQ(bar_.maximum(), 0);
+    EXPECT_EQ(Bar().maximum(), 0);
     window_.SetBytes(1'500'000, 6'000'000);
-    EXPECT_EQ(bar_.value() * 100.0 / bar_.maximum(), 25.0);
+    EXPECT_EQ(Bar().value() * 100.0 / Bar().maximum(), 25.0);
     EXPECT_EQ(Bytes(), QString("1.5 MB of 6.0 MB"));
     window_.SetBytes(2'000, 0);
-    EXPECT_EQ(bar_.maximum(), 0) << "without an end in sight";
+    EXPECT_EQ(Bar().maximum(), 0) << "without an end in sight";
     EXPECT_EQ(Bytes(), QString("2.0 kB"));
 }
 
