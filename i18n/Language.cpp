@@ -47,7 +47,9 @@ QString GetLocale(bool useLanguageSettings) {
 
 QString LanguageCode(const QString& language) {
     const CAtlString id = LanguageIdText(ParseHexLanguageId(language));
-    const CAtlString code = LookupLanguageAttribute(id, "ID", "Code");
+    const CAtlString code = LookupLanguageAttribute(id, LanguageFormat::ID.name, LanguageFormat::CODE.name);
     const bool known = code != id && !code.IsEmpty();
-    return (known ? code : LookupLanguageAttribute(language, "Code", "Code")).ToQString();
+    return (known ? code
+                  : LookupLanguageAttribute(language, LanguageFormat::CODE.name, LanguageFormat::CODE.name))
+        .ToQString();
 }

@@ -6,6 +6,8 @@
 
 #include "platform/IEnvironment.h"
 
+#include <memory>
+
 // The machine's date and one shared data folder, and nobody to ask: it starts nothing, opens nothing and
 // shows nothing.
 class CUnattendedEnvironment : public IEnvironment {
@@ -23,9 +25,15 @@ public:
     bool ConfirmSelfUpdate() override { return false; }
     void WarnSelfUpdateFailed() override {}
     std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& /*cancel*/) override {
-        return nullptr;
+        return std::make_unique<NothingToSee>();
     }
 
 private:
+    struct NothingToSee : IProgress {
+        void Begin(Task /*task*/) override {}
+        void SetBytes(int /*done*/, int /*total*/) override {}
+        void Pause() override {}
+    };
+
     CVardoDirectoryPath folder_;
 };

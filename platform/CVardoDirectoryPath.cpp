@@ -38,9 +38,8 @@ bool IsWhollyDecoded(const char* bytes, const CAtlString& decoded) {
 // UTF-8.
 template <typename Use>
 void ForEachName(const CAtlString& path, const Use& use) {
-    const std::unique_ptr<char[]> pathBytes = DuplicateAsUtf8(path.GetString());
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(
-        FileSystem::Exists(path) ? opendir(pathBytes.get()) : nullptr, &closedir);
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(FileSystem::SystemPath(path).c_str()),
+                                                        &closedir);
     if (!directory)
         return;
     while (const dirent* entry = readdir(directory.get())) {
@@ -92,11 +91,11 @@ bool CVardoDirectoryPath::Create() const {
 }
 
 void CVardoDirectoryPath::ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const {
-    const std::unique_ptr<char[]> patternBytes = DuplicateAsUtf8(pattern.GetString());
+    const std::string patternBytes = FileSystem::SystemPath(pattern);
     const CAtlString folder = WithTrailingSlash(path_);
     ForEachName(path_, [&](const char* bytes, const CAtlString& name) {
         // The name is looked at first: that saves two calls of the system for each of the others.
-        if (fnmatch(patternBytes.get(), bytes, 0) != 0)
+        if (fnmatch(patternBytes.c_str(), bytes, 0) != 0)
             return;
         const CVardoFilePath file(folder + name);
         if (file.Exists() && !FileSystem::IsDirectory(file.GetFilePathString()))

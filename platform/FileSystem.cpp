@@ -138,7 +138,12 @@ bool RenameToFree(const CAtlString& from, const CAtlString& to) {
     if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
         return true;
     const bool isUnknownHere = errno == EINVAL || errno == ENOSYS;
-    return isUnknownHere && link(source.c_str(), target.c_str()) == 0 && unlink(source.c_str()) == 0;
+    if (!isUnknownHere || link(source.c_str(), target.c_str()) != 0)
+        return false;
+    if (unlink(source.c_str()) == 0)
+        return true;
+    unlink(target.c_str());
+    return false;
 }
 
 CFileDescriptor OpenForReading(const CAtlString& path, off_t& size) {

@@ -35,6 +35,6 @@ public:
     // Tells the user that the new version could not be downloaded, or is not the maker's.
     virtual void WarnSelfUpdateFailed() = 0;
     // What tells the user about waiting; nothing is shown before its Begin. cancel is called, while the
-    // program serves events, when the user has enough.
+    // program serves events, when the user has enough. Never null.
     virtual std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& cancel) = 0;
 };

@@ -13,7 +13,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/TextConversion.h"
+#include "platform/FileSystem.h"
 
 namespace {
 
@@ -51,13 +51,16 @@ void RemoveWithFiles(int parent, const char* folder, std::time_t newest) {
 
 void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& beginning,
                       std::chrono::seconds age) {
-    const std::unique_ptr<char[]> path = DuplicateAsUtf8(folder.GetDirectoryPathString().GetString());
-    const std::string prefix = DuplicateAsUtf8(beginning.GetString()).get();
+    const std::string path = FileSystem::SystemPath(folder.GetDirectoryPathString());
+    const std::string prefix = FileSystem::SystemPath(beginning);
+    if (path.empty() || prefix.empty())
+        return;
+    const std::string folderPrefix = prefix + "-";
     const std::time_t newest = std::time(nullptr) - age.count();
-    ForEachEntry(AT_FDCWD, path.get(), [&](int parent, const char* name) {
+    ForEachEntry(AT_FDCWD, path.c_str(), [&](int parent, const char* name) {
         if (std::string_view(name).starts_with(prefix) && IsStale(parent, name, S_IFREG, newest))
             unlinkat(parent, name, 0);
-        if (std::string_view(name).starts_with(prefix + "-") && IsStale(parent, name, S_IFDIR, newest))
+        if (std::string_view(name).starts_with(folderPrefix) && IsStale(parent, name, S_IFDIR, newest))
             RemoveWithFiles(parent, name, newest);
     });
 }

@@ -14,7 +14,8 @@ in_namespaces() {
     if [[ $(id -u) != 0 ]] && ! command -v sudo >/dev/null; then
         fail "only root can install a system. As root, run: $0 $PACKAGE"
     fi
-    [[ $TREE != /tmp/* ]] || fail "the tree must not lie below /tmp, which the display hides; move it"
+    [[ $TREE != /tmp/* && $PACKAGE != /tmp/* ]] ||
+        fail "neither the tree nor the package may lie below /tmp, which the display hides; move them"
     mkdir -p "$STATE/archives/partial" "$ROOT"
     exec {LOCK}>"$STATE/lock"
     flock -n "$LOCK" || fail "another verify-package.sh is using $STATE; wait for its end"

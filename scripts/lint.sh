@@ -87,8 +87,8 @@ if [[ -z $QUICK ]]; then
     check "clang-tidy" "Mend it, or suppress it in the line with NOLINT(check) and a reason." \
         tidy build/debug '*.cpp' ':!tests/fuzz'
     # Only clang compiles the fuzzers; it need not do so for clang-tidy to know how.
-    cmake --preset fuzz --log-level=WARNING >/dev/null
-    check "clang-tidy of the fuzzers" "The same." tidy build/fuzz 'tests/fuzz/*.cpp'
+    cmake --preset fuzz -B build/fuzz-lint --log-level=WARNING >/dev/null
+    check "clang-tidy of the fuzzers" "The same." tidy build/fuzz-lint 'tests/fuzz/*.cpp'
 fi
 [[ ${#FAILED[@]} == 0 ]] || fail "failed: $(printf '%s, ' "${FAILED[@]}" | sed 's/, $//')"
 say "Nothing to complain about"

@@ -32,11 +32,15 @@ make_package() {
 }
 
 check_version() {
-    local packaged noted
+    local packaged noted dated
     packaged=$(dpkg-deb -f "$PACKAGE" Version)
     noted=$(dpkg-parsechangelog -l packaging/debian/changelog -S Version)
     [[ $packaged == "$noted" ]] ||
         fail "the program is version $packaged, the newest in packaging/debian/changelog is $noted; add an entry there"
+    noted=$(date -u -d "@$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)" +%F)
+    dated=$(sed -n 's/^set(VARDO_RELEASE_DATE \(.*\))$/\1/p' cmake/Package.cmake)
+    [[ $dated == "$noted" ]] ||
+        fail "cmake/Package.cmake dates the release $dated, packaging/debian/changelog $noted; make them one"
 }
 
 # --- lint ------------------------------------------------------------------------------------------------------------
@@ -73,6 +77,12 @@ metainfo() {
 
 page_warnings() { LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$1" >/dev/null; }
 
+# A secret key that is packed by mistake would be everybody's, and with a garbled one no newer version ever starts.
+check_key() {
+    [[ $(wc -l <"$1") == 2 && $(head -n 1 "$1") == "untrusted comment:"* && $(tail -n 1 "$1") =~ ^RW[A-Za-z0-9+/]{54}$ ]] ||
+        fail "$1 is no public key of minisign; give the .pub file, see docs/signing.md"
+}
+
 # ---------------------------------------------------------------------------------------------------------------------
 
 SITE=""
@@ -86,6 +96,7 @@ while [[ $# -gt 0 ]]; do
         --maintainer) MAINTAINER=("-DVARDO_MAINTAINER=${2:?NAME <MAIL>}") && shift ;;
         --key)
             KEY=$(cd "$OLDPWD" && realpath -e "${2:?a file}") || fail "give the file of the maker's public key"
+            check_key "$KEY"
             shift
             ;;
         --no-self-update) SELF_UPDATE=OFF ;;

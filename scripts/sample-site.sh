@@ -30,9 +30,11 @@ sign_installer() {
     [[ -n $SELF_UPDATE ]] || return 0
     version=$(sed -n 's/.*UpdateVersion="\([^"]*\)".*/\1/p' "$STATE/site/program/VardoProductUpdate.xml")
     keys=$(mktemp -d)
-    minisign -G -W -p "$key" -s "$keys/secret" >/dev/null
-    minisign -S -s "$keys/secret" -m "$STATE/site/program/installer.sh" -t "file:installer.sh version:$version" >/dev/null
-    rm -r "$keys"
+    (
+        trap 'rm -r "$keys"' EXIT
+        minisign -G -W -p "$key" -s "$keys/secret" >/dev/null
+        minisign -S -s "$keys/secret" -m "$STATE/site/program/installer.sh" -t "file:installer.sh version:$version" >/dev/null
+    )
 }
 
 lay_out() {

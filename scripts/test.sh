@@ -5,13 +5,15 @@
 # test.sh [CTest arguments]
 #
 # From a bare machine to CTest's closing line: installs what is missing, builds everything and runs every test. With
-# arguments, the fuzzers, which take a compiler of their own, are built only when these name the label fuzz.
+# arguments, the fuzzers, which take a compiler of their own, are built and run only when these say "-L fuzz".
 source "$(dirname "$0")/lib.sh"
 
 ensure_packages build run headless test fuzz
 build release
-if [[ $# == 0 || " $* " == *fuzz* ]]; then
+if [[ $# == 0 || " $* " == *" -L fuzz "* ]]; then
     build fuzz fuzzers
+else
+    set -- -LE fuzz "$@"
 fi
 say "Testing"
 ctest --preset release "$@"

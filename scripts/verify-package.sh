@@ -176,14 +176,14 @@ case ${1:-} in
     --prepare)
         PACKAGE=$2
         prepare
-        exec unshare --net "$0" --run "$PACKAGE"
+        exec unshare --net "$SCRIPTS/verify-package.sh" --run "$PACKAGE"
         ;;
     --run) ;;
     *)
         [[ $# == 1 ]] || fail "usage: verify-package.sh PACKAGE"
         PACKAGE=$(cd "$OLDPWD" && realpath -e "$1") || fail "make the package first: scripts/package.sh"
         ensure_packages verify headless
-        in_namespaces "$0" --prepare "$PACKAGE"
+        in_namespaces "$SCRIPTS/verify-package.sh" --prepare "$PACKAGE"
         exit
         ;;
 esac

@@ -37,6 +37,6 @@ bool CElidedLabel::event(QEvent* event) {
     // A tool tip takes markup, and this text is none.
     const QString tip =
         ShownText() == text() ? QString() : Qt::convertFromPlainText(text(), Qt::WhiteSpaceNormal);
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
+    QToolTip::showText(dynamic_cast<QHelpEvent&>(*event).globalPos(), tip, this);
     return true;
 }

@@ -21,11 +21,6 @@
 
 namespace {
 
-// Whether a file may be read as XML at all, where its name or an address does not say what it is.
-bool IsXmlName(const QString& name) {
-    return name.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
-}
-
 // By its contents. What no other reader could read may still be a description.
 FileKind KindOf(CCatalogFile& file) {
     for (const FileKind assumed : {FileKind::UNKNOWN, FileKind::REMOTE_DESCRIPTION}) {

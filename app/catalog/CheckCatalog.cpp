@@ -31,9 +31,9 @@ void CheckAmpersands(const CCatalogFile& file, CFindings& findings) {
 }
 
 void CheckForm(const CCatalogFile& file, CFindings& findings) {
-    const bool isXml = file.GetKind() != FileKind::UNKNOWN || file.GetName().endsWith(QLatin1String(".xml"));
     if (file.GetKind() == FileKind::STRINGS)
         return;
+    const bool isXml = file.GetKind() != FileKind::UNKNOWN || IsXmlName(file.GetName());
     if (isXml && !file.GetRoot())
         findings.Add(file.GetPath(), file.GetFault().line, Code::MALFORMED,
                      QStringLiteral("the program takes this file for missing: %1")

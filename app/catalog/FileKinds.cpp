@@ -44,6 +44,10 @@ bool IsList(const TiXmlElement& root) {
 
 }  // namespace
 
+bool IsXmlName(const QString& name) {
+    return name.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
+}
+
 FileKind KindByName(const QString& name) {
     if (name == Products::FILE_NAME.ToQString())
         return FileKind::PRODUCT_LIST;

@@ -6,6 +6,9 @@
 
 #include "app/catalog/CCatalogFile.h"
 
+// Whether a file may be read as XML at all, where its name or an address does not say what it is.
+bool IsXmlName(const QString& name);
+
 // UNKNOWN for a name that does not say.
 FileKind KindByName(const QString& name);
 

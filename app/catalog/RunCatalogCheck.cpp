@@ -4,7 +4,9 @@
 #include "app/catalog/RunCatalogCheck.h"
 
 #include "app/catalog/Checks.h"
+#include "app/catalog/ValueChecks.h"
 
+#include <QCommandLineParser>
 #include <QFileInfo>
 #include <ostream>
 
@@ -29,33 +31,43 @@ Exit status: 0 nothing found, or notes only; 1 warnings; 2 errors; 64 wrong usag
 )";
 
 struct Options {
-    QString folder;
-    QString site;
+    QString folder{};
+    QString site{};
     bool isJson = false;
     bool isHelp = false;
     bool isVersion = false;
+    // Why the arguments make no sense; empty when they do.
+    QString problem{};
 };
 
-// Nothing when the arguments make no sense.
-std::optional<Options> ReadOptions(const QStringList& arguments) {
-    Options options;
-    for (qsizetype i = 1; i < arguments.size(); ++i) {
-        const QString& argument = arguments[i];
-        if (argument == u"--json")
-            options.isJson = true;
-        else if (argument == u"--help" || argument == u"-h")
-            options.isHelp = true;
-        else if (argument == u"--version")
-            options.isVersion = true;
-        else if (argument == u"--site" && i + 1 < arguments.size())
-            options.site = arguments[++i];
-        else if (!argument.startsWith(u'-') && options.folder.isEmpty())
-            options.folder = argument;
-        else
-            return std::nullopt;
-    }
-    const bool isEnough = options.isHelp || options.isVersion || !options.folder.isEmpty();
-    return isEnough ? std::optional(options) : std::nullopt;
+QString ProblemOf(const Options& options, const QCommandLineParser& parser) {
+    if (options.isHelp || options.isVersion)
+        return {};
+    if (parser.positionalArguments().size() != 1)
+        return QStringLiteral("there must be one folder");
+    if (!options.site.isEmpty() && !CanBeFetched(options.site))
+        return QStringLiteral("--site takes an address with \"http://\" and a host");
+    if (const QFileInfo folder(options.folder); !folder.isDir() || !folder.isReadable())
+        return QStringLiteral("\"%1\" is no folder that can be read").arg(options.folder);
+    return {};
+}
+
+Options ReadOptions(const QStringList& arguments) {
+    const QCommandLineOption json("json");
+    const QCommandLineOption site("site", {}, "ADDRESS");
+    const QCommandLineOption help(QStringList{"h", "help"});
+    const QCommandLineOption version("version");
+    QCommandLineParser parser;
+    parser.addOptions({json, site, help, version});
+    if (!parser.parse(arguments))
+        return {.problem = parser.errorText()};
+    Options options{.folder = parser.positionalArguments().value(0),
+                    .site = parser.value(site),
+                    .isJson = parser.isSet(json),
+                    .isHelp = parser.isSet(help),
+                    .isVersion = parser.isSet(version)};
+    options.problem = ProblemOf(options, parser);
+    return options;
 }
 
 int ExitStatus(const CFindings& findings) {
@@ -67,26 +79,23 @@ int ExitStatus(const CFindings& findings) {
 }  // namespace
 
 int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostream& err) {
-    const auto options = ReadOptions(arguments);
-    if (!options) {
-        err << USAGE;
+    const Options options = ReadOptions(arguments);
+    if (!options.problem.isEmpty()) {
+        err << "VARDOCatalogCheck: " << options.problem.toStdString() << '\n' << USAGE;
         return EXIT_WRONG_USAGE;
     }
-    if (options->isHelp) {
+    int status = EXIT_CLEAN;
+    if (options.isHelp) {
         out << USAGE << HELP;
-        return EXIT_CLEAN;
-    }
-    if (options->isVersion) {
+    } else if (options.isVersion) {
         out << "VARDOCatalogCheck " << VARDO_VERSION << '\n';
-        return EXIT_CLEAN;
+    } else {
+        const CFindings findings = CheckCatalog(CCatalog(options.folder, options.site));
+        out << (options.isJson ? findings.ToJson() : findings.ToText()).toStdString();
+        status = ExitStatus(findings);
     }
-    if (const QFileInfo folder(options->folder); !folder.isDir() || !folder.isReadable()) {
-        err << "VARDOCatalogCheck: \"" << options->folder.toStdString()
-            << "\" is no folder that can be read\n";
-        return EXIT_WRONG_USAGE;
-    }
-    const CCatalog catalog(options->folder, options->site);
-    const CFindings findings = CheckCatalog(catalog);
-    out << (options->isJson ? findings.ToJson() : findings.ToText()).toStdString();
-    return ExitStatus(findings);
+    if (out.flush())
+        return status;
+    err << "VARDOCatalogCheck: what was found could not be written\n";
+    return EXIT_ERRORS;
 }

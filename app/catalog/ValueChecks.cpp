@@ -39,8 +39,7 @@ void CheckVersion(const Place& place, const QString& name, const CAtlString& tex
 }
 
 void CheckAddress(const Place& place, const QString& name, const QString& text, CFindings& findings) {
-    const QUrl address(text);
-    if (QtDownloader::CanFetch(address) && address.isValid() && !address.host().isEmpty())
+    if (CanBeFetched(text))
         return;
     findings.Add(
         place.file, place.line, Code::NOT_HTTP,
@@ -63,6 +62,11 @@ void CheckDate(const Place& place, const QString& name, const CAtlString& text, 
 }
 
 }  // namespace
+
+bool CanBeFetched(const QString& text) {
+    const QUrl address(text);
+    return QtDownloader::CanFetch(address) && address.isValid() && !address.host().isEmpty();
+}
 
 void CheckValue(const Place& place, const XmlAttributeRule& rule, const CAtlString& text,
                 CFindings& findings) {

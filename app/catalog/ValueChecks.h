@@ -14,6 +14,9 @@ struct Place {
     int line = 0;
 };
 
+// Whether the program takes an address of its files: "http" and a host.
+bool CanBeFetched(const QString& text);
+
 // Checks a value that is there as what it is read as; an empty one is not looked at.
 void CheckValue(const Place& place, const XmlAttributeRule& rule, const CAtlString& text,
                 CFindings& findings);

@@ -310,6 +310,8 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
 }
 
 TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {
+    shared_.Write("site/CAPITALS.XML", "<a");
+    EXPECT_EQ(Count(Check(), Code::MALFORMED, "site/CAPITALS.XML", 0), 1);
     Alter(LIST, "SoftwareUpdateVTL", "SoftwareUpdateVTX");
     EXPECT_EQ(Count(Check(), Code::UNLISTED, "program/share/SoftwareUpdateVTL.xml", 1), 1);
     EXPECT_THAT(Rows(), testing::Not(testing::Contains(testing::HasSubstr("VARDO Timeline"))));
@@ -344,9 +346,14 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
                value["text"].toString().startsWith("there is no text for pt_BR");
     }));
     EXPECT_THAT(run({"--help"}, EXIT_CLEAN), testing::HasSubstr("Exit status: 0"));
-    for (const QStringList& wrong : {QStringList(), QStringList{"--jsn", root}, QStringList{root, root},
-                                     QStringList{root + "/nowhere"}, QStringList{root, "--site"}})
+    for (const QStringList& wrong :
+         {QStringList(), QStringList{"--jsn", root}, QStringList{root, root}, QStringList{root + "/nowhere"},
+          QStringList{root, "--site"}, QStringList{"--site=127.0.0.1:8080", root}})
         run(wrong, EXIT_WRONG_USAGE);
+    std::ofstream full("/dev/full");
+    std::ostringstream err;
+    EXPECT_EQ(RunCatalogCheck({"VARDOCatalogCheck", "--version"}, full, err), EXIT_ERRORS)
+        << "written nowhere";
 }
 
 // "rejected" is for a file that a reader refuses for a reason that nobody thought of: there is none here.
