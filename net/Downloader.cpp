@@ -31,14 +31,13 @@ void Downloader::SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& hand
 CAtlString Downloader::Download(const CAtlString& url) {
     TakeProxySettings();
     StartAhead();
-    error_.Empty();
-    status_ = 0;
+    last_ = {.url = url};
     CAtlString file;
     const std::unique_ptr<CAheadTransfer> transfer = ahead_.Take(url);
     if (!transfer || !Receive(*transfer, file))
         file = Fetch(url, bounds_);
     if (file.IsEmpty())
-        TellFailure(url);
+        TellFailure();
     StartAhead();
     return file;
 }
@@ -67,6 +66,7 @@ void Downloader::Cancel() {
 }
 
 CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds) {
+    last_ = {.url = url};
     const CVardoFilePath target = isCancelled_ ? CVardoFilePath() : TargetOf(url);
     if (target.IsEmpty())
         return {};
@@ -76,12 +76,11 @@ CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds
     cancelTransfer_.clear();
     RememberProxy(transfer.WasLetThrough());
     Note(transfer.GetRecord());
-    if (result != RESULT_OK)
-        return {};
     // It may have been cancelled just after its end.
-    if (isCancelled_)
-        target.Delete();
-    return isCancelled_ ? CAtlString() : target.GetFilePathString();
+    if (result == RESULT_OK && !isCancelled_)
+        return target.GetFilePathString();
+    target.Delete();
+    return {};
 }
 
 bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
@@ -99,14 +98,9 @@ bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
     return true;
 }
 
-void Downloader::ConnectionFailed(const CAtlString& error) {
-    error_ = error;
-    ConnectionInfo::ConnectionFailed(error);
-}
-
-void Downloader::TellFailure(const CAtlString& url) const {
+void Downloader::TellFailure() const {
     if (failed_ && !isCancelled_)
-        failed_(FailureText(url, error_.ToQString(), status_));
+        failed_(FailureText(last_));
 }
 
 void Downloader::StartAhead() {
@@ -125,7 +119,7 @@ CVardoFilePath Downloader::TargetOf(const CAtlString& url) const {
 }
 
 void Downloader::Note(const TransferRecord& record) {
-    status_ = record.status;
+    last_ = record;
     if (transferEnded_)
         transferEnded_(record);
 }

@@ -49,13 +49,11 @@ public:
     void FetchAhead(const std::vector<CAtlString>& urls) override;
     void Cancel() override;
 
-    void ConnectionFailed(const CAtlString& error) override;
-
 private:
     void TakeProxySettings();
     // A name for a fetched file: that of nothing else at this moment.
     CVardoFilePath TargetOf(const CAtlString& url) const;
-    // Keeps the status of a transfer that has ended, and tells who wants to know of it.
+    // Keeps what became of a transfer that has ended, and tells who wants to know of it.
     void Note(const TransferRecord& record);
     // A transfer that starts now; the file's path, or an empty text.
     CAtlString Fetch(const CAtlString& url, const TransferBounds& bounds);
@@ -65,7 +63,7 @@ private:
     bool Receive(CAheadTransfer& transfer, CAtlString& file);
     // Starts what may be on its way by now.
     void StartAhead();
-    void TellFailure(const CAtlString& url) const;
+    void TellFailure() const;
     // What became of a request through the present proxy.
     void RememberProxy(bool isOpen);
 
@@ -79,9 +77,8 @@ private:
     CFetchAhead ahead_;
     bool isCancelled_ = false;
     FailureCallback failed_;
-    // How the last fetch ended: the connection's error, and the status of the answer.
-    CAtlString error_;
-    int status_ = 0;
+    // How the last fetch ended.
+    TransferRecord last_;
     // Ends the transfer that Download waits for; empty when there is none.
     boost::function<void()> cancelTransfer_;
 };

@@ -37,8 +37,8 @@ public:
 
 }  // namespace
 
-QString FailureText(const CAtlString& url, const QString& error, int status) {
-    const QString host = QUrl(url.ToQString()).host();
-    const QString reason = error.isEmpty() ? Words::Of(status) : error;
+QString FailureText(const TransferRecord& record) {
+    const QString host = QUrl(record.url.ToQString()).host();
+    const QString reason = record.error.IsEmpty() ? Words::Of(record.status) : record.error.ToQString();
     return host.isEmpty() || reason.contains(host) ? reason : host + QStringLiteral(": ") + reason;
 }

@@ -4,10 +4,10 @@
 // Why a file could not be fetched, in words for the user.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "net/TransferRecord.h"
 
 #include <QString>
 
-// The host of url and the reason, in the user's language: error when there is one, else what the answer's
-// status says (0 when there was no answer). One line of plain text. Any thread.
-QString FailureText(const CAtlString& url, const QString& error, int status);
+// The host and the reason, in the user's language: the record's error when there is one, else what the
+// answer's status says. One line of plain text. For a transfer that failed. Any thread.
+QString FailureText(const TransferRecord& record);

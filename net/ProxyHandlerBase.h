@@ -24,6 +24,7 @@ public:
     // Writes host and port; whether the port could be written.
     bool SaveProxySettings() const;
     void SetProxyHost(const CAtlString& host) { proxyHost_ = host; }
+    // Port is 1 to 65535; without a host connections are direct. Not stored before SaveProxySettings.
     void SetProxy(const CAtlString& host, int port);
     void SetCredentials(const CAtlString& userName, const CAtlString& password);
     void GetProxySettings(CAtlString& host, int& port, CAtlString& userName, CAtlString& password) const;

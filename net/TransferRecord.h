@@ -11,9 +11,9 @@
 // Never holds a user name or a password of the proxy. An address that is not http was not asked at all, and
 // leaves everything behind url as it is here.
 struct TransferRecord {
-    CAtlString url;
+    CAtlString url{};
     // The proxy that was asked; no host when the connection was direct.
-    CAtlString proxyHost;
+    CAtlString proxyHost{};
     int proxyPort = 0;
     // Of the last header that arrived; 0 when none did.
     int status = 0;
@@ -22,6 +22,6 @@ struct TransferRecord {
     // From the transfer's start to its end, all attempts and questions included.
     qint64 milliseconds = 0;
     // What went wrong, in Qt's words or the program's; empty when a whole answer came, of whatever status.
-    CAtlString error;
+    CAtlString error{};
     bool succeeded = false;
 };

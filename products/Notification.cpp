@@ -58,12 +58,14 @@ const TiXmlElement* Notification::Load(const CVardoFilePath& file, TiXmlDocument
         verdict_ = Verdict::MISSING;
     else if (!LoadXml(file, document))
         verdict_ = Verdict::NO_XML;
-    else if (ELEMENT_NAME.Compare(CAtlString(document.RootElement()->Value())) != 0)
+    else if (document.RootElement()->ValueStr() != NOTIFICATION)
         verdict_ = Verdict::NO_NOTIFICATION;
     return verdict_ == Verdict::COUNTS ? document.RootElement() : nullptr;
 }
 
 bool Notification::ReadDescription(const CVardoFilePath& file) {
+    messageFolder_.Empty();
+    messageFile_.Empty();
     TiXmlDocument document;
     const TiXmlElement* root = Load(file, document);
     if (!root)
@@ -77,9 +79,10 @@ bool Notification::ReadDescription(const CVardoFilePath& file) {
 
 bool Notification::CheckForUpdates() {
     checked_ = false;
-    if (!GetDownloader())
+    const CAtlString address = GetCheckAddress();
+    if (!GetDownloader() || address.IsEmpty())
         return false;
-    const CVardoFilePath fetched(GetDownloader()->Download(GetCheckAddress()));
+    const CVardoFilePath fetched(GetDownloader()->Download(address));
     checked_ = fetched.IsEmpty() ? Conclude(verdict_, Verdict::NOT_FETCHED) : ReadMessage(fetched);
     fetched.Delete();
     if (GetObserver())
@@ -88,7 +91,8 @@ bool Notification::CheckForUpdates() {
 }
 
 CAtlString Notification::GetCheckAddress() const {
-    return JoinTrimmed(messageFolder_, messageFile_);
+    const bool isDescribed = !messageFolder_.IsEmpty() && !messageFile_.IsEmpty();
+    return isDescribed ? JoinTrimmed(messageFolder_, messageFile_) : CAtlString();
 }
 
 bool Notification::ReadMessage(const CVardoFilePath& file) {

@@ -22,7 +22,7 @@ class Notification : public IProduct {
     Q_DECLARE_TR_FUNCTIONS(Notification)
 
 public:
-    // The name of its element in the list file, and of the root of both its files: "Notification".
+    // The name of its element in the list file.
     static const CAtlString ELEMENT_NAME;
 
     explicit Notification(const boost::shared_ptr<IEnvironment>& environment);

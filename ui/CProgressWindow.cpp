@@ -62,11 +62,9 @@ void CProgressWindow::Begin(Task task) {
     task_ = task;
     if (isVisible())
         ShowTask();
-    else if (appear_.isActive())
-        return;
     else if (task == Task::FETCHING_INSTALLER)
         Appear();
-    else
+    else if (!appear_.isActive())
         appear_.start(patience_);
 }
 
@@ -101,6 +99,7 @@ void CProgressWindow::reject() {
 
 void CProgressWindow::Appear() {
     patience_ = std::chrono::milliseconds(0);
+    appear_.stop();
     if (QApplication::activeModalWidget()) {
         appear_.start(LOOK_AGAIN_AFTER);
         return;

@@ -21,10 +21,11 @@ void PrintProgress(const char* before, const IProduct& product, const char* afte
 
 // None of its items could be checked.
 bool IsUnchecked(const IProduct& product) {
-    for (unsigned item = 0; item < product.GetItemCount(); ++item)
+    const unsigned items = product.GetItemCount();
+    for (unsigned item = 0; item < items; ++item)
         if (product.IsChecked(item))
             return false;
-    return product.GetItemCount() > 0;
+    return items > 0;
 }
 
 QString DateText(int julianDay) {
@@ -74,7 +75,7 @@ void MainWindow::SetProductListController(const boost::shared_ptr<CProductListCo
     controller_ = controller;
     controller_->SetCheckFinishedCallback(boost::bind(&MainWindow::OnProductChecked, this, _1));
     controller_->SetCheckStartedCallback(boost::bind(&MainWindow::OnCheckingProduct, this, _1));
-    controller_->SetFailureCallback(boost::bind(&MainWindow::OnConnectionError, this, _1));
+    controller_->SetFailureCallback(boost::bind(&MainWindow::OnFetchFailed, this, _1));
 }
 
 void MainWindow::ShowProducts() {
@@ -101,6 +102,12 @@ void MainWindow::ShowDate(const QString& date) {
 void MainWindow::OnConnectionError(const QString& message) {
     isFailureTold_ = true;
     statusLabel->setText(message);
+}
+
+// A product without rows, such as one that is not installed, has none that could be "N/A".
+void MainWindow::OnFetchFailed(const QString& reason) {
+    if (current_ && current_->GetItemCount() > 0)
+        OnConnectionError(reason);
 }
 
 void MainWindow::OnProxyOptions() {

@@ -60,6 +60,7 @@ private:
 
     void OnCheckingProduct(const Product& product);
     void OnProductChecked(const Product& product);
+    void OnFetchFailed(const QString& reason);
     // Builds the form, and gives its table.
     QTableWidget& SetUpForm();
     void ShowDate(const QString& date);

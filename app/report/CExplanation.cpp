@@ -68,8 +68,7 @@ void CExplanation::OnCategory(const CAtlString& id, const CAtlString& installed,
 }
 
 void CExplanation::OnTransfer(const TransferRecord& record) {
-    const QString error =
-        record.succeeded ? QString() : FailureText(record.url, record.error.ToQString(), record.status);
+    const QString error = record.succeeded ? QString() : FailureText(record);
     requests_.append(QJsonObject{{"address", WithoutPassword(record.url)},
                                  {"proxy", Proxy(record)},
                                  {"status", record.status},

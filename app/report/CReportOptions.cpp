@@ -27,7 +27,7 @@ Exit status:
   1   updates are available
   2   something was not checked, for whatever reason; also when there are
       updates as well, without a product list, and with --offline whenever
-      something is installed that could have been checked
+      something is installed that could have been checked. Notices do not count
   64  wrong usage
 
 The proxy is the one of the settings, unless --proxy names another. Nobody is

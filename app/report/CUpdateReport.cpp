@@ -53,21 +53,23 @@ void CUpdateReport::Observe() {
 
 void CUpdateReport::MakeRows() {
     for (const auto& product : controller_.GetProducts()) {
-        for (unsigned item = 0; item < product->GetItemCount(); ++item)
+        const unsigned items = product->GetItemCount();
+        for (unsigned item = 0; item < items; ++item)
             entries_.push_back({MakeRow(*product, item, wasChecked_), product});
-        if (product->GetItemCount() == 0)
+        if (items == 0)
             entries_.push_back({MakeRow(*product), product});
     }
 }
 
 QJsonArray CUpdateReport::ToJson(bool isExplained) const {
+    const QJsonObject common = isExplained ? ExplainCommon() : QJsonObject();
     QJsonArray rows;
     for (const auto& [row, product] : entries_) {
         if (row.state == ReportState::NOT_INSTALLED && !isExplained)
             continue;
         QJsonObject object = ::ToJson(row);
         if (isExplained)
-            object["explain"] = Explain(*product);
+            object["explain"] = Explain(*product, common);
         rows.append(object);
     }
     return rows;
@@ -83,10 +85,20 @@ int CUpdateReport::GetExitStatus() const {
     return has(ReportState::UPDATE) ? UPDATES : ALL_CURRENT;
 }
 
-QJsonObject CUpdateReport::Explain(const IProduct& product) const {
+QJsonObject CUpdateReport::ExplainCommon() const {
+    QJsonObject check = SilentCheck(environment_->Today());
+    if (wasChecked_)
+        check["opensWindow"] = check["due"].toBool() && controller_.IsAnyUpdateAvailable();
+    return {{"list", ExplainList()}, {"silentCheck", check}};
+}
+
+QJsonObject CUpdateReport::Explain(const IProduct& product, const QJsonObject& common) const {
+    QJsonObject check = common["silentCheck"].toObject();
+    if (wasChecked_)
+        check["forThisProduct"] = check["due"].toBool() && CProductListController::HasWantedUpdate(product);
     QJsonObject explanation = explanations_.at(&product).ToJson();
-    explanation["list"] = ExplainList();
-    explanation["silentCheck"] = ExplainSilentCheck(product);
+    explanation["list"] = common["list"];
+    explanation["silentCheck"] = check;
     return explanation;
 }
 
@@ -101,14 +113,4 @@ QJsonObject CUpdateReport::ExplainList() const {
             {"version", list.GetVersion().GetString().ToQString()},
             {"passedOver", PathText(other.GetPath())},
             {"reason", WhyNot(other)}};
-}
-
-QJsonObject CUpdateReport::ExplainSilentCheck(const IProduct& product) const {
-    QJsonObject check = SilentCheck(environment_->Today());
-    if (wasChecked_) {
-        const bool isDue = check["due"].toBool();
-        check["opensWindow"] = isDue && controller_.IsAnyUpdateAvailable();
-        check["forThisProduct"] = isDue && CProductListController::HasWantedUpdate(product);
-    }
-    return check;
 }

@@ -32,15 +32,15 @@ public:
     // After Run: an object for each installed version. Explained, each has an "explain", and products that
     // are not installed are there as well.
     QJsonArray ToJson(bool isExplained) const;
+    // After Run: what every "explain" says of the "list" and of a "silentCheck". With no row as well.
+    QJsonObject ExplainCommon() const;
     int GetExitStatus() const;
 
 private:
     void Observe();
     void MakeRows();
-    QJsonObject Explain(const IProduct& product) const;
+    QJsonObject Explain(const IProduct& product, const QJsonObject& common) const;
     QJsonObject ExplainList() const;
-    // Whether a silent check would open the window today, and why.
-    QJsonObject ExplainSilentCheck(const IProduct& product) const;
 
     boost::shared_ptr<IEnvironment> environment_;
     boost::shared_ptr<Downloader> downloader_;

@@ -6,12 +6,13 @@
 #include "app/report/CTextTable.h"
 #include "app/report/ExplanationText.h"
 
-#include <QJsonObject>
 #include <QJsonValue>
 
 namespace {
 
 QString Table(const QJsonArray& rows) {
+    if (rows.isEmpty())
+        return "No product of the list is installed.\n";
     CTextTable table({"NAME", "INSTALLED", "LATEST", "STATE", "KEY", "PAGE"});
     for (const QJsonValue row : rows)
         table.AddRow({row["name"].toString(), row["installed"].toString(), row["latest"].toString(),
@@ -19,8 +20,8 @@ QString Table(const QJsonArray& rows) {
     return table.ToText();
 }
 
-QString Explanations(const QJsonArray& rows) {
-    QString text = '\n' + CommonExplanation(rows[0]["explain"].toObject());
+QString Explanations(const QJsonArray& rows, const QJsonObject& common) {
+    QString text = '\n' + CommonExplanation(common);
     QString previous;
     for (const QJsonValue row : rows) {
         // The versions of a product follow one another, and share their explanation.
@@ -34,8 +35,6 @@ QString Explanations(const QJsonArray& rows) {
 
 }  // namespace
 
-QString ReportText(const QJsonArray& rows, bool isExplained) {
-    if (rows.isEmpty())
-        return "No product of the list is installed.\n";
-    return Table(rows) + (isExplained ? Explanations(rows) : QString());
+QString ReportText(const QJsonArray& rows, const QJsonObject& common) {
+    return Table(rows) + (common.isEmpty() ? QString() : Explanations(rows, common));
 }

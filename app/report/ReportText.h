@@ -5,8 +5,9 @@
 #pragma once
 
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QString>
 
-// The rows as a table whose columns line up in a terminal and, explained, a paragraph for each product below
-// it.
-QString ReportText(const QJsonArray& rows, bool isExplained);
+// The rows as a table whose columns line up in a terminal and, unless common is empty, an explanation below
+// it: of what the products have in common, and of each of them.
+QString ReportText(const QJsonArray& rows, const QJsonObject& common);

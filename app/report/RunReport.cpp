@@ -9,7 +9,6 @@
 #include "net/Downloader.h"
 #include "platform/CUnattendedEnvironment.h"
 #include "platform/SharedDataFolder.h"
-#include "platform/StaleFiles.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -55,30 +54,18 @@ CAtlString FileNames() {
     return names;
 }
 
-// Those of failed fetches, however young.
-void RemoveOwnFiles() {
-    constexpr std::chrono::seconds ANY_AGE(-60);
-    RemoveStaleFiles(CVardoDirectoryPath::GetTempDirectory(), FileNames(), ANY_AGE);
-}
-
-bool Run(CUpdateReport& report, const CReportOptions& options) {
-    if (options.IsOffline())
-        return report.Run(true);
-    Downloader::RemoveStaleFiles();
-    const bool isListed = report.Run(false);
-    RemoveOwnFiles();
-    return isListed;
-}
-
 int Report(const CReportOptions& options) {
     const auto downloader = boost::make_shared<Downloader>(MakeBounds(options), FileNames());
     downloader->SetProxyHandler(MakeProxyHandler(options));
     CUpdateReport report(boost::make_shared<CUnattendedEnvironment>(SharedDataFolder()), downloader);
-    if (!Run(report, options))
+    if (!options.IsOffline())
+        Downloader::RemoveStaleFiles();
+    if (!report.Run(options.IsOffline()))
         std::cerr << "VARDOUpdateReport: there is no product list\n";
     const bool isPrinted =
         options.IsJson() ? Print(QJsonDocument(report.ToJson(options.IsExplained())).toJson())
-                         : Print(ReportText(report.ToJson(options.IsExplained()), options.IsExplained()));
+                         : Print(ReportText(report.ToJson(options.IsExplained()),
+                                            options.IsExplained() ? report.ExplainCommon() : QJsonObject()));
     return isPrinted ? report.GetExitStatus() : CUpdateReport::NOT_ALL_CHECKED;
 }
 

@@ -164,6 +164,8 @@ TEST_F(MainWindowTest, LatestVersionGetsTheRoomThatItNeeds) {
 TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
     LoopbackServer site;
     AddProduct("Planner", {"1.0.0.0"}, "");
+    elements_ +=
+        "<Notification Name='n' BaseXML='Absent'/><Gallery Name='n' GUID='{A}' DefaultUrl='http://absent'/>";
     Install();
     const auto downloader = boost::make_shared<Downloader>();
     downloader->SetProxy("127.0.0.1", site.Port());
@@ -183,9 +185,8 @@ TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
         window_.OnCheckUpdates();
         EXPECT_EQ(status->text(), words);
     }
-    // Of an empty answer and of an unanswered proxy a file stays.
-    std::filesystem::remove_all(
-        CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString().toStdString());
+    EXPECT_TRUE(std::filesystem::is_empty(
+        CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString().toStdString()));
 }
 
 TEST_F(MainWindowTest, ShowsBusyBarsWhenAProductTakesLong) {
