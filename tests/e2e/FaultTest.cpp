@@ -107,37 +107,28 @@ TEST_F(FaultTest, WithoutRoomForDownloadsNothingIsCheckedAndNothingLost) {
     EXPECT_EQ(Setting("Interval"), 7);
 }
 
-TEST_F(FaultTest, WithoutRoomInTheInstallationTheListGoesToTheUser) {
-    const Mounted full(SHARE, Mounted::FULL);
-    for (const char* check : {"first", "second"}) {
-        CheckAll();
-        EXPECT_EQ(ReadWholeFile(LIST), oldList_) << check;
-        EXPECT_THAT(ReadWholeFile(USERS_LIST), HasSubstr("Version=\"1.3.0.0\"")) << check;
-        EXPECT_TRUE(UsesTheNewList()) << check;
+TEST_F(FaultTest, ListGoesToTheUserWhereTheInstallationTakesNone) {
+    for (const auto kind : {Mounted::FULL, Mounted::READ_ONLY}) {
+        std::filesystem::remove(USERS_LIST);
+        const Mounted installation(SHARE, kind);
+        for (const char* check : {"first", "second"}) {
+            CheckAll();
+            EXPECT_EQ(ReadWholeFile(LIST), oldList_) << kind << check;
+            EXPECT_THAT(ReadWholeFile(USERS_LIST), HasSubstr("Version=\"1.3.0.0\"")) << kind << check;
+            EXPECT_TRUE(UsesTheNewList()) << kind << check;
+        }
     }
 }
 
-TEST_F(FaultTest, WithAReadOnlyInstallationTheListGoesToTheUser) {
-    const Mounted readOnly(SHARE, Mounted::READ_ONLY);
-    CheckAll();
-    EXPECT_EQ(ReadWholeFile(LIST), oldList_);
-    EXPECT_THAT(ReadWholeFile(USERS_LIST), HasSubstr("Version=\"1.3.0.0\""));
-}
-
-TEST_F(FaultTest, WithAFullHomeTheSettingsStayWhole) {
-    const Mounted full("/tmp/home", Mounted::FULL);
-    CheckAll();
-    EXPECT_TRUE(UsesTheNewList());
-    EXPECT_EQ(Setting("Interval"), 7);
-    EXPECT_EQ(Setting("CheckUpdates"), 1);
-}
-
-TEST_F(FaultTest, WithAHomeThatCannotBeWrittenItChecksAllTheSame) {
-    const Mounted readOnly("/tmp/home", Mounted::READ_ONLY);
-    CheckAll();
-    EXPECT_TRUE(UsesTheNewList());
-    EXPECT_EQ(Setting("Interval"), 7);
-    EXPECT_EQ(Setting("LastChecked"), -1);
+TEST_F(FaultTest, SettingsStayWholeWhereTheHomeTakesNone) {
+    for (const auto kind : {Mounted::READ_ONLY, Mounted::FULL}) {
+        const Mounted home("/tmp/home", kind);
+        CheckAll();
+        EXPECT_TRUE(UsesTheNewList()) << kind;
+        EXPECT_EQ(Setting("Interval"), 7) << kind;
+        EXPECT_EQ(Setting("CheckUpdates"), 1) << kind;
+        EXPECT_EQ(Setting("LastChecked"), -1) << kind;
+    }
 }
 
 // The day of the last check is then in the future: no silent check until it has come, but a user who looks is
@@ -147,6 +138,7 @@ TEST_F(FaultTest, WithTheClockSetBackACheckByHandSetsTheDayRight) {
     Start({"-silent"});
     EXPECT_TRUE(program_->EndsWell());
     EXPECT_EQ(machine_.Requests(), "");
+    EXPECT_EQ(Setting("LastChecked"), Today() + 1000);
     CheckAll();
     EXPECT_EQ(Setting("LastChecked"), Today());
 }

@@ -5,7 +5,6 @@
 #include <set>
 
 #include "e2e/ProgramTest.h"
-#include "support/LoopbackServer.h"
 
 class InteractiveCheckTest : public ProgramTest {
 protected:
@@ -50,46 +49,4 @@ TEST_F(InteractiveCheckTest, ButtonsOpenThePagesOfTheUpdates) {
     EXPECT_EQ(Setting("Notifications/SummerCourses"), 1);
     EXPECT_EQ(Setting("Interval"), 30);
     EXPECT_EQ(Setting("CheckUpdates"), 1);
-}
-
-TEST_F(InteractiveCheckTest, RetryOptionsAndIntervalDoWhatTheySay) {
-    desktop_.Click(window_, 190, -20);
-    EXPECT_TRUE(WaitUntilChecked(2 * PRODUCTS)) << program_->Output();
-
-    desktop_.Click(window_, 60, -20);
-    const Window dialog = desktop_.WaitFor(program_->Id(), "Proxy Authentication");
-    desktop_.Type(dialog, "proxy.example");
-    desktop_.Press(dialog, "Tab");
-    desktop_.Type(dialog, "3128");
-    desktop_.Press(dialog, "Return");
-    EXPECT_TRUE(desktop_.WaitUntilGone(dialog));
-    EXPECT_EQ(ProxySettings().value("HttpProxyHost"), "proxy.example");
-    EXPECT_EQ(ProxySettings().value("HttpProxyPort"), "3128");
-
-    desktop_.Click(window_, 18, -68);
-    desktop_.Press(window_, "Tab");
-    desktop_.Type(window_, "7");
-    EXPECT_TRUE(Close());
-    EXPECT_EQ(Setting("CheckUpdates"), 0);
-    EXPECT_EQ(Setting("Interval"), 7);
-}
-
-using ClosingTest = ProgramTest;
-
-TEST_F(ClosingTest, DuringACheckEndsTheProgramAtOnce) {
-    machine_.KnowBoardSoftwareOnly();
-    LoopbackServer proxy;
-    ProxySettings().setValue("HttpProxyHost", "127.0.0.1");
-    ProxySettings().setValue("HttpProxyPort", proxy.Port());
-    for (const char* copy : {"first", "second, which finds the lock free"}) {
-        const std::size_t before = proxy.RequestCount();
-        // For its own description, then for the board's.
-        proxy.Serve(LoopbackServer::ANY, {LoopbackAnswer::Status(404), LoopbackAnswer::Silence()});
-        Open();
-        ASSERT_TRUE(WaitUntil([&] { return proxy.RequestCount() == before + 2; })) << copy;
-        desktop_.Click(window_, -40, -20);
-        EXPECT_TRUE(program_->WaitForEnd(std::chrono::seconds(1))) << copy;
-        EXPECT_TRUE(program_->EndsWell()) << copy;
-    }
-    EXPECT_EQ(Setting("LastChecked"), 0);
 }

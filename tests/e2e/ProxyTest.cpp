@@ -123,6 +123,12 @@ TEST_P(ProxyTest, CredentialsOfTheCommandLineNeedNoDialog) {
     EXPECT_THAT(Answers(4), ElementsAre("407 -", "200 user", "407 -", "200 user"));
 }
 
+TEST_P(ProxyTest, ASilentCheckAsksNobody) {
+    Start({"-silent"});
+    EXPECT_TRUE(program_->EndsWell());
+    EXPECT_THAT(Answers(2), ElementsAre("407 -", "407 -"));
+}
+
 TEST_P(ProxyTest, TheDialogAsksUntilTheCredentialsAreRight) {
     Start({});
     Answer("wrong");

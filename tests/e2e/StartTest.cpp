@@ -29,15 +29,6 @@ TEST_F(StartTest, ABadCommandLineNeedsNoDisplay) {
     }
 }
 
-TEST_F(StartTest, SilentAndNotDueNothingIsFetchedShownOrWritten) {
-    UpdateSettings().setValue("LastChecked", Today());
-    UpdateSettings().setValue("Interval", 1);
-    Start({"-silent"});
-    EXPECT_TRUE(program_->EndsWell());
-    EXPECT_EQ(machine_.Requests(), "");
-    EXPECT_EQ(Setting("CheckUpdates"), -1);
-}
-
 TEST_F(StartTest, SilentWithNothingNewItStaysUnseenAndNotesTheDay) {
     machine_.KnowBoardSoftwareOnly();
     UpdateSettings().setValue("LastChecked", Today() - 1);

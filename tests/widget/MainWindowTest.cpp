@@ -19,6 +19,7 @@
 #include <QToolTip>
 
 #include "net/Downloader.h"
+#include "ui/CCellDelegate.h"
 
 namespace {
 
@@ -144,9 +145,25 @@ TEST_F(MainWindowTest, WhatHasNoRoomIsShownInATip) {
     EXPECT_EQ(tipOf(0), QString());
     EXPECT_EQ(tipOf(1), longName);
     EXPECT_EQ(tipAt(status, QPoint(1, 1)), longName + ": the server's answer cannot be read");
+    EXPECT_LT(window_.minimumSizeHint().width(), status->fontMetrics().horizontalAdvance(status->text()));
+    const QImage elided = status->grab().toImage();
     status->setText("short");
+    EXPECT_NE(status->grab().toImage(), elided);
     tipAt(status, QPoint(1, 1));
     EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+}
+
+TEST_F(MainWindowTest, NamesKeepTheirDirectionAndTheirSideOfTheWindow) {
+    struct Delegate : CCellDelegate {
+        using CCellDelegate::initStyleOption;
+    };
+    AddProduct("Planner", {"1.0.0.0"}, "");
+    CheckAndShow();
+    QStyleOptionViewItem option;
+    option.direction = Qt::RightToLeft;
+    Delegate().initStyleOption(&option, table_.model()->index(0, 0));
+    EXPECT_EQ(option.direction, Qt::LeftToRight);
+    EXPECT_TRUE(option.displayAlignment & Qt::AlignRight);
 }
 
 TEST_F(MainWindowTest, LatestVersionGetsTheRoomThatItNeeds) {
@@ -174,6 +191,8 @@ TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
     const std::string answer = "<U Location=\"Server\"><Product/></U>";
     const std::vector<std::pair<LoopbackAnswer, QString>> cases{
         {LoopbackAnswer::Status(404), "site: The server does not have the file (404)"},
+        {LoopbackAnswer::Status(403), "site: The server refuses access (403)"},
+        {LoopbackAnswer::Status(410), "site: The server does not have the file (410)"},
         {LoopbackAnswer::Status(503), "site: The server cannot answer (503)"},
         {LoopbackAnswer::Body(""), "site: The server's answer is empty"},
         {LoopbackAnswer::Challenge("Basic realm=\"r\""), "site: The proxy wants a user name and password"},

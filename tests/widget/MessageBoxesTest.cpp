@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // The questions and warnings, as the user meets them.
-#include "ui/MessageBoxes.h"
+#include "ui/CDesktopEnvironment.h"
 
 #include <gtest/gtest.h>
 #include <QMessageBox>
@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include "support/ModalDialogDriver.h"
+#include "support/ScopedEnvironment.h"
 #include "support/TextPrinting.h"
 
 namespace {
@@ -30,15 +31,17 @@ TEST(MessageBoxes, SayWhatTheMatterIsAndTakeOnlyOkForConsent) {
         seen << Contents(box);
         answer(box);
     });
-    EXPECT_FALSE(AskForSelfUpdate());
+    CDesktopEnvironment world;
+    EXPECT_FALSE(world.ConfirmSelfUpdate());
     answer = [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); };
-    EXPECT_FALSE(AskForSelfUpdate());
+    EXPECT_FALSE(world.ConfirmSelfUpdate());
     answer = [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); };
-    EXPECT_TRUE(AskForSelfUpdate());
+    EXPECT_TRUE(world.ConfirmSelfUpdate());
     answer = [](QDialog& box) { QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton); };
-    EXPECT_TRUE(AskForSelfUpdate());
-    WarnNoBrowser("http://page/?<b>a</b>&b=2");
-    WarnSelfUpdateNotDownloaded();
+    EXPECT_TRUE(world.ConfirmSelfUpdate());
+    const ScopedEnvironment noBrowser("PATH", "/nowhere");
+    EXPECT_FALSE(world.OpenWebPage("http://page/?<b>a</b>&b=2"));
+    world.WarnSelfUpdateFailed();
     EXPECT_EQ(
         seen.mid(3),
         QStringList({"VARDO Product Update|A new version of VARDO Product Update must be "

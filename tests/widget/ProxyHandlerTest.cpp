@@ -156,6 +156,14 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedHostIsStored) {
         const ModalDialogDriver driver([&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Proxy Authentication");
             EXPECT_EQ(dialog.parentWidget(), &parent);
+            QStringList tabs;
+            for (const QWidget* each = dialog.nextInFocusChain(); each != &dialog;
+                 each = each->nextInFocusChain())
+                if ((each->focusPolicy() & Qt::TabFocus) != 0)
+                    tabs << each->objectName();
+            EXPECT_TRUE(
+                tabs.join(' ').startsWith("proxyHostEdit proxyPortEdit proxyUserNameEdit proxyPasswordEdit"))
+                << tabs.join(' ').toStdString();
             Type(dialog, row.field, row.typed);
             Press(dialog, row.button);
         });

@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QSettings>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
@@ -68,7 +69,7 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
     AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
     Install();
     const std::string before = StoredSettings();
-    Run({}, [&](QWidget& window) {
+    Run({"-overrideproxy", "-proxy", "given.example"}, [&](QWidget& window) {
         auto* days = window.findChild<QSpinBox*>("spinBox");
         EXPECT_EQ(days->value(), 7);
         days->setValue(61);
@@ -82,6 +83,9 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
     });
     EXPECT_EQ(latest_, QStringList("2.0.0.0"));
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=60 LastChecked=" + std::to_string(Today()));
+    EXPECT_EQ(QSettings(QSettings::SystemScope, "VARDO Technologies")
+                  .value("Software/VARDO Technologies/VARDO Board Software/ProxyInformation/HttpProxyHost"),
+              "given.example");
     EXPECT_EQ(environment_->openedPages, std::vector<CAtlString>({"http://page/Planner"}));
     EXPECT_EQ(downloader_->addresses,
               std::vector<std::string>({"http://site/products.xml", "http://site/Planner.xml"}));
@@ -191,35 +195,6 @@ TEST_F(WorkFlow, WhoHasWaitedEnoughForTheWindowGetsItAndItsCheck) {
     EXPECT_EQ(givesUpAtRequest(2),
               std::vector<std::string>({"http://self/self.xml", "http://site/products.xml", planner}));
     EXPECT_EQ(latest_, QStringList({"2.0.0.0", "2.0.0.0"}));
-}
-
-TEST_F(WorkFlow, CancelledInstallerIsNotStartedAndTheCheckGoesOnWithoutAWord) {
-    AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
-    Install();
-    OfferSelfUpdate();
-    environment_->selfUpdateConfirmed = true;
-    downloader_->whileDownloading = [this] {
-        if (downloader_->addresses.back() == "http://self/get/setup.bin")
-            environment_->cancelWaiting();
-    };
-    Run({});
-    EXPECT_EQ(downloader_->addresses.at(2), "http://site/products.xml");
-    EXPECT_EQ(environment_->selfUpdateWarnings, 0);
-    EXPECT_TRUE(environment_->startedPrograms.empty());
-    EXPECT_EQ(latest_, QStringList("2.0.0.0"));
-}
-
-TEST_F(WorkFlow, InstallerThatTheMakersKeyDoesNotVouchForIsNotStarted) {
-    AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
-    Install();
-    OfferSelfUpdate();
-    tree_.Write("share/VardoProductUpdate.pub", "no key");
-    environment_->selfUpdateConfirmed = true;
-    Run({});
-    EXPECT_EQ(downloader_->addresses.at(1), "http://self/get/setup.bin.minisig");
-    EXPECT_EQ(environment_->selfUpdateWarnings, 1);
-    EXPECT_TRUE(environment_->startedPrograms.empty());
-    EXPECT_EQ(latest_, QStringList("2.0.0.0"));
 }
 
 TEST_F(WorkFlow, CheckGoesOnWhenTheSelfUpdateIsForbiddenOrDeclinedOrFails) {
