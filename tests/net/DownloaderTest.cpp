@@ -71,13 +71,6 @@ TEST_F(ADownloader, NamesFilesAfterTheExtensionOfTheAddress) {
     EXPECT_THAT(Fetch(server_.Address("/a.xml")), testing::MatchesRegex("NBKTemp\\([0-9]+\\)\\.xml"));
 }
 
-TEST_F(ADownloader, AnswersNothingForAnyFailure) {
-    server_.Serve("/missing.xml", LoopbackAnswer::Status(404));
-    for (const QString& address :
-         {server_.Address("/missing.xml"), QString(), QString("not an address"), QString("http:///a.xml")})
-        EXPECT_EQ(Fetch(address), "") << address.toStdString();
-}
-
 TEST_F(ADownloader, HoldsEverythingButInstallersToItsBounds) {
     Downloader narrow({.bodyBytes = 3});
     const CAtlString address(server_.Address("/setup.bin"));

@@ -9,6 +9,7 @@
 #include "products/CProductListController.h"
 #include "support/CheckFixture.h"
 #include "support/LoopbackServer.h"
+#include "support/Utf16Bytes.h"
 
 using namespace std::chrono_literals;
 
@@ -54,7 +55,7 @@ std::vector<LoopbackAnswer> HostileAnswers() {
         {.body = std::string(2 << 20, ' ') + good},
         {.body = "<U Location='Server'><Product UpdateVersion='"},
         {.body = "<U Location='Client'><Product UpdateVersion='9.0.0.0'/></U>"},
-        {.body = std::string("\xFF\xFE<\0U\0>\0", 8)},
+        {.body = Utf16Bytes(u"<U>")},
     };
     return answers;
 }
