@@ -6,6 +6,7 @@
 #include "i18n/CResourceManagerLinux.h"
 #include "i18n/LanguageTable.h"
 #include "platform/SettingsStore.h"
+#include "support/Utf16Bytes.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const bool isSetUp = [] {
         // Where only a code that leads out of the folder could lead.
         const InputFile outside("/tmp/fuzz/VARDOProductUpdate.strings");
-        outside.Write(std::string_view("\xFF\xFEK\0e\0y\0=\0v\0;\0", 14));
+        outside.Write(Utf16Bytes(u"Key=v;"));
         return WriteRegistryString(HKEY_LOCAL_MACHINE, L"Software\\VARDO Technologies\\Language Setup",
                                    L"Path", L"/tmp/fuzz") == REGISTRY_OK;
     }();

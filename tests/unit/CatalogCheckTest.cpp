@@ -70,6 +70,8 @@ const Mistake MISTAKES[] = {
      "-VARDO Timeline"},
     {"a disabler of no product", LIST, "uid=\"SoftwareUpdateVBS\"", "uid=\"VBS\"", Code::NO_EFFECT, 13,
      "VARDO Poll|1.4.0.0|2.0.0.0|Update"},
+    {"a product that disables itself", LIST, "uid=\"SoftwareUpdateVBS\"", "uid=\"SoftwareUpdateVPL\"",
+     Code::NO_EFFECT, 13, "VARDO Poll|1.4.0.0|2.0.0.0|Update"},
     {"a range with a lower end alone", LIST, " versionTo=\"9.9.9.9\"", "", Code::OPEN_RANGE, 13,
      "VARDO Poll|1.4.0.0|2.0.0.0|Update"},
     {"a range without ends", LIST, "versionFrom=\"9.0.0.0\" versionTo=\"9.9.9.9\"", "", Code::EMPTY_RANGE, 13,
@@ -126,9 +128,12 @@ const Mistake MISTAKES[] = {
     {"a range within a lower one", PLANNER, FIRST_RANGE,
      Range("VersionFrom='1.0.0.0' VersionTo='3.0.0.0'", "2.7.0.0"), Code::UNREACHABLE_OFFER, 8,
      "VARDO Lesson Planner|2.3.0.0|2.7.0.0|Update"},
-    {"a range that overlaps with a lower one", PLANNER, FIRST_RANGE,
-     Range("VersionFrom='1.0.0.0' VersionTo='2.4.0.0'", "2.6.0.0"), Code::OVERLAP, 8,
-     "VARDO Lesson Planner|2.3.0.0|2.6.0.0|Update"},
+    {"a range that overlaps with a lower one", PLANNER, "</Compatibility>",
+     "<Range VersionFrom='1.0.0.0' VersionTo='2.4.0.0'><Product UpdateVersion='2.6.0.0'/></Range>"
+     "</Compatibility>",
+     Code::OVERLAP, 8, "VARDO Lesson Planner|2.3.0.0|2.6.0.0|Update"},
+    {"ranges in a second group", PLANNER, "<Compatibility>", "<Compatibility/><Compatibility>",
+     Code::REPEATED_ELEMENT, 7, "VARDO Lesson Planner|2.3.0.0|4.0.0.0|Update"},
     {"a range without an offer", PLANNER, "VersionTo=\"2.9.9.9\">",
      "VersionTo=\"2.9.9.9\"></Range><Range VersionFrom=\"3.0.0.0\" VersionTo=\"3.0.0.1\">",
      Code::RANGE_WITHOUT_OFFER, 8, "VARDO Lesson Planner|2.3.0.0|4.0.0.0|Update"},
@@ -149,6 +154,7 @@ const Mistake MISTAKES[] = {
     {"it is over", MESSAGE, "20991231", "20260201", Code::EXPIRED, 3, NO_COURSES},
     {"texts in a second group", MESSAGE, "<Text>", "<Text/><Text>", Code::MISSING_ELEMENT, 3, NO_COURSES},
     {"no English text", MESSAGE, "<en value", "<pl value", Code::NO_ENGLISH, 4, NO_COURSES},
+    {"two texts for English", MESSAGE, "<de value", "<en value", Code::DUPLICATE_KEY, 6, NO_COURSES},
     {"no text for some languages", MESSAGE, "<de value", "<de_AT value", Code::MISSING_TRANSLATION, 4,
      COURSES},
     {"a text for no language", MESSAGE, "<de value", "<deutsch value", Code::UNKNOWN_LANGUAGE, 6, COURSES},
@@ -165,6 +171,10 @@ const Mistake MISTAKES[] = {
      1, "-2027"},
     {"a category without an id", INSTALLED, "id=\"animals\"", "name=\"animals\"", Code::MISSING_ATTRIBUTE, 3,
      "|Update"},
+    {"a category twice", INSTALLED, "id=\"maps\"", "id=\"animals\"", Code::DUPLICATE_KEY, 4,
+     "VARDO Gallery Pictures|"},
+    {"no category with an id", INSTALLED, "", "<x><category/></x>", Code::MISSING_ELEMENT, 1,
+     "-VARDO Gallery Pictures"},
 };
 
 QString Document() {
@@ -307,6 +317,8 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
     EXPECT_EQ(Count(Check(), Code::BAD_VALUE, local, 3), 1);
     CProductVersion program{CVardoFilePath(shared_.Path(local).c_str())};
     EXPECT_TRUE(program.LoadLocal() && !program.IsNoUpdates());
+    Alter(local, "True", "true");
+    EXPECT_TRUE(program.LoadLocal() && program.IsNoUpdates());
 }
 
 TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {

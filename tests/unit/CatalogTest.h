@@ -7,37 +7,115 @@
 #include "ProductTest.h"
 #include "app/catalog/Checks.h"
 #include "app/catalog/FindingCodes.h"
+#include "i18n/CResourceManagerLinux.h"
+#include "i18n/Language.h"
+#include "i18n/LanguageTable.h"
+#include "support/Utf16Bytes.h"
 
-#include <QString>
-#include <string>
-#include <vector>
+#include <QSettings>
+#include <QStringDecoder>
+#include <algorithm>
 
 // Below the folder are "program" (as it is installed, with the shipped languages) and "site" (what is
 // published at http://127.0.0.1:8080/).
 class CatalogTest : public ProductTest {
 public:
-    ~CatalogTest() override;
+    ~CatalogTest() override {
+        SetLocaleOverride({});
+        std::filesystem::remove_all(MACHINE);
+        std::filesystem::remove(MACHINE + ".conf");
+    }
 
 protected:
-    CatalogTest();
+    CatalogTest() {
+        LayOut();
+        SetLocaleOverride("en_US");
+        WriteRegistryString(HKEY_LOCAL_MACHINE, "Software\\VARDO Technologies\\Language Setup", "Path",
+                            shared_.Path("program").c_str());
+        QSettings(QSettings::NativeFormat, QSettings::SystemScope, "VARDO Technologies", "Language Setup")
+            .setValue("Path", QString::fromStdString(shared_.Path("program")));
+    }
 
+    // Puts the folder back into the state in which it was laid out.
+    void LayOut() {
+        std::filesystem::remove_all(shared_.Root());
+        const std::string samples = VARDO_SOURCE_DIR "/samples/";
+        CopyTree(samples + "installation", shared_.Path("program"));
+        CopyTree(samples + "site", shared_.Path("site"));
+        CopyTree(samples + "machine/VARDO Technologies", MACHINE);
+        CopyTree(OwnLanguagesFolder().toStdString(), shared_.Path("program/Languages"));
+        environment_->sharedDataFolder = CVardoDirectoryPath(shared_.Path("program/share").c_str());
+    }
     // Replaces the first occurrence of a text in a file, or all of the file for an empty text. Strings files
     // are UTF-16; the texts are UTF-8.
-    void Alter(const std::string& file, const QString& what, const QString& with);
-    // Puts the folder back into the state in which it was laid out.
-    void LayOut();
+    void Alter(const std::string& file, const QString& what, const QString& with) {
+        const bool isStrings = file.ends_with(".strings");
+        const QByteArray bytes = QByteArray::fromStdString(ReadWholeFile(shared_.Path(file)));
+        QString text =
+            isStrings ? QString(QStringDecoder(QStringDecoder::Utf16)(bytes)) : QString::fromUtf8(bytes);
+        ASSERT_TRUE(text.contains(what)) << file << ": " << what.toStdString();
+        text.replace(text.indexOf(what), what.isEmpty() ? text.size() : what.size(), with);
+        shared_.Write(file, isStrings ? Utf16Bytes(text.toStdU16String()) : text.toStdString());
+    }
+
     CFindings Check() const { return CheckBut({}); }
     // What others do not have.
-    CFindings CheckBut(const CFindings& others) const;
+    CFindings CheckBut(const CFindings& others) const {
+        const auto known = others.Sorted();
+        CFindings findings;
+        for (const Finding& each :
+             CheckCatalog(CCatalog(QString::fromStdString(shared_.Root()), {})).Sorted())
+            if (std::none_of(known.begin(), known.end(), [&](const Finding& other) {
+                    return other.file == each.file && other.line == each.line && other.text == each.text;
+                }))
+                findings.Add(each.file, each.line, each.code, each.text);
+        return findings;
+    }
     // The findings with a code in a line of a file; a line of 0 stands for all lines.
-    int Count(const CFindings& findings, const FindingCode& code, const std::string& file, int line) const;
+    int Count(const CFindings& findings, const FindingCode& code, const std::string& file, int line) const {
+        const auto all = findings.Sorted();
+        return static_cast<int>(std::count_if(all.begin(), all.end(), [&](const Finding& finding) {
+            return std::string(finding.code.name) == code.name && (line == 0 || finding.line == line) &&
+                   finding.file.toStdString() == shared_.Path(file);
+        }));
+    }
 
-    // What the window shows after a check: name, versions, caption of the button and the page it opens.
-    std::vector<std::string> Rows();
+    // What the window shows after a check.
+    std::vector<std::string> Rows() {
+        downloader_ = boost::make_shared<FakeDownloader>();
+        const std::string site = shared_.Path("site");
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(site))
+            if (!entry.is_directory())
+                downloader_->Serve("http://127.0.0.1:8080" + entry.path().string().substr(site.size()),
+                                   ReadWholeFile(entry.path()));
+        CProductListController controller(environment_);
+        controller.SetDownloader(downloader_);
+        controller.LoadProductList();
+        controller.UpdateProductList();
+        controller.FindInstalled();
+        controller.CheckForUpdates();
+        return RowsOf(controller);
+    }
     // What the program makes of a text in German, and whether it is written from right to left.
-    static std::string InGerman(const char* key, const std::string& languages);
+    static std::string InGerman(const char* key, const std::string& languages) {
+        CResourceManagerLinux manager;
+        manager.Init(ParseHexLanguageId(LanguageIdFromCode("de")), languages.c_str(), "VARDOProductUpdate");
+        return manager.GetString(key).ToQString().toStdString() + (IsRightToLeft("he") ? "|<" : "|>");
+    }
 
 private:
-    void CopyTree(const std::string& from, const std::string& to) const;
-    std::string Row(IProduct& product, unsigned item);
+    void CopyTree(const std::string& from, const std::filesystem::path& to) const {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(from)) {
+            if (entry.is_directory())
+                continue;
+            const std::filesystem::path target = to / std::filesystem::relative(entry.path(), from);
+            QByteArray bytes = QByteArray::fromStdString(ReadWholeFile(entry.path()));
+            bytes.replace("@PORT@", "8080");
+            bytes.replace("@PROGRAM@", shared_.Path("program").c_str());
+            std::filesystem::create_directories(target.parent_path());
+            std::ofstream(target, std::ios::binary) << bytes.toStdString();
+        }
+    }
+
+    const std::string MACHINE = qEnvironmentVariable("XDG_CONFIG_DIRS").toStdString() + "/VARDO Technologies";
 };

@@ -26,8 +26,9 @@ struct Files {
 
 class DecisionObserver : public ProductTest {
 protected:
-    void Expect(const char* element, const std::string& file, const std::string& address,
-                const Files& files) {
+    // The product, found and checked as far as its files allow.
+    Product Expect(const char* element, const std::string& file, const std::string& address,
+                   const Files& files) {
         Verdicts verdicts;
         std::filesystem::remove(shared_.Path(file));
         if (!files.local.empty())
@@ -35,12 +36,15 @@ protected:
         downloader_->Forget(address);
         if (!files.remote.empty())
             downloader_->Serve(address, files.remote);
-        const Product product = Make(element);
+        Product product = Make(element);
         product->SetObserver(&verdicts);
-        if (product->FindInstalled())
-            Check(product);
+        const bool isFound = product->FindInstalled();
+        const bool isAccepted = isFound && Check(product);
+        EXPECT_EQ(isFound && product->IsChecked(0), isAccepted) << files.remote;
+        product->SetObserver(nullptr);
         EXPECT_EQ(verdicts.local, files.localVerdict) << files.local;
         EXPECT_EQ(verdicts.remote, files.remoteVerdict) << files.local << '\n' << files.remote;
+        return product;
     }
 };
 
@@ -60,6 +64,7 @@ TEST_F(DecisionObserver, LearnsWhyDescriptionsDoNotCount) {
         {good, "", COUNTS, NOT_FETCHED},
         {good, "<u", COUNTS, NO_XML},
         {good, "<u Location='Client'><Product/></u>", COUNTS, NOT_FOR_CLIENTS},
+        {good, "<u><Product/></u>", COUNTS, NOT_FOR_CLIENTS},
         {good, "<u Location='Server'/>", COUNTS, NO_PRODUCT},
         {good, "<u Location='Server'><Product/></u>", COUNTS, COUNTS},
     };
@@ -76,28 +81,35 @@ TEST_F(DecisionObserver, LearnsWhyNotificationsAreNotShown) {
     const Files rows[] = {
         {"", "", MISSING, NOT_READ},
         {"<n/>", "", NO_NOTIFICATION, NOT_READ},
+        {"<notification URL='http://h' File='r'/>", "", NO_NOTIFICATION, NOT_READ},
         {"<Notification File='r'/>", "", NO_FOLDER, NOT_READ},
         {"<Notification URL='u'/>", "", NO_FILE_NAME, NOT_READ},
         {good, "<n/>", COUNTS, NO_NOTIFICATION},
         {good, "<Notification/>", COUNTS, NO_TEXT},
+        {good, "<Notification><Text/><Text><en value='t'/></Text></Notification>", COUNTS, NO_TEXT},
         {good, message("", "20260101", "20261231"), COUNTS, NO_PAGE},
         {good, message("p", "20261301", "20261231"), COUNTS, NO_DATES},
+        {good, message("p", "", "20261231"), COUNTS, NO_DATES},
+        {good, message("p", "20260101", "2026-12-31"), COUNTS, NO_DATES},
         {good, message("p", "20260315", "20261231"), COUNTS, TOO_EARLY},
         {good, message("p", "20260101", "20260315"), COUNTS, OVER},
         {good, message("p", "20260101", "20261231"), COUNTS, NO_BOARD},
     };
+    const auto items = [this](const Files& files) {
+        return Expect("<Notification BaseXML='N'/>", "N.xml", "http://h/r", files)->GetItemCount();
+    };
     for (const Files& files : rows)
-        Expect("<Notification BaseXML='N'/>", "N.xml", "http://h/r", files);
+        EXPECT_EQ(items(files), 0U) << files.local << '\n' << files.remote;
     Install("SoftwareUpdateVBS.xml", "9.0.0.0");
-    Expect("<Notification BaseXML='N'/>", "N.xml", "http://h/r",
-           {good, message("p", "20260101", "20261231"), COUNTS, COUNTS});
+    EXPECT_EQ(items({good, message("p", "20260101", "20261231"), COUNTS, COUNTS}), 1U);
 }
 
 TEST_F(DecisionObserver, LearnsWhyGalleryContentIsNotChecked) {
     const std::string good = "<i><category id='a' version='1'/></i>";
     const auto expect = [this](const Files& files) {
-        Expect("<Gallery Name='n' GUID='{G}' DefaultUrl='http://h'/>", "Uninstall/updateinfo.xml",
-               "http://h/gallery_categories.xml", files);
+        const Product product = Expect("<Gallery Name='n' GUID='{G}' DefaultUrl='http://h'/>",
+                                       "Uninstall/updateinfo.xml", "http://h/gallery_categories.xml", files);
+        EXPECT_EQ(product->GetItemCount(), files.localVerdict == COUNTS ? 1U : 0U) << files.local;
     };
     RecordGallery("", "", "/bin/true");
     expect({good, "", NO_RECORD, NOT_READ});
@@ -109,6 +121,7 @@ TEST_F(DecisionObserver, LearnsWhyGalleryContentIsNotChecked) {
     const Files rows[] = {
         {"", "", MISSING, NOT_READ},
         {"<i/>", "", NO_CATEGORY, NOT_READ},
+        {"<i><category version='1'/><category id='' version='1'/></i>", "", NO_CATEGORY, NOT_READ},
         {good, "", COUNTS, NOT_FETCHED},
         {good, "<g/>", COUNTS, NO_CATEGORY},
         {good, "<g><categories><category id='b'/></categories></g>", COUNTS, UNKNOWN_CATEGORIES},

@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <QLocale>
-#include <QStringEncoder>
 #include <map>
 #include <vector>
 
@@ -20,6 +19,7 @@
 #include "platform/Addresses.h"
 #include "products/CProductListController.h"
 #include "products/CVersionStringRange.h"
+#include "support/Utf16Bytes.h"
 
 namespace {
 
@@ -85,10 +85,9 @@ protected:
         QString file = QString(title).replace("/opt/vardo", root_);
         file.replace("/etc/xdg", std::getenv("XDG_CONFIG_DIRS"));
         file.replace("~/.config", std::getenv("XDG_CONFIG_HOME"));
-        QStringEncoder utf16(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
-        const QByteArray bytes = file.endsWith(".strings") ? utf16(text) : text.toUtf8();
         std::filesystem::create_directories(std::filesystem::path(file.toStdString()).parent_path());
-        std::ofstream(file.toStdString()) << bytes.toStdString();
+        std::ofstream(file.toStdString())
+            << (file.endsWith(".strings") ? Utf16Bytes(text.toStdU16String()) : text.toStdString());
     }
 
     // The local description, but of another version and with another remote one.
@@ -102,15 +101,6 @@ protected:
         const Product product = Make("<Product Name='n' BaseXml='Other'/>");
         EXPECT_TRUE(product->FindInstalled() && Check(product));
         return {product->GetLatestVersion(0).ToQString(), product->IsUpdateAvailable(0)};
-    }
-
-    // The row of the window after a check: name, versions, caption of the button.
-    static std::string Row(const IProduct& product, unsigned item) {
-        const bool isAvailable = product.IsUpdateAvailable(item);
-        const QString action = product.HasAction(item) ? product.GetActionTexts()[isAvailable] : "-";
-        const QStringList cells = {product.GetName(), product.GetInstalledVersion(item).ToQString(),
-                                   product.GetLatestVersion(item).ToQString(), action};
-        return cells.join('|').toStdString();
     }
 
     const std::string MARKER = CUpdateXmlReader::TEST_MARKER.ToQString().toStdString();
@@ -128,21 +118,21 @@ TEST_F(FormatsDocument, TheExamplesTogetherShowTheRowsOfTheText) {
     EXPECT_EQ(downloader_->addresses.back(), SITE + "products.xml");
     controller.FindInstalled();
     controller.CheckForUpdates();
-    std::vector<std::string> rows;
-    for (const auto& product : controller.GetProducts())
-        for (unsigned item = 0; item < product->GetItemCount(); ++item)
-            rows.push_back(Row(*product, item));
+    const IProduct& notification = *controller.GetProducts().back();
+    EXPECT_FALSE(notification.IsWanted(0)) << "dismissed in the user's settings";
     const auto day = [](int month, int date) {
         return QLocale::system().toString(QDate(2026, month, date), QLocale::ShortFormat).toStdString();
     };
-    EXPECT_THAT(rows, testing::UnorderedElementsAre(
-                          "Kostenlose Kurse für Ihre neue Tafel: Termine in Ihrer Nähe| | |More...",
-                          "VARDO Board Software|9.7.105.0|9.7.105.0|Current",
-                          "VARDO Gallery Pictures|" + day(5, 4) + "|" + day(6, 15) + "|Update",
-                          "VARDO Notebook|10.6.141.0||-", "VARDO Notebook|11.0.580.0|11.2.0.0|Update",
-                          "VARDO Poll|10.6.141.0|10.6.141.0|-"));
-    const IProduct& notification = *controller.GetProducts().back();
-    EXPECT_FALSE(notification.IsWanted(0)) << "dismissed in the user's settings";
+    const std::string page = "https://www.example.com/";
+    EXPECT_THAT(
+        RowsOf(controller),
+        testing::UnorderedElementsAre(
+            "Kostenlose Kurse für Ihre neue Tafel: Termine in Ihrer Nähe| | |More...|" + page + "courses",
+            "VARDO Board Software|9.7.105.0|9.7.105.0|Current|" + page + "board/9.7",
+            "VARDO Gallery Pictures|" + day(5, 4) + "|" + day(6, 15) + "|Update|",
+            "VARDO Notebook|10.6.141.0||-|",
+            "VARDO Notebook|11.0.580.0|11.2.0.0|Update|" + page + "notebook/11.2",
+            "VARDO Poll|10.6.141.0|10.6.141.0|-|"));
     SetLocaleOverride("fr");
     EXPECT_TRUE(notification.GetName().startsWith("Free courses"));
     for (const int date : {1, 2, 31, 32}) {
@@ -171,11 +161,16 @@ TEST_F(FormatsDocument, VersionsRangesAndAddressesAreThoseOfTheTables) {
 TEST_F(FormatsDocument, OffersAreThoseOfTheTableAndTheText) {
     for (const QStringList& row : Table("offers"))
         EXPECT_EQ(Offer("notebook.xml", row[0]), std::pair(row[1], row[2] == "yes"));
-    EXPECT_EQ(Offer("board.xml", "9.7.105.0").first, "9.7.105.0");
-    EXPECT_EQ(Offer("board.xml", "9.5.0.0").first, "9.7.105.0");
     std::ofstream(MARKER).close();
     EXPECT_EQ(Offer("board.xml", "9.7.105.0").first, "9.8.0.0");
     EXPECT_EQ(Offer("board.xml", "9.5.0.0").first, "9.6.0.0");
+    EXPECT_EQ(Offer("notebook.xml", "11.0.580.0").first, "11.4.0.0") << "a range without a test product";
+    LayOut("/opt/vardo/share/Test.xml", Local("board.xml", "1.0.0.0").replace("<Product", "<TestProduct"));
+    EXPECT_FALSE(Make("<Product Name='n' BaseXml='Test'/>")->FindInstalled());
+    std::filesystem::remove(MARKER);
+    EXPECT_EQ(Offer("board.xml", "9.7.105.0").first, "9.7.105.0");
+    EXPECT_EQ(Offer("board.xml", "9.5.0.0").first, "9.7.105.0");
+    EXPECT_EQ(Offer("board.xml", "beta"), std::pair(QString("9.7.105.0"), true)) << "an invalid version";
 }
 
 TEST_F(FormatsDocument, TheProgramsOwnUpdateIsThatOfTheText) {
@@ -184,6 +179,7 @@ TEST_F(FormatsDocument, TheProgramsOwnUpdateIsThatOfTheText) {
     program.SetDownloader(downloader_);
     EXPECT_TRUE(program.LoadLocal() && !program.IsNoUpdates() && program.LoadRemote());
     EXPECT_TRUE(program.IsUpdateAvailable() && program.DownloadInstaller());
+    EXPECT_EQ(program.GetInstallerPath(), CAtlString(downloader_->files.back().c_str())) << "no key, no seal";
     EXPECT_EQ(program.GetUpdateArgument(), CAtlString("--from 3.1.555.0"));
 }
 

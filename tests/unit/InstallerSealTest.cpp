@@ -4,19 +4,17 @@
 // With the maker's key beside the program: which installers are started, and that those are the bytes that
 // were verified. Keys and signatures are made by the minisign tool.
 #include <gtest/gtest.h>
-#include <boost/make_shared.hpp>
 #include <filesystem>
 #include <functional>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "ProductTest.h"
 #include "app/CSelfUpdate.h"
 #include "net/Downloader.h"
 #include "platform/CPrivateFolder.h"
 #include "platform/FileSystem.h"
-#include "support/FakeDownloader.h"
-#include "support/FakeEnvironment.h"
 #include "support/Minisign.h"
 
 namespace fs = std::filesystem;
@@ -73,23 +71,19 @@ fs::perms ModeOf(const fs::path& path) {
     return fs::status(path).permissions();
 }
 
-class InstallerSeal : public testing::Test {
+class InstallerSeal : public ProductTest {
 protected:
-    InstallerSeal() { environment_.sharedDataFolder = CVardoDirectoryPath(CAtlString(tree_.Root().c_str())); }
-
     // The path of the installer that would be started; empty when there is none.
     std::string PathFor(const Offer& offer) {
-        tree_.Write("self.xml",
-                    "<U><Product CurrentVersion='1.0.0.0' RemoteVersionFile='r' "
-                    "RemoteVersionFileURL='http://s'/></U>");
-        downloader_->Serve("http://s/r", "<U Location='Server'><Product UpdateVersion='" + offer.version +
-                                             "' UpdateInstallFile='" + offer.file +
-                                             "' UpdateInstallURL='http://s'/></U>");
+        Install("self.xml", "1.0.0.0");
+        downloader_->Serve("http://h/r.xml", "<U Location='Server'><Product UpdateVersion='" + offer.version +
+                                                 "' UpdateInstallFile='" + offer.file +
+                                                 "' UpdateInstallURL='http://s'/></U>");
         downloader_->Serve("http://s/" + offer.file, offer.installer);
         downloader_->Serve("http://s/" + offer.file + ".minisig", offer.signature);
         if (offer.signature.empty())
             downloader_->Forget("http://s/" + offer.file + ".minisig");
-        CSelfUpdate update("self.xml", environment_);
+        CSelfUpdate update("self.xml", *environment_);
         update.SetDownloader(downloader_);
         EXPECT_TRUE(update.LoadLocal() && update.LoadRemote() && update.IsUpdateAvailable());
         const bool isFetched = update.DownloadInstaller();
@@ -98,10 +92,6 @@ protected:
             EXPECT_FALSE(fs::exists(file)) << "what was fetched must not stay where it was";
         return update.GetInstallerPath().ToQString().toStdString();
     }
-
-    TemporaryTree tree_;
-    FakeEnvironment environment_;
-    boost::shared_ptr<FakeDownloader> downloader_ = boost::make_shared<FakeDownloader>();
 };
 
 struct Case {
@@ -132,7 +122,7 @@ TEST_F(InstallerSeal, OpensForWhatTheMakerSigned) {
         SCOPED_TRACE(row.situation);
         Offer offer;
         row.change(offer);
-        tree_.Write("VardoProductUpdate.pub", offer.key);
+        shared_.Write("VardoProductUpdate.pub", offer.key);
         const fs::path installer = PathFor(offer);
         EXPECT_EQ(ReadWholeFile(installer), offer.installer);
         EXPECT_EQ(installer.parent_path().parent_path(), TempFolder());
@@ -196,28 +186,20 @@ TEST_F(InstallerSeal, StaysShutForEverythingElse) {
         SCOPED_TRACE(row.situation);
         Offer offer;
         row.change(offer);
-        tree_.Write("VardoProductUpdate.pub", offer.key);
+        shared_.Write("VardoProductUpdate.pub", offer.key);
         EXPECT_EQ(PathFor(offer), "");
         EXPECT_TRUE(fs::is_empty(TempFolder()));
     }
 }
 
 TEST_F(InstallerSeal, IsNeededAsSoonAsTheKeysNameIsTaken) {
-    const fs::path key = tree_.Path("VardoProductUpdate.pub");
+    const fs::path key = shared_.Path("VardoProductUpdate.pub");
     fs::create_symlink("nowhere", key);
     EXPECT_EQ(PathFor(Offer()), "");
     fs::remove(key);
     fs::create_directory(key);
     EXPECT_EQ(PathFor(Offer()), "");
     EXPECT_TRUE(downloader_->installers.empty()) << "nothing is fetched in vain";
-    fs::remove(key);
-    Offer unsigned_;
-    unsigned_.signature.clear();
-    downloader_->files.clear();
-    CSelfUpdate update("self.xml", environment_);
-    update.SetDownloader(downloader_);
-    EXPECT_TRUE(update.LoadLocal() && update.LoadRemote() && update.DownloadInstaller());
-    EXPECT_EQ(update.GetInstallerPath().ToQString().toStdString(), downloader_->files.back());
 }
 
 TEST(PrivateFolder, TakesInOnlyWhatNobodyElseCouldHaveWritten) {

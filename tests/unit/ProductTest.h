@@ -6,6 +6,7 @@
 
 #include "platform/CSettingsIdentity.h"
 #include "platform/SettingsStore.h"
+#include "products/CProductListController.h"
 #include "products/ProductFactory.h"
 #include "support/FakeDownloader.h"
 #include "support/FakeEnvironment.h"
@@ -16,6 +17,7 @@
 #include <tinyxml.h>
 #include <boost/make_shared.hpp>
 #include <string>
+#include <vector>
 
 // A shared data folder of its own, a fake world that has it, and a fake web.
 class ProductTest : public testing::Test {
@@ -48,8 +50,32 @@ protected:
         product->SetDownloader(downloader_);
         return product->CheckForUpdates();
     }
+    // What the window shows of the list's products: name, versions, caption of the button and the page that
+    // it opens. Presses every button.
+    std::vector<std::string> RowsOf(const CProductListController& list) {
+        std::vector<std::string> rows;
+        for (const auto& product : list.GetProducts())
+            for (unsigned item = 0; item < product->GetItemCount(); ++item)
+                rows.push_back(Row(*product, item));
+        return rows;
+    }
 
     TemporaryTree shared_;
     boost::shared_ptr<FakeEnvironment> environment_ = boost::make_shared<FakeEnvironment>();
     boost::shared_ptr<FakeDownloader> downloader_ = boost::make_shared<FakeDownloader>();
+
+private:
+    std::string Row(IProduct& product, unsigned item) {
+        environment_->openedPages.clear();
+        QString action = "-";
+        if (product.HasAction(item)) {
+            action = product.GetActionTexts()[product.IsUpdateAvailable(item)];
+            product.RunAction(item);
+        }
+        const CAtlString page = environment_->openedPages.empty() ? "" : environment_->openedPages.back();
+        return QStringList{product.GetName(), product.GetInstalledVersion(item).ToQString(),
+                           product.GetLatestVersion(item).ToQString(), action, page.ToQString()}
+            .join('|')
+            .toStdString();
+    }
 };

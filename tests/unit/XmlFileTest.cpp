@@ -12,6 +12,7 @@
 
 #include "platform/XmlFile.h"
 #include "support/TextPrinting.h"
+#include "support/Utf16Bytes.h"
 
 namespace {
 
@@ -59,7 +60,7 @@ TEST(XmlDoor, KnowsGoodFromBadAtOnce) {
         {"doubled attribute", "<a b='1' b='2'/>", false, false},
         {"NUL inside", std::string("<a>\0</a>", 8), false, false},
         {"NUL behind", std::string("<a/>\0<b/>", 9), false, false},
-        {"UTF-16", std::string("\xFF\xFE<\0a\0/\0>\0", 10), false, false},
+        {"UTF-16", Utf16Bytes(u"<a/>"), false, false},
         {"lone lead byte swallows the end", "<a>\xF0</a>", false, true},
         {"lead byte swallows the quote", swallowed, false, true},
         {"invalid bytes in text", "<a>\xFF\xFE\x80</a>", true, true},
