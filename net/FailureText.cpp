@@ -38,7 +38,10 @@ public:
 }  // namespace
 
 QString FailureText(const TransferRecord& record) {
-    const QString host = QUrl(record.url.ToQString()).host();
+    const QString proxy = record.proxyHost.ToQString();
+    // Whose fault it is: without an answer of anybody, the proxy has not been reached, or has not spoken.
+    const bool isProxys = record.status == 0 && !proxy.isEmpty();
+    const QString host = isProxys ? proxy : QUrl(record.url.ToQString()).host();
     const QString reason = record.error.IsEmpty() ? Words::Of(record.status) : record.error.ToQString();
     return host.isEmpty() || reason.contains(host) ? reason : host + QStringLiteral(": ") + reason;
 }

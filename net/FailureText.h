@@ -8,6 +8,7 @@
 
 #include <QString>
 
-// The host and the reason, in the user's language: the record's error when there is one, else what the
-// answer's status says. One line of plain text. For a transfer that failed. Any thread.
+// The host, or the proxy when nobody has answered, and the reason, in the user's language: the record's error
+// when there is one, else what the answer's status says. One line of plain text. For a transfer that failed.
+// Any thread.
 QString FailureText(const TransferRecord& record);

@@ -7,14 +7,10 @@
 #include <algorithm>
 #include <limits>
 
-namespace {
+#include "net/CManagerExchange.h"
+#include "net/CSocketExchange.h"
 
-// Whether an error of the reply only repeats what the answer's status says.
-bool IsStatusError(QNetworkReply::NetworkError error) {
-    return error == QNetworkReply::ProxyAuthenticationRequiredError ||
-           (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError) ||
-           (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
-}
+namespace {
 
 int ToInt(qint64 bytes) {
     return static_cast<int>(std::clamp<qint64>(bytes, 0, std::numeric_limits<int>::max()));
@@ -22,10 +18,6 @@ int ToInt(qint64 bytes) {
 
 bool IsAscii(const QString& text) {
     return std::all_of(text.begin(), text.end(), [](QChar ch) { return ch.unicode() < 0x80; });
-}
-
-bool IsChunked(const QNetworkReply& reply) {
-    return reply.hasRawHeader("Transfer-Encoding");
 }
 
 }  // namespace
@@ -56,6 +48,8 @@ int QHttp::get(const QString& path, QIODevice* to) {
     ++id_;
     to_ = to;
     received_ = 0;
+    header_ = {};
+    sinceProgress_.invalidate();
     error_ = Error::NONE;
     errorString_.clear();
     if (to_->isOpen()) {
@@ -76,10 +70,8 @@ QNetworkRequest QHttp::MakeRequest(const QString& path) const {
     url.setPath(path.isEmpty() ? QStringLiteral("/") : path, QUrl::TolerantMode);
 
     QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    // What the network access manager says; some servers turn away whoever says nothing.
+    request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Mozilla/5.0"));
     request.setRawHeader("Accept-Encoding", "identity");
     if (sendBasic_ && !proxy_.user().isEmpty())
         request.setRawHeader("Proxy-Authorization", BasicCredentials());
@@ -98,68 +90,73 @@ void QHttp::Start(const QNetworkRequest& request) {
         proxy.setUser(QString());
         proxy.setPassword(QString());
     }
-    manager_ = std::make_unique<QNetworkAccessManager>();
-    manager_->setProxy(proxy);
-    reply_ = manager_->get(request);
-    connect(reply_, &QNetworkReply::metaDataChanged, this, &QHttp::OnHeader);
-    connect(reply_, &QNetworkReply::readyRead, this, &QHttp::OnData);
-    connect(reply_, &QNetworkReply::finished, this, &QHttp::OnFinished);
-    connect(reply_, &QNetworkReply::downloadProgress, this,
-            [this](qint64 done, qint64 total) { emit dataReadProgress(ToInt(done), ToInt(total)); });
+    // Whoever has credentials to answer a challenge with must know the scheme first.
+    if (proxy.user().isEmpty())
+        exchange_ = std::make_unique<CSocketExchange>();
+    else
+        exchange_ = std::make_unique<CManagerExchange>();
+    connect(exchange_.get(), &IHttpExchange::HeaderReceived, this, &QHttp::OnHeader);
+    connect(exchange_.get(), &IHttpExchange::BodyReceived, this, &QHttp::OnBody);
+    connect(exchange_.get(), &IHttpExchange::Finished, this, &QHttp::OnFinished);
+    exchange_->Start(request, proxy);
     silence_.start();
     head_.start();
     if (bounds_.wholeTime)
         wholeTime_.start();
 }
 
-void QHttp::OnHeader() {
+void QHttp::OnHeader(const QHttpResponseHeader& header) {
     silence_.start();
     head_.stop();
-    const QHttpResponseHeader header(reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
-                                     reply_->rawHeader("Proxy-Authenticate"));
+    header_ = header;
     if (header.statusCode() == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED) {
         wasChallenged_ = true;
         sendBasic_ = header.offersProxyScheme("Basic") && !header.offersProxyScheme("Digest");
     }
     emit responseHeaderReceived(header);
-    if (!bounds_.mayBeChunked && header.statusCode() == QHttpResponseHeader::OK && IsChunked(*reply_))
-        Break(Error::OUT_OF_BOUNDS, BadAnswer());
+    if (!bounds_.mayBeChunked && header.statusCode() == QHttpResponseHeader::OK && header.isChunked())
+        Break(Error::OUT_OF_BOUNDS, IHttpExchange::BadAnswer());
 }
 
-void QHttp::OnData() {
+void QHttp::OnBody(const QByteArray& bytes) {
     silence_.start();
-    const QByteArray data = reply_->readAll();
-    received_ += data.size();
+    received_ += bytes.size();
     if (bounds_.bodyBytes && received_ > *bounds_.bodyBytes)
-        Break(Error::OUT_OF_BOUNDS, BadAnswer());
-    else if (to_->write(data) != data.size())
+        Break(Error::OUT_OF_BOUNDS, IHttpExchange::BadAnswer());
+    else if (to_->write(bytes) != bytes.size())
         Break(Error::NOT_WRITTEN, to_->errorString());
+    else if (!sinceProgress_.isValid() || sinceProgress_.hasExpired(PROGRESS_INTERVAL.count()))
+        ReportProgress();
 }
 
 void QHttp::OnTooLong() {
     Break(Error::OUT_OF_BOUNDS, tr("The server does not answer"));
 }
 
-void QHttp::OnFinished() {
+void QHttp::OnFinished(const QString& error) {
+    if (!error.isEmpty())
+        SetError(Error::NETWORK, error);
+    if (received_ > 0)
+        ReportProgress();
+    Finish();
+}
+
+void QHttp::ReportProgress() {
+    sinceProgress_.start();
+    emit dataReadProgress(ToInt(received_), ToInt(header_.contentLength()));
+}
+
+void QHttp::Break(Error error, const QString& text) {
+    SetError(error, text);
+    exchange_->Abort();
+    Finish();
+}
+
+void QHttp::Finish() {
     silence_.stop();
     wholeTime_.stop();
     head_.stop();
-    if (reply_->error() != QNetworkReply::NoError && !IsStatusError(reply_->error()))
-        SetError(Error::NETWORK, reply_->errorString());
-    // The reply reports most bodies that were cut off, but not all.
-    if (received_ < reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong())
-        SetError(Error::NETWORK, BadAnswer());
     emit requestFinished(id_, error_ != Error::NONE);
-}
-
-QString QHttp::BadAnswer() {
-    return tr("The server's answer is incomplete or too large");
-}
-
-// Aborting brings the reply to its finished signal.
-void QHttp::Break(Error error, const QString& text) {
-    SetError(error, text);
-    reply_->abort();
 }
 
 void QHttp::SetError(Error error, const QString& text) {

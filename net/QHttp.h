@@ -4,15 +4,19 @@
 // A plain HTTP client: one GET at a time, into a file or another device.
 #pragma once
 
+#include "net/IHttpExchange.h"
 #include "net/QHttpResponseHeader.h"
 #include "net/TransferBounds.h"
 
-#include <QNetworkAccessManager>
+#include <QElapsedTimer>
 #include <QNetworkProxy>
-#include <QNetworkReply>
+#include <QNetworkRequest>
 #include <QObject>
 #include <QTimer>
+#include <chrono>
 #include <memory>
+
+class QIODevice;
 
 // Redirects are not followed; there is no cache, no cookie and no compression, and the proxy is the given one
 // or none, whatever the environment says. Lives on one thread, whose event loop must run; every get ends in
@@ -30,6 +34,8 @@ public:
     };
 
     static constexpr int DEFAULT_PORT = 80;
+    // Between two reports of progress.
+    static constexpr std::chrono::milliseconds PROGRESS_INTERVAL{100};
 
     explicit QHttp(const TransferBounds& bounds);
     ~QHttp() override;
@@ -66,12 +72,14 @@ private:
     QNetworkRequest MakeRequest(const QString& path) const;
     QByteArray BasicCredentials() const;
     void Start(const QNetworkRequest& request);
-    void OnHeader();
-    void OnData();
+    void OnHeader(const QHttpResponseHeader& header);
+    void OnBody(const QByteArray& bytes);
     void OnTooLong();
-    void OnFinished();
-    static QString BadAnswer();
+    void OnFinished(const QString& error);
+    void ReportProgress();
+    // Ends the request from this side.
     void Break(Error error, const QString& text);
+    void Finish();
     // Only the first error of a request counts.
     void SetError(Error error, const QString& text);
 
@@ -91,7 +99,7 @@ private:
     qint64 received_ = 0;
     Error error_ = Error::NONE;
     QString errorString_;
-    // A fresh one for each request: it remembers credentials and connections.
-    std::unique_ptr<QNetworkAccessManager> manager_;
-    QNetworkReply* reply_ = nullptr;
+    QHttpResponseHeader header_;
+    QElapsedTimer sinceProgress_;
+    std::unique_ptr<IHttpExchange> exchange_;
 };

@@ -5,9 +5,6 @@
 
 #include <QRegularExpression>
 
-QHttpResponseHeader::QHttpResponseHeader(int statusCode, const QByteArray& proxyChallenges)
-    : statusCode_(statusCode), proxyChallenges_(proxyChallenges) {}
-
 bool QHttpResponseHeader::offersProxyScheme(const char* scheme) const {
     static const QRegularExpression QUOTED(R"("(\\.|[^"\\])*")");
     const QString challenges = QString::fromLatin1(proxyChallenges_).remove(QUOTED);

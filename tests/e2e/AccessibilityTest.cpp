@@ -67,5 +67,6 @@ TEST_F(AccessibilityTest, BusyBarSaysWhatIsChecked) {
     EXPECT_TRUE(reader_.Press("Close")) << "the check ends at once, and the lock is free";
     EXPECT_TRUE(program_->WaitForEnd(std::chrono::seconds(1)) && program_->EndsWell());
     EXPECT_EQ(Setting("LastChecked"), 0);
+    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Status(404));
     Open();
 }

@@ -85,6 +85,28 @@ TEST_F(ADownloader, HoldsEverythingButInstallersToItsBounds) {
     EXPECT_EQ(done, before) << "nobody hears of a later transfer";
 }
 
+TEST_F(ADownloader, SaysWhoFailed) {
+    server_.Serve("http://updates.invalid/gone.xml", LoopbackAnswer::Status(404));
+    const struct {
+        QString address;
+        const wchar_t* proxyHost;
+        int proxyPort;
+        const char* text;
+    } rows[] = {
+        {"http://127.0.0.1:1/a.xml", L"", 0, "127.0.0.1: Connection refused"},
+        {"http://updates.invalid/a.xml", L"127.0.0.2", 1, "127.0.0.2: Connection refused"},
+        {"http://updates.invalid/gone.xml", L"127.0.0.1", server_.Port(),
+         "updates.invalid: The server does not have the file (404)"},
+    };
+    QString told;
+    downloader_.SetFailureCallback([&](const QString& text) { told = text; });
+    for (const auto& row : rows) {
+        downloader_.SetProxy(row.proxyHost, row.proxyPort);
+        EXPECT_EQ(Fetch(row.address), "");
+        EXPECT_EQ(told, row.text);
+    }
+}
+
 class StaleFiles : public ADownloader {
 protected:
     static void Age(const std::string& path, int days) {

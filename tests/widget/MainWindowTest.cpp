@@ -196,7 +196,7 @@ TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
         {LoopbackAnswer::Status(503), "site: The server cannot answer (503)"},
         {LoopbackAnswer::Body(""), "site: The server's answer is empty"},
         {LoopbackAnswer::Challenge("Basic realm=\"r\""), "site: The proxy wants a user name and password"},
-        {{.body = answer, .announcedLength = 999}, "site: Connection closed"},
+        {{.body = answer, .announcedLength = 999}, "site: The server's answer is incomplete or too large"},
         {LoopbackAnswer::Body("no description"), "Planner: the server's answer cannot be read"},
         {LoopbackAnswer::Body(answer), ""}};
     for (const auto& [served, words] : cases) {

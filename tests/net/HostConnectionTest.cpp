@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Hosts with several addresses, not all of which answer.
+#include <gtest/gtest.h>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTcpServer>
+
+#include "net/CHostConnection.h"
+
+namespace {
+
+// Lets nobody in who comes after the first two, and does not turn them away either: their requests for a
+// connection are dropped.
+class SilentServer {
+public:
+    explicit SilentServer(quint16 port) {
+        server_.setListenBacklogSize(0);
+        EXPECT_TRUE(server_.listen(QHostAddress(ADDRESS), port));
+        server_.pauseAccepting();
+        for (QTcpSocket& visitor : visitors_) {
+            visitor.connectToHost(ADDRESS, port);
+            visitor.waitForConnected(100);
+        }
+    }
+
+    static constexpr const char* ADDRESS = "127.0.0.2";
+
+private:
+    QTcpServer server_;
+    QTcpSocket visitors_[2];
+};
+
+class HostConnection : public testing::Test {
+protected:
+    HostConnection() { EXPECT_TRUE(server_.listen(QHostAddress::LocalHost)); }
+
+    // Where the connection leads, or the error.
+    QString Open(const QStringList& addresses) {
+        CHostConnection connection;
+        QSignalSpy opened(&connection, &CHostConnection::Opened);
+        QSignalSpy failed(&connection, &CHostConnection::Failed);
+        QList<QHostAddress> list;
+        for (const QString& address : addresses)
+            list << QHostAddress(address);
+        timer_.start();
+        connection.OpenAny(list, server_.serverPort());
+        while (opened.isEmpty() && failed.isEmpty() && timer_.elapsed() < 5000)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 100);
+        // Whatever the others still report.
+        QCoreApplication::processEvents();
+        EXPECT_EQ(opened.size() + failed.size(), 1);
+        return opened.isEmpty() ? failed.value(0).value(0).toString()
+                                : connection.Socket().peerAddress().toString();
+    }
+
+    QTcpServer server_;
+    QElapsedTimer timer_;
+};
+
+TEST_F(HostConnection, FindsTheAddressThatAnswers) {
+    const SilentServer silent(server_.serverPort());
+    const struct {
+        const char* situation;
+        QStringList addresses;
+        QString expected;
+        qint64 atLeast, atMost;  // milliseconds; the timer is a coarse one
+    } rows[] = {
+        {"the only one", {"127.0.0.1"}, "127.0.0.1", 0, 200},
+        {"behind two that refuse", {"127.0.0.3", "127.0.0.4", "127.0.0.1"}, "127.0.0.1", 0, 200},
+        {"behind a silent one", {SilentServer::ADDRESS, "127.0.0.1"}, "127.0.0.1", 200, 1000},
+        {"between a silent one and another",
+         {SilentServer::ADDRESS, "127.0.0.1", "127.0.0.3"},
+         "127.0.0.1",
+         200,
+         1000},
+        {"none", {"127.0.0.3", "127.0.0.4"}, "Connection refused", 0, 200},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.situation);
+        EXPECT_EQ(Open(row.addresses), row.expected);
+        EXPECT_GE(timer_.elapsed(), row.atLeast);
+        EXPECT_LE(timer_.elapsed(), row.atMost);
+    }
+}
+
+}  // namespace
