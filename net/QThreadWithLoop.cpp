@@ -9,6 +9,7 @@
 #include "net/WaitWithQtEvents.h"
 
 QThreadWithLoop::QThreadWithLoop(const boost::function<int()>& work) : work_(work) {
+    setStackSize(STACK_BYTES);
     // Does nothing but arrive: an event of the owner's thread, which ends its sleep.
     connect(
         this, &QThread::finished, this, [] {}, Qt::QueuedConnection);
