@@ -7,22 +7,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-// The first address stays the first: the resolver knows which of them are good to reach (RFC 6724).
-QList<QHostAddress> InTurns(QList<QHostAddress> addresses) {
-    for (qsizetype i = 1; i < addresses.size(); ++i) {
-        const auto other = std::find_if(
-            addresses.begin() + i, addresses.end(),
-            [&](const QHostAddress& address) { return address.protocol() != addresses[i - 1].protocol(); });
-        if (other != addresses.end())
-            std::rotate(addresses.begin() + i, other, other + 1);
-    }
-    return addresses;
-}
-
-}  // namespace
-
 CHostConnection::CHostConnection() {
     headStart_.setSingleShot(true);
     headStart_.setInterval(HEAD_START);
@@ -46,6 +30,18 @@ void CHostConnection::OpenAny(const QList<QHostAddress>& addresses, quint16 port
     port_ = port;
     addresses_ = addresses;
     TryNext();
+}
+
+QList<QHostAddress> CHostConnection::InTurns(QList<QHostAddress> addresses) {
+    for (qsizetype i = 1; i < addresses.size(); ++i) {
+        const auto isOther = [last = addresses[i - 1].protocol()](const QHostAddress& address) {
+            return address.protocol() != last;
+        };
+        const auto other = std::find_if(addresses.begin() + i, addresses.end(), isOther);
+        if (other != addresses.end())
+            std::rotate(addresses.begin() + i, other, other + 1);
+    }
+    return addresses;
 }
 
 void CHostConnection::OnLookedUp(const QHostInfo& info) {

@@ -24,6 +24,10 @@ public:
     // RFC 8305, 5.
     static constexpr std::chrono::milliseconds HEAD_START{250};
 
+    // The order in which they are tried: IPv4 and IPv6 in turns, and otherwise as they come from the
+    // resolver, which knows which of them are good to reach (RFC 6724).
+    static QList<QHostAddress> InTurns(QList<QHostAddress> addresses);
+
     CHostConnection();
     ~CHostConnection() override;
 

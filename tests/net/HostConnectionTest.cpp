@@ -32,20 +32,25 @@ private:
     QTcpSocket visitors_[2];
 };
 
+QList<QHostAddress> Addresses(const QStringList& texts) {
+    QList<QHostAddress> addresses;
+    for (const QString& text : texts)
+        addresses << QHostAddress(text);
+    return addresses;
+}
+
 class HostConnection : public testing::Test {
 protected:
     HostConnection() { EXPECT_TRUE(server_.listen(QHostAddress::LocalHost)); }
 
-    // Where the connection leads, or the error.
-    QString Open(const QStringList& addresses) {
+    // Where the connection leads that open begins, or the error.
+    template <typename Open>
+    QString PeerOf(const Open& open) {
         CHostConnection connection;
         QSignalSpy opened(&connection, &CHostConnection::Opened);
         QSignalSpy failed(&connection, &CHostConnection::Failed);
-        QList<QHostAddress> list;
-        for (const QString& address : addresses)
-            list << QHostAddress(address);
         timer_.start();
-        connection.OpenAny(list, server_.serverPort());
+        open(connection);
         while (opened.isEmpty() && failed.isEmpty() && timer_.elapsed() < 5000)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 100);
         // Whatever the others still report.
@@ -79,10 +84,33 @@ TEST_F(HostConnection, FindsTheAddressThatAnswers) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.situation);
-        EXPECT_EQ(Open(row.addresses), row.expected);
+        const auto open = [&](CHostConnection& connection) {
+            connection.OpenAny(Addresses(row.addresses), server_.serverPort());
+        };
+        EXPECT_EQ(PeerOf(open), row.expected);
         EXPECT_GE(timer_.elapsed(), row.atLeast);
         EXPECT_LE(timer_.elapsed(), row.atMost);
     }
+}
+
+// Perhaps behind an IPv6 address on which nobody listens.
+TEST_F(HostConnection, FindsAHostByItsName) {
+    const auto open = [&](CHostConnection& connection) {
+        connection.Open("localhost", server_.serverPort());
+    };
+    EXPECT_EQ(PeerOf(open), "127.0.0.1");
+}
+
+TEST(HostAddresses, TakeTurns) {
+    const std::pair<QStringList, QStringList> rows[] = {
+        {{}, {}},
+        {{"::1"}, {"::1"}},
+        {{"::1", "::2", "::3", "0.0.0.1", "0.0.0.2"}, {"::1", "0.0.0.1", "::2", "0.0.0.2", "::3"}},
+        {{"0.0.0.1", "0.0.0.2", "::1"}, {"0.0.0.1", "::1", "0.0.0.2"}},
+        {{"0.0.0.2", "0.0.0.1"}, {"0.0.0.2", "0.0.0.1"}},
+    };
+    for (const auto& [resolved, tried] : rows)
+        EXPECT_EQ(CHostConnection::InTurns(Addresses(resolved)), Addresses(tried));
 }
 
 }  // namespace
