@@ -35,6 +35,9 @@ CProductTable::CProductTable(QTableWidget& table)
 }
 
 void CProductTable::Reset() {
+    // As it was left: setting the header up again would measure all its texts again.
+    if (table_.columnCount() == COLUMNS && table_.rowCount() == 0)
+        return;
     table_.setRowCount(0);
     table_.clear();
     rowActions_.clear();
@@ -72,6 +75,9 @@ void CProductTable::AddButton(int row, const Action& action) {
                                           [](Qtfier* retired) { retired->deleteLater(); });
     QObject::connect(button, &QPushButton::clicked, click.get(), &Qtfier::Slot);
     rowActions_.push_back(click);
+    // A widget that has a size is not asked for the one it would like when it appears; the cell gives it
+    // another.
+    button->resize(0, 0);
     table_.setCellWidget(row, ACTION, button);
     QWidget::setTabOrder(FocusBefore(row), button);
 }
