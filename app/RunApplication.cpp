@@ -10,6 +10,8 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QImageReader>
+#include <QPixmap>
 #include <QStyleFactory>
 #include <QTimer>
 #include <iostream>
@@ -25,11 +27,19 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool g
     return std::make_unique<QCoreApplication>(argc, argv);
 }
 
+// A reader that is told the format does not load each plugin for others to ask whether the picture is one of
+// those, with the libraries that they need.
+QIcon MakeWindowIcon() {
+    QImageReader reader(":/images/update.png", "png");
+    reader.setAutoDetectImageFormat(false);
+    return QPixmap::fromImageReader(&reader);
+}
+
 void DressUp() {
     const bool plastique = QStyleFactory::keys().contains("plastique", Qt::CaseInsensitive);
     QApplication::setStyle(plastique ? "plastique" : "fusion");
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(QIcon(":/images/update.png"));
+    QApplication::setWindowIcon(MakeWindowIcon());
 }
 
 void RunAction(CApplicationFactory& factory) {
