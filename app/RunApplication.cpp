@@ -16,6 +16,9 @@
 #include <QTimer>
 #include <iostream>
 #include <memory>
+#include <thread>
+
+#include <fontconfig/fontconfig.h>
 
 namespace {
 
@@ -25,6 +28,12 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool g
     if (gui)
         return std::make_unique<QApplication>(argc, argv);
     return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+// Fontconfig reads its configuration while the display is opened: a fifth of all instructions of a start,
+// which the first text would otherwise wait for. FcInit may be called from any thread.
+std::jthread StartReadingFonts(bool gui) {
+    return gui ? std::jthread([] { FcInit(); }) : std::jthread();
 }
 
 // A reader that is told the format does not load each plugin for others to ask whether the picture is one of
@@ -42,9 +51,12 @@ void DressUp() {
     QApplication::setWindowIcon(MakeWindowIcon());
 }
 
-void RunAction(CApplicationFactory& factory) {
-    if (factory.IsGuiEnabled())
+void RunAction(CApplicationFactory& factory, std::jthread& fonts) {
+    if (factory.IsGuiEnabled()) {
         DressUp();
+        // From here on there are texts; whoever asks for a font now would read the configuration once more.
+        fonts.join();
+    }
     factory.Run();
     // One turn of the event loop delivers what is still pending, deferred deletions above all.
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
@@ -56,6 +68,7 @@ void RunAction(CApplicationFactory& factory) {
 void RunApplication(int argc, char** argv) {
     CApplicationFactory factory;
     factory.Parse(argc, argv);
+    std::jthread fonts = StartReadingFonts(factory.IsGuiEnabled());
     const auto application = MakeApplication(argc, argv, factory.IsGuiEnabled());
     SetLocaleOverride(factory.GetLocale().ToQString());
     InstallLanguage("VARDOProductUpdate", qobject_cast<QApplication*>(application.get()), true);
@@ -63,7 +76,7 @@ void RunApplication(int argc, char** argv) {
     const QByteArray executable = QCoreApplication::applicationFilePath().toUtf8();
     const CSingleInstanceLock lock(executable.constData(), LOCK_PROJECT);
     if (lock.IsHeld())
-        RunAction(factory);
+        RunAction(factory, fonts);
     else
         std::cerr << "VARDO Product Update is already running." << std::endl;
 }
