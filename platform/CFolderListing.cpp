@@ -46,7 +46,7 @@ void CFolderListing::ListFiles(const CAtlString& beginning, const CAtlString& en
     std::sort(found.begin(), found.end(), [](const Name& a, const Name& b) { return a.place < b.place; });
     for (const Name& each : found) {
         const CVardoFilePath file(CVardoDirectoryPath::Combine(folder_, each.text));
-        if (file.Exists() && !FileSystem::IsDirectory(file.GetFilePathString()))
+        if (FileSystem::IsFile(file.GetFilePathString()))
             files.push_back(file);
     }
 }

@@ -94,11 +94,11 @@ void CVardoDirectoryPath::ListFiles(const CAtlString& pattern, std::vector<CVard
     const std::string patternBytes = FileSystem::SystemPath(pattern);
     const CAtlString folder = WithTrailingSlash(path_);
     ForEachName(path_, [&](const char* bytes, const CAtlString& name) {
-        // The name is looked at first: that saves two calls of the system for each of the others.
+        // The name is looked at first: that saves a call of the system for each of the others.
         if (fnmatch(patternBytes.c_str(), bytes, 0) != 0)
             return;
         const CVardoFilePath file(folder + name);
-        if (file.Exists() && !FileSystem::IsDirectory(file.GetFilePathString()))
+        if (FileSystem::IsFile(file.GetFilePathString()))
             files.push_back(file);
     });
 }

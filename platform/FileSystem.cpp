@@ -87,6 +87,11 @@ bool IsDirectory(const CAtlString& path) {
     return stat(SystemPath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+bool IsFile(const CAtlString& path) {
+    struct stat status {};
+    return stat(SystemPath(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
 bool CreateDirectory(const CAtlString& path) {
     return mkdir(SystemPath(path).c_str(), PERMISSION_BITS) == 0;
 }

@@ -23,6 +23,8 @@ bool Exists(const CAtlString& path);
 // The name is in use, be it by a symbolic link that leads nowhere.
 bool IsTaken(const CAtlString& path);
 bool IsDirectory(const CAtlString& path);
+// Something other than a folder is there, symbolic links followed; one call of the system says both.
+bool IsFile(const CAtlString& path);
 // mkdir(2) with mode 0777 less the umask; false when the name is in use.
 bool CreateDirectory(const CAtlString& path);
 // unlink(2).

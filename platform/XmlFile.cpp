@@ -58,6 +58,11 @@ void CondenseWhiteSpace() {
     static_cast<void>(done);
 }
 
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char byte) { return static_cast<signed char>(byte) >= 0; });
+}
+
 bool Refuse(XmlFault* fault, int line, const char* reason) {
     if (fault)
         *fault = {line, reason};
@@ -99,13 +104,16 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
         return Refuse(fault, 0, "the file holds a NUL byte, as one in UTF-16 does");
     std::string padded(text.begin(), text.end());
     padded.append(XML_PADDING_BYTES, '\0');
+    bool isChecked = false;
     if (encoding == TIXML_ENCODING_UNKNOWN) {
         // The declaration is read as single bytes, and only one that ends.
         if (!IsWithinBounds(padded, false, fault))
             return false;
         encoding = DetectedEncoding(padded);
+        // A second look would see the same.
+        isChecked = encoding == TIXML_ENCODING_LEGACY || IsAscii(padded);
     }
-    if (!IsWithinBounds(padded, encoding == TIXML_ENCODING_UTF8, fault))
+    if (!isChecked && !IsWithinBounds(padded, encoding == TIXML_ENCODING_UTF8, fault))
         return false;
     CondenseWhiteSpace();
     // Without tab stops the parser counts no lines and columns, which would walk over the text once more.
