@@ -133,14 +133,15 @@ TEST_F(ProxyHandler, StoresInTheOrganisationsFileWhateverTheApplicationIsCalled)
 }
 
 TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedHostIsStored) {
-    const struct {
-        const char* field;
-        const char* typed;
-        const char* button;
-        const char* settings;
+    struct Row {
+        const char* field = "";
+        const char* typed = "";
+        const char* button = "";
+        const char* settings = "";
         // Host and port, when there are any.
         QStringList stored;
-    } rows[] = {
+    };
+    const Row rows[] = {
         {"proxyPortEdit", "3128", "cancelButton", "old.example:0 user:word", {}},
         {"proxyPortEdit", "3128", "okButton", "old.example:3128 user:word", {}},
         {"proxyPasswordEdit", "new", "okButton", "old.example:3128 user:new", {}},
