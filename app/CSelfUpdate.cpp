@@ -3,7 +3,6 @@
 
 #include "app/CSelfUpdate.h"
 
-#include "platform/Addresses.h"
 #include "platform/FileSystem.h"
 #include "platform/XmlFile.h"
 
@@ -23,7 +22,7 @@ CAtlString CSelfUpdate::GetRemoteFile() {
 bool CSelfUpdate::DownloadInstaller() {
     if (!downloader_)
         return false;
-    const CAtlString address = JoinTrimmed(GetUpdateInstallURL(), GetUpdateInstallFile());
+    const CAtlString address = GetInstallerAddress();
     CInstallerSeal seal(SharedFile(CInstallerSeal::KEY_FILE));
     // The signature comes first: it is small, and without a good one the installer need not be fetched.
     if (seal.IsRequired() && !FetchSignature(address, seal))

@@ -4,9 +4,9 @@
 // The program's own update.
 #pragma once
 
-#include "app/CInstallerSeal.h"
 #include "net/IDownloader.h"
 #include "platform/IEnvironment.h"
+#include "products/CInstallerSeal.h"
 #include "products/CUpdateXmlReader.h"
 
 #include <boost/shared_ptr.hpp>

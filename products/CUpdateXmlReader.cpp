@@ -75,6 +75,10 @@ bool CUpdateXmlReader::IsUpdateAvailable() const {
     return localLoaded_ && remoteLoaded_ && GetCurrentVersion().IsLess(table_.ChooseOffer().version);
 }
 
+CAtlString CUpdateXmlReader::GetInstallerAddress() const {
+    return JoinTrimmed(GetUpdateInstallURL(), GetUpdateInstallFile());
+}
+
 bool CUpdateXmlReader::ParseLocal(const CAtlStringA& text) {
     TiXmlDocument document;
     if (!ParseXml(text, TIXML_DEFAULT_ENCODING, document))

@@ -64,6 +64,9 @@ public:
     CAtlString GetUpdateWebPage() const { return table_.ChooseOffer().webPage; }
     CAtlString GetUpdateArgument() const { return table_.ChooseOffer().argument; }
 
+    // Where the installer of that offer lies.
+    CAtlString GetInstallerAddress() const;
+
     // Where the remote description lies: its folder, which ends in "/", followed by its file name.
     CAtlString GetRemoteAddress() const { return remoteFolder_ + remoteFileName_; }
 

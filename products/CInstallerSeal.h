@@ -4,12 +4,14 @@
 // Whether a fetched installer is the maker's, and the one that was offered.
 #pragma once
 
+#include "platform/CFileDescriptor.h"
 #include "platform/CMinisignSignature.h"
 #include "platform/CVardoFilePath.h"
 #include "products/CVersionString.h"
 
 // Holds the maker's public key, when there is one on this machine, and the signature of one installer. The
-// order of calls is that of the functions; each is called once. One thread at a time.
+// order of calls is that of the functions; each is called once, and of the last two one. One thread at a
+// time.
 //
 // The trusted comment of a signature must hold, among words that are separated by blanks and tabs, exactly
 // one "file:" with the installer's file name and exactly one "version:" with its version. So an old installer
@@ -29,6 +31,9 @@ public:
     // Takes the bytes of the installer's signature file. Whether it is signed with the key, and for an
     // installer of that name (its folder is of no account) and version.
     bool Accept(std::string_view signature, const CAtlString& installer, const CVersionString& version);
+    // Whether an open file holds, from its present position to its end, what was signed; after an Accept that
+    // was true. Changes nothing.
+    bool IsOf(const CFileDescriptor& file) const;
     // Verifies what was fetched, after an Accept that was true: the path of the same bytes where nobody else
     // can exchange them; empty, and the file deleted, when they are not what was signed.
     CVardoFilePath Secure(const CVardoFilePath& fetched) const;

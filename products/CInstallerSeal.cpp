@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "app/CInstallerSeal.h"
+#include "products/CInstallerSeal.h"
 
 #include "net/Downloader.h"
 #include "platform/CPrivateFolder.h"
@@ -49,9 +49,12 @@ bool CInstallerSeal::Accept(std::string_view signature, const CAtlString& instal
            Names(signature_->GetTrustedComment(), installer, version);
 }
 
+bool CInstallerSeal::IsOf(const CFileDescriptor& file) const {
+    return key_ && signature_ && signature_->IsOf(file, *key_);
+}
+
 CVardoFilePath CInstallerSeal::Secure(const CVardoFilePath& fetched) const {
     CPrivateFolder folder(Downloader::BASE_NAME);
     const CFileDescriptor file = folder.TakeIn(fetched);
-    const bool isGenuine = key_ && signature_ && signature_->IsOf(file, *key_);
-    return isGenuine ? folder.Keep() : CVardoFilePath();
+    return IsOf(file) ? folder.Keep() : CVardoFilePath();
 }
