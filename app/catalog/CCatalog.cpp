@@ -140,7 +140,7 @@ void CCatalog::RecogniseByContents() {
 
 void CCatalog::CollectReferences() {
     for (const auto& file : files_) {
-        if (file->GetKind() == FileKind::STRINGS || file->GetKind() == FileKind::UNKNOWN || !file->GetRoot())
+        if (!IsXmlKind(file->GetKind()) || !file->GetRoot())
             continue;
         if (file->GetKind() == FileKind::PRODUCT_LIST)
             AddListReferences(*file, environment_, references_);

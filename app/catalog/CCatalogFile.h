@@ -22,6 +22,8 @@ enum class FileKind {
     PUBLISHED_CATEGORIES,
     LANGUAGE_TABLE,
     STRINGS,
+    PUBLIC_KEY,
+    SIGNATURE,
 };
 
 // Its path, its kind and, when it is one in XML, its elements.

@@ -31,16 +31,14 @@ void CheckAmpersands(const CCatalogFile& file, CFindings& findings) {
 }
 
 void CheckForm(const CCatalogFile& file, CFindings& findings) {
-    if (file.GetKind() == FileKind::STRINGS)
-        return;
-    const bool isXml = file.GetKind() != FileKind::UNKNOWN || IsXmlName(file.GetName());
-    if (isXml && !file.GetRoot())
+    const bool isXml = IsXmlKind(file.GetKind());
+    if ((isXml || IsXmlName(file.GetName())) && !file.GetRoot())
         findings.Add(file.GetPath(), file.GetFault().line, Code::MALFORMED,
                      QStringLiteral("the program takes this file for missing: %1")
                          .arg(QString::fromStdString(file.GetFault().reason)));
     else if (file.GetKind() == FileKind::UNKNOWN)
         findings.Add(file.GetPath(), 0, Code::UNKNOWN_FILE, QStringLiteral("the program reads no such file"));
-    else
+    else if (isXml)
         CheckAmpersands(file, findings);
 }
 

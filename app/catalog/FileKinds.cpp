@@ -4,6 +4,7 @@
 #include "app/catalog/FileKinds.h"
 
 #include "i18n/LanguageTable.h"
+#include "products/CInstallerSeal.h"
 #include "products/DescriptionFormat.h"
 #include "products/GalleryFormat.h"
 #include "products/ListFormat.h"
@@ -48,6 +49,11 @@ bool IsXmlName(const QString& name) {
     return name.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
 }
 
+bool IsXmlKind(FileKind kind) {
+    return kind != FileKind::UNKNOWN && kind != FileKind::STRINGS && kind != FileKind::PUBLIC_KEY &&
+           kind != FileKind::SIGNATURE;
+}
+
 FileKind KindByName(const QString& name) {
     if (name == Products::FILE_NAME.ToQString())
         return FileKind::PRODUCT_LIST;
@@ -57,6 +63,10 @@ FileKind KindByName(const QString& name) {
         return FileKind::PUBLISHED_CATEGORIES;
     if (name == QString::fromWCharArray(GalleryFormat::INSTALLED_FILE) + QLatin1String(".xml"))
         return FileKind::INSTALLED_CATEGORIES;
+    if (name == QString::fromWCharArray(CInstallerSeal::KEY_FILE))
+        return FileKind::PUBLIC_KEY;
+    if (name.endsWith(QString::fromWCharArray(CInstallerSeal::SIGNATURE_EXTENSION)))
+        return FileKind::SIGNATURE;
     return name.endsWith(QLatin1String(".strings")) ? FileKind::STRINGS : FileKind::UNKNOWN;
 }
 
@@ -97,6 +107,10 @@ QString KindName(FileKind kind) {
             return QStringLiteral("a language table");
         case FileKind::STRINGS:
             return QStringLiteral("a strings file");
+        case FileKind::PUBLIC_KEY:
+            return QStringLiteral("the maker's public key");
+        case FileKind::SIGNATURE:
+            return QStringLiteral("an installer's signature");
         case FileKind::UNKNOWN:
             break;
     }

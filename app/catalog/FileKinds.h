@@ -9,6 +9,9 @@
 // Whether a file may be read as XML at all, where its name or an address does not say what it is.
 bool IsXmlName(const QString& name);
 
+// Whether the program reads files of that kind as XML.
+bool IsXmlKind(FileKind kind);
+
 // UNKNOWN for a name that does not say.
 FileKind KindByName(const QString& name);
 

@@ -69,6 +69,7 @@ inline constexpr FindingCode OVERLAP{"overlap", Severity::WARNING};
 inline constexpr FindingCode UNREACHABLE_OFFER{"unreachable-offer", Severity::ERROR};
 inline constexpr FindingCode NEVER_AN_UPDATE{"never-an-update", Severity::WARNING};
 inline constexpr FindingCode NO_INSTALLER{"no-installer", Severity::ERROR};
+inline constexpr FindingCode UNSIGNED_INSTALLER{"unsigned-installer", Severity::ERROR};
 
 // Notifications
 inline constexpr FindingCode BAD_DATE{"bad-date", Severity::ERROR};

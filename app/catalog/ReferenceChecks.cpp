@@ -5,7 +5,9 @@
 #include "app/catalog/ElementChecks.h"
 #include "app/catalog/FileKinds.h"
 #include "app/catalog/ValueChecks.h"
-#include "platform/Addresses.h"
+#include "platform/CVardoDirectoryPath.h"
+#include "platform/FileSystem.h"
+#include "products/CInstallerSeal.h"
 #include "products/CProductVersion.h"
 #include "products/DescriptionFormat.h"
 
@@ -29,7 +31,45 @@ void CheckReference(const CCatalog& catalog, const Reference& reference, CFindin
                          .arg(reference.address, *path, KindName(reference.kind)));
 }
 
-// When the program would offer its own update: whether there is an installer to be fetched.
+// Why an installation that holds the seal's key would not start the offered installer; empty when it would.
+QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& installer,
+                       CInstallerSeal& seal) {
+    const CAtlString address = reader.GetInstallerAddress() + CInstallerSeal::SIGNATURE_EXTENSION;
+    const auto path = catalog.FileOf(address.ToQString());
+    const CCatalogFile* signature = path ? catalog.Find(*path) : nullptr;
+    if (!signature)
+        return QStringLiteral("there is no \"%1\"").arg(path.value_or(address.ToQString()));
+    const CAtlStringA bytes = ReadFileBytes(signature->GetFilePath());
+    const CAtlString file = reader.GetUpdateInstallFile();
+    const CVersionString version = reader.GetUpdateVersion();
+    if (!seal.Accept({bytes.begin(), bytes.end()}, file, version))
+        return QStringLiteral("\"%1\" is no signature with that key for \"file:%2 version:%3\"")
+            .arg(signature->GetPath(), CVardoFilePath(file).GetFileName().ToQString(),
+                 version.GetString().ToQString());
+    off_t size = 0;
+    const bool isSigned =
+        seal.IsOf(FileSystem::OpenForReading(installer.GetFilePath().GetFilePathString(), size));
+    return isSigned ? QString()
+                    : QStringLiteral("\"%1\" is not what was signed with \"%2\"")
+                          .arg(installer.GetPath(), signature->GetPath());
+}
+
+// As an installation does, which needs a signature once the key lies beside its own description.
+void CheckSignature(const CCatalog& catalog, const CProductVersion& reader, const CCatalogFile& local,
+                    const CCatalogFile& installer, const Place& place, CFindings& findings) {
+    const CVardoDirectoryPath folder{CAtlString(local.GetFolder())};
+    const CVardoFilePath key = CVardoDirectoryPath::Combine(folder, CInstallerSeal::KEY_FILE);
+    CInstallerSeal seal(key);
+    if (!seal.IsRequired())
+        return;
+    if (const QString fault = SignatureFault(catalog, reader, installer, seal); !fault.isEmpty())
+        findings.Add(place.file, place.line, Code::UNSIGNED_INSTALLER,
+                     QStringLiteral("installations with the key \"%1\" refuse this update: %2")
+                         .arg(key.GetFilePathString().ToQString(), fault));
+}
+
+// When the program would offer its own update: whether there is an installer to be fetched, and to be
+// started.
 void CheckInstaller(const CCatalog& catalog, const Reference& reference, CFindings& findings) {
     const auto path = catalog.FileOf(reference.address);
     const CCatalogFile* remote = path ? catalog.Find(*path) : nullptr;
@@ -50,13 +90,16 @@ void CheckInstaller(const CCatalog& catalog, const Reference& reference, CFindin
     }
     CheckValue({remote->GetPath(), AttributeLine(product, INSTALL_FOLDER)},
                {INSTALL_FOLDER.name, XmlValue::ADDRESS}, folder, findings);
-    const CAtlString address = JoinTrimmed(folder, reader.GetUpdateInstallFile());
-    CheckWholeAddress(place, address.ToQString(), findings);
-    const auto installer = catalog.FileOf(address.ToQString());
-    if (installer && !catalog.Find(*installer))
+    const QString address = reader.GetInstallerAddress().ToQString();
+    CheckWholeAddress(place, address, findings);
+    const auto installerPath = catalog.FileOf(address);
+    const CCatalogFile* installer = installerPath ? catalog.Find(*installerPath) : nullptr;
+    if (installer)
+        CheckSignature(catalog, reader, *reference.from, *installer, place, findings);
+    else if (installerPath)
         findings.Add(
             place.file, place.line, Code::NO_INSTALLER,
-            QStringLiteral("the program is offered this update, but there is no \"%1\"").arg(*installer));
+            QStringLiteral("the program is offered this update, but there is no \"%1\"").arg(*installerPath));
 }
 
 }  // namespace

@@ -13,8 +13,11 @@
 #include <sstream>
 
 #include "CatalogTest.h"
+#include "app/CSelfUpdate.h"
 #include "app/catalog/RunCatalogCheck.h"
 #include "products/CProductVersion.h"
+#include "products/DescriptionFormat.h"
+#include "support/Minisign.h"
 
 namespace {
 
@@ -321,6 +324,44 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
     EXPECT_TRUE(program.LoadLocal() && program.IsNoUpdates());
 }
 
+TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
+    const std::string offer = "site/program/VardoProductUpdate.xml";
+    const std::string contents = "#!/bin/sh\n";
+    const std::string comment = "file:installer version:3.2.0.0";
+    const Minisign maker;
+    Alter(offer, "3.1.555.0", "3.2.0.0");
+    shared_.Write("site/program/installer", contents);
+    const CFindings withoutKey = Check();
+    shared_.Write("program/share/VardoProductUpdate.pub", maker.Key());
+    // The last is what is said of it; empty when nothing is, and the program would start the installer.
+    const std::tuple<const char*, std::string, const char*> cases[] = {
+        {"no signature", "", "there is no \""},
+        {"another maker's", Minisign().Sign(contents, comment), "installer.minisig\" is no signature with"},
+        {"an older version's", maker.Sign(contents, "file:installer version:3.1.0.0"),
+         "for \"file:installer version:3.2.0.0\""},
+        {"altered since", maker.Sign(contents + "x", comment), "installer\" is not what was signed with"},
+        {"the very file", maker.Sign(contents, comment), ""},
+    };
+    for (const auto& [situation, signature, text] : cases) {
+        SCOPED_TRACE(situation);
+        if (!signature.empty())
+            shared_.Write("site/program/installer.minisig", signature);
+        const bool isGood = *text == '\0';
+        const CFindings findings = CheckBut(withoutKey);
+        EXPECT_EQ(findings.Sorted().size(), isGood ? 0 : 1) << findings.ToText().toStdString();
+        EXPECT_EQ(Count(findings, Code::UNSIGNED_INSTALLER, offer, 3), isGood ? 0 : 1);
+        EXPECT_THAT(findings.ToText().toStdString(), testing::HasSubstr(text));
+        ServeSite();
+        CSelfUpdate update(DescriptionFormat::OWN_FILE, *environment_);
+        update.SetDownloader(downloader_);
+        EXPECT_TRUE(update.LoadLocal() && update.LoadRemote() && update.IsUpdateAvailable());
+        EXPECT_EQ(update.DownloadInstaller(), isGood);
+        if (update.IsDownloaded())
+            std::filesystem::remove_all(
+                std::filesystem::path(update.GetInstallerPath().ToQString().toStdString()).parent_path());
+    }
+}
+
 TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {
     shared_.Write("site/CAPITALS.XML", "<a");
     EXPECT_EQ(Count(Check(), Code::MALFORMED, "site/CAPITALS.XML", 0), 1);
@@ -381,7 +422,7 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
     for (const TextMistake& mistake : TEXT_MISTAKES)
         tested[mistake.code.name] = severity(mistake.code);
     for (const FindingCode& code : {Code::NOT_UTF8, Code::NOT_UTF16, Code::UNREADABLE, Code::NO_INSTALLER,
-                                    Code::UNLISTED, Code::UNKNOWN_FILE})
+                                    Code::UNSIGNED_INSTALLER, Code::UNLISTED, Code::UNKNOWN_FILE})
         tested[code.name] = severity(code);
     std::map<std::string, std::string> explained;
     for (const QString& line : Document().split('\n'))

@@ -80,14 +80,18 @@ protected:
         }));
     }
 
-    // What the window shows after a check.
-    std::vector<std::string> Rows() {
+    // Publishes the site as it is now.
+    void ServeSite() {
         downloader_ = boost::make_shared<FakeDownloader>();
         const std::string site = shared_.Path("site");
         for (const auto& entry : std::filesystem::recursive_directory_iterator(site))
             if (!entry.is_directory())
                 downloader_->Serve("http://127.0.0.1:8080" + entry.path().string().substr(site.size()),
                                    ReadWholeFile(entry.path()));
+    }
+    // What the window shows after a check.
+    std::vector<std::string> Rows() {
+        ServeSite();
         CProductListController controller(environment_);
         controller.SetDownloader(downloader_);
         controller.LoadProductList();
