@@ -11,8 +11,8 @@
 // event of the new thread's loop, so objects that it makes there get their events whenever it waits.
 class QThreadWithLoop : public QThread {
 public:
-    // Of the thread. The C library keeps up to 40 MiB of stacks for the next threads: of the default size not as
-    // many as there are threads at a time, so that some would be mapped, touched and unmapped anew.
+    // Of the thread. The C library keeps up to 40 MiB of stacks for the next threads: of the default size not
+    // as many as there are threads at a time, so that some would be mapped, touched and unmapped anew.
     static constexpr uint STACK_BYTES = 1024 * 1024;
 
     // What GetResult answers when there is no work.
