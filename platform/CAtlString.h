@@ -19,7 +19,7 @@ class CAtlStringA;
 class CAtlString : public CSharedText<CAtlString, wchar_t> {
 public:
     CAtlString() noexcept = default;
-    CAtlString(const CAtlString&) = default;
+    CAtlString(const CAtlString&);
     CAtlString(CAtlString&&) noexcept = default;
     // NOLINTBEGIN(google-explicit-constructor): texts of every kind stand where the program's text is asked
     // for.

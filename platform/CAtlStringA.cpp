@@ -25,9 +25,12 @@ CAtlStringA Encoded(const wchar_t* text) {
     const int length = text ? static_cast<int>(std::wcslen(text)) : 0;
     if (length == 0)
         return result;
-    // Most texts are ASCII and are narrowed many characters at once.
-    if (IsAscii(text, length))
-        return Narrowed(text, length);
+    // Most texts are ASCII: one pass that narrows many characters at once, before anything is encoded.
+    if (NarrowAscii(text, length, result.GetBuffer(length))) {
+        result.ReleaseBuffer(length);
+        return result;
+    }
+    result.Empty();
     char* out = result.GetBuffer(Utf8Size(text, length));
     const int written = EncodeUtf8(text, length, out);
     result.ReleaseBuffer(written);

@@ -82,7 +82,8 @@ public:
     // character.
     int Compare(const Char* other) const { return Functions::Compare(data_, other ? other : EmptyData()); }
     int Compare(const Text& other) const {
-        return data_ == other.GetString() ? 0 : Functions::Compare(data_, other.GetString());
+        const Char* const text = other.GetString();
+        return data_ == text || HasCharactersOf(other) ? 0 : Functions::Compare(data_, text);
     }
     // The same with the case folding of the current C locale.
     int CompareNoCase(const Char* other) const {
@@ -100,9 +101,10 @@ public:
         return FindRange(sub.GetString(), sub.GetLength(), start);
     }
     int Find(Char ch, int start = 0) const {
-        if (start < 0 || start > GetLength())
+        const int length = GetLength();
+        if (start < 0 || start > length)
             return -1;
-        return IndexOf(std::char_traits<Char>::find(data_ + start, Size(GetLength() - start), ch));
+        return IndexOf(std::char_traits<Char>::find(data_ + start, Size(length - start), ch));
     }
     // Last occurrence.
     int ReverseFind(Char ch) const {
@@ -228,13 +230,18 @@ public:
 
 protected:
     CSharedText() noexcept : data_(EmptyData()) {}
-    CSharedText(const CSharedText& other) : data_(Share(other)) {}
+    CSharedText(const CSharedText& other) : data_(other.data_) {
+        // Counted first and looked at afterwards, and compared with 0: one locked instruction, no load before
+        // it. A locked array has one owner, so nobody sees its count change and change back.
+        if (data_ != EmptyData() && ++Header()->references <= 0) [[unlikely]]
+            BecomeDeepCopy();
+    }
     CSharedText(CSharedText&& other) noexcept : data_(std::exchange(other.data_, EmptyData())) {}
     ~CSharedText() { Release(); }
 
     CSharedText& operator=(const CSharedText& other) {
-        if (this != &other)
-            Adopt(Share(other));
+        CSharedText copy(other);
+        std::swap(data_, copy.data_);
         return *this;
     }
     CSharedText& operator=(CSharedText&& other) noexcept {
@@ -354,17 +361,10 @@ private:
         }
     }
 
-    static Char* Share(const CSharedText& other) {
-        Char* const data = other.data_;
-        if (data == EmptyData())
-            return data;
-        // Counted first and looked at afterwards, and compared with 0: one locked instruction, no load before
-        // it. A locked array has one owner, so nobody sees its count change and change back.
-        TextHeader* header = HeaderOf(data);
-        if (++header->references > 0)
-            return data;
-        --header->references;
-        return DeepCopy(data, header->length, header->length);
+    // Leaves the locked array, which was counted once too often, for one of its own.
+    void BecomeDeepCopy() {
+        --Header()->references;
+        data_ = DeepCopy(data_, GetLength(), GetLength());
     }
     static Char* DeepCopy(const Char* data, int length, int capacity) {
         Char* fresh = Allocate(capacity);
@@ -408,10 +408,17 @@ private:
         };
     }
 
+    // Spares texts of one length, most of which are equal, the search for their ends: a third of a
+    // comparison.
+    bool HasCharactersOf(const Text& other) const {
+        const int length = GetLength();
+        return length == other.GetLength() &&
+               std::char_traits<Char>::compare(data_, other.GetString(), Size(length)) == 0;
+    }
     int FindRange(const Char* sub, int length, int start) const {
-        if (length == 0 || start < 0 || start > GetLength())
-            return -1;
         const std::basic_string_view<Char> all(data_, Size(GetLength()));
+        if (length == 0 || start < 0)
+            return -1;
         const auto found = all.find(sub, Size(start), Size(length));
         return found == all.npos ? -1 : static_cast<int>(found);
     }
@@ -475,7 +482,7 @@ private:
 // Comparisons in Compare order, with a text or a 0-terminated array on the right.
 template <typename Text, typename Char>
 bool operator==(const CSharedText<Text, Char>& a, const CSharedText<Text, Char>& b) {
-    return a.Compare(b.GetString()) == 0;
+    return a.Compare(static_cast<const Text&>(b)) == 0;
 }
 template <typename Text, typename Char>
 bool operator==(const CSharedText<Text, Char>& a, const Char* b) {
@@ -483,7 +490,7 @@ bool operator==(const CSharedText<Text, Char>& a, const Char* b) {
 }
 template <typename Text, typename Char>
 auto operator<=>(const CSharedText<Text, Char>& a, const CSharedText<Text, Char>& b) {
-    return a.Compare(b.GetString()) <=> 0;
+    return a.Compare(static_cast<const Text&>(b)) <=> 0;
 }
 template <typename Text, typename Char>
 auto operator<=>(const CSharedText<Text, Char>& a, const Char* b) {

@@ -14,11 +14,14 @@ namespace {
 
 // The loops of the next two have neither branches nor a way out in the middle: the compiler makes vector
 // operations of them, which take a tenth of the time.
-template <typename Unsigned, typename Char>
-bool AreAllAscii(const Char* text, int length) {
+template <typename Unsigned, typename From, typename To>
+bool CopyAscii(const From* text, int length, To* out) {
     Unsigned all = 0;
-    for (int i = 0; i < length; ++i)
-        all = static_cast<Unsigned>(all | static_cast<Unsigned>(text[i]));
+    for (int i = 0; i < length; ++i) {
+        const auto code = static_cast<Unsigned>(text[i]);
+        all = static_cast<Unsigned>(all | code);
+        out[i] = static_cast<To>(code);
+    }
     return all < 0x80;
 }
 
@@ -112,12 +115,12 @@ char* EncodeFour(std::uint32_t code, char* out) {
 
 }  // namespace
 
-bool IsAscii(const char* bytes, int length) {
-    return AreAllAscii<unsigned char>(bytes, length);
+bool WidenAscii(const char* bytes, int length, wchar_t* out) {
+    return CopyAscii<unsigned char>(bytes, length, out);
 }
 
-bool IsAscii(const wchar_t* text, int length) {
-    return AreAllAscii<std::uint32_t>(text, length);
+bool NarrowAscii(const wchar_t* text, int length, char* out) {
+    return CopyAscii<std::uint32_t>(text, length, out);
 }
 
 int DecodeUtf8(const char* bytes, int length, wchar_t* out) {

@@ -7,9 +7,10 @@
 
 #include <memory>
 
-// Whether all characters are below U+0080, so that widening or narrowing them is all that UTF-8 asks for.
-bool IsAscii(const char* bytes, int length);
-bool IsAscii(const wchar_t* text, int length);
+// Each character as one character of the other width, of which out must have room for length. Answers whether
+// all were below U+0080: then this is all that UTF-8 asks for; otherwise what was written is worth nothing.
+bool WidenAscii(const char* bytes, int length, wchar_t* out);
+bool NarrowAscii(const wchar_t* text, int length, char* out);
 
 // Decodes at most length bytes of UTF-8 into out, which must have room for length characters, and returns how
 // many characters were written. Only the well-formed sequences of the Unicode standard (table 3-7) count;

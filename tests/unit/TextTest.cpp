@@ -96,6 +96,17 @@ TEST(TextOperations, PartsAndSearches) {
     EXPECT_EQ(pos, -1);
 }
 
+// Below, at and above 0, also where the other characters are known to be the same or to be as many.
+TEST(TextOperations, CompareUpToTheFirst0) {
+    const CAtlString text(L"ab\0c", 4);
+    for (const CAtlString& same : {CAtlString(L"ab\0c", 4), CAtlString(L"ab\0d", 4), CAtlString(L"ab")})
+        EXPECT_EQ(text, same) << same.GetLength();
+    EXPECT_LT(text, CAtlString(L"ac\0a", 4));
+    EXPECT_LT(text, CAtlString(L"aba"));
+    EXPECT_GT(text, CAtlString(L"aa\0d", 4));
+    EXPECT_GT(text, CAtlString(L"a"));
+}
+
 TEST(TextOperations, Changes) {
     CAtlString text(L"abcabc");
     EXPECT_EQ(text.Replace(L"bc", L"xyz"), 2);
@@ -116,7 +127,7 @@ TEST(TextOperations, Changes) {
 
 TEST(TextOperations, Formats) {
     CAtlString text;
-    for (const int length : {255, 256, 70000}) {
+    for (const int length : {255, 2046, 2047, 70000}) {
         text.Format(L"%s|", CAtlString(L'x', length).GetString());
         EXPECT_EQ(text, CAtlString(L'x', length) + L"|");
     }
@@ -143,6 +154,7 @@ TEST(TextEncodings, Utf8ThereAndBack) {
         EXPECT_STREQ(DuplicateAsUtf8(text).get(), bytes);
     }
     EXPECT_EQ(CAtlString(CAtlStringA("a\0b", 3)).GetLength(), 3);
+    EXPECT_EQ(HeaderOf("\u00E9\u00E8"), (Fields{1, 2, 2}));
 }
 
 TEST(TextEncodings, StopAtWhatIsIllegal) {
