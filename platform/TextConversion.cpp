@@ -9,16 +9,18 @@
 #include <cstring>
 #include <cwchar>
 #include <string>
+#include <type_traits>
 
 namespace {
 
 // The loops of the next two have neither branches nor a way out in the middle: the compiler makes vector
 // operations of them, which take a tenth of the time.
-template <typename Unsigned, typename From, typename To>
+template <typename From, typename To>
 bool CopyAscii(const From* text, int length, To* out) {
+    using Unsigned = std::make_unsigned_t<From>;
     Unsigned all = 0;
     for (int i = 0; i < length; ++i) {
-        const auto code = static_cast<Unsigned>(text[i]);
+        const auto code = std::bit_cast<Unsigned>(text[i]);
         all = static_cast<Unsigned>(all | code);
         out[i] = static_cast<To>(code);
     }
@@ -116,11 +118,11 @@ char* EncodeFour(std::uint32_t code, char* out) {
 }  // namespace
 
 bool WidenAscii(const char* bytes, int length, wchar_t* out) {
-    return CopyAscii<unsigned char>(bytes, length, out);
+    return CopyAscii(bytes, length, out);
 }
 
 bool NarrowAscii(const wchar_t* text, int length, char* out) {
-    return CopyAscii<std::uint32_t>(text, length, out);
+    return CopyAscii(text, length, out);
 }
 
 int DecodeUtf8(const char* bytes, int length, wchar_t* out) {
