@@ -15,9 +15,8 @@ namespace {
 // end a line.
 QByteArray Written(const QNetworkRequest& request, bool isForProxy) {
     const QUrl url = request.url();
-    const auto part = isForProxy ? url.toEncoded(QUrl::RemoveUserInfo | QUrl::RemoveFragment)
-                                 : url.path(QUrl::FullyEncoded).toLatin1();
-    QByteArray text = "GET " + part + " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1() +
+    const QByteArray target = isForProxy ? url.toEncoded() : url.path(QUrl::FullyEncoded).toLatin1();
+    QByteArray text = "GET " + target + " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1() +
                       "\r\nConnection: close\r\n";
     for (const QByteArray& name : request.rawHeaderList())
         text += name + ": " + request.rawHeader(name) + "\r\n";

@@ -49,7 +49,7 @@ int QHttp::get(const QString& path, QIODevice* to) {
     to_ = to;
     received_ = 0;
     header_ = {};
-    sinceProgress_.invalidate();
+    sinceProgress_.start();
     error_ = Error::NONE;
     errorString_.clear();
     if (to_->isOpen()) {
@@ -125,7 +125,7 @@ void QHttp::OnBody(const QByteArray& bytes) {
         Break(Error::OUT_OF_BOUNDS, IHttpExchange::BadAnswer());
     else if (to_->write(bytes) != bytes.size())
         Break(Error::NOT_WRITTEN, to_->errorString());
-    else if (!sinceProgress_.isValid() || sinceProgress_.hasExpired(PROGRESS_INTERVAL.count()))
+    else if (sinceProgress_.hasExpired(PROGRESS_INTERVAL.count()))
         ReportProgress();
 }
 

@@ -34,7 +34,7 @@ public:
     };
 
     static constexpr int DEFAULT_PORT = 80;
-    // Between two reports of progress.
+    // Between two reports of progress, the last of which comes with the end.
     static constexpr std::chrono::milliseconds PROGRESS_INTERVAL{100};
 
     explicit QHttp(const TransferBounds& bounds);

@@ -20,8 +20,8 @@ struct TransferBounds {
     std::chrono::milliseconds head{60'000};
     // The bytes of the body.
     std::optional<qint64> bodyBytes{16 * 1024 * 1024};
-    // Whether a body may come in chunks (RFC 9112, 7.1). When such a body is cut off, the network classes may
-    // take what has arrived for all of it.
+    // Whether a body may come in chunks (RFC 9112, 7.1). Of such a body that was cut off, Qt's network access
+    // manager, which carries requests through some proxies, may take what has arrived for all of it.
     bool mayBeChunked = true;
 
     // The same for a file that may be large and take its time, but must be whole.

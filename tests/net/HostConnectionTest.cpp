@@ -95,10 +95,12 @@ TEST_F(HostConnection, FindsTheAddressThatAnswers) {
 
 // Perhaps behind an IPv6 address on which nobody listens.
 TEST_F(HostConnection, FindsAHostByItsName) {
-    const auto open = [&](CHostConnection& connection) {
-        connection.Open("localhost", server_.serverPort());
-    };
-    EXPECT_EQ(PeerOf(open), "127.0.0.1");
+    for (const auto& [host, expected] : {std::pair("localhost", "127.0.0.1"), {"", "No host name given"}}) {
+        const auto open = [&, name = QString(host)](CHostConnection& connection) {
+            connection.Open(name, server_.serverPort());
+        };
+        EXPECT_EQ(PeerOf(open), expected);
+    }
 }
 
 TEST(HostAddresses, TakeTurns) {

@@ -210,6 +210,8 @@ TEST_F(Transfer, SendsAPlainRequest) {
     EXPECT_EQ(request.method, "GET");
     EXPECT_EQ(request.headers.at("host"), "127.0.0.1:" + std::to_string(server_.Port()));
     EXPECT_EQ(request.headers.at("accept-encoding"), "identity");
+    EXPECT_EQ(request.headers.at("connection"), "close");
+    EXPECT_EQ(request.headers.at("user-agent"), "Mozilla/5.0");
     for (const char* name : {"cookie", "upgrade", "proxy-authorization", "authorization"})
         EXPECT_FALSE(request.headers.contains(name)) << name;
 }
@@ -260,6 +262,12 @@ TEST_F(Transfer, ReportsProgressOnTheAskingThread) {
     EXPECT_TRUE(std::is_sorted(done.begin(), done.end()));
     EXPECT_EQ(done.back(), static_cast<int>(LARGE.size()));
     EXPECT_EQ(total, static_cast<int>(LARGE.size()));
+
+    done.clear();
+    server_.Serve("/", {.body = std::string(300, '.'), .pause = 1ms});
+    EXPECT_EQ(Fetch(server_.Address("/")), RESULT_OK);
+    EXPECT_GT(done.size(), 1U) << "on the way";
+    EXPECT_LT(done.size(), 100U) << "but not of every byte";
 }
 
 TEST_F(Transfer, FailsWhenTheFileCannotBeWritten) {
@@ -361,14 +369,16 @@ TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
 TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhenDigestIsOffered) {
     LoopbackAnswer both = basic_;
     both.headers.push_back(digest_.headers.front());
-    for (const LoopbackAnswer& challenge : {digest_, both}) {
-        Serve({challenge, challenge, body_});
-        AnswerWith("user", "word");
-        info_.SetCredentials(CAtlString(), CAtlString());
-        EXPECT_EQ(FetchThroughProxy(), RESULT_OK);
-        EXPECT_THAT(SentCredentials().back(), testing::StartsWith("Digest "));
-        EXPECT_THAT(SentCredentials(), testing::Not(testing::Contains(testing::StartsWith("Basic"))));
-    }
+    const LoopbackAnswer half{.body = "half", .announcedLength = 8};
+    for (const LoopbackAnswer& challenge : {digest_, both})
+        for (const LoopbackAnswer& answer : {half, body_}) {
+            Serve({challenge, challenge, answer});
+            AnswerWith("user", "word");
+            info_.SetCredentials(CAtlString(), CAtlString());
+            EXPECT_EQ(FetchThroughProxy(), answer.announcedLength < 0 ? RESULT_OK : RESULT_FAILED);
+            EXPECT_THAT(SentCredentials().back(), testing::StartsWith("Digest "));
+            EXPECT_THAT(SentCredentials(), testing::Not(testing::Contains(testing::StartsWith("Basic"))));
+        }
 }
 
 // The status of the attempt before still stands when a later one gets no answer.
