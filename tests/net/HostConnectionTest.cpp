@@ -43,7 +43,7 @@ class HostConnection : public testing::Test {
 protected:
     HostConnection() { EXPECT_TRUE(server_.listen(QHostAddress::LocalHost)); }
 
-    // Where the connection leads that open begins, or the error.
+    // Where the connection leads that open begins, or the error, within a second.
     template <typename Open>
     QString PeerOf(const Open& open) {
         CHostConnection connection;
@@ -51,13 +51,14 @@ protected:
         QSignalSpy failed(&connection, &CHostConnection::Failed);
         timer_.start();
         open(connection);
-        while (opened.isEmpty() && failed.isEmpty() && timer_.elapsed() < 5000)
+        while (opened.isEmpty() && failed.isEmpty() && timer_.elapsed() < 1000)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 100);
         // Whatever the others still report.
         QCoreApplication::processEvents();
-        EXPECT_EQ(opened.size() + failed.size(), 1);
-        return opened.isEmpty() ? failed.value(0).value(0).toString()
-                                : connection.Socket().peerAddress().toString();
+        EXPECT_LE(opened.size() + failed.size(), 1);
+        if (!opened.isEmpty())
+            return connection.Socket().peerAddress().toString();
+        return failed.isEmpty() ? "nothing yet" : failed.value(0).value(0).toString();
     }
 
     QTcpServer server_;
@@ -80,6 +81,11 @@ TEST_F(HostConnection, FindsTheAddressThatAnswers) {
          "127.0.0.1",
          200,
          1000},
+        {"a silent one before one that refuses",
+         {SilentServer::ADDRESS, "127.0.0.3"},
+         "nothing yet",
+         1000,
+         2000},
         {"none", {"127.0.0.3", "127.0.0.4"}, "Connection refused", 0, 200},
     };
     for (const auto& row : rows) {

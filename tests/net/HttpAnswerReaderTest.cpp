@@ -22,6 +22,13 @@ struct Answer {
 
 const std::string OK = "HTTP/1.1 200 OK\r\n";
 const std::string CHUNKED = OK + "Transfer-Encoding: Chunked\r\n\r\n";
+// Their sizes take more room than MAX_LINES.
+std::string ManyChunks() {
+    std::string chunks;
+    for (int i = 0; i < 60'000; ++i)
+        chunks += "1\r\nx\r\n";
+    return chunks;
+}
 const std::string LONG_LINES(CHttpAnswerReader::MAX_LINES, 'x');
 
 const Answer ANSWERS[] = {
@@ -46,6 +53,7 @@ const Answer ANSWERS[] = {
     {"FieldWithoutName", OK + ": x\r\n\r\n", Outcome::BROKEN, 0, ""},
     {"Chunks", CHUNKED + "4\r\nbody\r\n00A;x=\"y\"\r\n and more.\r\n0\r\n\r\n", Outcome::WHOLE, 200,
      "body and more.", true},
+    {"ManyChunks", CHUNKED + ManyChunks() + "0\r\n\r\n", Outcome::WHOLE, 200, std::string(60'000, 'x'), true},
     {"Trailers", CHUNKED + "1\r\nx\r\n0\r\nX: y\r\nZ: 0\r\n\r\n", Outcome::WHOLE, 200, "x", true},
     {"ChunksOverrideALength",
      OK + "Content-Length: 1\r\nTransfer-Encoding: chunked\r\n\r\n2\r\nxy\r\n0\r\n\r\n", Outcome::WHOLE, 200,
