@@ -45,8 +45,9 @@ QList<QHostAddress> CHostConnection::InTurns(QList<QHostAddress> addresses) {
 }
 
 void CHostConnection::OnLookedUp(const QHostInfo& info) {
+    // Whatever kept the resolver from it: its own words are not for users.
     if (info.addresses().isEmpty())
-        emit Failed(info.errorString());
+        emit Failed(tr("Host not found"));
     else
         OpenAny(InTurns(info.addresses()), port_);
 }

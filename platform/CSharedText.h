@@ -240,8 +240,10 @@ protected:
     ~CSharedText() { Release(); }
 
     CSharedText& operator=(const CSharedText& other) {
-        CSharedText copy(other);
-        std::swap(data_, copy.data_);
+        if (this != &other) {
+            CSharedText copy(other);
+            std::swap(data_, copy.data_);
+        }
         return *this;
     }
     CSharedText& operator=(CSharedText&& other) noexcept {

@@ -101,7 +101,7 @@ TEST_F(HostConnection, FindsTheAddressThatAnswers) {
 
 // Perhaps behind an IPv6 address on which nobody listens.
 TEST_F(HostConnection, FindsAHostByItsName) {
-    for (const auto& [host, expected] : {std::pair("localhost", "127.0.0.1"), {"", "No host name given"}}) {
+    for (const auto& [host, expected] : {std::pair("localhost", "127.0.0.1"), {"", "Host not found"}}) {
         const auto open = [&, name = QString(host)](CHostConnection& connection) {
             connection.Open(name, server_.serverPort());
         };
