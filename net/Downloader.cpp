@@ -54,8 +54,6 @@ CAtlString Downloader::DownloadInstaller(const CAtlString& url,
 void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
     isCancelled_ = false;
     ahead_.Plan(urls);
-    TakeProxySettings();
-    StartAhead();
 }
 
 void Downloader::Cancel() {

@@ -15,10 +15,10 @@
 // GUI thread only: each transfer has a thread of its own, and questions for credentials come back here while
 // Download waits.
 //
-// What FetchAhead announces is on its way before Download is asked for it, up to CFetchAhead::LIMIT files at
-// once. Through a proxy that is only so after it has let a request pass: until then requests go one by one,
-// so that there is one question for credentials at a time. The request that waits its turn never asks the
-// user.
+// From the first Download on, what FetchAhead announced is on its way before Download is asked for it, up to
+// CFetchAhead::LIMIT files at once. Through a proxy that is only so after it has let a request pass: until
+// then requests go one by one, so that there is one question for credentials at a time. The request that
+// waits its turn never asks the user.
 class Downloader : public IDownloader, public ConnectionInfo {
 public:
     // What the names of fetched files begin with.

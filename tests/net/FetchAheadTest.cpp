@@ -115,17 +115,22 @@ TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
 
 TEST_F(FetchAhead, EndsTransfersThatNobodyWaitsFor) {
     server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
-    const std::vector<CAtlString> urls(std::size_t{2} * LIMIT, CAtlString(server_.Address("/silent.xml")));
+    std::vector<CAtlString> urls = Serve(1, 1ms);
+    urls.resize(std::size_t{2} * LIMIT, CAtlString(server_.Address("/silent.xml")));
+    const auto begin = [&] {
+        const std::size_t before = server_.RequestCount();
+        downloader_->FetchAhead(urls);
+        EXPECT_EQ(Take(urls[0]), Target(0));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return server_.RequestCount() > before + 1; }));
+    };
     QElapsedTimer timer;
     timer.start();
     for (int i = 0; i < 3; ++i) {
-        downloader_->FetchAhead(urls);
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return server_.RequestCount() > static_cast<std::size_t>(LIMIT * i); }));
+        begin();
         downloader_->FetchAhead({});
         EXPECT_EQ(FilesLeft(), QStringList());
     }
-    downloader_->FetchAhead(urls);
+    begin();
     downloader_.reset();
     EXPECT_LT(timer.elapsed(), 10'000);
 }
@@ -247,7 +252,9 @@ TEST_F(FetchAheadThroughProxy, TriesAgainWhatFailedBeforeTheSettingsChanged) {
     const CAtlString url(QStringLiteral("http://127.0.0.1:%1/a.xml").arg(closedPort));
     server_.Serve(url.ToQString().toStdString(), LoopbackAnswer::Body("by the new way"));
     downloader_->SetProxy(CAtlString(), 0);
-    downloader_->FetchAhead({url});
+    const CAtlString before = Serve(1, 1ms).front();
+    downloader_->FetchAhead({before, url});
+    EXPECT_EQ(Take(before), Target(0));
     downloader_->SetProxy(L"127.0.0.1", server_.Port());
     EXPECT_EQ(Take(url), "by the new way");
 }
