@@ -10,6 +10,10 @@
 
 namespace {
 
+// In characters. Most texts are shorter; one of them takes at most a kilobyte of the stack.
+constexpr int SHORT_LENGTH = 256;
+constexpr int MOST_BYTES_PER_CHARACTER = 4;
+
 CAtlStringA Narrowed(const wchar_t* text, int length) {
     CAtlStringA result;
     if (length <= 0)
@@ -20,12 +24,17 @@ CAtlStringA Narrowed(const wchar_t* text, int length) {
     return result;
 }
 
-CAtlStringA Encoded(const wchar_t* text) {
+// Most texts are ASCII: one pass that narrows many characters at once, before anything is encoded.
+CAtlStringA EncodedShort(const wchar_t* text, int length) {
+    // Written here first, because a text has exactly the room that it needs: counting that takes longer.
+    char bytes[MOST_BYTES_PER_CHARACTER * SHORT_LENGTH];
+    if (NarrowAscii(text, length, bytes))
+        return CAtlStringA(bytes, length);
+    return CAtlStringA(bytes, EncodeUtf8(text, length, bytes));
+}
+
+CAtlStringA EncodedLong(const wchar_t* text, int length) {
     CAtlStringA result;
-    const int length = text ? static_cast<int>(std::wcslen(text)) : 0;
-    if (length == 0)
-        return result;
-    // Most texts are ASCII: one pass that narrows many characters at once, before anything is encoded.
     if (NarrowAscii(text, length, result.GetBuffer(length))) {
         result.ReleaseBuffer(length);
         return result;
@@ -35,6 +44,11 @@ CAtlStringA Encoded(const wchar_t* text) {
     const int written = EncodeUtf8(text, length, out);
     result.ReleaseBuffer(written);
     return result;
+}
+
+CAtlStringA Encoded(const wchar_t* text) {
+    const int length = text ? static_cast<int>(std::wcslen(text)) : 0;
+    return length <= SHORT_LENGTH ? EncodedShort(text, length) : EncodedLong(text, length);
 }
 
 CAtlStringA FromQByteArray(const QByteArray& bytes) {

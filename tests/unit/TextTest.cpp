@@ -157,6 +157,17 @@ TEST(TextEncodings, Utf8ThereAndBack) {
     EXPECT_EQ(HeaderOf("\u00E9\u00E8"), (Fields{1, 2, 2}));
 }
 
+TEST(TextEncodings, EncodeTextsOfAnyLength) {
+    for (const int length : {1, 256, 257, 3000})
+        for (const char* character : {"x", "\xC3\xA9", "\xF4\x8F\xBF\xBF"}) {
+            const CAtlString text(CAtlString(character).GetAt(0), length);
+            const QByteArray bytes = QByteArray(character).repeated(length);
+            EXPECT_STREQ(CAtlStringA(text.GetString()).GetString(), bytes.constData()) << length;
+            const CAtlStringA cut((text + wchar_t(0xD800)).GetString());
+            EXPECT_EQ(cut.GetLength(), bytes.size()) << length << " and what cannot be encoded";
+        }
+}
+
 TEST(TextEncodings, StopAtWhatIsIllegal) {
     const std::pair<const char*, std::vector<std::string>> cases[] = {
         {"truncated by another character", {"\xC3("}},
