@@ -243,10 +243,12 @@ private:
         server.Serve("/late/0.xml", answer);
         Install("one", 1, server.Address("").toStdString());
         Install("late", 1, server.Address("/late").toStdString());
-        const double late = MedianOf([this] { return SilentCheck("late").processorMs; });
-        const double atOnce = MedianOf([this] { return SilentCheck("one").processorMs; });
-        report_.Add(
-            {"waiting 5 s: processor time of it", "ms", std::max(late - atOnce, 0.0), "bound", 20, 1.0});
+        // A program that starts after five idle seconds takes longer than one after another: by turns.
+        const std::vector<double> times =
+            MediansByTurns(runs_, {[this] { return SilentCheck("late").processorMs; },
+                                   [this] { return SilentCheck("one").processorMs; }});
+        Add({"waiting 5 s: processor time of it", "ms", std::max(times[0] - times[1], 0.0), "bound", 20,
+             1.0});
     }
 
     fs::path state_;
