@@ -3,6 +3,8 @@
 
 #include "net/QtDownloaderBase.h"
 
+#include <QCoreApplication>
+
 #include "net/QtDownloaderSignalProxy.h"
 
 QtDownloaderBase::QtDownloaderBase() : forwarder_(new QtDownloaderSignalProxy(this)) {
@@ -37,6 +39,10 @@ void QtDownloaderBase::Start(const CAtlString& url, const CAtlString& file, Conn
 
 int QtDownloaderBase::Finish() {
     thread_->WaitWithEvents();
+    // The thread's end is known at once; what was told before it may still lie in this thread's queue. A
+    // question among it that nobody waits for any more stays there.
+    if (!IsCancelled())
+        QCoreApplication::sendPostedEvents(forwarder_);
     return thread_->GetResult();
 }
 

@@ -61,6 +61,23 @@ protected:
     int questions_ = 0;
 };
 
+// Tells something, or asks, and ends while the asking thread looks elsewhere.
+class HastyTransfer : public QtDownloaderBase {
+public:
+    explicit HastyTransfer(bool asks) : asks_(asks) {}
+
+private:
+    int Download(const CAtlString& /*url*/, const CAtlString& /*file*/) override {
+        emit DataReadProgressSignal(7, 9);
+        emit ConnectionFailedSignal(L"too fast");
+        CAtlString userName;
+        CAtlString password;
+        return asks_ && RequestProxyAuth(L"proxy", 1, userName, password) ? RESULT_OK : RESULT_FAILED;
+    }
+
+    bool asks_;
+};
+
 struct Answered {
     const char* situation;
     LoopbackAnswer answer;
@@ -389,6 +406,26 @@ TEST_F(ProxyTransfer, AsksAgainWhenTheRetryBreaksOff) {
     AnswerWith("user", "word");
     EXPECT_EQ(FetchThroughProxy(), RESULT_OK);
     EXPECT_GT(questions_, 1);
+}
+
+TEST_F(Transfer, HearsWhatWasToldJustBeforeTheEndButNoQuestionOfACancelledTransfer) {
+    int done = 0;
+    CAtlString error;
+    info_.SetProgressCallback([&](int bytes, int /*total*/) { done = bytes; });
+    info_.SetConnectionFailedCallback([&](const CAtlString& text) { error = text; });
+    AnswerWith("user", "word");
+    for (const bool asks : {false, true}) {
+        HastyTransfer transfer(asks);
+        transfer.Start(CAtlString(), CAtlString(), &info_);
+        QThread::msleep(50);
+        if (asks)
+            transfer.Cancel();
+        QThread::msleep(50);
+        transfer.Finish();
+    }
+    EXPECT_EQ(done, 7);
+    EXPECT_EQ(error, L"too fast");
+    EXPECT_EQ(questions_, 0);
 }
 
 TEST_F(ProxyTransfer, LetsEventsFlowThroughAnEndlessChainOfChallenges) {
