@@ -6,8 +6,10 @@
 #include "platform/FileSystem.h"
 
 CAheadTransfer::CAheadTransfer(const CAtlString& url, const CVardoFilePath& file,
-                               const ConnectionInfo& settings, const TransferBounds& bounds)
+                               const ConnectionInfo& settings, const TransferBounds& bounds,
+                               const EndedCallback& ended)
     : ConnectionInfo(settings), url_(url), file_(file), transfer_(bounds) {
+    QObject::connect(&transfer_, &QtDownloaderBase::Ended, &transfer_, [this, ended] { ended(*this); });
     transfer_.Start(url_, file_.GetFilePathString(), this);
 }
 

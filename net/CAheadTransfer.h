@@ -8,24 +8,31 @@
 #include "net/QtDownloader.h"
 #include "platform/CVardoFilePath.h"
 
+#include <boost/function.hpp>
+
 // Fetches from its construction on, with a copy of the settings of then. It is silent: a question for
 // credentials is declined, not shown, and what else it has to tell is kept for Report. GUI thread only, like
 // the transfer itself. The destructor ends a transfer that still runs, and deletes a file that was not handed
 // out.
 class CAheadTransfer : private ConnectionInfo {
 public:
+    using EndedCallback = boost::function<void(const CAheadTransfer&)>;
+
+    // ended is called once, by an event of this thread after the transfer's end, unless this object is gone
+    // by then; it must not destroy it.
     CAheadTransfer(const CAtlString& url, const CVardoFilePath& file, const ConnectionInfo& settings,
-                   const TransferBounds& bounds);
+                   const TransferBounds& bounds, const EndedCallback& ended);
     CAheadTransfer(const CAheadTransfer&) = delete;
     CAheadTransfer& operator=(const CAheadTransfer&) = delete;
     ~CAheadTransfer() override;
 
     const CAtlString& GetUrl() const { return url_; }
+    bool IsRunning() const { return transfer_.IsRunning(); }
     // Waits for the end, with the events of the thread flowing, and returns one of the RESULT_ codes.
     int Finish();
     // Ends the transfer, and so a Finish that waits for it.
     void Cancel() { transfer_.Cancel(); }
-    // After Finish: the proxy wanted credentials.
+    // After the end: the proxy wanted credentials.
     bool WasAskedForCredentials() const { return wasAsked_; }
     // After Finish.
     TransferRecord GetRecord() const { return transfer_.GetRecord(); }

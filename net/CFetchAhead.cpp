@@ -14,8 +14,9 @@ void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {
         entries_.push_back({url, nullptr});
 }
 
-void CFetchAhead::Start(const ConnectionInfo& settings) {
-    for (; started_ < std::min(LIMIT, entries_.size()); ++started_) {
+void CFetchAhead::Start(const ConnectionInfo& settings, std::size_t others) {
+    const std::size_t end = std::min(MOST_AHEAD, entries_.size());
+    for (std::size_t running = CountRunning() + others; running < LIMIT && started_ < end; ++running) {
         Entry& entry = entries_[started_];
         CAtlString name;
         name.Format(L"%s-%d", baseName_.GetString(), ++serial_);
@@ -23,8 +24,15 @@ void CFetchAhead::Start(const ConnectionInfo& settings) {
             CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(entry.url).GetExtension(), name);
         if (file.IsEmpty())
             return;
-        entry.transfer = std::make_unique<CAheadTransfer>(entry.url, file, settings, bounds_);
+        entry.transfer = std::make_unique<CAheadTransfer>(entry.url, file, settings, bounds_, ended_);
+        ++started_;
     }
+}
+
+std::size_t CFetchAhead::CountRunning() const {
+    const auto end = entries_.begin() + static_cast<std::ptrdiff_t>(started_);
+    return static_cast<std::size_t>(
+        std::count_if(entries_.begin(), end, [](const Entry& entry) { return entry.transfer->IsRunning(); }));
 }
 
 std::unique_ptr<CAheadTransfer> CFetchAhead::Take(const CAtlString& url) {

@@ -15,17 +15,21 @@
 // deleted, and transfers that nobody waits for are ended, with the next plan and with this object.
 class CFetchAhead {
 public:
-    // The most transfers that run, or have ended and wait to be taken.
+    // The most transfers that run at a time, with the one that is waited for.
     static constexpr std::size_t LIMIT = 6;
+    // The most transfers that run, or have ended and wait to be taken: so many files lie about at most.
+    static constexpr std::size_t MOST_AHEAD = 4 * LIMIT;
 
-    // Each transfer is held to the bounds; the names of their files begin with baseName.
-    CFetchAhead(const TransferBounds& bounds, const CAtlString& baseName)
-        : bounds_(bounds), baseName_(baseName) {}
+    // Each transfer is held to the bounds; the names of their files begin with baseName; ended is told of the
+    // end of each.
+    CFetchAhead(const TransferBounds& bounds, const CAtlString& baseName,
+                const CAheadTransfer::EndedCallback& ended)
+        : bounds_(bounds), baseName_(baseName), ended_(ended) {}
 
     // Replaces what was planned and started.
     void Plan(const std::vector<CAtlString>& urls);
-    // Starts the next transfers, with these settings, until there are LIMIT of them.
-    void Start(const ConnectionInfo& settings);
+    // Starts the next transfers, with these settings, until LIMIT run, of which others are not of this queue.
+    void Start(const ConnectionInfo& settings, std::size_t others);
     // The transfer that was started for an address; null when there is none. Forgets the address and whatever
     // was planned before it: its turn is over.
     std::unique_ptr<CAheadTransfer> Take(const CAtlString& url);
@@ -36,8 +40,11 @@ private:
         std::unique_ptr<CAheadTransfer> transfer;
     };
 
+    std::size_t CountRunning() const;
+
     TransferBounds bounds_;
     CAtlString baseName_;
+    CAheadTransfer::EndedCallback ended_;
     std::deque<Entry> entries_;
     // How many of the first entries have a transfer.
     std::size_t started_ = 0;

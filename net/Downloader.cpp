@@ -101,10 +101,16 @@ void Downloader::TellFailure() const {
         failed_(FailureText(last_));
 }
 
+void Downloader::OnAheadEnded(const CAheadTransfer& transfer) {
+    if (transfer.WasAskedForCredentials())
+        RememberProxy(false);
+    StartAhead();
+}
+
 void Downloader::StartAhead() {
     const bool isProxyOpen = GetProxyHost().Compare(openProxyHost_) == 0 && GetProxyPort() == openProxyPort_;
     if (GetProxyMode() == DIRECT || isProxyOpen)
-        ahead_.Start(*this);
+        ahead_.Start(*this, cancelTransfer_ ? 1 : 0);
 }
 
 void Downloader::RememberProxy(bool isOpen) {

@@ -34,7 +34,9 @@ public:
     // files begin with baseName, which begins with BASE_NAME; another one keeps out of the way of a process
     // of the same user that fetches at the same time.
     explicit Downloader(const TransferBounds& bounds = {}, const CAtlString& baseName = BASE_NAME)
-        : bounds_(bounds), baseName_(baseName), ahead_(bounds, baseName) {}
+        : bounds_(bounds),
+          baseName_(baseName),
+          ahead_(bounds, baseName, [this](const CAheadTransfer& transfer) { OnAheadEnded(transfer); }) {}
 
     // Told of every transfer that Download and DownloadInstaller waited for, when it has ended; a file may
     // take two. Empty, as at first: nobody is.
@@ -61,6 +63,8 @@ private:
     // must be fetched now instead: it met a question for credentials, or failed with settings that have
     // changed.
     bool Receive(CAheadTransfer& transfer, CAtlString& file);
+    // The next may be on their way as soon as one has ended, however long the one that is waited for takes.
+    void OnAheadEnded(const CAheadTransfer& transfer);
     // Starts what may be on its way by now.
     void StartAhead();
     void TellFailure() const;

@@ -34,6 +34,7 @@ void QtDownloaderBase::Start(const CAtlString& url, const CAtlString& file, Conn
     info_ = info;
     forwarder_->SetHandler(info);
     thread_ = std::make_unique<QThreadWithLoop>([this, url, file] { return Download(url, file); });
+    connect(thread_.get(), &QThread::finished, this, &QtDownloaderBase::Ended, Qt::QueuedConnection);
     thread_->start(QThread::InheritPriority);
 }
 

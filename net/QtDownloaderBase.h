@@ -39,8 +39,12 @@ public:
     // The same, and waits for its end without serving events. Needed before the destruction of a transfer
     // that was not finished.
     void Abandon();
+    // After Start: the transfer has not come to its end.
+    bool IsRunning() const { return thread_->isRunning(); }
 
 signals:
+    // On the asking thread, when a started transfer has ended and all that it had to tell has been told.
+    void Ended();
     void ConnectionFailedSignal(const CAtlString& error);
     void ProxyAuthCanceledSignal();
     void ProxyAuthRequiredSignal(const CAtlString& host, int port, const CAtlString& userName,

@@ -100,6 +100,15 @@ TEST_F(FetchAhead, WaitsForASlowServerManyTimesAtOnce) {
     EXPECT_EQ(server_.RequestCount(), static_cast<std::size_t>(FILES)) << "as often as it was asked for";
 }
 
+TEST_F(FetchAhead, GoesOnWhileOneAnswerIsLateUntilEnoughLiesReady) {
+    const std::vector<CAtlString> urls = Serve(40, 5ms);
+    server_.Serve(Target(0), {.body = "late", .delay = 1s});
+    downloader_->FetchAhead(urls);
+    EXPECT_EQ(Take(urls[0]), "late");
+    EXPECT_EQ(server_.RequestCount(), 1 + CFetchAhead::MOST_AHEAD);
+    EXPECT_LE(server_.MostAtOnce(), LIMIT);
+}
+
 TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
     const std::vector<CAtlString> urls = Serve(LIMIT, 1ms);
     downloader_->FetchAhead(urls);
@@ -229,6 +238,17 @@ TEST_F(FetchAheadThroughProxy, AsksInTurnWhenTheProxyChangesItsMind) {
     EXPECT_EQ(contents[4], "late");
     EXPECT_EQ(contents[9], "late");
     EXPECT_FALSE(requestsBeforeQuestion_.empty());
+}
+
+TEST_F(FetchAheadThroughProxy, StartsNoMoreWhenTheProxyAsksAgain) {
+    const std::vector<CAtlString> urls = ServeThroughProxy(20);
+    for (int i = 2; i < 20; ++i)
+        server_.Serve("http://updates.invalid" + Target(i), CHALLENGE);
+    server_.Serve("http://updates.invalid" + Target(1), {.body = "late", .delay = 500ms});
+    downloader_->FetchAhead(urls);
+    EXPECT_EQ(Take(urls[0]), Target(0));
+    EXPECT_EQ(Take(urls[1]), "late");
+    EXPECT_EQ(server_.RequestCount(), 1 + CFetchAhead::LIMIT) << "those that were on their way";
 }
 
 TEST_F(FetchAheadThroughProxy, CancelEndsATransferWhoseQuestionIsOpen) {
