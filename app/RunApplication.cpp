@@ -7,6 +7,7 @@
 #include "app/CSingleInstanceLock.h"
 #include "i18n/InstallLanguage.h"
 #include "i18n/Language.h"
+#include "platform/ThreadEventLoops.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -66,6 +67,7 @@ void RunAction(CApplicationFactory& factory, std::jthread& fonts) {
 }  // namespace
 
 void RunApplication(int argc, char** argv) {
+    DoWithoutGLibInThreads();
     CApplicationFactory factory;
     factory.Parse(argc, argv);
     std::jthread fonts = StartReadingFonts(factory.IsGuiEnabled());

@@ -5,6 +5,8 @@
 
 #include <QProcess>
 
+#include "platform/ThreadEventLoops.h"
+
 namespace {
 
 // QProcess ends its process when it is destroyed, unless it believes that there is none.
@@ -20,6 +22,7 @@ bool CProcessStarter::RunAndWait(const QString& program, const QStringList& argu
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
+    process.setProcessEnvironment(EnvironmentOfChildren());
     process.start(program, arguments);
     const bool finished = process.waitForFinished(limitMs);
     process.Leave();
@@ -27,5 +30,9 @@ bool CProcessStarter::RunAndWait(const QString& program, const QStringList& argu
 }
 
 bool CProcessStarter::StartDetached(const QString& program, const QStringList& arguments) {
-    return QProcess::startDetached(program, arguments);
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setProcessEnvironment(EnvironmentOfChildren());
+    return process.startDetached();
 }
