@@ -40,10 +40,11 @@ void QtDownloaderBase::Start(const CAtlString& url, const CAtlString& file, Conn
 
 int QtDownloaderBase::Finish() {
     thread_->WaitWithEvents();
-    // The thread's end is known at once; what was told before it may still lie in this thread's queue. A
-    // question among it that nobody waits for any more stays there.
+    // The thread's end is known at once; what was told before it may still lie in this thread's queue. So may
+    // what other transfers tell, which cannot end before it is heard: without this they would stand still as
+    // long as results lie ready. A question that nobody waits for any more stays there.
     if (!IsCancelled())
-        QCoreApplication::sendPostedEvents(forwarder_);
+        QCoreApplication::sendPostedEvents();
     return thread_->GetResult();
 }
 
