@@ -7,6 +7,7 @@
 
 #include "app/CApplicationFactory.h"
 #include "i18n/Language.h"
+#include "net/ProxyAddress.h"
 #include "support/FakeDownloader.h"
 #include "support/FakeEnvironment.h"
 #include "support/TextPrinting.h"
@@ -74,5 +75,44 @@ const Line LINES[] = {
 };
 INSTANTIATE_TEST_SUITE_P(, CommandLine, testing::ValuesIn(LINES),
                          [](const auto& line) { return std::string(line.param.name); });
+
+TEST(ProxyAddresses, AreReadAsTheyAreWritten) {
+    // Host, a blank and the port, or "-" for none; nothing: refused.
+    const std::pair<const char*, const char*> rows[] = {
+        {"Proxy.example", "Proxy.example -"},
+        {"proxy:1", "proxy 1"},
+        {" 10.0.0.1:65535\t", "10.0.0.1 65535"},
+        {"b\u00FCcher_1:03128", "b\u00FCcher_1 3128"},
+        {"[2001:db8::1]", "2001:db8::1 -"},
+        {"[::1]:3128", "::1 3128"},
+        {"2001:db8::1", "2001:db8::1 -"},
+        {"HTTP://proxy:3128/", "proxy 3128"},
+        {"http://[fe80::1%eth0]:8080", "fe80::1%eth0 8080"},
+        {"", ""},
+        {"http://", ""},
+        {":3128", ""},
+        {"[]:3128", ""},
+        {"proxy:", ""},
+        {"proxy:0", ""},
+        {"proxy:65536", ""},
+        {"proxy:+1", ""},
+        {"proxy:80a", ""},
+        {"proxy:1:2", ""},
+        {"proxy:1\n2", ""},
+        {"[proxy]:1", ""},
+        {"[::1]3128", ""},
+        {"[::1", ""},
+        {"user@proxy:1", ""},
+        {"user:word@proxy:1", ""},
+        {"https://proxy:1", ""},
+        {"proxy:1/", ""},
+        {"http://proxy:1/path", ""},
+    };
+    for (const auto& [text, expected] : rows) {
+        const auto address = ParseProxyAddress(text);
+        const QString port = address && address->port ? QString::number(*address->port) : "-";
+        EXPECT_EQ(address ? address->host.ToQString() + ' ' + port : "", expected) << text;
+    }
+}
 
 }  // namespace
