@@ -7,6 +7,7 @@
 #include "app/CCmdLineParser.h"
 #include "app/CErrorParameter.h"
 #include "app/CFlagParameter.h"
+#include "app/CProxyParameter.h"
 #include "app/CStringParameter.h"
 #include "app/CWorkFlow.h"
 
@@ -43,7 +44,7 @@ private:
     CWorkFlow workFlow_;
     CAtlString locale_;
     CStringParameter localeParameter_{locale_};
-    CStringParameter proxyParameter_{context_.proxy};
+    CProxyParameter proxyParameter_{context_};
     CStringParameter userNameParameter_{context_.userName};
     CStringParameter passwordParameter_{context_.password};
     CActionParameter silentParameter_{action_, actionSelected_, gui_};

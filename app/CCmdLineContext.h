@@ -12,7 +12,8 @@
 struct CCmdLineContext {
     // The whole command line, its parts joined by one blank each; nothing is quoted.
     CAtlString commandLine;
-    // The proxy's host; used only together with overrideProxy.
+    // The proxy's host, and its port when one was given (ProxyAddress); used only together with
+    // overrideProxy.
     CAtlString proxy;
     CAtlString userName;
     CAtlString password;

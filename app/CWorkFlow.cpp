@@ -5,6 +5,7 @@
 
 #include "app/CPreparation.h"
 #include "net/Downloader.h"
+#include "net/ProxyAddress.h"
 #include "ui/MainWindow.h"
 
 #include <QTimer>
@@ -31,13 +32,22 @@ CWorkFlow::CWorkFlow(const boost::shared_ptr<IEnvironment>& environment,
 
 bool CWorkFlow::Initialize(const CCmdLineContext& context) {
     Downloader::RemoveStaleFiles();
-    if (context.overrideProxy)
-        proxyHandler_->SetProxyHost(context.proxy);
-    else
-        proxyHandler_->LoadProxySettings();
+    TakeProxy(context);
     productList_->LoadProductList();
     proxyHandler_->SetCredentials(context.userName, context.password);
     return recordKeeper_->Load();
+}
+
+void CWorkFlow::TakeProxy(const CCmdLineContext& context) {
+    if (!context.overrideProxy) {
+        proxyHandler_->LoadProxySettings();
+        return;
+    }
+    const ProxyAddress proxy = ParseProxyAddress(context.proxy).value_or(ProxyAddress{.host = context.proxy});
+    if (proxy.port)
+        proxyHandler_->SetProxy(proxy.host, *proxy.port);
+    else
+        proxyHandler_->SetProxyHost(proxy.host);
 }
 
 bool CWorkFlow::IsCheckDue() const {

@@ -43,6 +43,8 @@ public:
     int ReportParameterError(const CCmdLineContext& context);
 
 private:
+    // The command line's proxy when it is to override the stored one.
+    void TakeProxy(const CCmdLineContext& context);
     // What comes before the window of an interactive check. True when a newer program takes over.
     bool Prepare();
     void Connect(MainWindow& window) const;

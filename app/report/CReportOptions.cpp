@@ -3,9 +3,10 @@
 
 #include "app/report/CReportOptions.h"
 
+#include "net/ProxyAddress.h"
+
 #include <QCoreApplication>
 #include <QFile>
-#include <QUrl>
 
 namespace {
 
@@ -70,14 +71,11 @@ bool CReportOptions::Fail(const char* problem) {
 bool CReportOptions::ReadProxy() {
     if (!parser_.isSet(proxy_))
         return true;
-    const QString value = parser_.value(proxy_);
-    const QUrl url("http://" + value, QUrl::StrictMode);
-    const bool isOnlyHostAndPort = url.isValid() && url.path().isEmpty() && !url.hasQuery() &&
-                                   !url.hasFragment() && url.userInfo().isEmpty() && !value.contains('@');
-    if (!isOnlyHostAndPort || url.host().isEmpty() || url.port() < 1)
+    const auto proxy = ParseProxyAddress(CAtlString(parser_.value(proxy_)));
+    if (!proxy || !proxy->port)
         return Fail("--proxy takes a host, a colon and a port");
-    proxyHost_ = url.host();
-    proxyPort_ = url.port();
+    proxyHost_ = proxy->host;
+    proxyPort_ = *proxy->port;
     return true;
 }
 

@@ -4,6 +4,8 @@
 // What the command line of the report says.
 #pragma once
 
+#include "platform/CAtlString.h"
+
 #include <QCommandLineParser>
 #include <QString>
 #include <QStringList>
@@ -26,7 +28,7 @@ public:
     bool IsExplained() const { return parser_.isSet(explain_); }
     bool IsOffline() const { return parser_.isSet(offline_); }
     // Empty: the stored proxy counts.
-    const QString& GetProxyHost() const { return proxyHost_; }
+    const CAtlString& GetProxyHost() const { return proxyHost_; }
     int GetProxyPort() const { return proxyPort_; }
     // For the proxy; empty when not given.
     QString GetUserName() const { return parser_.value(userName_); }
@@ -54,7 +56,7 @@ private:
     QCommandLineOption version_;
     QCommandLineParser parser_;
     QString problem_;
-    QString proxyHost_;
+    CAtlString proxyHost_;
     int proxyPort_ = 0;
     QString password_;
     std::optional<std::chrono::milliseconds> timeout_;

@@ -27,10 +27,10 @@ bool Print(const QString& text) {
 
 boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& options) {
     auto handler = boost::make_shared<ProxyHandlerBase>();
-    if (options.GetProxyHost().isEmpty())
+    if (options.GetProxyHost().IsEmpty())
         handler->LoadProxySettings();
     else
-        handler->SetProxy(CAtlString(options.GetProxyHost()), options.GetProxyPort());
+        handler->SetProxy(options.GetProxyHost(), options.GetProxyPort());
     handler->SetCredentials(CAtlString(options.GetUserName()), CAtlString(options.GetPassword()));
     handler->SetInteractive(false);
     return handler;

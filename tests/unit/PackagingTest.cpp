@@ -52,7 +52,7 @@ TEST(Packaging, TheManualPageHasTheOptionsOfTheCommandLine) {
     const QString page = Source("packaging/man/VARDOProductUpdate.1.in");
     const QString options = page.section("\n.SH OPTIONS\n", 1).section("\n.SH ", 0, 0);
     const Texts flags = Matches(options, R"(^\.TP\n\.B \\-(\w+)$)");
-    const Texts values = Matches(options, R"(^\.TP\n\.BI \\-(\w+)\\  [A-Z]+$)");
+    const Texts values = Matches(options, R"(^\.TP\n\.BI \\-(\w+)\\  [A-Z :]+$)");
     EXPECT_EQ(flags, Matches(factory, R"x(AddFlagParameter\("(\w+)")x"));
     EXPECT_EQ(values, Matches(factory, R"x(AddValueParameter\("(\w+)")x"));
     for (const QString& flag : flags)

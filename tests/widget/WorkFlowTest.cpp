@@ -140,6 +140,7 @@ TEST_F(WorkFlow, TakesTheProxyFromTheCommandLineOnlyWhenToldTo) {
     };
     EXPECT_EQ(proxyOf("given", false), QString("anna@stored:8080"));
     EXPECT_EQ(proxyOf("given", true), QString("anna@given:0"));
+    EXPECT_EQ(proxyOf("[::1]:3128", true), QString("anna@::1:3128"));
     EXPECT_EQ(proxyOf("", true), QString("anna@:0"));
     stored.SetProxyHost("");
     stored.SaveProxySettings();
