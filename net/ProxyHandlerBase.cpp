@@ -96,10 +96,11 @@ bool ProxyHandlerBase::ShowProxyOptionsDialog(QWidget* parent) {
 
 void ProxyHandlerBase::TakeOptions(const ProxyAuth& dialog) {
     const CAtlString previousHost = proxyHost_;
+    const int previousPort = proxyPort_;
     cancelled_ = false;
     proxyHost_ = dialog.GetHost();
     proxyPort_ = dialog.GetPort();
     SetCredentials(dialog.GetUserName(), dialog.GetPassword());
-    if (proxyHost_.Compare(previousHost) != 0)
+    if (proxyHost_.Compare(previousHost) != 0 || proxyPort_ != previousPort)
         SaveProxySettings();
 }

@@ -39,8 +39,8 @@ public:
     bool OnProxyAuthRequired(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     void OnProxyAuthCanceled() { cancelled_ = true; }
 
-    // Lets the user edit host, port, user name and password; true when OK was pressed. A changed host is
-    // saved, with the port.
+    // Lets the user edit host, port, user name and password; true when OK was pressed. Host and port are
+    // saved when either has changed.
     bool ShowProxyOptionsDialog(QWidget* parent);
 
 private:

@@ -132,7 +132,7 @@ TEST_F(ProxyHandler, StoresInTheOrganisationsFileWhateverTheApplicationIsCalled)
     EXPECT_EQ(Settings(), "saved.example:3128 :");
 }
 
-TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedHostIsStored) {
+TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) {
     struct Row {
         const char* field = "";
         const char* typed = "";
@@ -143,11 +143,11 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedHostIsStored) {
     };
     const Row rows[] = {
         {"proxyPortEdit", "3128", "cancelButton", "old.example:0 user:word", {}},
-        {"proxyPortEdit", "3128", "okButton", "old.example:3128 user:word", {}},
-        {"proxyPasswordEdit", "new", "okButton", "old.example:3128 user:new", {}},
+        {"proxyPortEdit", "3128", "okButton", "old.example:3128 user:word", {"old.example", "3128"}},
+        {"proxyPasswordEdit", "new", "okButton", "old.example:3128 user:new", {"old.example", "3128"}},
         {"proxyHostEdit", "OLD.example", "okButton", "OLD.example:3128 user:new", {"OLD.example", "3128"}},
         {"proxyHostEdit", "", "okButton", ":3128 user:new", {"", "3128"}},
-        {"proxyPortEdit", "", "okButton", ":0 user:new", {"", "3128"}},
+        {"proxyPortEdit", "", "okButton", ":0 user:new", {"", "0"}},
     };
     handler_.SetProxyHost(L"old.example");
     handler_.SetCredentials(L"user", L"word");
