@@ -31,7 +31,6 @@ CWorkFlow::CWorkFlow(const boost::shared_ptr<IEnvironment>& environment,
 }
 
 bool CWorkFlow::Initialize(const CCmdLineContext& context) {
-    Downloader::RemoveStaleFiles();
     TakeProxy(context);
     productList_->LoadProductList();
     proxyHandler_->SetCredentials(context.userName, context.password);
@@ -61,6 +60,7 @@ bool CWorkFlow::SelfUpdate() {
 int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {
     Initialize(context);
     proxyHandler_->SetInteractive(true);
+    Downloader::RemoveStaleFiles();
     if (Prepare())
         return 0;
     MainWindow window(environment_);
@@ -76,7 +76,10 @@ int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {
 int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     Initialize(context);
     proxyHandler_->SetInteractive(false);
-    if (!IsCheckDue() || SelfUpdate())
+    if (!IsCheckDue())
+        return 0;
+    Downloader::RemoveStaleFiles();
+    if (SelfUpdate())
         return 0;
     CPreparation(*environment_, downloader_, false).RefreshProductList(*productList_);
     productList_->FindInstalled();

@@ -26,8 +26,7 @@ public:
     CWorkFlow(const CWorkFlow&) = default;
     CWorkFlow& operator=(const CWorkFlow&) = default;
 
-    // Tidies up after earlier runs, and prepares the components from the command line and the settings; what
-    // the record's Load answers.
+    // Prepares the components from the command line and the settings; what the record's Load answers.
     bool Initialize(const CCmdLineContext& context);
     // Whether the user's settings want a silent check today.
     bool IsCheckDue() const;

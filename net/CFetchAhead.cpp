@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+#include <unistd.h>
+
+#include "platform/CTemporaryFolder.h"
 #include "platform/CVardoDirectoryPath.h"
 
 void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {
@@ -19,7 +22,7 @@ void CFetchAhead::Start(const ConnectionInfo& settings, std::size_t others) {
     for (std::size_t running = CountRunning() + others; running < LIMIT && started_ < end; ++running) {
         Entry& entry = entries_[started_];
         CAtlString name;
-        name.Format(L"%s-%d", baseName_.GetString(), ++serial_);
+        name.Format(L"%s%d-%d", CTemporaryFolder::OWN_NAME, getpid(), ++serial_);
         const CVardoFilePath file =
             CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(entry.url).GetExtension(), name);
         if (file.IsEmpty())

@@ -20,11 +20,9 @@ public:
     // The most transfers that run, or have ended and wait to be taken: so many files lie about at most.
     static constexpr std::size_t MOST_AHEAD = 4 * LIMIT;
 
-    // Each transfer is held to the bounds; the names of their files begin with baseName; ended is told of the
-    // end of each.
-    CFetchAhead(const TransferBounds& bounds, const CAtlString& baseName,
-                const CAheadTransfer::EndedCallback& ended)
-        : bounds_(bounds), baseName_(baseName), ended_(ended) {}
+    // Each transfer is held to the bounds; ended is told of the end of each.
+    CFetchAhead(const TransferBounds& bounds, const CAheadTransfer::EndedCallback& ended)
+        : bounds_(bounds), ended_(ended) {}
 
     // Replaces what was planned and started.
     void Plan(const std::vector<CAtlString>& urls);
@@ -43,7 +41,6 @@ private:
     std::size_t CountRunning() const;
 
     TransferBounds bounds_;
-    CAtlString baseName_;
     CAheadTransfer::EndedCallback ended_;
     std::deque<Entry> entries_;
     // How many of the first entries have a transfer.

@@ -27,16 +27,17 @@ public:
     // No file that was fetched is still needed when it is older.
     static constexpr std::chrono::hours LONGEST_USE{7 * 24};
 
-    // Removes what earlier runs fetched and left behind, when it is older than LONGEST_USE.
+    // Removes what earlier runs fetched and left behind, when it is older than LONGEST_USE and no other
+    // program of the maker's can have made it (CTemporaryFolder::OWN_NAME).
     static void RemoveStaleFiles();
 
     // What is fetched is held to the bounds, installers to those that follow from them. The names of fetched
-    // files begin with baseName, which begins with BASE_NAME; another one keeps out of the way of a process
-    // of the same user that fetches at the same time.
+    // files begin with baseName; another one than BASE_NAME keeps out of the way of a process of the same
+    // user that fetches at the same time.
     explicit Downloader(const TransferBounds& bounds = {}, const CAtlString& baseName = BASE_NAME)
         : bounds_(bounds),
           baseName_(baseName),
-          ahead_(bounds, baseName, [this](const CAheadTransfer& transfer) { OnAheadEnded(transfer); }) {}
+          ahead_(bounds, [this](const CAheadTransfer& transfer) { OnAheadEnded(transfer); }) {}
 
     // Told of every transfer that Download and DownloadInstaller waited for, when it has ended; a file may
     // take two. Empty, as at first: nobody is.

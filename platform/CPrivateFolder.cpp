@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/CTemporaryFolder.h"
 #include "platform/FileSystem.h"
 
 namespace {
@@ -22,9 +23,9 @@ bool IsOursAlone(const struct stat& status) {
 
 }  // namespace
 
-CPrivateFolder::CPrivateFolder(const CAtlString& beginning) {
+CPrivateFolder::CPrivateFolder() {
     const CAtlString parent = CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString();
-    std::string name = FileSystem::SystemPath(parent + L"/" + beginning + L"-XXXXXX");
+    std::string name = FileSystem::SystemPath(parent + L"/" + CTemporaryFolder::OWN_NAME + L"XXXXXX");
     // Its mode is 0700, less what the umask takes away.
     if (!parent.IsEmpty() && mkdtemp(name.data()))
         folder_ = CVardoDirectoryPath(CAtlString(name.c_str()));

@@ -19,8 +19,8 @@
 //   allowed to write it, and it has no other name by which it could be reached.
 class CPrivateFolder {
 public:
-    // Makes the folder; its name is beginning, "-" and six random characters (mkdtemp(3)).
-    explicit CPrivateFolder(const CAtlString& beginning);
+    // Makes the folder; its name is CTemporaryFolder::OWN_NAME and six random characters (mkdtemp(3)).
+    CPrivateFolder();
     CPrivateFolder(const CPrivateFolder&) = delete;
     CPrivateFolder& operator=(const CPrivateFolder&) = delete;
     ~CPrivateFolder();

@@ -81,6 +81,11 @@ void CreateForOwner(const CVardoDirectoryPath& folder) {
         OpenToOwner(path);
 }
 
+void RemoveOwn(const CVardoDirectoryPath& folder, std::chrono::seconds age) {
+    RemoveStaleFiles(folder, CTemporaryFolder::OWN_NAME, age);
+    RemoveStaleFolders(folder, CTemporaryFolder::OWN_NAME, age);
+}
+
 bool IsOlder(const CVardoDirectoryPath& folder, std::chrono::seconds age) {
     struct stat status {};
     return IsOwn(folder, status) && status.st_mtime < std::time(nullptr) - age.count();
@@ -113,7 +118,7 @@ CVardoDirectoryPath CTemporaryFolder::MakePrivate() const {
     for (const CVardoDirectoryPath& parent : parents_) {
         parent.Create();
         std::string path =
-            SystemPath(CVardoDirectoryPath(parent.GetDirectoryPathString() + L"/" + PRIVATE_NAME)) + "XXXXXX";
+            SystemPath(CVardoDirectoryPath(parent.GetDirectoryPathString() + L"/" + OWN_NAME)) + "XXXXXX";
         if (KeepsWhatIsInIt(parent) && mkdtemp(path.data()) && OpenToOwner(path))
             return CVardoDirectoryPath(CAtlString(path.c_str()));
     }
@@ -121,8 +126,8 @@ CVardoDirectoryPath CTemporaryFolder::MakePrivate() const {
 }
 
 void CTemporaryFolder::RemoveStaleFiles(const CAtlString& beginning, std::chrono::seconds age) const {
-    ::RemoveStaleFiles(usual_, beginning, age);
-    const CAtlString name(PRIVATE_NAME);
+    RemoveOwn(usual_, age);
+    const CAtlString name(OWN_NAME);
     for (const CVardoDirectoryPath& parent : parents_) {
         std::vector<CAtlString> names;
         parent.ListNames(names);
@@ -133,6 +138,7 @@ void CTemporaryFolder::RemoveStaleFiles(const CAtlString& beginning, std::chrono
             folder.Append(each);
             // Before its files go, for that makes it younger.
             const bool isOlder = IsOlder(folder, age);
+            RemoveOwn(folder, age);
             ::RemoveStaleFiles(folder, beginning, age);
             if (isOlder)
                 FileSystem::RemoveDirectory(folder.GetDirectoryPathString());

@@ -15,8 +15,10 @@
 // thread at a time.
 class CTemporaryFolder {
 public:
-    // What the names of private folders begin with; six random characters follow.
-    static constexpr const wchar_t* PRIVATE_NAME = L"VARDOProductUpdate-";
+    // What the names of all files and folders begin with that only this program makes, those of private
+    // folders among them: the maker's other programs use the usual folder, too, and names such as
+    // "NBKTemp.xml" in it.
+    static constexpr const wchar_t* OWN_NAME = L"VARDOProductUpdate-";
 
     // "/tmp/" and the name of the user; private ones lie in "/tmp", or in the user's cache folder where
     // "/tmp" is not safe.
@@ -34,8 +36,9 @@ public:
     // The usual folder, created (mode 0700) when it is missing; or else a private one (mode 0700), which is
     // made once and then kept to. Empty when neither can be had.
     CVardoDirectoryPath Get();
-    // Removes files as ::RemoveStaleFiles does, from the usual folder and from the private ones that earlier
-    // processes left, and these when they are older than age and empty then.
+    // Removes what is older than age and was left by earlier processes of this program, and nothing else:
+    // files and folders with OWN_NAME; private folders, when they are empty then; and in private folders the
+    // files whose names begin with beginning (see ::RemoveStaleFiles).
     void RemoveStaleFiles(const CAtlString& beginning, std::chrono::seconds age) const;
 
 private:

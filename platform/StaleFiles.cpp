@@ -33,34 +33,41 @@ void ForEachEntry(int parent, const char* path, const Use& use) {
 }
 
 // type is that of stat(2), such as S_IFREG.
-bool IsStale(int folder, const char* name, mode_t type, std::time_t newest) {
+bool IsStale(int folder, const char* name, mode_t type, std::chrono::seconds age) {
     struct stat status {};
     return fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && (status.st_mode & S_IFMT) == type &&
-           status.st_uid == geteuid() && status.st_mtime < newest;
+           status.st_uid == geteuid() && status.st_mtime < std::time(nullptr) - age.count();
 }
 
-void RemoveWithFiles(int parent, const char* folder, std::time_t newest) {
-    ForEachEntry(parent, folder, [newest](int inner, const char* file) {
-        if (IsStale(inner, file, S_IFREG, newest))
-            unlinkat(inner, file, 0);
+// Calls remove(descriptor, name) for each stale entry of a folder, of that type, whose name begins so.
+template <typename Remove>
+void RemoveStale(const CVardoDirectoryPath& folder, const CAtlString& beginning, mode_t type,
+                 std::chrono::seconds age, const Remove& remove) {
+    const std::string path = FileSystem::SystemPath(folder.GetDirectoryPathString());
+    const std::string prefix = FileSystem::SystemPath(beginning);
+    if (path.empty() || prefix.empty())
+        return;
+    ForEachEntry(AT_FDCWD, path.c_str(), [&](int parent, const char* name) {
+        if (std::string_view(name).starts_with(prefix) && IsStale(parent, name, type, age))
+            remove(parent, name);
     });
-    unlinkat(parent, folder, AT_REMOVEDIR);
 }
 
 }  // namespace
 
 void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& beginning,
                       std::chrono::seconds age) {
-    const std::string path = FileSystem::SystemPath(folder.GetDirectoryPathString());
-    const std::string prefix = FileSystem::SystemPath(beginning);
-    if (path.empty() || prefix.empty())
-        return;
-    const std::string folderPrefix = prefix + "-";
-    const std::time_t newest = std::time(nullptr) - age.count();
-    ForEachEntry(AT_FDCWD, path.c_str(), [&](int parent, const char* name) {
-        if (std::string_view(name).starts_with(prefix) && IsStale(parent, name, S_IFREG, newest))
-            unlinkat(parent, name, 0);
-        if (std::string_view(name).starts_with(folderPrefix) && IsStale(parent, name, S_IFDIR, newest))
-            RemoveWithFiles(parent, name, newest);
+    RemoveStale(folder, beginning, S_IFREG, age,
+                [](int parent, const char* name) { unlinkat(parent, name, 0); });
+}
+
+void RemoveStaleFolders(const CVardoDirectoryPath& folder, const CAtlString& beginning,
+                        std::chrono::seconds age) {
+    RemoveStale(folder, beginning, S_IFDIR, age, [age](int parent, const char* name) {
+        ForEachEntry(parent, name, [age](int inner, const char* file) {
+            if (IsStale(inner, file, S_IFREG, age))
+                unlinkat(inner, file, 0);
+        });
+        unlinkat(parent, name, AT_REMOVEDIR);
     });
 }

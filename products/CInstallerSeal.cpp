@@ -3,7 +3,6 @@
 
 #include "products/CInstallerSeal.h"
 
-#include "net/Downloader.h"
 #include "platform/CPrivateFolder.h"
 #include "platform/FileSystem.h"
 #include "platform/XmlFile.h"
@@ -54,7 +53,7 @@ bool CInstallerSeal::IsOf(const CFileDescriptor& file) const {
 }
 
 CVardoFilePath CInstallerSeal::Secure(const CVardoFilePath& fetched) const {
-    CPrivateFolder folder(Downloader::BASE_NAME);
+    CPrivateFolder folder;
     const CFileDescriptor file = folder.TakeIn(fetched);
     return IsOf(file) ? folder.Keep() : CVardoFilePath();
 }

@@ -7,6 +7,7 @@
 #include "app/report/CUpdateReport.h"
 #include "app/report/ReportText.h"
 #include "net/Downloader.h"
+#include "platform/CTemporaryFolder.h"
 #include "platform/CUnattendedEnvironment.h"
 #include "platform/SharedDataFolder.h"
 
@@ -49,7 +50,7 @@ TransferBounds MakeBounds(const CReportOptions& options) {
 // Of no other process: the program itself may fetch for the same user at the same time.
 CAtlString FileNames() {
     CAtlString names;
-    names.Format(L"%sReport-%lld-", Downloader::BASE_NAME,
+    names.Format(L"%s%lld", CTemporaryFolder::OWN_NAME,
                  static_cast<long long>(QCoreApplication::applicationPid()));
     return names;
 }

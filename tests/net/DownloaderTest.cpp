@@ -129,28 +129,29 @@ protected:
 };
 
 TEST_F(StaleFiles, AreRemovedWhenTheyAreOldAndOurs) {
-    for (const char* name :
-         {"NBKTemp.xml", "NBKTemp(12).xml", "NBKTemp-3", "NBKTemp", "Other.xml", "xNBKTemp"})
+    std::set<std::string> kept = {"NBKTemp.xml", "NBKTemp(12).bin", "NBKTemp-3", "VARDOProductUpdate",
+                                  "xVARDOProductUpdate-"};
+    for (const std::string& name : kept)
         Leave(Folder() + "/" + name, 8);
-    for (const char* name : {"NBKTemp.bin", "NBKTemp(12).bin"})
-        Leave(Folder() + "/" + name, 6);
-    Leave(Folder() + "/NBKTemp.future", -1);
+    const std::string ours = Folder() + "/VARDOProductUpdate-";
+    for (const auto& [name, days] : {std::pair("7-1.xml", 8), {"7", 8}, {"new", 6}, {"future", -1}})
+        Leave(ours + name, days);
     for (const char* name : {"target", "NBKTemp.xml"})
         Leave(elsewhere_.Path(name), 8);
-    std::filesystem::create_symlink(elsewhere_.Path("target"), Folder() + "/NBKTemp.link");
-    std::filesystem::create_directory(Folder() + "/NBKTemp.folder");
-    for (const char* name : {"/NBKTemp-older1", "/NBKTemp-newer1"}) {
-        std::filesystem::create_directory(Folder() + name);
-        Leave(Folder() + name + "/NBKTemp.bin", 8);
+    std::filesystem::create_symlink(elsewhere_.Path("target"), ours + "link");
+    for (const char* name : {"older", "newer"}) {
+        std::filesystem::create_directory(ours + name);
+        Leave(ours + name + "/setup.bin", 8);
     }
-    std::filesystem::create_directory_symlink(elsewhere_.Root(), Folder() + "/NBKTemp-link");
-    for (const char* name : {"/NBKTemp.link", "/NBKTemp.folder", "/NBKTemp-older1", "/NBKTemp-link"})
-        Age(Folder() + name, 8);
+    std::filesystem::create_directory_symlink(elsewhere_.Root(), ours + "folder link");
+    for (const char* name : {"link", "older", "folder link"})
+        Age(ours + name, 8);
 
     const std::string other = "/tmp/VARDOProductUpdate-";
     for (const char* folder : {"abandoned", "holds more", "in use"})
         std::filesystem::create_directory(other + folder);
-    for (const char* name : {"abandoned/NBKTemp.run", "holds more/NBKTemp.run", "holds more/Other"})
+    for (const char* name : {"abandoned/NBKTemp.run", "abandoned/VARDOProductUpdate-7-1.xml",
+                             "holds more/NBKTemp.run", "holds more/Other"})
         Leave(other + name, 8);
     for (const char* folder : {"abandoned", "holds more"})
         Age(other + folder, 8);
@@ -162,19 +163,19 @@ TEST_F(StaleFiles, AreRemovedWhenTheyAreOldAndOurs) {
     EXPECT_TRUE(std::filesystem::exists(other + "in use"));
     for (const char* folder : {"holds more", "in use", "link"})
         std::filesystem::remove_all(other + folder);
-    EXPECT_EQ(Names(Folder()), std::set<std::string>({"Other.xml", "xNBKTemp", "NBKTemp.bin",
-                                                      "NBKTemp(12).bin", "NBKTemp.future", "NBKTemp.link",
-                                                      "NBKTemp.folder", "NBKTemp-newer1", "NBKTemp-link"}));
+    for (const char* name : {"new", "future", "link", "newer", "folder link"})
+        kept.insert(std::string("VARDOProductUpdate-") + name);
+    EXPECT_EQ(Names(Folder()), kept);
     EXPECT_EQ(Names(elsewhere_.Root()), std::set<std::string>({"NBKTemp.xml", "target"}));
 }
 
 TEST_F(StaleFiles, StayInAFolderThatIsALink) {
     const std::string folder = Folder();
-    Leave(elsewhere_.Path("NBKTemp.xml"), 8);
+    Leave(elsewhere_.Path("VARDOProductUpdate-7.xml"), 8);
     std::filesystem::remove(folder);
     std::filesystem::create_directory_symlink(elsewhere_.Root(), folder);
     Downloader::RemoveStaleFiles();
-    EXPECT_TRUE(std::filesystem::exists(elsewhere_.Path("NBKTemp.xml")));
+    EXPECT_TRUE(std::filesystem::exists(elsewhere_.Path("VARDOProductUpdate-7.xml")));
     std::filesystem::remove(folder);
 }
 

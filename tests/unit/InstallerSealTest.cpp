@@ -221,7 +221,7 @@ TEST(PrivateFolder, TakesInOnlyWhatNobodyElseCouldHaveWritten) {
         SCOPED_TRACE(situation);
         chmod(tree.Write("file.bin", "contents").c_str(), 0600);
         change();
-        EXPECT_FALSE(CPrivateFolder(L"Test").TakeIn(CVardoFilePath(CAtlString(file.c_str()))).IsOpen());
+        EXPECT_FALSE(CPrivateFolder().TakeIn(CVardoFilePath(CAtlString(file.c_str()))).IsOpen());
         EXPECT_FALSE(fs::exists(fs::symlink_status(file)));
         EXPECT_TRUE(fs::is_empty(TempFolder()));
         fs::remove(tree.Path("name2"));

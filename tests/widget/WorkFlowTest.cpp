@@ -107,12 +107,16 @@ TEST_F(WorkFlow, CheckOfNothingKeepsTheDateAndIsSeenWhenInteractive) {
     EXPECT_EQ(downloader_->addresses.size(), 4U) << "the list and the product, twice";
 }
 
-TEST_F(WorkFlow, RemovesWhatAnEarlierRunLeftBehind) {
+TEST_F(WorkFlow, RemovesWhatAnEarlierRunLeftBehindOnlyForACheck) {
     const CAtlString folder = CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString();
-    const std::string left = (folder + L"/NBKTemp.xml").ToQString().toStdString();
+    const std::string left = (folder + L"/VARDOProductUpdate-7.xml").ToQString().toStdString();
     std::ofstream(left) << "left";
     std::filesystem::last_write_time(left,
                                      std::filesystem::file_time_type::clock::now() - std::chrono::hours(200));
+    StoreSettings(0, 30, 0);
+    Run({"-silent"});
+    EXPECT_TRUE(std::filesystem::exists(left)) << "no check is due";
+    StoreSettings(1, 30, 0);
     Run({"-silent"});
     EXPECT_FALSE(std::filesystem::exists(left));
 }
