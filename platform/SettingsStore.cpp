@@ -5,7 +5,9 @@
 
 #include <QFileInfo>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QVariant>
+#include <filesystem>
 #include <memory>
 
 #include "platform/CSettingsIdentity.h"
@@ -15,15 +17,26 @@ const CAtlString SETTINGS_DOMAIN(L"com.vardo-technologies.settings");
 
 namespace {
 
-// What QSettings::isWritable answers, without the folder and the passing file that it makes to find out.
+// Whether QSettings can write its file, without the folder and the passing file that QSettings::isWritable
+// makes to find out. It needs the folder in any case, for it puts a new file in the old one's place.
 bool IsWritable(const QSettings& store) {
     const QFileInfo file(store.fileName());
-    if (file.exists())
-        return file.isWritable();
     QFileInfo folder(file.absolutePath());
     while (!folder.exists() && !folder.isRoot())
         folder.setFile(folder.absolutePath());
-    return folder.isDir() && folder.isWritable();
+    return folder.isDir() && folder.isWritable() && (!file.exists() || file.isWritable());
+}
+
+// Some desktops put a folder of the user's own, such as ~/.config/kdedefaults, before the machine's in
+// XDG_CONFIG_DIRS. What is written there is read in their sessions only.
+bool IsUsersOwn(const QSettings& store) {
+    namespace fs = std::filesystem;
+    const QString users = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    std::error_code error;
+    const fs::path folder = fs::weakly_canonical(users.toStdString(), error);
+    const fs::path file = fs::weakly_canonical(store.fileName().toStdString(), error);
+    const fs::path within = file.lexically_relative(folder);
+    return !within.empty() && *within.begin() != "..";
 }
 
 std::unique_ptr<QSettings> OpenStore(int hive) {
@@ -31,7 +44,7 @@ std::unique_ptr<QSettings> OpenStore(int hive) {
     const QString application = CSettingsIdentity::Application();
     const auto scope = hive == HKEY_LOCAL_MACHINE ? QSettings::SystemScope : QSettings::UserScope;
     auto store = std::make_unique<QSettings>(QSettings::NativeFormat, scope, organization, application);
-    if (hive == HKEY_LOCAL_MACHINE && !IsWritable(*store))
+    if (hive == HKEY_LOCAL_MACHINE && (!IsWritable(*store) || IsUsersOwn(*store)))
         store = std::make_unique<QSettings>(organization, application);
     return store;
 }

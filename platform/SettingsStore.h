@@ -22,8 +22,8 @@ extern const CAtlString SETTINGS_DOMAIN;
 
 // The file is that of the current settings identity (see CSettingsIdentity). The machine's file lies in the
 // first entry of XDG_CONFIG_DIRS (default /etc/xdg), the user's in XDG_CONFIG_HOME (default ~/.config). A
-// machine file that may not be written is replaced by the user's, through which QSettings still reads the
-// machine's values.
+// machine file that cannot be written, or that lies below the user's folder, is replaced by the user's file,
+// through which QSettings still reads the values in all entries of XDG_CONFIG_DIRS.
 //
 // Key paths are separated by "\" or "/"; separators at either end do not matter. All functions are for the
 // GUI thread. A written value is in its file when the function returns; failures of the file system are not

@@ -7,13 +7,19 @@
 #include <climits>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <tuple>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "app/settings/CRecordKeeper.h"
 #include "app/settings/DefaultSettings.h"
 #include "platform/CSettingsIdentity.h"
 #include "platform/SettingsStore.h"
+#include "support/ScopedEnvironment.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
 
@@ -113,14 +119,43 @@ TEST_F(Settings, ReadsWhatOtherSoftwareWrote) {
     }
 }
 
-// A file in the folder's place stops even root.
-TEST_F(Settings, UnwritableMachineFileIsReplacedByTheUsers) {
-    std::filesystem::remove_all(MACHINES);
-    std::ofstream("/tmp/etc/xdg") << "";
-    EXPECT_EQ(WriteRegistryDword(HKEY_LOCAL_MACHINE, L"K", L"m", 3), REGISTRY_OK);
-    EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), "[K]\nm=3\n");
-    EXPECT_EQ(Number(HKEY_LOCAL_MACHINE, L"K", L"m"), 3);
-    std::filesystem::remove("/tmp/etc/xdg");
+// What function returns, 0 to 255, in another process, one that is not root's, so that permissions count.
+static int InAnotherProcess(const std::function<int()>& function) {
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(geteuid() == 0 && setuid(4711) != 0 ? -1 : function());
+    int status = -1;
+    waitpid(child, &status, 0);
+    return WEXITSTATUS(status);
+}
+
+TEST_F(Settings, AMachineFileThatIsNotToBeWrittenIsReplacedByTheUsers) {
+    const std::string desktops = USERS + "kdedefaults";
+    const std::tuple<const char*, mode_t, std::string> cases[] = {
+        {"neither the file nor its folder may be written", 0444, MACHINES},
+        {"the file may be written, its folder not", 0666, MACHINES},
+        {"a folder within the user's comes first", 0444, desktops + ":" + MACHINES},
+        {"a link to it", 0444, "/tmp/link:" + MACHINES},
+    };
+    std::filesystem::create_symlink(desktops, "/tmp/link");
+    for (const auto& [situation, mode, directories] : cases) {
+        SCOPED_TRACE(situation);
+        Clear();
+        std::filesystem::create_directory(desktops);
+        const std::string machines = MACHINES + WHOLE_MAKER;
+        std::ofstream(machines) << "[K]\nx=5\n";
+        ASSERT_TRUE(chmod(machines.c_str(), mode) == 0 && chmod(MACHINES.c_str(), 0555) == 0);
+        ASSERT_TRUE(chmod(USERS.c_str(), 0777) == 0 && chmod(desktops.c_str(), 0777) == 0);
+        const ScopedEnvironment environment("XDG_CONFIG_DIRS", directories.c_str());
+        InAnotherProcess([] { return WriteRegistryDword(HKEY_LOCAL_MACHINE, L"K", L"m", 30); });
+        EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), "[K]\nm=30\n");
+        EXPECT_EQ(InAnotherProcess([] {
+                      return Number(HKEY_LOCAL_MACHINE, L"K", L"m") + Number(HKEY_LOCAL_MACHINE, L"K", L"x");
+                  }),
+                  35);
+        chmod(MACHINES.c_str(), 0755);
+    }
+    std::filesystem::remove("/tmp/link");
 }
 
 TEST_F(Settings, EnumeratesSubKeysThenValues) {
