@@ -8,6 +8,8 @@
 #include <QSettings>
 #include <limits>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "i18n/HexDigit.h"
 #include "platform/CVardoFilePath.h"
@@ -61,6 +63,12 @@ CAtlString FindSetupsTable() {
     return OwnTable();
 }
 
+// The tables to ask, one after the other. That of another program may be damaged, or not know a language
+// whose texts this program has.
+std::vector<CAtlString> ThenOwnTable(const CAtlString& table) {
+    return {table, OwnTable()};
+}
+
 // The attribute wanted of the first language whose attribute match is value, if there is one.
 std::optional<CAtlString> FindAttribute(const CAtlString& table, const CAtlString& value, const char* match,
                                         const char* wanted) {
@@ -71,6 +79,19 @@ std::optional<CAtlString> FindAttribute(const CAtlString& table, const CAtlStrin
     for (; language; language = language->NextSiblingElement())
         if (XmlAttribute(*language, match).CompareNoCase(value) == 0)
             return XmlAttribute(*language, wanted);
+    return std::nullopt;
+}
+
+// The ID that a table has for a language, given as an ID or as a code. The ID comes first: only what is no
+// known ID may be a code ("de" is a hexadecimal number too).
+std::optional<int> FindId(const CAtlString& table, const CAtlString& language) {
+    const int id = ParseHexLanguageId(language);
+    if (FindAttribute(table, LanguageIdText(id), LanguageFormat::ID.name, LanguageFormat::ID.name))
+        return id;
+    const CAtlString withoutCountry = language.Left(language.FindOneOf(L"_-"));
+    for (const CAtlString& code : {language, withoutCountry})
+        if (const auto found = FindAttribute(table, code, LanguageFormat::CODE.name, LanguageFormat::ID.name))
+            return ParseHexLanguageId(*found);
     return std::nullopt;
 }
 
@@ -96,7 +117,10 @@ CAtlString FindLanguageTable() {
 }
 
 CAtlString LookupLanguageAttribute(const CAtlString& value, const char* match, const char* wanted) {
-    return FindAttribute(FindLanguageTable(), value, match, wanted).value_or(value);
+    for (const CAtlString& table : ThenOwnTable(FindLanguageTable()))
+        if (const auto found = FindAttribute(table, value, match, wanted))
+            return *found;
+    return value;
 }
 
 CAtlString LanguageIdFromCode(const CAtlString& code) {
@@ -126,25 +150,20 @@ int ParseHexLanguageId(const CAtlString& text) {
     return static_cast<int>(id);
 }
 
-// The ID comes first: only what is no known ID may be a code ("de" is a hexadecimal number too).
 int ResolveLanguageId(const CAtlString& language) {
-    const CAtlString table = FindLanguageTable();
-    const int id = ParseHexLanguageId(language);
-    if (FindAttribute(table, LanguageIdText(id), LanguageFormat::ID.name, LanguageFormat::ID.name))
-        return id;
-    const CAtlString withoutCountry = language.Left(language.FindOneOf(L"_-"));
-    for (const CAtlString& code : {language, withoutCountry})
-        if (const auto found = FindAttribute(table, code, LanguageFormat::CODE.name, LanguageFormat::ID.name))
-            return ParseHexLanguageId(*found);
-    return id;
+    for (const CAtlString& table : ThenOwnTable(FindLanguageTable()))
+        if (const auto id = FindId(table, language))
+            return *id;
+    return ParseHexLanguageId(language);
 }
 
 bool IsRightToLeft(const CAtlString& language) {
-    const CAtlString table = FindSetupsTable();
-    auto rightToLeft =
-        FindAttribute(table, language, LanguageFormat::CODE.name, LanguageFormat::RIGHT_TO_LEFT.name);
-    if (!rightToLeft)
-        rightToLeft = FindAttribute(table, LanguageIdText(ResolveLanguageId(language)),
-                                    LanguageFormat::ID.name, LanguageFormat::RIGHT_TO_LEFT.name);
-    return rightToLeft && *rightToLeft == L"1";
+    const CAtlString id = LanguageIdText(ResolveLanguageId(language));
+    for (const CAtlString& table : ThenOwnTable(FindSetupsTable()))
+        for (const auto& [value, match] :
+             {std::pair(language, LanguageFormat::CODE), {id, LanguageFormat::ID}})
+            if (const auto found =
+                    FindAttribute(table, value, match.name, LanguageFormat::RIGHT_TO_LEFT.name))
+                return *found == L"1";
+    return false;
 }

@@ -35,14 +35,15 @@ QString OwnLanguagesFolder();
 // the program's own folder. Empty when that is missing too.
 CAtlString FindLanguageTable();
 
-// The attribute wanted of the table's first language whose attribute match is value, whatever the case; value
-// itself when there is no such language or no readable table.
+// The attribute wanted of the table's first language whose attribute match is value, whatever the case. A
+// table that has no such language, or cannot be read, gives way to that in the program's own folder, and then
+// to value itself.
 CAtlString LookupLanguageAttribute(const CAtlString& value, const char* match, const char* wanted);
 
-// The ID of a language by its code; the code itself when the table does not know it.
+// The ID of a language by its code; the code itself when neither table knows it.
 CAtlString LanguageIdFromCode(const CAtlString& code);
 
-// An attribute of a language by its ID; the ID as text when the table does not know it.
+// An attribute of a language by its ID; the ID as text when neither table knows it.
 CAtlString LanguageAttributeById(int id, const char* attribute);
 
 // The ID as the table writes it: four upper-case hexadecimal digits.
@@ -52,10 +53,12 @@ CAtlString LanguageIdText(int id);
 // fit.
 int ParseHexLanguageId(const CAtlString& text);
 
-// The ID of a language given as an ID or as a code. A code that the table does not know is tried again
-// without its country. What remains unknown is parsed as a hexadecimal ID.
+// The ID of a language given as an ID or as a code. A code that a table does not know is tried again without
+// its country, before the table in the program's own folder is asked. What remains unknown is parsed as a
+// hexadecimal ID.
 int ResolveLanguageId(const CAtlString& language);
 
-// Whether a language, given as an ID or as a code, is written from right to left. This asks the table of the
-// language setup's own settings and, where they point to none, that in the program's own folder.
+// Whether a language, given as an ID or as a code, is written from right to left. This asks the table that
+// the language setup's own settings point to and, where that knows no such language or is none, the one in
+// the program's own folder.
 bool IsRightToLeft(const CAtlString& language);

@@ -98,7 +98,7 @@ TEST_F(Language, EachSourceGivesWayToTheNext) {
     EXPECT_EQ(GetLocale(false), "de");
 }
 
-TEST_F(Language, TheTableIsTheFirstThatExistsWhateverItHolds) {
+TEST_F(Language, TheTableIsTheFirstThatExistsAndTheOwnOneAnswersAfterIt) {
     const auto tableIsOf = [this](const char* folder) {
         return FindLanguageTable() == CAtlString(tree_.Path(folder + TABLE).c_str());
     };
@@ -115,9 +115,14 @@ TEST_F(Language, TheTableIsTheFirstThatExistsWhateverItHolds) {
     EXPECT_EQ(LanguageIdFromCode(L"De"), L"0407") << "the first of two";
     EXPECT_EQ(LanguageIdFromCode(L"x"), L"") << "a language without the attribute";
     EXPECT_EQ(LanguageAttributeById(0x0C0A, "Code"), L"DE");
-    EXPECT_EQ(LanguageAttributeById(0x1F, "Code"), L"001F");
-    tree_.Write("setup" + TABLE, "\xFF\xFE junk");
-    EXPECT_EQ(LanguageIdFromCode(L"de"), L"de");
+    EXPECT_EQ(LanguageAttributeById(0x1F, "Code"), L"001F") << "no table has it";
+    for (const std::string& table :
+         {std::string("<Table><a ID='0409' Code='en_US'/></Table>"), std::string("\xFF\xFE junk")}) {
+        tree_.Write("setup" + TABLE, table);
+        EXPECT_EQ(LanguageIdFromCode(L"ja"), L"0411") << table;
+        EXPECT_EQ(LanguageAttributeById(0x411, "Code"), L"ja") << table;
+        EXPECT_EQ(ResolveLanguageId(L"ja_JP"), 0x411) << table;
+    }
 }
 
 // What the user may write behind -locale, and what becomes of it with the shipped files.
@@ -168,7 +173,8 @@ TEST_F(Language, TheDirectionComesFromTheLanguageSetupsOwnTable) {
     const std::string languages = "<a ID='0401' Code='ar' RightToLeft='0'/><b Code='de' RightToLeft=";
     Set(MACHINE, SETUP, "VARDO Board/LanguagesFolder",
         MakeTable("board", languages + "'1'/>") + "/Languages");
-    EXPECT_FALSE(IsRightToLeft(L"ar") || IsRightToLeft(L"0401")) << "the program's own table is not asked";
+    EXPECT_FALSE(IsRightToLeft(L"ar") || IsRightToLeft(L"0401")) << "it has an answer";
+    EXPECT_TRUE(IsRightToLeft(L"he") && IsRightToLeft(L"040D")) << "the program's own table knows";
     EXPECT_TRUE(IsRightToLeft(L"DE"));
     Set(MACHINE, SETUP, "Notebook/LanguagesFolder",
         MakeTable("notebook", languages + "'true'/>") + "/Languages");
