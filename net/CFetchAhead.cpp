@@ -7,6 +7,7 @@
 
 #include <unistd.h>
 
+#include "platform/Addresses.h"
 #include "platform/CTemporaryFolder.h"
 #include "platform/CVardoDirectoryPath.h"
 
@@ -23,8 +24,7 @@ void CFetchAhead::Start(const ConnectionInfo& settings, std::size_t others) {
         Entry& entry = entries_[started_];
         CAtlString name;
         name.Format(L"%s%d-%d", CTemporaryFolder::OWN_NAME, getpid(), ++serial_);
-        const CVardoFilePath file =
-            CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(entry.url).GetExtension(), name);
+        const CVardoFilePath file = CVardoDirectoryPath::GetTempFilePath(AddressExtension(entry.url), name);
         if (file.IsEmpty())
             return;
         entry.transfer = std::make_unique<CAheadTransfer>(entry.url, file, settings, bounds_, ended_);

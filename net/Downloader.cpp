@@ -5,6 +5,7 @@
 
 #include "net/FailureText.h"
 #include "net/QtDownloader.h"
+#include "platform/Addresses.h"
 #include "platform/CTemporaryFolder.h"
 #include "platform/CVardoDirectoryPath.h"
 #include "platform/CVardoFilePath.h"
@@ -119,7 +120,7 @@ void Downloader::RememberProxy(bool isOpen) {
 }
 
 CVardoFilePath Downloader::TargetOf(const CAtlString& url) const {
-    return CVardoDirectoryPath::GetTempFilePath(CVardoFilePath(url).GetExtension(), baseName_);
+    return CVardoDirectoryPath::GetTempFilePath(AddressExtension(url), baseName_);
 }
 
 void Downloader::Note(const TransferRecord& record) {

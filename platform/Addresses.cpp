@@ -7,12 +7,14 @@
 #include <cwchar>
 #include <iterator>
 
+#include "platform/CVardoFilePath.h"
 #include "platform/TextConversion.h"
 
 namespace {
 
 constexpr wchar_t REPLACEMENT_CHARACTER = 0xFFFD;
 constexpr int LONGEST_UTF8_SEQUENCE = 4;
+constexpr int LONGEST_EXTENSION = 32;
 
 bool IsForAddresses(wchar_t ch) {
     return ch > L' ' && ch < 0x7F && std::wcschr(L"\"'`\\<>^{|}", ch) == nullptr;
@@ -39,6 +41,12 @@ CAtlString JoinTrimmed(const CAtlString& folder, const CAtlString& fileName) {
     trimmed.TrimRight(L'/');
     trimmed.TrimRight(L'\\');
     return trimmed + L"/" + fileName;
+}
+
+CAtlString AddressExtension(const CAtlString& address) {
+    const int end = address.FindOneOf(L"?#");
+    const CVardoFilePath file(end < 0 ? address : address.Left(end));
+    return file.GetExtension().Left(LONGEST_EXTENSION);
 }
 
 CAtlString PercentEncode(const CAtlString& address) {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // How a folder's address and a file's name become one address (there are two rules, each for the files that
-// say so), and what of an address may be given to a browser.
+// say so), what a file that is fetched has of its address, and what of an address may be given to a browser.
 #pragma once
 
 #include "platform/CAtlString.h"
@@ -13,6 +13,11 @@ CAtlString WithTrailingSlash(const CAtlString& folder);
 // The folder without its trailing run of "/", then without its trailing run of "\", then "/" and the file
 // name.
 CAtlString JoinTrimmed(const CAtlString& folder, const CAtlString& fileName);
+
+// The extension of the file at an address: from the last "." after the last "/" on, up to the query ("?") or
+// fragment ("#"), with its dot. Of a longer one, the first 32 characters: a name of 255 bytes is the longest
+// that a file can have. Empty when there is none.
+CAtlString AddressExtension(const CAtlString& address);
 
 // The address with what no address may hold (RFC 3986, section 2) percent-encoded: blanks, control
 // characters, quotes of all three kinds, "\", "<>^{|}" and, as UTF-8, everything beyond ASCII. What is

@@ -60,8 +60,16 @@ protected:
 
 TEST_F(ADownloader, NamesFilesAfterTheExtensionOfTheAddress) {
     const std::pair<const char*, const char*> rows[] = {
-        {"/a/products.xml", "NBKTemp.xml"}, {"/setup.tar.gz", "NBKTemp.gz"},   {"/no-dot-here", "NBKTemp"},
-        {"/dir.d/file", "NBKTemp"},         {"/dir/file.xml/", "NBKTemp.xml"}, {"/a.", "NBKTemp."},
+        {"/a/products.xml", "NBKTemp.xml"},
+        {"/setup.tar.gz", "NBKTemp.gz"},
+        {"/no-dot-here", "NBKTemp"},
+        {"/dir.d/file", "NBKTemp"},
+        {"/dir/file.xml/", "NBKTemp.xml"},
+        {"/a.", "NBKTemp."},
+        {"/setup.run?n=/a.b", "NBKTemp.run"},
+        {"/setup?n=a.run", "NBKTemp"},
+        {"/setup.run#a.b", "NBKTemp.run"},
+        {"/setup.0123456789012345678901234567890123456789", "NBKTemp.0123456789012345678901234567890"},
     };
     for (const auto& [path, name] : rows) {
         Clear();
