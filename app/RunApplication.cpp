@@ -11,15 +11,10 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QImageReader>
-#include <QPixmap>
 #include <QStyleFactory>
 #include <QTimer>
 #include <iostream>
 #include <memory>
-#include <thread>
-
-#include <fontconfig/fontconfig.h>
 
 namespace {
 
@@ -31,33 +26,16 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool g
     return std::make_unique<QCoreApplication>(argc, argv);
 }
 
-// Fontconfig reads its configuration while the display is opened: a fifth of all instructions of a start,
-// which the first text would otherwise wait for. FcInit may be called from any thread.
-std::jthread StartReadingFonts(bool gui) {
-    return gui ? std::jthread([] { FcInit(); }) : std::jthread();
-}
-
-// A reader that is told the format does not load each plugin for others to ask whether the picture is one of
-// those, with the libraries that they need.
-QIcon MakeWindowIcon() {
-    QImageReader reader(":/images/update.png", "png");
-    reader.setAutoDetectImageFormat(false);
-    return QPixmap::fromImageReader(&reader);
-}
-
 void DressUp() {
     const bool plastique = QStyleFactory::keys().contains("plastique", Qt::CaseInsensitive);
     QApplication::setStyle(plastique ? "plastique" : "fusion");
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(MakeWindowIcon());
+    QApplication::setWindowIcon(QIcon(":/images/update.png"));
 }
 
-void RunAction(CApplicationFactory& factory, std::jthread& fonts) {
-    if (factory.IsGuiEnabled()) {
+void RunAction(CApplicationFactory& factory) {
+    if (factory.IsGuiEnabled())
         DressUp();
-        // From here on there are texts; whoever asks for a font now would read the configuration once more.
-        fonts.join();
-    }
     factory.Run();
     // One turn of the event loop delivers what is still pending, deferred deletions above all.
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
@@ -70,7 +48,6 @@ void RunApplication(int argc, char** argv) {
     DoWithoutGLibInThreads();
     CApplicationFactory factory;
     factory.Parse(argc, argv);
-    std::jthread fonts = StartReadingFonts(factory.IsGuiEnabled());
     const auto application = MakeApplication(argc, argv, factory.IsGuiEnabled());
     SetLocaleOverride(factory.GetLocale().ToQString());
     InstallLanguage("VARDOProductUpdate", qobject_cast<QApplication*>(application.get()), true);
@@ -78,7 +55,7 @@ void RunApplication(int argc, char** argv) {
     const QByteArray executable = QCoreApplication::applicationFilePath().toUtf8();
     const CSingleInstanceLock lock(executable.constData(), LOCK_PROJECT);
     if (lock.IsHeld())
-        RunAction(factory, fonts);
+        RunAction(factory);
     else
         std::cerr << "VARDO Product Update is already running." << std::endl;
 }

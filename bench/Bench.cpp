@@ -166,7 +166,7 @@ private:
         const std::vector<double> walls =
             MediansByTurns(QUICK * runs_, {[this] { return MappedMs(Program("60", {}), "- Checking "); },
                                            [this] { return MappedMs({Tool("bare_dialog")}, ""); }});
-        Add({"start: to the window with 60 rows", "ms", walls[0], "bare dialog", walls[1], 1.25});
+        Add({"start: to the window with 60 rows", "ms", walls[0], "bare dialog", walls[1], 1.35});
     }
 
     double ScaleMs(int count) const {
