@@ -4,6 +4,8 @@
 // One function on a thread of its own, inside that thread's event loop.
 #pragma once
 
+#include "platform/ResultCodes.h"
+
 #include <QThread>
 #include <boost/function.hpp>
 
@@ -23,7 +25,7 @@ public:
     // Blocks until the thread has ended and serves the calling thread's events meanwhile; the thread's end
     // wakes it.
     void WaitWithEvents();
-    // What the work returned; valid after WaitWithEvents.
+    // What the work returned; RESULT_FAILED when the thread could not start. Valid after WaitWithEvents.
     int GetResult() const { return result_; }
 
 protected:
@@ -33,5 +35,5 @@ private:
     void RunWork();
 
     boost::function<int()> work_;
-    int result_ = 0;
+    int result_ = RESULT_FAILED;
 };

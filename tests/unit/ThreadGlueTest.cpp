@@ -13,6 +13,7 @@
 #include "net/QThreadWithLoop.h"
 #include "net/WaitWithQtEvents.h"
 #include "net/WakingFlag.h"
+#include "platform/ResultCodes.h"
 
 using namespace std::chrono_literals;
 
@@ -102,4 +103,13 @@ TEST(AThreadWithLoop, EndsWithoutWork) {
     thread.start(QThread::InheritPriority);
     thread.WaitWithEvents();
     EXPECT_EQ(thread.GetResult(), 1);
+}
+
+TEST(AThreadWithLoop, ThatCannotStartHasFailed) {
+    QThreadWithLoop thread([] { return RESULT_OK; });
+    // Less than pthread_attr_setstacksize(3) takes.
+    thread.setStackSize(1);
+    thread.start(QThread::InheritPriority);
+    thread.WaitWithEvents();
+    EXPECT_EQ(thread.GetResult(), RESULT_FAILED);
 }
