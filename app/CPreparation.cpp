@@ -34,36 +34,28 @@ bool CPreparation::IsOffered(CSelfUpdate& update) {
         update.LoadLocal() && !update.IsNoUpdates() && update.LoadRemote() && update.IsUpdateAvailable();
     if (offered)
         progress_->Pause();
-    return offered && !isCancelled_;
+    return offered;
 }
 
 bool CPreparation::FetchInstaller(CSelfUpdate& update) {
+    isCancelled_ = false;
     progress_->Begin(IProgress::Task::FETCHING_INSTALLER);
     const bool isFetched = update.DownloadInstaller();
     progress_->Pause();
     if (!isFetched && !isCancelled_)
         environment_.WarnSelfUpdateFailed();
-    ForgetCancel();
     return isFetched;
 }
 
 void CPreparation::RefreshProductList(CProductListController& list) {
     list.SetDownloader(downloader_);
-    if (isWatched_ && !isCancelled_)
+    if (isWatched_)
         progress_->Begin(IProgress::Task::LOOKING_FOR_LIST);
-    if (!isCancelled_)
-        list.UpdateProductList();
+    list.UpdateProductList();
     progress_->Pause();
-    ForgetCancel();
 }
 
 void CPreparation::Cancel() {
     isCancelled_ = true;
     downloader_->Cancel();
-}
-
-void CPreparation::ForgetCancel() {
-    if (isCancelled_)
-        downloader_->FetchAhead({});
-    isCancelled_ = false;
 }

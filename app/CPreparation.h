@@ -16,8 +16,8 @@ class CSelfUpdate;
 
 // Makes sure that the program and its product list are current. Lives for that long. GUI thread only.
 //
-// Whoever waits for this and sees it take long can skip the rest of it; the check that follows goes on. The
-// download of an installer can be cancelled by itself, without a word of warning: the user knows.
+// A user who sees a step take long can cancel it, and the next one follows. After a cancelled download of an
+// installer there is no warning: the user knows.
 class CPreparation {
 public:
     // isWatched: somebody waits for the window. Otherwise only what follows a user's consent is shown.
@@ -26,20 +26,19 @@ public:
     // Offers a newer version of the program itself. True when its installer was started: the process must
     // end, without saving anything.
     bool SelfUpdate();
-    // Lets the list refresh itself, unless the user has skipped that.
+    // Lets the list refresh itself.
     void RefreshProductList(CProductListController& list);
 
 private:
-    // Whether there is a newer version, and still somebody to be asked about it.
+    // Whether there is a newer version.
     bool IsOffered(CSelfUpdate& update);
     bool FetchInstaller(CSelfUpdate& update);
     void Cancel();
-    // Lets the downloader fetch again.
-    void ForgetCancel();
 
     IEnvironment& environment_;
     boost::shared_ptr<IDownloader> downloader_;
     bool isWatched_;
+    // The installer's download was cancelled.
     bool isCancelled_ = false;
     std::unique_ptr<IProgress> progress_;
 };

@@ -60,8 +60,7 @@ bool CWorkFlow::SelfUpdate() {
 int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {
     Initialize(context);
     proxyHandler_->SetInteractive(true);
-    Downloader::RemoveStaleFiles();
-    if (Prepare())
+    if (Prepare(true))
         return 0;
     MainWindow window(environment_);
     Connect(window);
@@ -76,12 +75,8 @@ int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {
 int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     Initialize(context);
     proxyHandler_->SetInteractive(false);
-    if (!IsCheckDue())
+    if (!IsCheckDue() || Prepare(false))
         return 0;
-    Downloader::RemoveStaleFiles();
-    if (SelfUpdate())
-        return 0;
-    CPreparation(*environment_, downloader_, false).RefreshProductList(*productList_);
     productList_->FindInstalled();
     MainWindow window(environment_);
     Connect(window);
@@ -101,8 +96,9 @@ int CWorkFlow::ReportParameterError(const CCmdLineContext& /*context*/) {
     return 1;
 }
 
-bool CWorkFlow::Prepare() {
-    CPreparation preparation(*environment_, downloader_, true);
+bool CWorkFlow::Prepare(bool isWatched) {
+    Downloader::RemoveStaleFiles();
+    CPreparation preparation(*environment_, downloader_, isWatched);
     if (preparation.SelfUpdate())
         return true;
     preparation.RefreshProductList(*productList_);

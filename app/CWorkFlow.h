@@ -44,8 +44,9 @@ public:
 private:
     // The command line's proxy when it is to override the stored one.
     void TakeProxy(const CCmdLineContext& context);
-    // What comes before the window of an interactive check. True when a newer program takes over.
-    bool Prepare();
+    // What comes before the products: tidies up after earlier runs, then see CPreparation. True when a newer
+    // program takes over.
+    bool Prepare(bool isWatched);
     void Connect(MainWindow& window) const;
     // Today becomes the date of the last check when any product could be checked.
     void RecordSuccess();

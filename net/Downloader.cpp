@@ -30,6 +30,7 @@ void Downloader::SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& hand
 }
 
 CAtlString Downloader::Download(const CAtlString& url) {
+    isCancelled_ = false;
     TakeProxySettings();
     StartAhead();
     last_ = {.url = url};
@@ -45,6 +46,7 @@ CAtlString Downloader::Download(const CAtlString& url) {
 
 CAtlString Downloader::DownloadInstaller(const CAtlString& url,
                                          const IDownloader::ProgressCallback& progress) {
+    isCancelled_ = false;
     TakeProxySettings();
     SetProgressCallback(progress);
     CAtlString file = Fetch(url, bounds_.ForInstaller());
@@ -53,7 +55,6 @@ CAtlString Downloader::DownloadInstaller(const CAtlString& url,
 }
 
 void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
-    isCancelled_ = false;
     ahead_.Plan(urls);
 }
 

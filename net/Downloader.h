@@ -80,6 +80,7 @@ private:
     CAtlString openProxyHost_;
     int openProxyPort_ = 0;
     CFetchAhead ahead_;
+    // The download in hand was cancelled.
     bool isCancelled_ = false;
     FailureCallback failed_;
     // How the last fetch ended.

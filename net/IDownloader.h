@@ -37,9 +37,9 @@ public:
     }
     // Says what Download will be asked for next, in that order and as often as it stands here, in place of
     // what was said before; with an empty list, that nobody waits for the rest any more. A downloader may use
-    // the time to fetch ahead. What Cancel said is over.
+    // the time to fetch ahead.
     virtual void FetchAhead(const std::vector<CAtlString>& /*urls*/) {}
-    // Nobody wants anything any more: a Download that waits, and every later one up to the next FetchAhead,
-    // fails at once. To be called while Download serves events, or between two of them.
+    // Ends the Download that waits, which fails at once, and drops what FetchAhead announced. The next
+    // Download fetches again. To be called while Download serves events.
     virtual void Cancel() {}
 };

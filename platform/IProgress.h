@@ -16,7 +16,8 @@ public:
 
     virtual ~IProgress() = default;
     // The program waits for this from now on. The fetching of an installer is shown at once, because the user
-    // has just asked for it; anything else only when all the waiting for such things is taking long.
+    // has just asked for it; anything else only when all the waiting for such things is taking long, which
+    // counts anew after a cancel.
     virtual void Begin(Task task) = 0;
     // How much of it has arrived, in bytes; total is 0 or less when unknown.
     virtual void SetBytes(int done, int total) = 0;

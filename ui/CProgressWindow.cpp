@@ -93,6 +93,8 @@ void CProgressWindow::Pause() {
 
 void CProgressWindow::reject() {
     appear_.stop();
+    // A second click on Cancel must not hit the window of the next step.
+    patience_ = PATIENCE;
     QDialog::reject();
     cancel_();
 }

@@ -23,7 +23,8 @@ public:
     CAtlString Download(const CAtlString& url) override {
         const std::string address = url.ToQString().toStdString();
         addresses.push_back(address);
-        if (whileDownloading && !isCancelled_)
+        isCancelled_ = false;
+        if (whileDownloading)
             whileDownloading();
         const auto found = contents_.find(address);
         if (found == contents_.end() || isCancelled_)
@@ -42,7 +43,6 @@ public:
     }
 
     void FetchAhead(const std::vector<CAtlString>& urls) override {
-        isCancelled_ = false;
         announced.emplace_back();
         for (const CAtlString& url : urls)
             announced.back().push_back(url.ToQString().toStdString());

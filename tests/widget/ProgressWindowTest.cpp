@@ -85,6 +85,8 @@ TEST_F(ProgressWindow, EveryWayToCloseItCancelsAndEnterIsNone) {
         EXPECT_FALSE(window_.isVisible());
         window_.Pause();
     }
+    window_.Begin(Task::LOOKING_FOR_LIST);
+    EXPECT_GE(TimeUntilVisible(), 600) << "a second click would cancel the next step, too";
 }
 
 TEST_F(ProgressWindow, StaysOutOfTheWayOfADialog) {

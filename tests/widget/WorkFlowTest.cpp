@@ -181,7 +181,7 @@ TEST_F(WorkFlow, UserSeesWaitingOnlyAfterConsentWhenTheCheckIsSilent) {
     EXPECT_EQ(environment_->progress.join(' '), ". installer 1/2 .");
 }
 
-TEST_F(WorkFlow, WhoHasWaitedEnoughForTheWindowGetsItAndItsCheck) {
+TEST_F(WorkFlow, CancelEndsOneStepOfTheWaitingForTheWindow) {
     AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
     Install();
     OfferSelfUpdate();
@@ -195,10 +195,10 @@ TEST_F(WorkFlow, WhoHasWaitedEnoughForTheWindowGetsItAndItsCheck) {
         return downloader_->addresses;
     };
     const std::string planner = "http://site/Planner.xml";
-    EXPECT_EQ(givesUpAtRequest(1), std::vector<std::string>({"http://self/self.xml", planner}));
+    const std::vector<std::string> all{"http://self/self.xml", "http://site/products.xml", planner};
+    EXPECT_EQ(givesUpAtRequest(1), all);
     EXPECT_EQ(environment_->selfUpdateQuestions, 0);
-    EXPECT_EQ(givesUpAtRequest(2),
-              std::vector<std::string>({"http://self/self.xml", "http://site/products.xml", planner}));
+    EXPECT_EQ(givesUpAtRequest(2), all);
     EXPECT_EQ(latest_, QStringList({"2.0.0.0", "2.0.0.0"}));
 }
 
