@@ -24,12 +24,7 @@ bool CSelfUpdate::DownloadInstaller() {
         return false;
     const CAtlString address = GetInstallerAddress();
     CInstallerSeal seal(SharedFile(CInstallerSeal::KEY_FILE));
-    // The signature comes first: it is small, and without a good one the installer need not be fetched.
-    if (seal.IsRequired() && !FetchSignature(address, seal))
-        return false;
-    CVardoFilePath installer(downloader_->DownloadInstaller(address, progress_));
-    if (seal.IsRequired() && !installer.IsEmpty())
-        installer = seal.Secure(installer);
+    const CVardoFilePath installer = seal.IsRequired() ? FetchSealed(address, seal) : Fetch(address);
     installer_ = installer.GetFilePathString();
     if (installer_.IsEmpty())
         return false;
@@ -38,9 +33,17 @@ bool CSelfUpdate::DownloadInstaller() {
     return true;
 }
 
-bool CSelfUpdate::FetchSignature(const CAtlString& address, CInstallerSeal& seal) {
-    const CVardoFilePath file(downloader_->Download(address + CInstallerSeal::SIGNATURE_EXTENSION));
-    const CAtlStringA bytes = ReadFileBytes(file);
-    file.Delete();
-    return seal.Accept({bytes.begin(), bytes.end()}, GetUpdateInstallFile(), GetUpdateVersion());
+CVardoFilePath CSelfUpdate::Fetch(const CAtlString& address) {
+    return CVardoFilePath(downloader_->DownloadInstaller(address, progress_));
+}
+
+// The signature comes first: it is small, and without a good one the installer need not be fetched.
+CVardoFilePath CSelfUpdate::FetchSealed(const CAtlString& address, CInstallerSeal& seal) {
+    const CVardoFilePath signature(downloader_->Download(address + CInstallerSeal::SIGNATURE_EXTENSION));
+    const CAtlStringA bytes = ReadFileBytes(signature);
+    signature.Delete();
+    if (!seal.Accept({bytes.begin(), bytes.end()}, GetUpdateInstallFile(), GetUpdateVersion()))
+        return {};
+    const CVardoFilePath installer = Fetch(address);
+    return installer.IsEmpty() ? installer : seal.Secure(installer);
 }

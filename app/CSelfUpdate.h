@@ -37,8 +37,10 @@ protected:
 private:
     // The path of a file in the shared data folder; its name when there is no such folder.
     CVardoFilePath SharedFile(const CAtlString& fileName) const;
-    // Whether the site has a signature for the installer at address that the seal accepts.
-    bool FetchSignature(const CAtlString& address, CInstallerSeal& seal);
+    // The installer at address; empty when it could not be fetched.
+    CVardoFilePath Fetch(const CAtlString& address);
+    // The same, if the maker vouches for it; otherwise empty.
+    CVardoFilePath FetchSealed(const CAtlString& address, CInstallerSeal& seal);
 
     bool downloaded_ = false;
     CAtlString installer_;
