@@ -3,8 +3,10 @@
 
 // The entry point.
 #include "app/RunApplication.h"
+#include "platform/BrokenPipes.h"
 
 int main(int argc, char** argv) {
+    IgnoreBrokenPipes();
     RunApplication(argc, argv);
     return 0;
 }

@@ -27,7 +27,8 @@ says what the update program would ignore, reject or misread. Writes nothing but
   --help           this text
   --version        the version of the program
 
-Exit status: 0 nothing found, or notes only; 1 warnings; 2 errors; 64 wrong usage.
+Exit status: 0 nothing found, or notes only; 1 warnings; 2 errors, or the output could not be written;
+64 wrong usage.
 )";
 
 struct Options {
@@ -96,6 +97,6 @@ int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostrea
     }
     if (out.flush())
         return status;
-    err << "VARDOCatalogCheck: what was found could not be written\n";
+    err << "VARDOCatalogCheck: the output could not be written\n";
     return EXIT_ERRORS;
 }

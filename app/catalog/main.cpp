@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 #include "app/catalog/RunCatalogCheck.h"
+#include "platform/BrokenPipes.h"
 
 #include <QCoreApplication>
 #include <iostream>
 
 int main(int argc, char** argv) {
+    IgnoreBrokenPipes();
     const QCoreApplication application(argc, argv);
     return RunCatalogCheck(QCoreApplication::arguments(), std::cout, std::cerr);
 }

@@ -28,7 +28,8 @@ Exit status:
   1   updates are available
   2   something was not checked, for whatever reason; also when there are
       updates as well, without a product list, and with --offline whenever
-      something is installed that could have been checked. Notices do not count
+      something is installed that could have been checked. Notices do not count.
+      Or the output could not be written
   64  wrong usage
 
 The proxy is the one of the settings, unless --proxy names another. Nobody is

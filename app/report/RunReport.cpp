@@ -21,9 +21,12 @@ namespace {
 // As of sysexits(3).
 constexpr int WRONG_USAGE = 64;
 
+// Says so on standard error when the text could not be written.
 bool Print(const QString& text) {
-    std::cout << text.toStdString() << std::flush;
-    return std::cout.good();
+    if (std::cout << text.toStdString() << std::flush)
+        return true;
+    std::cerr << "VARDOUpdateReport: the output could not be written\n";
+    return false;
 }
 
 boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& options) {

@@ -3,7 +3,9 @@
 
 // The entry point of the report.
 #include "app/report/RunReport.h"
+#include "platform/BrokenPipes.h"
 
 int main(int argc, char** argv) {
+    IgnoreBrokenPipes();
     return RunReport(argc, argv);
 }

@@ -148,6 +148,18 @@ TEST_F(ReportTest, SaysAndEndsAsInTheTable) {
     }
 }
 
+TEST_F(ReportTest, OutputThatCannotBeWrittenIsAFailure) {
+    WriteList({"NONE"});
+    for (const std::string output : {">/dev/full", "> >(exec true); wait $!"})
+        for (const std::string command : {"UpdateReport", "UpdateReport --json", "CatalogCheck --version"}) {
+            report_ = std::make_unique<ChildProcess>(
+                "bash", std::vector<std::string>{"-c", "exec " + output + "; exec \"$0\"" + command,
+                                                 SampleMachine::FOLDER + "/bin/VARDO"});
+            EXPECT_EQ(report_->ExitCode(), 2) << command << output;
+            EXPECT_THAT(report_->Errors(), HasSubstr("the output could not be written\n"));
+        }
+}
+
 TEST_F(ReportTest, OfflineNothingIsFetched) {
     WriteList({"VBS"});
     const std::string before = SampleMachine::Requests();
