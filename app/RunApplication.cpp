@@ -20,6 +20,12 @@ namespace {
 
 constexpr char LOCK_PROJECT = 'q';
 
+// Qt ends a process that finds no display with SIGABRT. Empty variables count as unset, as they do there.
+bool IsDisplayNamed() {
+    const auto isSet = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
+    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+}
+
 std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool gui) {
     if (gui)
         return std::make_unique<QApplication>(argc, argv);
@@ -48,6 +54,12 @@ void RunApplication(int argc, char** argv) {
     DoWithoutGLibInThreads();
     CApplicationFactory factory;
     factory.Parse(argc, argv);
+    if (factory.IsGuiEnabled() && !IsDisplayNamed()) {
+        std::cerr << "VARDO Product Update needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set; "
+                     "VARDOUpdateReport checks without one."
+                  << std::endl;
+        return;
+    }
     const auto application = MakeApplication(argc, argv, factory.IsGuiEnabled());
     SetLocaleOverride(factory.GetLocale().ToQString());
     InstallLanguage("VARDOProductUpdate", qobject_cast<QApplication*>(application.get()), true);
