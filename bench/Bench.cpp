@@ -5,19 +5,19 @@
 // needs.
 //
 // bench STATE PORT RUNS [--json]: STATE holds bin/ with the programs, site/, which a web server serves on
-// PORT of 127.0.0.1, and text.json, what text_benchmarks printed. RUNS is how many times each figure is
-// measured, at least.
+// PORT of 127.0.0.1, and line.conf, with which nginx serves it on the same port of every address. RUNS is how
+// many times each figure is measured, at least.
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QMap>
 #include <cstdio>
 #include <functional>
+#include <optional>
+#include <system_error>
+#include <thread>
 
 #include <poll.h>
 #include <unistd.h>
 
+#include "CDelayedLine.h"
 #include "CMeasuredProcess.h"
 #include "CReport.h"
 #include "CWindowWatch.h"
@@ -29,6 +29,21 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
+// Every figure with its bound.
+constexpr const char* CURL = "curl -Z --parallel-max 6";
+constexpr const char* DIALOG = "bare dialog";
+constexpr Bound LINE_60{"60 products, round trip of 100 ms", "ms", CURL, 0.95};
+constexpr Bound LINE_10{"10 products, round trip of 100 ms", "ms", CURL, 0.85};
+constexpr Bound FURTHER{"each further product on loopback, of 600", "ms", CURL, 2.0};
+constexpr Bound THOUGHT{"60 products, answers after 100 ms of thought", "ms", "one after the other", 0.2};
+constexpr Bound START{"start to the window with 60 rows", "ms", DIALOG, 1.35};
+constexpr Bound MEMORY_60{"peak memory, silent check of 60", "MiB", DIALOG, 1.25};
+constexpr Bound MEMORY_600{"peak memory, silent check of 600", "MiB", DIALOG, 1.35};
+constexpr Bound LIST_500{"list of 500, processor time", "ms", "at most", 1.0};
+constexpr Bound LIST_5000{"list of 5,000, processor time", "ms", "12 times that of 500", 1.0};
+constexpr Bound IDLE{"idle window, processor time in 10 s", "ms", "", 10.0};
+constexpr Bound WAITING{"waiting 5 s, processor time of it", "ms", "at most", 1.0};
+
 constexpr int IDLE_SECONDS = 10;
 // How many times as often is measured what takes some 30 ms: where the scheduler puts the processes makes
 // twice the difference that is to be seen.
@@ -37,18 +52,18 @@ constexpr int QUICK = 20;
 class Bench {
 public:
     Bench(const fs::path& state, int port, int runs) : state_(state), port_(port), runs_(runs) {
-        ProductSet::Publish(state_ / "site", 10'000);
-        for (const int count : {60, 260, 1'000, 10'000})
+        ProductSet::Publish(state_ / "site", 600);
+        for (const int count : {60, 500, 600, 5'000})
             Install(std::to_string(count), count, SiteAddress());
     }
 
     void Measure() {
+        MeasureLine();
         MeasureFetching();
         MeasureSlowServer();
         MeasureStart();
         MeasureScale();
         MeasureMemory();
-        AddTexts();
         MeasureWaiting();
     }
 
@@ -57,10 +72,13 @@ public:
 private:
     using Command = std::vector<std::string>;
 
-    void Add(const Figure& figure) {
-        report_.Add(figure);
-        std::fprintf(stderr, "%s: %g, %s: %g\n", qUtf8Printable(figure.name), figure.ours,
-                     qUtf8Printable(figure.referenceName), figure.reference);
+    void Add(const Bound& bound, double ours, double reference) {
+        report_.Add({bound, ours, reference});
+        std::fprintf(stderr, "%s: %g, %s: %g\n", bound.name, ours, bound.reference, reference);
+    }
+    void LeaveOut(const Bound& bound, const char* why) {
+        report_.Add({bound, 0, 0, why});
+        std::fprintf(stderr, "%s: left out: %s\n", bound.name, why);
     }
     std::string SiteAddress() const { return "http://127.0.0.1:" + std::to_string(port_); }
     std::string Tool(const char* name) const { return state_ / "bin" / name; }
@@ -87,7 +105,25 @@ private:
         command.insert(command.end(), arguments.begin(), arguments.end());
         return command;
     }
-    Usage SilentCheck(const std::string& set) { return CMeasuredProcess::Run(Program(set, {"-silent"})); }
+    Usage SilentCheck(const std::string& set, int network = CMeasuredProcess::HERE) {
+        return CMeasuredProcess::Run(Program(set, {"-silent"}), network);
+    }
+    // What the check of a set fetches, fetched by curl.
+    static Usage Curl(int count, const std::string& address, int network = CMeasuredProcess::HERE) {
+        return CMeasuredProcess::Run({"curl", "-sf", "--no-progress-meter", "-Z", "--parallel-max", "6",
+                                      address + "/[0-" + std::to_string(count - 1) + "].xml"},
+                                     network);
+    }
+
+    // Waits until another process has made the file.
+    static void AwaitFile(const fs::path& file) {
+        const auto deadline = std::chrono::steady_clock::now() + 10s;
+        while (!fs::exists(file)) {
+            if (std::chrono::steady_clock::now() > deadline)
+                throw std::runtime_error("nobody has made " + file.string());
+            std::this_thread::sleep_for(10ms);
+        }
+    }
 
     using Measurement = std::function<double()>;
 
@@ -107,33 +143,40 @@ private:
         return MediansByTurns(runs_, {measurement}).front();
     }
 
+    void MeasureLine() {
+        std::optional<CDelayedLine> line;
+        try {
+            line.emplace();
+        } catch (const std::system_error& error) {
+            for (const Bound& bound : {LINE_60, LINE_10})
+                LeaveOut(bound, error.what());
+            return;
+        }
+        const CMeasuredProcess site({"nginx", "-p", state_, "-c", "line.conf", "-e", "line.log"},
+                                    line->ServerNamespace());
+        AwaitFile(state_ / "line.pid");
+        const std::string address =
+            std::string("http://") + CDelayedLine::SERVER + ":" + std::to_string(port_);
+        Install("line 60", 60, address);
+        Install("line 10", 10, address);
+        const int here = line->ClientNamespace();
+        const std::vector<double> walls =
+            MediansByTurns(runs_, {[&] { return SilentCheck("line 60", here).wallMs; },
+                                   [&] { return Curl(60, address, here).wallMs; },
+                                   [&] { return SilentCheck("line 10", here).wallMs; },
+                                   [&] { return Curl(10, address, here).wallMs; }});
+        Add(LINE_60, walls[0], walls[1]);
+        Add(LINE_10, walls[2], walls[3]);
+    }
+
     // What each further file costs: the difference between two sizes, so that the start does not count.
-    static constexpr int FEW = 60;
-    static constexpr int MANY = 260;
-    static double PerFurtherFile(double few, double many) { return (many - few) / (MANY - FEW); }
-    double CurlEachMs(int count) const {
-        double sum = 0;
-        for (int i = 0; i < count; ++i)
-            sum += CMeasuredProcess::Run({"curl", "-s", SiteAddress() + "/" + std::to_string(i) + ".xml"})
-                       .wallMs;
-        return sum;
-    }
-    double OneCurlMs(int count) const {
-        return CMeasuredProcess::Run({"curl", "-s", "-H", "Connection: close",
-                                      SiteAddress() + "/[0-" + std::to_string(count - 1) + "].xml"})
-            .wallMs;
-    }
     void MeasureFetching() {
-        const std::vector<double> walls = MediansByTurns(
-            QUICK * runs_, {[this] { return SilentCheck(std::to_string(FEW)).wallMs; },
-                            [this] { return SilentCheck(std::to_string(MANY)).wallMs; },
-                            [this] { return OneCurlMs(FEW); }, [this] { return OneCurlMs(MANY); }});
-        const double ours = PerFurtherFile(walls[0], walls[1]);
-        const double one = PerFurtherFile(walls[2], walls[3]);
-        const double each = PerFurtherFile(MedianOf([this] { return CurlEachMs(FEW); }),
-                                           MedianOf([this] { return CurlEachMs(MANY); }));
-        Add({"fetch: each further product", "ms", ours, "curl process each", each, 1.0});
-        Add({"fetch: each further product", "ms", ours, "one curl, new connections", one, 2.0});
+        const std::vector<double> walls =
+            MediansByTurns(QUICK * runs_, {[this] { return SilentCheck("60").wallMs; },
+                                           [this] { return SilentCheck("600").wallMs; },
+                                           [this] { return Curl(60, SiteAddress()).wallMs; },
+                                           [this] { return Curl(600, SiteAddress()).wallMs; }});
+        Add(FURTHER, (walls[1] - walls[0]) / 540, (walls[3] - walls[2]) / 540);
     }
 
     void MeasureSlowServer() {
@@ -143,7 +186,7 @@ private:
         server.Serve(LoopbackServer::ANY, answer);
         Install("slow", 60, server.Address("").toStdString());
         const double ours = MedianOf([this] { return SilentCheck("slow").wallMs; });
-        Add({"60 products, answers after 100 ms", "ms", ours, "one after the other", 60 * 100, 0.2});
+        Add(THOUGHT, ours, 60 * 100);
     }
 
     // Until the window is there and, when a line is given, that line has been printed.
@@ -166,7 +209,7 @@ private:
         const std::vector<double> walls =
             MediansByTurns(QUICK * runs_, {[this] { return MappedMs(Program("60", {}), "- Checking "); },
                                            [this] { return MappedMs({Tool("bare_dialog")}, ""); }});
-        Add({"start: to the window with 60 rows", "ms", walls[0], "bare dialog", walls[1], 1.35});
+        Add(START, walls[0], walls[1]);
     }
 
     double ScaleMs(int count) const {
@@ -176,41 +219,18 @@ private:
         return std::stod(process.LastLine());
     }
     void MeasureScale() {
-        const double thousand = MedianOf([this] { return ScaleMs(1'000); });
-        const double tenThousand = MedianOf([this] { return ScaleMs(10'000); });
-        Add({"scale: list of 1,000, processor time", "ms", thousand, "bound", 250, 1.0});
-        Add({"scale: list of 10,000, processor time", "ms", tenThousand, "1,000", thousand, 12});
+        const double few = MedianOf([this] { return ScaleMs(500); });
+        const double many = MedianOf([this] { return ScaleMs(5'000); });
+        Add(LIST_500, few, 250);
+        Add(LIST_5000, many, 12 * few);
     }
 
     void MeasureMemory() {
-        const double ours = MedianOf([this] { return SilentCheck("60").peakKiB; });
         const double bare = MedianOf([this] {
-            return CMeasuredProcess::Run({Tool("bare_dialog"), "--quit"}).peakKiB;
+            return CMeasuredProcess::Run({Tool("bare_dialog"), "--quit"}).peakMiB;
         });
-        const double large = MedianOf([this] { return SilentCheck("10000").peakKiB; });
-        Add({"memory: silent check of 60, peak", "KiB", ours, "bare dialog", bare, 1.25});
-        Add({"memory: each further product, of 10,000", "KiB", (large - ours) / 9'940, "", 0, 0});
-    }
-
-    // Every sample of every operation, next to each of the types that do the same.
-    void AddTexts() {
-        QFile file(QString::fromStdString(state_ / "text.json"));
-        if (!file.open(QIODevice::ReadOnly))
-            throw std::runtime_error("no text.json");
-        QMap<QString, QMap<QString, double>> times;
-        for (const auto& row : QJsonDocument::fromJson(file.readAll())["benchmarks"].toArray()) {
-            const QJsonValue value = row;
-            const QString name = value["run_name"].toString();
-            if (value["aggregate_name"].toString() == "median")
-                times[name.section('/', 0, -2)][name.section('/', -1)] = value["cpu_time"].toDouble();
-        }
-        for (auto operation = times.begin(); operation != times.end(); ++operation) {
-            const bool isVersion = operation.key().startsWith("version ");
-            const double ours = operation->take(isVersion ? "CVersionString" : "CAtlString");
-            const double bound = isVersion || operation.key().startsWith("copy") ? 1.0 : 1.25;
-            for (auto other = operation->begin(); other != operation->end(); ++other)
-                Add({operation.key(), "ns", ours, other.key(), other.value(), bound});
-        }
+        Add(MEMORY_60, MedianOf([this] { return SilentCheck("60").peakMiB; }), bare);
+        Add(MEMORY_600, MedianOf([this] { return SilentCheck("600").peakMiB; }), bare);
     }
 
     // In clock ticks of the system (proc(5)), as milliseconds.
@@ -234,8 +254,7 @@ private:
         return ProcessorMs(process.Id()) - before;
     }
     void MeasureWaiting() {
-        report_.Add(
-            {"idle window: processor time in 10 s", "ms", MedianOf([this] { return IdleMs(); }), "", 0, 10});
+        Add(IDLE, MedianOf([this] { return IdleMs(); }), 0);
         LoopbackServer server;
         LoopbackAnswer answer = LoopbackAnswer::Body(ProductSet::Offer());
         server.Serve("/0.xml", answer);
@@ -247,8 +266,7 @@ private:
         const std::vector<double> times =
             MediansByTurns(runs_, {[this] { return SilentCheck("late").processorMs; },
                                    [this] { return SilentCheck("one").processorMs; }});
-        Add({"waiting 5 s: processor time of it", "ms", std::max(times[0] - times[1], 0.0), "bound", 20,
-             1.0});
+        Add(WAITING, std::max(times[0] - times[1], 0.0), 20);
     }
 
     fs::path state_;

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include <fcntl.h>
+#include <sched.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -20,7 +21,7 @@ double Milliseconds(const timeval& time) {
 
 }  // namespace
 
-CMeasuredProcess::CMeasuredProcess(const std::vector<std::string>& command) {
+CMeasuredProcess::CMeasuredProcess(const std::vector<std::string>& command, int network) {
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
@@ -35,7 +36,8 @@ CMeasuredProcess::CMeasuredProcess(const std::vector<std::string>& command) {
     if (id_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         dup2(ends[1], STDOUT_FILENO);
-        execvp(arguments[0], arguments.data());
+        if (network == HERE || setns(network, CLONE_NEWNET) == 0)
+            execvp(arguments[0], arguments.data());
         _exit(127);
     }
     close(ends[1]);
@@ -75,5 +77,5 @@ Usage CMeasuredProcess::Wait() {
     if (status != 0)
         throw std::runtime_error("a measured program failed");
     return {Elapsed(), Milliseconds(used.ru_utime) + Milliseconds(used.ru_stime),
-            static_cast<double>(used.ru_maxrss)};
+            static_cast<double>(used.ru_maxrss) / 1024};
 }

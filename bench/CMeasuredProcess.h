@@ -14,7 +14,7 @@
 struct Usage {
     double wallMs = 0;
     double processorMs = 0;
-    double peakKiB = 0;
+    double peakMiB = 0;
 };
 
 // Starts a program in its constructor, with its standard output in a pipe, and ends it in the destructor if
@@ -22,10 +22,13 @@ struct Usage {
 // exception.
 class CMeasuredProcess {
 public:
-    explicit CMeasuredProcess(const std::vector<std::string>& command);
+    // The program runs in the network namespace of that descriptor; with HERE in this process's own.
+    explicit CMeasuredProcess(const std::vector<std::string>& command, int network = HERE);
     ~CMeasuredProcess();
     CMeasuredProcess(const CMeasuredProcess&) = delete;
     CMeasuredProcess& operator=(const CMeasuredProcess&) = delete;
+
+    static constexpr int HERE = -1;
 
     pid_t Id() const { return id_; }
     // Milliseconds since the start.
@@ -40,7 +43,9 @@ public:
     const std::string& LastLine() const { return lastLine_; }
 
     // The three in one.
-    static Usage Run(const std::vector<std::string>& command) { return CMeasuredProcess(command).Wait(); }
+    static Usage Run(const std::vector<std::string>& command, int network = HERE) {
+        return CMeasuredProcess(command, network).Wait();
+    }
 
 private:
     std::chrono::steady_clock::time_point start_;

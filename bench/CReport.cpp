@@ -26,25 +26,31 @@ QString Line(const QString& name, const QString& ours, const QString& reference,
 }
 
 QString Row(const Figure& figure) {
+    if (!figure.leftOut.isEmpty())
+        return Line(figure.bound.name, "", "left out: " + figure.leftOut, "", "", "");
     const bool compared = figure.reference > 0;
-    const QString reference = compared ? figure.referenceName + ": " + Number(figure.reference) : QString();
-    return Line(figure.name, Number(figure.ours) + ' ' + figure.unit, reference,
-                compared ? Number(figure.Ratio()) : QString(),
-                figure.bound > 0 ? Number(figure.bound) : QString(),
-                figure.bound > 0 ? (figure.IsReached() ? "yes" : "NO") : "");
+    const QString reference =
+        compared ? QString(figure.bound.reference) + ": " + Number(figure.reference) : QString();
+    return Line(figure.bound.name, Number(figure.ours) + ' ' + figure.bound.unit, reference,
+                compared ? Number(figure.Ratio()) : QString(), Number(figure.bound.ratio),
+                figure.IsReached() ? "yes" : "NO");
 }
 
 QJsonObject Object(const Figure& figure) {
-    QJsonObject object{{"name", figure.name}, {"unit", figure.unit}, {"value", figure.ours}};
+    QJsonObject object{{"name", figure.bound.name}};
+    if (!figure.leftOut.isEmpty()) {
+        object["leftOut"] = figure.leftOut;
+        return object;
+    }
+    object["unit"] = figure.bound.unit;
+    object["value"] = figure.ours;
     if (figure.reference > 0) {
-        object["reference"] = figure.referenceName;
+        object["reference"] = figure.bound.reference;
         object["referenceValue"] = figure.reference;
         object["ratio"] = figure.Ratio();
     }
-    if (figure.bound > 0) {
-        object["bound"] = figure.bound;
-        object["reached"] = figure.IsReached();
-    }
+    object["bound"] = figure.bound.ratio;
+    object["reached"] = figure.IsReached();
     return object;
 }
 

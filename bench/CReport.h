@@ -7,18 +7,25 @@
 #include <QString>
 #include <vector>
 
-// One figure: ours, what it is compared with, and how much of that it may be. Without a reference the bound
-// is that of the figure itself; without a bound the figure is only stated.
+// What a figure is called, what it is compared with, and how much of that it may be. Without a reference the
+// bound is that of the figure itself.
+struct Bound {
+    const char* name;
+    const char* unit;
+    const char* reference;
+    double ratio;
+};
+
+// One figure: ours, and what it is compared with.
 struct Figure {
-    QString name;
-    QString unit;
+    Bound bound;
     double ours = 0;
-    QString referenceName;
     double reference = 0;
-    double bound = 0;
+    // Why it could not be measured; empty for a figure that was.
+    QString leftOut{};
 
     double Ratio() const { return reference > 0 ? ours / reference : ours; }
-    bool IsReached() const { return bound <= 0 || Ratio() <= bound; }
+    bool IsReached() const { return Ratio() <= bound.ratio; }
 };
 
 class CReport {
