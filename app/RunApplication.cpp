@@ -7,7 +7,6 @@
 #include "app/CSingleInstanceLock.h"
 #include "i18n/InstallLanguage.h"
 #include "i18n/Language.h"
-#include "platform/ThreadEventLoops.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -51,7 +50,6 @@ void RunAction(CApplicationFactory& factory) {
 }  // namespace
 
 void RunApplication(int argc, char** argv) {
-    DoWithoutGLibInThreads();
     CApplicationFactory factory;
     factory.Parse(argc, argv);
     if (factory.IsGuiEnabled() && !IsDisplayNamed()) {

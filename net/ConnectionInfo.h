@@ -6,10 +6,38 @@
 
 #include "platform/CAtlString.h"
 
+#include <QString>
 #include <boost/function.hpp>
 
-// Read by the transfer on its own thread while the thread that asked for it waits; everything else happens on
-// the asking thread (the GUI thread). A notification without a callback does nothing.
+// For a proxy.
+struct Credentials {
+    CAtlString userName;
+    CAtlString password;
+
+    bool IsEmpty() const { return userName.IsEmpty(); }
+    bool operator==(const Credentials& other) const {
+        return userName.Compare(other.userName) == 0 && password.Compare(other.password) == 0;
+    }
+};
+
+// How a transfer reaches its server.
+struct Route {
+    // Empty for a direct connection.
+    CAtlString proxyHost;
+    int proxyPort = 0;
+    Credentials credentials;
+
+    bool IsDirect() const { return proxyHost.IsEmpty(); }
+    // What the proxy is remembered by.
+    QString ProxyName() const { return proxyHost.ToQString() + u':' + QString::number(proxyPort); }
+    bool operator==(const Route& other) const {
+        return proxyHost.Compare(other.proxyHost) == 0 && proxyPort == other.proxyPort &&
+               credentials == other.credentials;
+    }
+};
+
+// Used on the asking thread (the GUI thread) only: a transfer takes a copy of its route along. A notification
+// without a callback does nothing.
 class ConnectionInfo {
 public:
     using FailedCallback = boost::function<void(CAtlString)>;
@@ -26,24 +54,41 @@ public:
     ConnectionInfo& operator=(const ConnectionInfo&) = default;
     virtual ~ConnectionInfo() = default;
 
-    // A connection failed; error is Qt's text for it.
-    virtual void ConnectionFailed(const CAtlString& error);
-    virtual void ProxyAuthCanceled();
-    // The proxy at host and port wants credentials. True when userName and password are to be tried; false
-    // without a callback.
+    // A connection failed; error is Qt's text for it, or the program's.
+    virtual void ConnectionFailed(const CAtlString& error) {
+        if (connectionFailed_)
+            connectionFailed_(error);
+    }
+    virtual void ProxyAuthCanceled() {
+        if (proxyAuthCanceled_)
+            proxyAuthCanceled_();
+    }
+    // The proxy at host and port wants credentials; it has refused those that userName and password hold.
+    // True when what they hold afterwards is to be tried; false without a callback.
     virtual bool ProxyAuthRequired(const CAtlString& host, int port, CAtlString& userName,
-                                   CAtlString& password);
+                                   CAtlString& password) {
+        return proxyAuthRequired_ && proxyAuthRequired_(host, port, userName, password);
+    }
     // Bytes read so far, and in all (0 or less when unknown).
-    virtual void DataReadProgress(int done, int total);
+    virtual void DataReadProgress(int done, int total) {
+        if (progress_)
+            progress_(done, total);
+    }
 
-    const CAtlString& GetUserName() const { return userName_; }
-    const CAtlString& GetPassword() const { return password_; }
-    void SetCredentials(const CAtlString& userName, const CAtlString& password);
-    const CAtlString& GetProxyHost() const { return proxyHost_; }
-    int GetProxyPort() const { return proxyPort_; }
+    const Route& GetRoute() const { return route_; }
+    const CAtlString& GetUserName() const { return route_.credentials.userName; }
+    const CAtlString& GetPassword() const { return route_.credentials.password; }
+    void SetCredentials(const CAtlString& userName, const CAtlString& password) {
+        route_.credentials = {userName, password};
+    }
+    const CAtlString& GetProxyHost() const { return route_.proxyHost; }
+    int GetProxyPort() const { return route_.proxyPort; }
     // Through the proxy at host and port when host is not empty, else direct.
-    void SetProxy(const CAtlString& host, int port);
-    int GetProxyMode() const { return proxyMode_; }
+    void SetProxy(const CAtlString& host, int port) {
+        route_.proxyHost = host;
+        route_.proxyPort = port;
+    }
+    int GetProxyMode() const { return route_.IsDirect() ? DIRECT : THROUGH_PROXY; }
 
     void SetConnectionFailedCallback(const FailedCallback& callback) { connectionFailed_ = callback; }
     void SetProxyAuthCanceledCallback(const AuthCanceledCallback& callback) { proxyAuthCanceled_ = callback; }
@@ -51,11 +96,7 @@ public:
     void SetProgressCallback(const ProgressCallback& callback) { progress_ = callback; }
 
 private:
-    CAtlString userName_;
-    CAtlString password_;
-    CAtlString proxyHost_;
-    int proxyPort_ = 0;
-    int proxyMode_ = DIRECT;
+    Route route_;
     FailedCallback connectionFailed_;
     AuthCanceledCallback proxyAuthCanceled_;
     AuthRequiredCallback proxyAuthRequired_;

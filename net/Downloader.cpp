@@ -33,13 +33,12 @@ CAtlString Downloader::Download(const CAtlString& url) {
     isCancelled_ = false;
     TakeProxySettings();
     StartAhead();
-    last_ = {.url = url};
     CAtlString file;
-    const std::unique_ptr<CAheadTransfer> transfer = ahead_.Take(url);
-    if (!transfer || !Receive(*transfer, file))
+    const std::unique_ptr<AheadTransfer> ahead = ahead_.Take(url);
+    if (!ahead || !Receive(*ahead, file))
         file = Fetch(url, bounds_);
-    if (file.IsEmpty())
-        TellFailure();
+    if (file.IsEmpty() && failed_ && !isCancelled_)
+        failed_(FailureText(last_));
     StartAhead();
     return file;
 }
@@ -56,68 +55,63 @@ CAtlString Downloader::DownloadInstaller(const CAtlString& url,
 
 void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
     ahead_.Plan(urls);
+    if (!urls.empty())
+        return;
+    threads_->End();
+    threads_->Memory().EndCheck();
 }
 
 void Downloader::Cancel() {
     isCancelled_ = true;
-    if (cancelTransfer_)
-        cancelTransfer_();
+    if (inHand_)
+        inHand_->Cancel();
     ahead_.Plan({});
 }
 
 CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds) {
     last_ = {.url = url};
-    const CVardoFilePath target = isCancelled_ ? CVardoFilePath() : TargetOf(url);
-    if (target.IsEmpty())
+    if (isCancelled_)
         return {};
-    QtDownloader transfer(bounds);
-    cancelTransfer_ = [&transfer] { transfer.Cancel(); };
-    const int result = transfer.DownloadOnThread(url, target.GetFilePathString(), this);
-    cancelTransfer_.clear();
-    RememberProxy(transfer.WasLetThrough());
-    Note(transfer.GetRecord());
+    const CVardoFilePath target = TargetOf(url);
+    if (target.IsEmpty()) {
+        last_.error = CAtlString(NoFolderText());
+        last_.culprit = TransferRecord::Culprit::COMPUTER;
+        Note(last_);
+        return {};
+    }
+    QtDownloader transfer(bounds, threads_);
+    transfer.Start(url, target.GetFilePathString(), this);
     // It may have been cancelled just after its end.
-    if (result == RESULT_OK && !isCancelled_)
+    if (Finish(transfer) == RESULT_OK && !isCancelled_)
         return target.GetFilePathString();
     target.Delete();
     return {};
 }
 
-bool Downloader::Receive(CAheadTransfer& transfer, CAtlString& file) {
-    cancelTransfer_ = [&transfer] { transfer.Cancel(); };
-    const int result = transfer.Finish();
-    cancelTransfer_.clear();
-    Note(transfer.GetRecord());
-    if (transfer.WasAskedForCredentials())
-        RememberProxy(false);
-    if (result != RESULT_OK && !transfer.CanBeTrusted(*this))
+bool Downloader::Receive(AheadTransfer& ahead, CAtlString& file) {
+    const int result = Finish(ahead.transfer);
+    if (ahead.transfer.IsHeld() || (result != RESULT_OK && !(ahead.route == GetRoute())))
         return false;
-    transfer.Report(*this);
+    if (last_.bytes > 0)
+        DataReadProgress(static_cast<int>(last_.bytes), static_cast<int>(last_.bytes));
+    if (!last_.error.IsEmpty())
+        ConnectionFailed(last_.error);
     if (result == RESULT_OK && !isCancelled_)
-        file = transfer.HandOut(TargetOf(transfer.GetUrl()));
+        file = ahead.HandOut(TargetOf(ahead.url));
     return true;
 }
 
-void Downloader::TellFailure() const {
-    if (failed_ && !isCancelled_)
-        failed_(FailureText(last_));
-}
-
-void Downloader::OnAheadEnded(const CAheadTransfer& transfer) {
-    if (transfer.WasAskedForCredentials())
-        RememberProxy(false);
-    StartAhead();
+int Downloader::Finish(QtDownloader& transfer) {
+    inHand_ = &transfer;
+    const int result = transfer.Finish();
+    inHand_ = nullptr;
+    Note(transfer.GetRecord());
+    return result;
 }
 
 void Downloader::StartAhead() {
-    const bool isProxyOpen = GetProxyHost().Compare(openProxyHost_) == 0 && GetProxyPort() == openProxyPort_;
-    if (GetProxyMode() == DIRECT || isProxyOpen)
-        ahead_.Start(*this, cancelTransfer_ ? 1 : 0);
-}
-
-void Downloader::RememberProxy(bool isOpen) {
-    openProxyHost_ = isOpen ? GetProxyHost() : CAtlString();
-    openProxyPort_ = GetProxyPort();
+    if (GetRoute().IsDirect() || threads_->Memory().Of(GetRoute().ProxyName()).isOpen)
+        ahead_.Start(GetRoute());
 }
 
 CVardoFilePath Downloader::TargetOf(const CAtlString& url) const {

@@ -9,20 +9,25 @@
 #include "net/IDownloader.h"
 #include "net/ProxyHandlerBase.h"
 
+#include <boost/make_shared.hpp>
 #include <boost/shared_ptr.hpp>
 
 // Fetches over HTTP into a fresh file of the temporary directory, through the proxy that its handler knows.
-// GUI thread only: each transfer has a thread of its own, and questions for credentials come back here while
+// GUI thread only: transfers have threads of their own, and questions for credentials come back here while
 // Download waits.
 //
 // From the first Download on, what FetchAhead announced is on its way before Download is asked for it, up to
-// CFetchAhead::LIMIT files at once. Through a proxy that is only so after it has let a request pass: until
-// then requests go one by one, so that there is one question for credentials at a time. The request that
-// waits its turn never asks the user.
+// LIMIT files at once, over connections that last. Through a proxy that is only so after it has let a request
+// pass: until then requests go one by one, so that there is one question for credentials at a time. The
+// request that waits its turn never asks the user.
+//
+// A host or proxy that was silent is not waited for again until FetchAhead is given an empty list.
 class Downloader : public IDownloader, public ConnectionInfo {
 public:
     // What the names of fetched files begin with.
     static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
+    // The most transfers that run at a time.
+    static constexpr std::size_t LIMIT = 6;
     using TransferCallback = boost::function<void(const TransferRecord&)>;
     // No file that was fetched is still needed when it is older.
     static constexpr std::chrono::hours LONGEST_USE{7 * 24};
@@ -35,9 +40,7 @@ public:
     // files begin with baseName; another one than BASE_NAME keeps out of the way of a process of the same
     // user that fetches at the same time.
     explicit Downloader(const TransferBounds& bounds = {}, const CAtlString& baseName = BASE_NAME)
-        : bounds_(bounds),
-          baseName_(baseName),
-          ahead_(bounds, [this](const CAheadTransfer& transfer) { OnAheadEnded(transfer); }) {}
+        : bounds_(bounds), baseName_(baseName), ahead_(bounds, threads_) {}
 
     // Told of every transfer that Download and DownloadInstaller waited for, when it has ended; a file may
     // take two. Empty, as at first: nobody is.
@@ -60,31 +63,25 @@ private:
     void Note(const TransferRecord& record);
     // A transfer that starts now; the file's path, or an empty text.
     CAtlString Fetch(const CAtlString& url, const TransferBounds& bounds);
-    // Waits for a transfer that was fetched ahead and hands out its file, or an empty text. False when it
-    // must be fetched now instead: it met a question for credentials, or failed with settings that have
-    // changed.
-    bool Receive(CAheadTransfer& transfer, CAtlString& file);
-    // The next may be on their way as soon as one has ended, however long the one that is waited for takes.
-    void OnAheadEnded(const CAheadTransfer& transfer);
+    // Waits for a transfer that was started ahead and hands out its file, or an empty text. False when it
+    // must be started now instead: it met a question for credentials, or failed by a route that has changed.
+    bool Receive(AheadTransfer& ahead, CAtlString& file);
+    // Waits for a transfer that was started, which Cancel ends meanwhile; one of the RESULT_ codes.
+    int Finish(QtDownloader& transfer);
     // Starts what may be on its way by now.
     void StartAhead();
-    void TellFailure() const;
-    // What became of a request through the present proxy.
-    void RememberProxy(bool isOpen);
 
     TransferBounds bounds_;
     CAtlString baseName_;
     TransferCallback transferEnded_;
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
-    // The proxy that let the last request pass; no host when there is none.
-    CAtlString openProxyHost_;
-    int openProxyPort_ = 0;
+    boost::shared_ptr<CTransferThreads> threads_ = boost::make_shared<CTransferThreads>(LIMIT);
     CFetchAhead ahead_;
     // The download in hand was cancelled.
     bool isCancelled_ = false;
     FailureCallback failed_;
     // How the last fetch ended.
     TransferRecord last_;
-    // Ends the transfer that Download waits for; empty when there is none.
-    boost::function<void()> cancelTransfer_;
+    // The transfer that Download waits for; null when there is none.
+    QtDownloader* inHand_ = nullptr;
 };

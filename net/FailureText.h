@@ -8,7 +8,10 @@
 
 #include <QString>
 
-// The host, or the proxy when nobody has answered, and the reason, in the user's language: the record's error
-// when there is one, else what the answer's status says. One line of plain text. For a transfer that failed.
-// Any thread.
+// The host, or the proxy when it is to blame, and the reason, in the user's language: the record's error when
+// there is one, else what the answer's status says. Only the reason when this computer is to blame. One line
+// of plain text. For a transfer that failed. Any thread.
 QString FailureText(const TransferRecord& record);
+
+// The reason when there is no folder for the file.
+QString NoFolderText();

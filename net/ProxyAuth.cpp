@@ -4,7 +4,9 @@
 #include "net/ProxyAuth.h"
 
 #include <QIntValidator>
+#include <QMessageBox>
 
+#include "net/ProxyAddress.h"
 #include "ui_ProxyAuth.h"
 
 namespace {
@@ -69,7 +71,23 @@ void ProxyAuth::SetAuthenticationMode() {
 }
 
 void ProxyAuth::accept() {
-    QDialog::accept();
+    if (form_->proxyHostEdit->isReadOnly() || TakeAddress())
+        QDialog::accept();
+}
+
+bool ProxyAuth::TakeAddress() {
+    const QString text = form_->proxyHostEdit->text().trimmed();
+    const std::optional<ProxyAddress> address = ParseProxyAddress(CAtlString(text));
+    if (!address && !text.isEmpty()) {
+        QMessageBox::warning(this, tr("VARDO Product Update"),
+                             tr("This is neither the name nor the address of a proxy: %1").arg(text));
+        form_->proxyHostEdit->setFocus();
+        return false;
+    }
+    SetHost(address ? address->host : CAtlString());
+    if (address && address->port)
+        SetPort(*address->port);
+    return true;
 }
 
 void ProxyAuth::reject() {

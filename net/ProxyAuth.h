@@ -41,9 +41,15 @@ public:
     void SetAuthenticationMode();
 
 protected slots:
+    // Only when the host is empty or can be one: what else its field holds of an address goes where it
+    // belongs
+    // ("http://proxy:3128/"), and what cannot be one is told to the user.
     void accept() override;
     void reject() override;
 
 private:
+    // Whether the field of the host holds one now, or nothing.
+    bool TakeAddress();
+
     std::unique_ptr<Ui::ProxyAuth> form_;
 };

@@ -55,7 +55,8 @@ bool ProxyHandlerBase::OnProxyAuthRequired(const CAtlString& host, int port, CAt
                                            CAtlString& password) {
     if (cancelled_)
         return false;
-    const bool heldAreUntried = !storedCredentialsUsed_ && !userName_.IsEmpty();
+    const bool areRefused = userName_.Compare(userName) == 0 && password_.Compare(password) == 0;
+    const bool heldAreUntried = !storedCredentialsUsed_ && !userName_.IsEmpty() && !areRefused;
     if (!heldAreUntried && !AskForCredentials(host, port))
         return false;
     storedCredentialsUsed_ = true;

@@ -33,9 +33,10 @@ public:
     void SetInteractive(bool interactive) { interactive_ = interactive; }
     bool IsInteractive() const { return interactive_; }
 
-    // The proxy at host and port wants credentials. The held ones are handed out once; after that the user is
-    // asked, when that is allowed. True when userName and password hold what is to be tried. One refusal by
-    // the user ends all asking until the connection options are accepted.
+    // The proxy at host and port wants credentials, and has refused those that userName and password hold.
+    // The held ones are handed out once, unless it is they; after that the user is asked, when that is
+    // allowed. True when userName and password hold what is to be tried. One refusal by the user ends all
+    // asking until the connection options are accepted.
     bool OnProxyAuthRequired(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     void OnProxyAuthCanceled() { cancelled_ = true; }
 

@@ -3,12 +3,14 @@
 
 #include "net/QHttp.h"
 
+#include <QFutureWatcher>
 #include <QIODevice>
 #include <algorithm>
 #include <limits>
 
-#include "net/CManagerExchange.h"
-#include "net/CSocketExchange.h"
+#include "net/CHttpAnswerParser.h"
+#include "net/CPeerMemory.h"
+#include "net/HostConnection.h"
 
 namespace {
 
@@ -16,50 +18,75 @@ int ToInt(qint64 bytes) {
     return static_cast<int>(std::clamp<qint64>(bytes, 0, std::numeric_limits<int>::max()));
 }
 
-bool IsAscii(const QString& text) {
-    return std::all_of(text.begin(), text.end(), [](QChar ch) { return ch.unicode() < 0x80; });
+// RFC 9112, 3; a proxy gets the whole address. The network classes' encodings leave nothing in it that could
+// end a line.
+QByteArray Written(const QNetworkRequest& request, bool isForProxy) {
+    const QUrl url = request.url();
+    const QByteArray target = isForProxy ? url.toEncoded() : url.path(QUrl::FullyEncoded).toLatin1();
+    QByteArray text =
+        "GET " + target + " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1() + "\r\n";
+    for (const QByteArray& name : request.rawHeaderList())
+        text += name + ": " + request.rawHeader(name) + "\r\n";
+    return text + "\r\n";
+}
+
+// Without the challenges, which the manager has answered.
+QHttpResponseHeader HeaderOf(const QNetworkReply& reply) {
+    return {reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
+            {},
+            reply.header(QNetworkRequest::ContentLengthHeader).toLongLong()};
 }
 
 }  // namespace
 
-QHttp::QHttp(const TransferBounds& bounds) : bounds_(bounds) {
-    for (QTimer* timer : {&silence_, &wholeTime_, &head_}) {
-        timer->setSingleShot(true);
-        connect(timer, &QTimer::timeout, this, &QHttp::OnTooLong);
-    }
-    silence_.setInterval(bounds.silence);
-    head_.setInterval(bounds.head);
-    if (bounds.wholeTime)
-        wholeTime_.setInterval(*bounds.wholeTime);
+QString QHttp::NoAnswer() {
+    return tr("The server does not answer");
 }
 
-QHttp::~QHttp() = default;
+QString QHttp::BadAnswer() {
+    return tr("The server's answer is incomplete or too large");
+}
+
+QHttp::QHttp(CPeerMemory& memory) : memory_(memory) {
+    alarm_.setSingleShot(true);
+    alarm_.setTimerType(Qt::PreciseTimer);
+}
+
+void QHttp::setBounds(const TransferBounds& bounds) {
+    bounds_ = bounds;
+    challenges_ = 0;
+}
 
 void QHttp::setHost(const QString& host, int port) {
     host_ = host;
     port_ = port;
 }
 
-void QHttp::setProxy(const QNetworkProxy& proxy) {
+void QHttp::setProxy(const QNetworkProxy& proxy, Authentication authentication) {
     proxy_ = proxy;
+    authentication_ = authentication;
 }
 
-int QHttp::get(const QString& path, QIODevice* to) {
-    ++id_;
+QHttp::Error QHttp::get(const QString& path, QIODevice* to, WakingFlag& cancelled) {
     to_ = to;
-    received_ = 0;
+    cancelled_ = &cancelled;
+    wasSent_ = false;
     header_ = {};
-    sinceProgress_.start();
+    received_ = 0;
     error_ = Error::NONE;
     errorString_.clear();
-    if (to_->isOpen()) {
-        Start(MakeRequest(path));
-    } else {
+    sinceProgress_.start();
+    next_.setRemainingTime(bounds_.connect);
+    end_.setRemainingTime(bounds_.wholeTime);
+    if (!to_->isOpen())
         SetError(Error::NOT_WRITTEN, to_->errorString());
-        QMetaObject::invokeMethod(
-            this, [this] { emit requestFinished(id_, true); }, Qt::QueuedConnection);
-    }
-    return id_;
+    else if (!proxy_.user().isEmpty() && authentication_ == Authentication::NEGOTIATED)
+        FetchByManager(MakeRequest(path));
+    else
+        FetchBySocket(MakeRequest(path));
+    if (received_ > 0)
+        ReportProgress();
+    return error_;
 }
 
 QNetworkRequest QHttp::MakeRequest(const QString& path) const {
@@ -73,90 +100,156 @@ QNetworkRequest QHttp::MakeRequest(const QString& path) const {
     // What the network access manager says; some servers turn away whoever says nothing.
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Mozilla/5.0"));
     request.setRawHeader("Accept-Encoding", "identity");
-    if (sendBasic_ && !proxy_.user().isEmpty())
-        request.setRawHeader("Proxy-Authorization", BasicCredentials());
+    if (!proxy_.user().isEmpty() && authentication_ == Authentication::BASIC)
+        request.setRawHeader("Proxy-Authorization",
+                             "Basic " + (proxy_.user() + u':' + proxy_.password()).toUtf8().toBase64());
     return request;
 }
 
-// RFC 7617, in UTF-8.
-QByteArray QHttp::BasicCredentials() const {
-    return "Basic " + (proxy_.user() + QLatin1Char(':') + proxy_.password()).toUtf8().toBase64();
-}
-
-void QHttp::Start(const QNetworkRequest& request) {
-    QNetworkProxy proxy = proxy_;
-    heldBack_ = !wasChallenged_ && !IsAscii(proxy.user() + proxy.password());
-    if (heldBack_ || request.hasRawHeader("Proxy-Authorization")) {
-        proxy.setUser(QString());
-        proxy.setPassword(QString());
+void QHttp::FetchByManager(QNetworkRequest request) {
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    if (!manager_ || manager_->proxy() != proxy_) {
+        manager_ = std::make_unique<QNetworkAccessManager>();
+        manager_->setProxy(proxy_);
     }
-    // Whoever has credentials to answer a challenge with must know the scheme first.
-    if (proxy.user().isEmpty())
-        exchange_ = std::make_unique<CSocketExchange>();
-    else
-        exchange_ = std::make_unique<CManagerExchange>();
-    connect(exchange_.get(), &IHttpExchange::HeaderReceived, this, &QHttp::OnHeader);
-    connect(exchange_.get(), &IHttpExchange::BodyReceived, this, &QHttp::OnBody);
-    connect(exchange_.get(), &IHttpExchange::Finished, this, &QHttp::OnFinished);
-    exchange_->Start(request, proxy);
-    silence_.start();
-    head_.start();
-    if (bounds_.wholeTime)
-        wholeTime_.start();
-}
-
-void QHttp::OnHeader(const QHttpResponseHeader& header) {
-    silence_.start();
-    head_.stop();
-    header_ = header;
-    if (header.statusCode() == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED) {
-        wasChallenged_ = true;
-        sendBasic_ = header.offersProxyScheme("Basic") && !header.offersProxyScheme("Digest");
+    std::unique_ptr<QNetworkReply> reply(manager_->get(request));
+    // The manager sends the request once more for each challenge, and reports the answer to the last alone.
+    int sent = 0;
+    int seen = 0;
+    connect(reply.get(), &QNetworkReply::requestSent, this, [&] { ++sent; });
+    const auto isQuiet = [&] {
+        return sent == seen && !reply->isFinished() && reply->bytesAvailable() == 0 &&
+               header_.statusCode() == HeaderOf(*reply).statusCode();
+    };
+    bool isOver = false;
+    while (!isOver && Wait(isQuiet)) {
+        if (sent > 0 && !wasSent_)
+            OnSent();
+        challenges_ += std::max(sent, 1) - std::max(seen, 1);
+        seen = sent;
+        if (challenges_ >= MAX_CHALLENGES)
+            SetError(Error::TOO_MUCH, {});
+        isOver = OnAnswer(HeaderOf(*reply), reply->readAll()) || reply->isFinished();
     }
-    emit responseHeaderReceived(header);
-    if (!bounds_.mayBeChunked && header.statusCode() == QHttpResponseHeader::OK && header.isChunked())
-        Break(Error::OUT_OF_BOUNDS, IHttpExchange::BadAnswer());
+    if (reply->isFinished() && header_.statusCode() <= QHttpResponseHeader::OK) {
+        if (reply->error() != QNetworkReply::NoError)
+            SetError(Error::NETWORK, reply->errorString());
+        // The reply reports most bodies that were cut off, but not all.
+        else if (received_ < header_.contentLength())
+            SetError(Error::NETWORK, BadAnswer());
+    }
+    reply.reset();
+    if (error_ != Error::NONE || header_.statusCode() != QHttpResponseHeader::OK)
+        manager_.reset();
 }
 
-void QHttp::OnBody(const QByteArray& bytes) {
-    silence_.start();
-    received_ += bytes.size();
-    if (bounds_.bodyBytes && received_ > *bounds_.bodyBytes)
-        Break(Error::OUT_OF_BOUNDS, IHttpExchange::BadAnswer());
-    else if (to_->write(bytes) != bytes.size())
-        Break(Error::NOT_WRITTEN, to_->errorString());
+void QHttp::FetchBySocket(const QNetworkRequest& request) {
+    const bool isForProxy = proxy_.type() == QNetworkProxy::HttpProxy;
+    const QString host = isForProxy ? proxy_.hostName() : host_;
+    const int port = isForProxy ? proxy_.port() : port_;
+    const QString peer = host + u':' + QString::number(port);
+    const QByteArray text = Written(request, isForProxy);
+    // The other side may have closed it meanwhile, or said that it will.
+    const bool isKept = socket_ && peer == peer_ && !socket_->waitForReadyRead(0) &&
+                        socket_->state() == QAbstractSocket::ConnectedState;
+    peer_ = peer;
+    // RFC 9112, 9.3.1: such a connection may end just as the request is sent; then, and only then, once more.
+    if (isKept && Converse(text))
+        return;
+    wasSent_ = false;
+    if (Open(host, port) && !Converse(text))
+        SetError(Error::NETWORK, BadAnswer());
+}
+
+bool QHttp::Open(const QString& host, int port) {
+    socket_.reset();
+    next_.setRemainingTime(bounds_.connect);
+    const auto lookup = memory_.AddressesOf(host);
+    // Its event lets the wait look again.
+    QFutureWatcher<QList<QHostAddress>> watcher;
+    watcher.setFuture(lookup);
+    if (!Wait([&] { return !lookup.isFinished(); }))
+        return false;
+    QString error = tr("Host not found");
+    if (const QList<QHostAddress> addresses = lookup.result(); !addresses.isEmpty())
+        socket_ = ConnectToAny(
+            addresses, static_cast<quint16>(port),
+            [this](const boost::function<bool()>& keepWaiting) { return Wait(keepWaiting); }, error);
+    if (!socket_)
+        SetError(Error::NETWORK, error);
+    return socket_ != nullptr;
+}
+
+bool QHttp::Converse(const QByteArray& request) {
+    CHttpAnswerParser answer(bounds_.bodyBytes);
+    const auto isQuiet = [this] {
+        return socket_->bytesAvailable() == 0 && socket_->state() == QAbstractSocket::ConnectedState;
+    };
+    OnSent();
+    socket_->write(request);
+    bool hasBegun = false;
+    bool isOver = false;
+    while (!isOver && Wait(isQuiet)) {
+        const QByteArray bytes = socket_->readAll();
+        hasBegun = hasBegun || !bytes.isEmpty();
+        const QByteArray body = answer.Read(bytes);
+        isOver = OnAnswer(answer.Header(), body) || answer.IsComplete() || answer.IsBroken();
+    }
+    if (answer.IsBroken() && hasBegun)
+        SetError(Error::NETWORK, BadAnswer());
+    if (error_ != Error::NONE || !answer.LeavesConnectionOpen())
+        socket_.reset();
+    return hasBegun || error_ != Error::NONE;
+}
+
+bool QHttp::Wait(const boost::function<bool()>& keepWaiting) {
+    if (error_ != Error::NONE)
+        return false;
+    const QDeadlineTimer patience = std::min(next_, end_);
+    alarm_.start(static_cast<int>(patience.remainingTime()) + 1);
+    cancelled_->WaitWhile([&] { return !patience.hasExpired() && keepWaiting(); });
+    alarm_.stop();
+    if (cancelled_->IsSet())
+        SetError(Error::CANCELLED, {});
+    else if (keepWaiting())
+        SetError(Error::TOO_LATE, NoAnswer());
+    else if (wasSent_)
+        next_.setRemainingTime(bounds_.silence);
+    return error_ == Error::NONE;
+}
+
+void QHttp::OnSent() {
+    wasSent_ = true;
+    next_.setRemainingTime(bounds_.silence);
+}
+
+bool QHttp::OnAnswer(const QHttpResponseHeader& header, const QByteArray& body) {
+    const int status = header.statusCode();
+    if (header_.statusCode() == 0 && status != 0) {
+        header_ = header;
+        if (bounds_.mayTakeItsTime)
+            end_ = QDeadlineTimer(QDeadlineTimer::Forever);
+        if (status == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED)
+            ++challenges_;
+    }
+    if (status != QHttpResponseHeader::OK)
+        return status != 0;
+    received_ += body.size();
+    if (received_ > bounds_.bodyBytes)
+        SetError(Error::TOO_MUCH, BadAnswer());
+    else if (to_->write(body) != body.size())
+        SetError(Error::NOT_WRITTEN, to_->errorString());
     else if (sinceProgress_.hasExpired(PROGRESS_INTERVAL.count()))
         ReportProgress();
-}
-
-void QHttp::OnTooLong() {
-    Break(Error::OUT_OF_BOUNDS, tr("The server does not answer"));
-}
-
-void QHttp::OnFinished(const QString& error) {
-    if (!error.isEmpty())
-        SetError(Error::NETWORK, error);
-    if (received_ > 0)
-        ReportProgress();
-    Finish();
+    return false;
 }
 
 void QHttp::ReportProgress() {
     sinceProgress_.start();
     emit dataReadProgress(ToInt(received_), ToInt(header_.contentLength()));
-}
-
-void QHttp::Break(Error error, const QString& text) {
-    SetError(error, text);
-    exchange_->Abort();
-    Finish();
-}
-
-void QHttp::Finish() {
-    silence_.stop();
-    wholeTime_.stop();
-    head_.stop();
-    emit requestFinished(id_, error_ != Error::NONE);
 }
 
 void QHttp::SetError(Error error, const QString& text) {

@@ -11,37 +11,34 @@
 class QHttpResponseHeader {
 public:
     // RFC 9110, 15.
-    static constexpr int CONTINUE = 100;
     static constexpr int SWITCHING_PROTOCOLS = 101;
     static constexpr int OK = 200;
-    static constexpr int NO_CONTENT = 204;
-    static constexpr int NOT_MODIFIED = 304;
     static constexpr int PROXY_AUTHENTICATION_REQUIRED = 407;
 
+    // What a proxy offers for the credentials that it wants.
+    enum class ProxyScheme {
+        NONE,     // no challenge
+        BASIC,    // readable to everybody on the way (RFC 7617)
+        BETTER,   // Digest, NTLM or Negotiate, whatever stands beside it; or nothing that is known here
+        TWISTED,  // the same, in a way that Qt's network classes would take for BASIC
+    };
+
     QHttpResponseHeader() = default;
-    // proxyChallenges is the value of "Proxy-Authenticate", several fields joined by commas; contentLength is
-    // in bytes, 0 when the head does not tell.
-    QHttpResponseHeader(int statusCode, const QByteArray& proxyChallenges, qint64 contentLength,
-                        bool isChunked)
-        : statusCode_(statusCode),
-          proxyChallenges_(proxyChallenges),
-          contentLength_(contentLength),
-          isChunked_(isChunked) {}
+    // proxyChallenges is the value of "Proxy-Authenticate", several fields with line feeds between;
+    // contentLength is in bytes, 0 when the head does not tell.
+    QHttpResponseHeader(int statusCode, const QByteArray& proxyChallenges, qint64 contentLength)
+        : statusCode_(statusCode), proxyChallenges_(proxyChallenges), contentLength_(contentLength) {}
 
     // 0 when there was no answer.
     int statusCode() const { return statusCode_; }
     qint64 contentLength() const { return contentLength_; }
-    // The body has a transfer coding, and so no length (RFC 9112, 6.1).
-    bool isChunked() const { return isChunked_; }
-    // Whether the proxy offers an authentication scheme ("Basic", "Digest"): one that begins a challenge
-    // (RFC 7235, 4.3), in upper or lower case; what stands in quotes does not count.
-    bool offersProxyScheme(const char* scheme) const;
+    // Of an answer with the status PROXY_AUTHENTICATION_REQUIRED, else NONE. Takes linear time.
+    ProxyScheme proxyScheme() const;
 
 private:
     int statusCode_ = 0;
     QByteArray proxyChallenges_;
     qint64 contentLength_ = 0;
-    bool isChunked_ = false;
 };
 
 Q_DECLARE_METATYPE(QHttpResponseHeader)

@@ -9,7 +9,6 @@
 #include "net/WaitWithQtEvents.h"
 
 QThreadWithLoop::QThreadWithLoop(const boost::function<int()>& work) : work_(work) {
-    setStackSize(STACK_BYTES);
     // Does nothing but arrive: an event of the owner's thread, which ends its sleep.
     connect(
         this, &QThread::finished, this, [] {}, Qt::QueuedConnection);
@@ -20,12 +19,8 @@ void QThreadWithLoop::WaitWithEvents() {
 }
 
 void QThreadWithLoop::run() {
-    QTimer start;
-    start.setSingleShot(true);
-    start.setInterval(0);
     Qtfier work([this] { RunWork(); });
-    connect(&start, &QTimer::timeout, &work, &Qtfier::Slot);
-    start.start();
+    QTimer::singleShot(0, &work, &Qtfier::Slot);
     result_ = exec();
 }
 

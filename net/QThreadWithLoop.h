@@ -13,10 +13,6 @@
 // event of the new thread's loop, so objects that it makes there get their events whenever it waits.
 class QThreadWithLoop : public QThread {
 public:
-    // Of the thread. The C library keeps up to 40 MiB of stacks for the next threads: of the default size not
-    // as many as there are threads at a time, so that some would be mapped, touched and unmapped anew.
-    static constexpr uint STACK_BYTES = 1024 * 1024;
-
     // What GetResult answers when there is no work.
     static constexpr int NO_WORK = 1;
 
@@ -25,7 +21,7 @@ public:
     // Blocks until the thread has ended and serves the calling thread's events meanwhile; the thread's end
     // wakes it.
     void WaitWithEvents();
-    // What the work returned; RESULT_FAILED when the thread could not start. Valid after WaitWithEvents.
+    // What the work returned; valid after WaitWithEvents. RESULT_FAILED when the thread could not be started.
     int GetResult() const { return result_; }
 
 protected:

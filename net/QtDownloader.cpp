@@ -6,20 +6,23 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QUrl>
-#include <boost/make_shared.hpp>
+#include <algorithm>
 
-#include "net/ConnectionInfo.h"
 #include "net/QHttp.h"
 #include "platform/ResultCodes.h"
 
+using Culprit = TransferRecord::Culprit;
+using Peer = CPeerMemory::Peer;
+using ProxyScheme = QHttpResponseHeader::ProxyScheme;
+
 namespace {
 
-QNetworkProxy Route(const ConnectionInfo& info, const CAtlString& userName, const CAtlString& password) {
-    if (info.GetProxyMode() == ConnectionInfo::DIRECT)
+QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
+    if (route.IsDirect())
         return QNetworkProxy(QNetworkProxy::NoProxy);
-    return QNetworkProxy(QNetworkProxy::HttpProxy, info.GetProxyHost().ToQString(),
-                         static_cast<quint16>(info.GetProxyPort()), userName.ToQString(),
-                         password.ToQString());
+    return QNetworkProxy(QNetworkProxy::HttpProxy, route.proxyHost.ToQString(),
+                         static_cast<quint16>(route.proxyPort), credentials.userName.ToQString(),
+                         credentials.password.ToQString());
 }
 
 // By its name: QFile::remove keeps a file whose last bytes cannot be written.
@@ -36,30 +39,11 @@ void Create(QFile& file) {
 
 }  // namespace
 
-QtDownloader::QtDownloader(const TransferBounds& bounds) : bounds_(bounds) {
-    static const int registered = qRegisterMetaType<QHttpResponseHeader>("QHttpResponseHeader");
-    Q_UNUSED(registered);
-}
-
-QtDownloader::~QtDownloader() = default;
+QtDownloader::QtDownloader(const TransferBounds& bounds, const boost::shared_ptr<CTransferThreads>& threads)
+    : QtDownloaderBase(threads), bounds_(bounds) {}
 
 bool QtDownloader::CanFetch(const QUrl& address) {
     return address.scheme() == QLatin1String("http");
-}
-
-bool QtDownloader::WasLetThrough() const {
-    return status_ != 0 && status_ != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
-}
-
-TransferRecord QtDownloader::GetRecord() const {
-    TransferRecord record = record_;
-    record.status = status_;
-    return record;
-}
-
-void QtDownloader::WakeUp() {
-    QtDownloaderBase::WakeUp();
-    requestFinished_.Set();
 }
 
 int QtDownloader::Download(const CAtlString& url, const CAtlString& file) {
@@ -69,94 +53,158 @@ int QtDownloader::Download(const CAtlString& url, const CAtlString& file) {
         return RESULT_FAILED;
     QElapsedTimer time;
     time.start();
+    record_.proxyHost = GetRoute().proxyHost;
+    record_.proxyPort = GetRoute().proxyPort;
+    proxy_ = GetRoute().ProxyName();
+    site_ = address.authority() + u'|' + proxy_;
+    credentials_ = GetRoute().credentials;
+
+    if (!IsAhead())
+        connect(&Http(), &QHttp::dataReadProgress, this, &QtDownloader::DataReadProgressSignal,
+                Qt::DirectConnection);
+    Http().setBounds(bounds_);
     QFile target(file.ToQString());
-    MakeHttp();
     const int result = Transfer(address, target);
-    record_.proxyHost = Info().GetProxyHost();
-    record_.proxyPort = Info().GetProxyPort();
-    record_.bytes = http_->received();
+    Http().disconnect(this);
+
+    record_.status = status_;
     record_.milliseconds = time.elapsed();
-    record_.error = CAtlString(http_->errorString());
     record_.succeeded = result == RESULT_OK;
-    http_.reset();
     return result;
 }
 
-// The client lives on the transfer's thread, so its signals reach this object's slots queued.
-void QtDownloader::MakeHttp() {
-    http_ = boost::make_shared<QHttp>(bounds_);
-    connect(http_.get(), &QHttp::requestFinished, this, &QtDownloader::httpRequestFinished);
-    connect(http_.get(), &QHttp::responseHeaderReceived, this, &QtDownloader::httpResponseHeaderReceived);
-    connect(http_.get(), &QHttp::dataReadProgress, this, &QtDownloader::httpDataReadProgress);
-}
-
 int QtDownloader::Transfer(const QUrl& address, QFile& file) {
-    CAtlString userName = Info().GetUserName();
-    CAtlString password = Info().GetPassword();
-    Attempt(address, userName, password, file);
-    while (!IsOver()) {
-        if (!http_->hasHeldBackCredentials() &&
-            !RequestProxyAuth(Info().GetProxyHost(), Info().GetProxyPort(), userName, password))
-            return IsCancelled() ? Judge(file) : RESULT_ABORTED;
-        Attempt(address, userName, password, file);
+    if (IsAhead() && !GetRoute().IsDirect() && !Memory().Of(proxy_).isOpen) {
+        wasHeld_ = true;
+        return RESULT_ABORTED;
     }
-    Info().SetCredentials(userName, password);
+    if (IsKnownToBeSilent())
+        return RESULT_FAILED;
+    Attempt(address, file);
+    for (int attempts = 1; IsChallenged() && std::max(attempts, Http().challenges()) < QHttp::MAX_CHALLENGES;
+         ++attempts) {
+        NoteChallenge();
+        if (!HasCredentialsToTry() && !AskForCredentials())
+            return IsCancelled() ? Judge(file) : RESULT_ABORTED;
+        Attempt(address, file);
+    }
+    if (!IsCancelled())
+        NoteOutcome();
+    SetCredentials(credentials_);
     return Judge(file);
 }
 
-void QtDownloader::Attempt(const QUrl& address, const CAtlString& userName, const CAtlString& password,
-                           QFile& file) {
+void QtDownloader::Attempt(const QUrl& address, QFile& file) {
     Discard(file);
-    requestFinished_.Clear();
-    http_->setProxy(Route(Info(), userName, password));
-    http_->setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
-    if (IsCancelled()) {
-        requestFinished_.Set();
-    } else {
-        Create(file);
-        requestId_ = http_->get(address.path(QUrl::FullyEncoded), &file);
-    }
-    requestFinished_.Wait();
+    areSent_ = HasCredentialsToTry();
+    areTried_ = areTried_ || areSent_;
+    const bool isBasic = Memory().Of(proxy_).scheme == ProxyScheme::BASIC;
+    Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()),
+                    isBasic ? QHttp::Authentication::BASIC : QHttp::Authentication::NEGOTIATED);
+    Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
+    Create(file);
+    Http().get(address.path(QUrl::FullyEncoded), &file, Cancelled());
+    if (Http().header().statusCode() != 0)
+        status_ = Http().header().statusCode();
+    record_.bytes = Http().received();
+    record_.error = CAtlString(Http().errorString());
+    if (!record_.error.IsEmpty() && !IsAhead())
+        emit ConnectionFailedSignal(record_.error);
 }
 
-bool QtDownloader::IsOver() const {
-    return status_ != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED || GaveUp();
+bool QtDownloader::HasCredentialsToTry() const {
+    const Peer proxy = Memory().Of(proxy_);
+    // Until they have been of use once, one transfer tries them at a time.
+    const bool areWelcome = IsAhead() ? credentials_ == proxy.accepted : !(credentials_ == proxy.refused);
+    return !GetRoute().IsDirect() && !areTried_ && !credentials_.IsEmpty() &&
+           (proxy.scheme == ProxyScheme::BASIC || proxy.scheme == ProxyScheme::BETTER) && areWelcome;
 }
 
-int QtDownloader::Judge(QFile& file) const {
+bool QtDownloader::IsChallenged() const {
+    const bool isOver = Http().error() != QHttp::Error::NONE && Http().error() != QHttp::Error::NETWORK;
+    return status_ == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED && !GetRoute().IsDirect() && !isOver;
+}
+
+void QtDownloader::NoteChallenge() {
+    const ProxyScheme scheme = Http().header().proxyScheme();
+    Memory().Update(proxy_, [&](Peer& proxy) {
+        // What was sent in another way than the proxy wants now was not refused.
+        if (areSent_ && scheme <= proxy.scheme && scheme != ProxyScheme::NONE)
+            proxy.refused = credentials_;
+        else if (scheme > proxy.scheme)
+            areTried_ = false;
+        // Once it has asked for better, a password is never sent readably.
+        proxy.scheme = std::max(proxy.scheme, scheme);
+        proxy.isOpen = false;
+        proxy.hasAnswered = true;
+    });
+}
+
+bool QtDownloader::AskForCredentials() {
+    wasHeld_ = IsAhead();
+    const Peer proxy = Memory().Of(proxy_);
+    Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
+    if (IsAhead() || proxy.scheme == ProxyScheme::TWISTED ||
+        !RequestProxyAuth(GetRoute().proxyHost, GetRoute().proxyPort, given.userName, given.password))
+        return false;
+    credentials_ = given;
+    areTried_ = false;
+    Memory().Update(proxy_, [](Peer& peer) { peer.refused = {}; });
+    return true;
+}
+
+bool QtDownloader::IsKnownToBeSilent() {
+    const bool isProxys = !GetRoute().IsDirect() && Memory().Of(proxy_).isSilent;
+    if (!isProxys && !Memory().Of(site_).isSilent)
+        return false;
+    isProxys ? Blame(Culprit::PROXY, tr("No answer")) : Blame(Culprit::SITE, QHttp::NoAnswer());
+    if (!IsAhead())
+        emit ConnectionFailedSignal(record_.error);
+    return true;
+}
+
+void QtDownloader::NoteOutcome() {
+    const bool isAnswered = Http().header().statusCode() != 0;
+    const bool isChallenged = status_ == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
+    bool isProxys = false;
+    if (!GetRoute().IsDirect())
+        Memory().Update(proxy_, [&](Peer& proxy) {
+            proxy.hasAnswered = proxy.hasAnswered || isAnswered;
+            const bool isPassed = isAnswered && !isChallenged;
+            // Those that wait their turn do not open it again for their kind.
+            proxy.isOpen = isPassed && (proxy.isOpen || !IsAhead());
+            if (isPassed && areSent_)
+                proxy.accepted = credentials_;
+            else if (areSent_ && isChallenged && Http().error() != QHttp::Error::NETWORK)
+                proxy.refused = credentials_;
+            isProxys = isChallenged || !Http().wasSent() || !proxy.hasAnswered;
+        });
+    record_.culprit = isProxys ? Culprit::PROXY : Culprit::SITE;
+    if (Http().error() == QHttp::Error::NOT_WRITTEN)
+        record_.culprit = Culprit::COMPUTER;
+    if (Http().error() != QHttp::Error::TOO_LATE)
+        return;
+    if (isProxys)
+        record_.error = CAtlString(tr("No answer"));
+    Memory().Update(isProxys ? proxy_ : site_, [](Peer& peer) { peer.isSilent = true; });
+}
+
+int QtDownloader::Judge(QFile& file) {
     // Then whatever bears its name is not of this transfer.
     if (!file.isOpen())
         return RESULT_FAILED;
-    if (status_ > QHttpResponseHeader::OK || GaveUp() || IsCutOff() || !file.flush()) {
+    const bool isWritten = file.flush();
+    if (!isWritten && Http().error() == QHttp::Error::NONE)
+        Blame(Culprit::COMPUTER, file.errorString());
+    const bool isWhole = isWritten && Http().error() == QHttp::Error::NONE;
+    if (isWhole && status_ <= QHttpResponseHeader::OK && file.size() > 0)
+        return RESULT_OK;
+    if (!isWritten || status_ > QHttpResponseHeader::OK || file.size() > 0)
         Discard(file);
-        return RESULT_FAILED;
-    }
-    return http_->error() == QHttp::Error::NONE && file.size() > 0 ? RESULT_OK : RESULT_FAILED;
+    return RESULT_FAILED;
 }
 
-bool QtDownloader::IsCutOff() const {
-    return status_ != 0 && http_->error() == QHttp::Error::NETWORK;
-}
-
-bool QtDownloader::GaveUp() const {
-    return IsCancelled() || http_->error() == QHttp::Error::OUT_OF_BOUNDS ||
-           http_->error() == QHttp::Error::NOT_WRITTEN;
-}
-
-// The client of a cancelled transfer may be gone.
-void QtDownloader::httpRequestFinished(int id, bool error) {
-    if (IsCancelled())
-        return;
-    if (error)
-        emit ConnectionFailedSignal(CAtlString(http_->errorString()));
-    if (id == requestId_)
-        requestFinished_.Set();
-}
-
-void QtDownloader::httpResponseHeaderReceived(const QHttpResponseHeader& header) {
-    status_ = header.statusCode();
-}
-
-void QtDownloader::httpDataReadProgress(int done, int total) {
-    emit DataReadProgressSignal(done, total);
+void QtDownloader::Blame(Culprit culprit, const QString& error) {
+    record_.culprit = culprit;
+    record_.error = CAtlString(error);
 }

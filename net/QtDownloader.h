@@ -4,20 +4,20 @@
 // Fetches one http address into one file.
 #pragma once
 
-#include "net/QHttpResponseHeader.h"
 #include "net/QtDownloaderBase.h"
 #include "net/TransferBounds.h"
 #include "net/TransferRecord.h"
 
-#include <boost/shared_ptr.hpp>
-
 class QFile;
-class QHttp;
 class QUrl;
 
 // The transfer: direct or through a proxy, with as many attempts as the proxy's questions for credentials are
-// answered. RESULT_OK for a status up to 200 and a whole body that is not empty. Of a failure at most an
-// empty file is left, or a proxy's question that nobody answered. Redirections are not followed.
+// answered, up to QHttp::MAX_CHALLENGES. RESULT_OK for a status up to 200 and a whole body that is not empty.
+// Of a failure at most an empty file is left. Redirections are not followed.
+//
+// The first request to a proxy goes without credentials, and its challenge decides how they are sent. Those
+// that a proxy has refused are not sent to it again until they are answered to a question. A host or proxy
+// that was silent once in a check is not waited for again.
 class QtDownloader : public QtDownloaderBase {
     Q_OBJECT
 
@@ -25,44 +25,50 @@ public:
     // Whether an address is of the kind that is fetched at all.
     static bool CanFetch(const QUrl& address);
 
-    explicit QtDownloader(const TransferBounds& bounds);
-    ~QtDownloader() override;
+    explicit QtDownloader(const TransferBounds& bounds,
+                          const boost::shared_ptr<CTransferThreads>& threads = {});
+    // Abandons what was not finished.
+    ~QtDownloader() override { Abandon(); }
 
-    // After Finish: whether an answer came that was not a proxy's question for credentials.
-    bool WasLetThrough() const;
+    // Of a transfer that was started ahead: it has ended because somebody would have had to be asked for
+    // credentials.
+    bool IsHeld() const { return HasEnded() && wasHeld_; }
     // After Finish.
-    TransferRecord GetRecord() const;
+    const TransferRecord& GetRecord() const { return record_; }
 
 protected:
-    void WakeUp() override;
     int Download(const CAtlString& url, const CAtlString& file) override;
 
-protected slots:
-    // On the asking thread, like every slot here; the transfer waits for the last of them.
-    void httpRequestFinished(int id, bool error);
-    void httpResponseHeaderReceived(const QHttpResponseHeader& header);
-    void httpDataReadProgress(int done, int total);
-
 private:
-    void MakeHttp();
     // Attempts until the proxy lets the request through or credentials are declined.
     int Transfer(const QUrl& address, QFile& file);
     // One request into a fresh file; returns when it has finished.
-    void Attempt(const QUrl& address, const CAtlString& userName, const CAtlString& password, QFile& file);
-    // There is no proxy's question left to answer.
-    bool IsOver() const;
-    int Judge(QFile& file) const;
-    // The attempt ended on this side: no answer within the bounds, no room for it, or nobody who wants it.
-    bool GaveUp() const;
-    // The connection ended within an answer. Without a length, its end is that of the body.
-    bool IsCutOff() const;
+    void Attempt(const QUrl& address, QFile& file);
+    // Credentials are there which the proxy may want, and which this attempt shall send.
+    bool HasCredentialsToTry() const;
+    // The proxy wants credentials, and others than were sent.
+    bool IsChallenged() const;
+    void NoteChallenge();
+    // New credentials, or whether there is nobody to give them.
+    bool AskForCredentials();
+    // Fails at once when the host or the proxy was silent before.
+    bool IsKnownToBeSilent();
+    // Remembers what the host and the proxy have shown, and whose fault a failure is.
+    void NoteOutcome();
+    int Judge(QFile& file);
+    void Blame(TransferRecord::Culprit culprit, const QString& error);
 
     TransferBounds bounds_;
-    boost::shared_ptr<QHttp> http_;
-    int requestId_ = 0;
-    WakingFlag requestFinished_;
+    // What peers are remembered by.
+    QString proxy_;
+    QString site_;
     // Of the last header received, be it of an earlier attempt.
     int status_ = 0;
-    // Without the status; written by the transfer's thread before it ends.
+    // In hand, and whether the last attempt sent them.
+    Credentials credentials_;
+    bool areSent_ = false;
+    // They are not to be sent by this transfer any more.
+    bool areTried_ = false;
+    bool wasHeld_ = false;
     TransferRecord record_;
 };

@@ -4,10 +4,40 @@
 #include "net/QtDownloaderBase.h"
 
 #include <QCoreApplication>
+#include <boost/make_shared.hpp>
 
-#include "net/QtDownloaderSignalProxy.h"
+#include "platform/ResultCodes.h"
 
-QtDownloaderBase::QtDownloaderBase() : forwarder_(new QtDownloaderSignalProxy(this)) {
+void QtDownloaderSignalProxy::ConnectionFailedSlot(const CAtlString& error) {
+    if (receiver_)
+        receiver_->ConnectionFailed(error);
+}
+
+void QtDownloaderSignalProxy::ProxyAuthCanceledSlot() {
+    if (receiver_)
+        receiver_->ProxyAuthCanceled();
+}
+
+void QtDownloaderSignalProxy::DataReadProgressSlot(int done, int total) {
+    if (receiver_)
+        receiver_->DataReadProgress(done, total);
+}
+
+bool QtDownloaderSignalProxy::ProxyAuthRequiredSlot(const CAtlString& host, int port,
+                                                    const CAtlString& userName, const CAtlString& password) {
+    if (!receiver_)
+        return false;
+    CAtlString givenUserName(userName);
+    CAtlString givenPassword(password);
+    const bool answered = receiver_->ProxyAuthRequired(host, port, givenUserName, givenPassword);
+    emit ProxyAuthRequestDoneSignal(answered, givenUserName, givenPassword);
+    return answered;
+}
+
+QtDownloaderBase::QtDownloaderBase(const boost::shared_ptr<CTransferThreads>& threads)
+    : forwarder_(new QtDownloaderSignalProxy(this)),
+      threads_(threads ? threads : boost::make_shared<CTransferThreads>(1)),
+      result_(RESULT_FAILED) {
     static const int registered = qRegisterMetaType<CAtlString>("CAtlString");
     Q_UNUSED(registered);
 
@@ -33,38 +63,51 @@ int QtDownloaderBase::DownloadOnThread(const CAtlString& url, const CAtlString& 
 void QtDownloaderBase::Start(const CAtlString& url, const CAtlString& file, ConnectionInfo* info) {
     info_ = info;
     forwarder_->SetHandler(info);
-    thread_ = std::make_unique<QThreadWithLoop>([this, url, file] { return Download(url, file); });
-    connect(thread_.get(), &QThread::finished, this, &QtDownloaderBase::Ended, Qt::QueuedConnection);
-    thread_->start(QThread::InheritPriority);
+    route_ = info->GetRoute();
+    Run(url, file);
+}
+
+void QtDownloaderBase::StartAhead(const CAtlString& url, const CAtlString& file, const Route& route) {
+    route_ = route;
+    Run(url, file);
+}
+
+void QtDownloaderBase::Run(const CAtlString& url, const CAtlString& file) {
+    ended_.Clear();
+    const auto work = [this, url, file](QHttp& http) {
+        http_ = &http;
+        result_ = Download(url, file);
+    };
+    threads_->Add(work, ended_, !IsAhead());
 }
 
 int QtDownloaderBase::Finish() {
-    thread_->WaitWithEvents();
-    // The thread's end is known at once; what was told before it may still lie in this thread's queue. So may
-    // what other transfers tell, which cannot end before it is heard: without this they would stand still as
-    // long as results lie ready. A question that nobody waits for any more stays there.
-    if (!IsCancelled())
-        QCoreApplication::sendPostedEvents();
-    return thread_->GetResult();
+    ended_.Wait();
+    if (info_ && !IsCancelled()) {
+        // What was told before the end may still lie in this thread's queue.
+        QCoreApplication::sendPostedEvents(forwarder_);
+        info_->SetCredentials(GetRoute().credentials.userName, GetRoute().credentials.password);
+    }
+    return result_;
 }
 
 void QtDownloaderBase::Cancel() {
-    cancelled_ = true;
-    WakeUp();
+    forwarder_->SetHandler(nullptr);
+    cancelled_.Set();
+    answerReceived_.Set();
 }
 
 void QtDownloaderBase::Abandon() {
     Cancel();
-    thread_->wait();
+    ended_.Block();
 }
 
 bool QtDownloaderBase::RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName,
                                         CAtlString& password) {
     answerReceived_.Clear();
     if (IsCancelled())
-        answerReceived_.Set();
-    else
-        emit ProxyAuthRequiredSignal(host, port, userName, password);
+        return false;
+    emit ProxyAuthRequiredSignal(host, port, userName, password);
     answerReceived_.Wait();
     if (IsCancelled())
         return false;

@@ -5,8 +5,6 @@
 
 #include <QProcess>
 
-#include "platform/ThreadEventLoops.h"
-
 namespace {
 
 // QProcess ends its process when it is destroyed, unless it believes that there is none.
@@ -22,7 +20,6 @@ bool CProcessStarter::RunAndWait(const QString& program, const QStringList& argu
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
-    process.setProcessEnvironment(EnvironmentOfChildren());
     process.start(program, arguments);
     const bool finished = process.waitForFinished(limitMs);
     process.Leave();
@@ -33,6 +30,5 @@ bool CProcessStarter::StartDetached(const QString& program, const QStringList& a
     QProcess process;
     process.setProgram(program);
     process.setArguments(arguments);
-    process.setProcessEnvironment(EnvironmentOfChildren());
     return process.startDetached();
 }

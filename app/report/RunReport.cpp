@@ -43,9 +43,9 @@ boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& optio
 TransferBounds MakeBounds(const CReportOptions& options) {
     TransferBounds bounds;
     if (const auto timeout = options.GetTimeout()) {
+        bounds.connect = *timeout;
         bounds.silence = *timeout;
-        bounds.head = *timeout;
-        bounds.wholeTime = timeout;
+        bounds.wholeTime = *timeout;
     }
     return bounds;
 }

@@ -102,7 +102,9 @@ TEST_F(ADownloader, SaysWhoFailed) {
         const char* text;
     } rows[] = {
         {"http://127.0.0.1:1/a.xml", L"", 0, "127.0.0.1: Connection refused"},
-        {"http://updates.invalid/a.xml", L"127.0.0.2", 1, "127.0.0.2: Connection refused"},
+        {"http://updates.invalid/a.xml", L"127.0.0.2", 1, "Proxy 127.0.0.2: Connection refused"},
+        {"http://updates.invalid/a.xml", L"", 0, "updates.invalid: Host not found"},
+        {"http://updates.invalid/a.xml", L"proxy.invalid", 1, "Proxy proxy.invalid: Host not found"},
         {"http://updates.invalid/gone.xml", L"127.0.0.1", server_.Port(),
          "updates.invalid: The server does not have the file (404)"},
     };

@@ -3,14 +3,13 @@
 
 #include "support/LoopbackServer.h"
 
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTimer>
 #include <algorithm>
 #include <boost/algorithm/string.hpp>
-#include <boost/asio.hpp>
+#include <memory>
 #include <sstream>
-
-namespace asio = boost::asio;
-using asio::use_awaitable;
-using asio::ip::tcp;
 
 namespace {
 
@@ -26,11 +25,15 @@ LoopbackRequest Parse(const std::string& head) {
     return request;
 }
 
-std::string Render(const LoopbackAnswer& answer) {
+bool IsCutOff(const LoopbackAnswer& answer) {
+    return answer.isRaw || answer.announcedLength > static_cast<long>(answer.body.size());
+}
+
+QByteArray Render(const LoopbackAnswer& answer) {
     if (answer.isRaw)
-        return answer.body;
+        return QByteArray::fromStdString(answer.body);
     std::ostringstream text;
-    text << "HTTP/1.1 " << answer.status << " Scripted\r\nConnection: close\r\n";
+    text << "HTTP/1.1 " << answer.status << " Scripted\r\n";
     if (answer.announcedLength >= 0)
         text << "Content-Length: " << answer.announcedLength << "\r\n";
     else if (answer.status != 204)
@@ -38,19 +41,30 @@ std::string Render(const LoopbackAnswer& answer) {
     for (const std::string& header : answer.headers)
         text << header << "\r\n";
     text << "\r\n" << answer.body;
-    return text.str();
+    return QByteArray::fromStdString(text.str());
 }
 
 }  // namespace
 
-LoopbackServer::LoopbackServer() : acceptor_(events_, {asio::ip::address_v4::loopback(), 0}) {
-    asio::co_spawn(events_, Accept(), asio::detached);
-    thread_ = std::thread([this] { events_.run(); });
+LoopbackServer::LoopbackServer() {
+    auto* const server = new QTcpServer;
+    server->listen(QHostAddress::LocalHost);
+    port_ = server->serverPort();
+    server->moveToThread(&thread_);
+    QObject::connect(&thread_, &QThread::finished, server, &QObject::deleteLater);
+    QObject::connect(server, &QTcpServer::newConnection, server, [this, server] {
+        QTcpSocket* const connection = server->nextPendingConnection();
+        QObject::connect(connection, &QTcpSocket::readyRead, connection,
+                         [this, connection] { OnData(*connection); });
+        const std::lock_guard lock(mutex_);
+        ++connections_;
+    });
+    thread_.start();
 }
 
 LoopbackServer::~LoopbackServer() {
-    events_.stop();
-    thread_.join();
+    thread_.quit();
+    thread_.wait();
 }
 
 QString LoopbackServer::Address(const std::string& path) const {
@@ -79,31 +93,39 @@ int LoopbackServer::MostAtOnce() const {
     return mostAtOnce_;
 }
 
-asio::awaitable<void> LoopbackServer::Accept() {
-    for (;;)
-        asio::co_spawn(events_, Converse(co_await acceptor_.async_accept(use_awaitable)), asio::detached);
+int LoopbackServer::Connections() const {
+    const std::lock_guard lock(mutex_);
+    return connections_;
 }
 
-// Ends with an exception, which nobody is told of, when the client goes away.
-asio::awaitable<void> LoopbackServer::Converse(tcp::socket connection) {
-    std::string head;
-    co_await asio::async_read_until(connection, asio::dynamic_buffer(head), "\r\n\r\n", use_awaitable);
-    const LoopbackAnswer answer = NextAnswer(Parse(head));
-    asio::steady_timer timer(events_, answer.delay);
-    co_await timer.async_wait(use_awaitable);
+void LoopbackServer::OnData(QTcpSocket& connection) {
+    const qsizetype end = connection.peek(connection.bytesAvailable()).indexOf("\r\n\r\n");
+    if (end < 0)
+        return;
+    const LoopbackAnswer answer = NextAnswer(Parse(connection.read(end + 4).toStdString()));
+    QTimer::singleShot(answer.delay, &connection, [this, &connection, answer] { Send(connection, answer); });
+}
+
+void LoopbackServer::Send(QTcpSocket& connection, const LoopbackAnswer& answer) {
     {
         const std::lock_guard lock(mutex_);
         --atOnce_;
     }
-    const std::string text = Render(answer);
-    const std::size_t step = answer.pause.count() > 0 ? 1 : text.size();
-    for (std::size_t sent = 0; sent < text.size(); sent += step) {
-        co_await asio::async_write(connection, asio::buffer(text.data() + sent, step), use_awaitable);
-        timer.expires_after(answer.pause);
-        co_await timer.async_wait(use_awaitable);
-    }
-    if (answer.holdOpen)
-        co_await connection.async_wait(tcp::socket::wait_read, use_awaitable);
+    const auto text = std::make_shared<QByteArray>(Render(answer));
+    const qsizetype step = answer.pause.count() > 0 ? 1 : text->size();
+    const bool closes = IsCutOff(answer) && !answer.holdOpen;
+    auto* const timer = new QTimer(&connection);
+    timer->setTimerType(Qt::PreciseTimer);
+    timer->start(answer.pause);
+    QObject::connect(timer, &QTimer::timeout, &connection, [=, &connection] {
+        connection.write(text->left(step));
+        text->remove(0, step);
+        if (!text->isEmpty())
+            return;
+        timer->deleteLater();
+        if (closes)
+            connection.disconnectFromHost();
+    });
 }
 
 LoopbackAnswer LoopbackServer::NextAnswer(const LoopbackRequest& request) {

@@ -4,18 +4,16 @@
 // A scriptable HTTP server inside the test process; asked for a host that no resolver knows, it is a proxy.
 #pragma once
 
-#include <utility>  // Boost 1.74 uses std::exchange without it
-
 #include <QString>
-#include <boost/asio/awaitable.hpp>
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
+#include <QThread>
 #include <chrono>
 #include <map>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
+
+class QTcpServer;
+class QTcpSocket;
 
 // What the server sends. The header fields are complete lines without their end.
 struct LoopbackAnswer {
@@ -26,17 +24,18 @@ struct LoopbackAnswer {
     std::chrono::milliseconds delay{0};
     // After each byte; 0 sends all at once.
     std::chrono::milliseconds pause{0};
-    // The "Content-Length" sent; -1 for the body's. A longer one is a body cut off.
+    // The "Content-Length" sent; -1 for the body's. Behind a shorter body the connection ends.
     long announcedLength = -1;
-    // Whether the bytes of body are all that is sent, without a head.
+    // Whether the bytes of body are all that is sent, without a head; then the connection ends.
     bool isRaw = false;
-    // Keeps the connection open after the last byte until the client closes it.
+    // Keeps the connection open all the same.
     bool holdOpen = false;
 
     static LoopbackAnswer Status(int status, const std::string& body = "body of an answer") {
         return {.status = status, .body = body};
     }
     static LoopbackAnswer Body(const std::string& body) { return {.body = body}; }
+    static LoopbackAnswer Raw(const std::string& bytes) { return {.body = bytes, .isRaw = true}; }
     // 407 with a challenge, such as "Basic realm=\"test\"".
     static LoopbackAnswer Challenge(const std::string& challenge) {
         return {.status = 407, .body = "credentials", .headers = {"Proxy-Authenticate: " + challenge}};
@@ -53,8 +52,8 @@ struct LoopbackRequest {
     std::map<std::string, std::string> headers;
 };
 
-// Listens on 127.0.0.1 from its construction on; the system chooses the port. Each connection carries one
-// request. Its thread ends in the destructor. All functions may be called from any thread.
+// Listens on 127.0.0.1 from its construction on; the system chooses the port. Its thread ends in the
+// destructor. All functions may be called from any thread.
 class LoopbackServer {
 public:
     LoopbackServer();
@@ -76,10 +75,12 @@ public:
     std::vector<std::string> Targets() const;
     // The most requests that were waiting for their answer at the same time.
     int MostAtOnce() const;
+    // How many there have been.
+    int Connections() const;
 
 private:
-    boost::asio::awaitable<void> Accept();
-    boost::asio::awaitable<void> Converse(boost::asio::ip::tcp::socket connection);
+    void OnData(QTcpSocket& connection);
+    void Send(QTcpSocket& connection, const LoopbackAnswer& answer);
     LoopbackAnswer NextAnswer(const LoopbackRequest& request);
 
     mutable std::mutex mutex_;
@@ -87,8 +88,7 @@ private:
     std::vector<LoopbackRequest> requests_;
     int atOnce_ = 0;
     int mostAtOnce_ = 0;
-    boost::asio::io_context events_{1};
-    boost::asio::ip::tcp::acceptor acceptor_{events_};
-    const int port_ = acceptor_.local_endpoint().port();
-    std::thread thread_;
+    int connections_ = 0;
+    int port_ = 0;
+    QThread thread_;
 };

@@ -6,13 +6,11 @@
 #include <QApplication>
 #include <cstdlib>
 
-#include "platform/ThreadEventLoops.h"
 #include "support/Sandbox.h"
 
 int main(int argc, char** argv) {
     EnterSandbox();
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    DoWithoutGLibInThreads();
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);

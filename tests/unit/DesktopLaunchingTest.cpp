@@ -16,7 +16,6 @@
 
 #include "platform/CProcessStarter.h"
 #include "platform/DesktopLaunching.h"
-#include "platform/ThreadEventLoops.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
@@ -120,39 +119,6 @@ TEST(ProcessStarter, ArgumentsArriveAsTheyAre) {
     EXPECT_EQ(ReadWholeFile(tree.Path("argument")), ADDRESS.toStdString());
     EXPECT_FALSE(starter.RunAndWait("/tmp/no-such-program", {}, 10000));
     EXPECT_FALSE(starter.StartDetached("/tmp/no-such-program", {}));
-}
-
-TEST(ProcessStarter, GivesTheEnvironmentAsThisProcessFoundIt) {
-    const QString printing = QStringLiteral("env > \"$1\"; mv \"$1\" \"$2\"");
-    const ScopedEnvironment kept("VARDO_TEST_KEPT", "\xC3\xA9 = \xFF");
-    for (const char* found : {static_cast<const char*>(nullptr), "theirs"}) {
-        const ScopedEnvironment loops("QT_NO_THREADED_GLIB", found);
-        DoWithoutGLibInThreads();
-        for (const bool detached : {false, true}) {
-            const TemporaryTree tree;
-            const QStringList arguments{"-c", printing, "sh", QString::fromStdString(tree.Path("new")),
-                                        QString::fromStdString(tree.Path("environment"))};
-            CProcessStarter starter;
-            EXPECT_TRUE(detached ? starter.StartDetached("/bin/sh", arguments)
-                                 : starter.RunAndWait("/bin/sh", arguments, 10000));
-            EXPECT_TRUE(
-                QTest::qWaitFor([&] { return std::filesystem::exists(tree.Path("environment")); }, 10000));
-            const std::string environment = ReadWholeFile(tree.Path("environment"));
-            EXPECT_THAT(environment, testing::HasSubstr("\nVARDO_TEST_KEPT=\xC3\xA9 = \xFF\n"));
-            EXPECT_EQ(environment.find("QT_NO_THREADED_GLIB=") != environment.npos, found != nullptr);
-        }
-    }
-}
-
-TEST(ThreadEventLoops, DoWithoutGLib) {
-    const ScopedEnvironment loops("QT_NO_THREADED_GLIB", nullptr);
-    DoWithoutGLibInThreads();
-    QByteArray kind;
-    const std::unique_ptr<QThread> thread(
-        QThread::create([&] { kind = QAbstractEventDispatcher::instance()->metaObject()->className(); }));
-    thread->start();
-    ASSERT_TRUE(thread->wait(10000));
-    EXPECT_FALSE(kind.contains("Glib")) << kind.constData();
 }
 
 TEST(ProcessStarter, LeavesASlowProgramRunning) {

@@ -4,6 +4,7 @@
 // When the proxy handler answers by itself, when it asks the user, and what it stores.
 #include <gtest/gtest.h>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
 #include <QTest>
@@ -184,6 +185,47 @@ TEST_F(ProxyHandler, OnlyAcceptedOptionsLiftARefusal) {
         const ModalDialogDriver driver([&](QDialog& dialog) { Press(dialog, button); });
         handler_.ShowProxyOptionsDialog(nullptr);
         EXPECT_EQ(Answer(), answer);
+    }
+}
+
+TEST_F(ProxyHandler, DoesNotHandOutWhatTheProxyHasRefused) {
+    handler_.SetCredentials(L"held", L"word");
+    for (const auto& [password, isHandedOut] : {std::pair(L"word", false), {L"other", true}}) {
+        CAtlString user(L"held");
+        CAtlString refused(password);
+        EXPECT_EQ(handler_.OnProxyAuthRequired(L"asking.example", 3128, user, refused), isHandedOut);
+    }
+}
+
+TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
+    const struct {
+        const char* typed;
+        const char* taken;
+    } rows[] = {
+        {"proxy.example", "proxy.example:8080"},
+        {" proxy ", "proxy:8080"},
+        {"", ":8080"},
+        {"http://proxy:3128/", "proxy:3128"},
+        {"[::1]:3128", "::1:3128"},
+        {"  ", ":8080"},
+        {"https://proxy", "https://proxy?"},
+        {"pro xy:3128", "pro xy:3128?"},
+        {"proxy/path", "proxy/path?"},
+    };
+    for (const auto& row : rows) {
+        QString taken = row.typed + QString("?");
+        const ModalDialogDriver user([&](QDialog& message) {
+            const auto* box = qobject_cast<QMessageBox*>(&message);
+            EXPECT_TRUE(box && box->text().endsWith("address of a proxy: " + QString(row.typed)));
+        });
+        ProxyAuth dialog(nullptr);
+        dialog.SetPort(8080);
+        dialog.SetHost(row.typed);
+        dialog.findChild<QPushButton*>("okButton")->click();
+        if (dialog.result() == QDialog::Accepted)
+            taken = dialog.GetHost().ToQString() + ":" + QString::number(dialog.GetPort());
+        EXPECT_EQ(taken, row.taken);
+        EXPECT_EQ(user.Count(), taken.endsWith('?') ? 1 : 0);
     }
 }
 

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "net/CPeerMemory.h"
+
+#include <QPromise>
+#include <QUrl>
+#include <thread>
+
+#include <netdb.h>
+#include <sys/socket.h>
+
+namespace {
+
+// Blocks as long as the system's resolver takes, whose order it keeps (RFC 6724).
+QList<QHostAddress> LookUp(const QByteArray& host) {
+    QList<QHostAddress> addresses;
+    addrinfo hints{};
+    hints.ai_socktype = SOCK_STREAM;
+    hints.ai_flags = AI_ADDRCONFIG;
+    addrinfo* found = nullptr;
+    if (getaddrinfo(host.constData(), nullptr, &hints, &found) != 0)
+        return addresses;
+    for (const addrinfo* each = found; each; each = each->ai_next)
+        addresses << QHostAddress(each->ai_addr);
+    freeaddrinfo(found);
+    return addresses;
+}
+
+}  // namespace
+
+CPeerMemory::Peer CPeerMemory::Of(const QString& name) const {
+    const std::lock_guard lock(mutex_);
+    const auto found = peers_.find(name);
+    return found == peers_.end() ? Peer() : found->second;
+}
+
+QFuture<QList<QHostAddress>> CPeerMemory::AddressesOf(const QString& host) {
+    const std::lock_guard lock(mutex_);
+    const auto [found, isNew] = addresses_.try_emplace(host);
+    const QHostAddress written(host);
+    if (isNew && !written.isNull()) {
+        found->second = QtFuture::makeReadyFuture(QList<QHostAddress>{written});
+    } else if (isNew) {
+        QPromise<QList<QHostAddress>> promise;
+        found->second = promise.future();
+        promise.start();
+        std::thread([promise = std::move(promise), name = QUrl::toAce(host)]() mutable {
+            promise.addResult(LookUp(name));
+            promise.finish();
+        }).detach();
+    }
+    return found->second;
+}
+
+void CPeerMemory::EndCheck() {
+    const std::lock_guard lock(mutex_);
+    addresses_.clear();
+    for (auto& [name, peer] : peers_)
+        peer.isSilent = peer.hasAnswered = false;
+}

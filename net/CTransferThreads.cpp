@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "net/CTransferThreads.h"
+
+#include "net/QHttp.h"
+
+void CTransferThreads::Add(const Task& task, WakingFlag& ended, bool isFirst) {
+    bool isShort = false;
+    {
+        const std::lock_guard lock(mutex_);
+        waiting_.insert(isFirst ? waiting_.begin() : waiting_.end(), Waiting{task, &ended});
+        isShort = idle_ < waiting_.size();
+    }
+    changed_.notify_one();
+    if (isShort && threads_.size() < limit_) {
+        auto thread = std::make_unique<QThreadWithLoop>([this] { return Serve(); });
+        thread->start(QThread::InheritPriority);
+        if (thread->isRunning())
+            threads_.push_back(std::move(thread));
+    }
+    if (threads_.empty()) {
+        waiting_.clear();
+        ended.Set();
+    }
+}
+
+void CTransferThreads::End() {
+    {
+        const std::lock_guard lock(mutex_);
+        isEnding_ = true;
+    }
+    changed_.notify_all();
+    for (const auto& thread : threads_)
+        thread->wait();
+    threads_.clear();
+    idle_ = 0;
+    isEnding_ = false;
+}
+
+int CTransferThreads::Serve() {
+    QHttp http(memory_);
+    {
+        const std::lock_guard lock(mutex_);
+        ++idle_;
+    }
+    for (Waiting next = Next(); next.task; next = Next()) {
+        next.task(http);
+        // Whoever adds the next task now finds this thread idle.
+        {
+            const std::lock_guard lock(mutex_);
+            ++idle_;
+        }
+        next.ended->Set();
+    }
+    return RESULT_OK;
+}
+
+CTransferThreads::Waiting CTransferThreads::Next() {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
+    if (waiting_.empty())
+        return {};
+    --idle_;
+    Waiting next = waiting_.front();
+    waiting_.pop_front();
+    return next;
+}
