@@ -78,8 +78,8 @@ bool CProductListController::CheckForUpdates() {
         downloader_->SetFailureCallback({});
     }
     isChecking_ = false;
-    lastCheckResult_ = succeeded;
-    return succeeded;
+    lastCheckResult_ = succeeded && !isStopped_;
+    return lastCheckResult_;
 }
 
 bool CProductListController::CheckProduct(const boost::shared_ptr<IProduct>& product) {

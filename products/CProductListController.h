@@ -38,10 +38,10 @@ public:
     // Lets every product find what is installed, then lets them disable one another. True when anything was
     // found.
     bool FindInstalled();
-    // Checks every product in order, up to StopCheck. True when any check succeeded.
+    // Checks every product in order. True when any check succeeded and StopCheck was not called meanwhile.
     bool CheckForUpdates();
-    // Ends a CheckForUpdates that is under way, from an event inside it: the product in hand fails soon, the
-    // rest is left out. What was checked until then counts. Does nothing when none is.
+    // Ends a CheckForUpdates that is under way, from an event inside it: the product in hand fails soon, and
+    // the rest is left out, so that the whole does not count as a check. Does nothing at any other time.
     void StopCheck();
     // What the last CheckForUpdates answered.
     bool GetLastCheckResult() const { return lastCheckResult_; }
