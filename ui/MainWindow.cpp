@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QSignalBlocker>
 #include <algorithm>
 #include <boost/bind.hpp>
 #include <iostream>
@@ -79,8 +80,7 @@ void MainWindow::SetProductListController(const boost::shared_ptr<CProductListCo
 }
 
 void MainWindow::ShowProducts() {
-    checkBox->setChecked(record_->GetCheckUpdates());
-    spinBox->setValue(record_->GetInterval());
+    ShowSchedule();
     ShowDate(DateText(record_->GetLastChecked()));
     table_.Reset();
     const IProduct::List products = controller_->GetProducts();
@@ -91,6 +91,15 @@ void MainWindow::ShowProducts() {
     for (const Product& product : products)
         for (unsigned item = 0; item < product->GetItemCount(); ++item)
             AddButtonIfWanted(product, item, product->GetRow(item));
+}
+
+// Showing the record does not change it. An administrator may have set more days than the form offers.
+void MainWindow::ShowSchedule() {
+    const QSignalBlocker quietBox(checkBox);
+    const QSignalBlocker quietDays(spinBox);
+    checkBox->setChecked(record_->GetCheckUpdates());
+    spinBox->setMaximum(std::max(spinBox->maximum(), record_->GetInterval()));
+    spinBox->setValue(record_->GetInterval());
 }
 
 // The form's minimum width is too narrow for some dates in large letters.

@@ -63,6 +63,7 @@ private:
     void OnFetchFailed(const QString& reason);
     // Builds the form, and gives its table.
     QTableWidget& SetUpForm();
+    void ShowSchedule();
     void ShowDate(const QString& date);
     int AddProductRow(const Product& product, unsigned item);
     void AddButtonIfWanted(const Product& product, unsigned item, int row);

@@ -91,19 +91,19 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
               std::vector<std::string>({"http://site/products.xml", "http://site/Planner.xml"}));
 }
 
-TEST_F(WorkFlow, CheckOfNothingKeepsTheDateAndIsSeenWhenInteractive) {
+TEST_F(WorkFlow, CheckOfNothingKeepsTheRecordAndIsSeenWhenInteractive) {
     AddProduct("Lost", {"1.0.0.0"}, "");
     Install();
-    StoreSettings(2, 7, 2451545);
+    StoreSettings(2, 90, 2451545);
     Run({"-silent"});
     EXPECT_TRUE(downloader_->addresses.empty()) << "any number but 1 switches the silent check off";
-    EXPECT_EQ(StoredSettings(), "CheckUpdates=2 Interval=7 LastChecked=2451545");
-    Run({"x"});
-    EXPECT_EQ(StoredSettings(), "CheckUpdates=0 Interval=7 LastChecked=2451545");
-    StoreSettings(1, 9, 2451545);
+    EXPECT_EQ(StoredSettings(), "CheckUpdates=2 Interval=90 LastChecked=2451545");
+    Run({"x"}, [](QWidget& window) { EXPECT_EQ(window.findChild<QSpinBox*>("spinBox")->value(), 90); });
+    EXPECT_EQ(StoredSettings(), "CheckUpdates=0 Interval=90 LastChecked=2451545");
+    StoreSettings(1, 91, 2451545);
     Run({"-silent"});
     EXPECT_EQ(latest_, QStringList("N/A")) << "the interactive one";
-    EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=9 LastChecked=2451545");
+    EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=91 LastChecked=2451545");
     EXPECT_EQ(downloader_->addresses.size(), 4U) << "the list and the product, twice";
 }
 
