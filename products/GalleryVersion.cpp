@@ -86,9 +86,10 @@ bool GalleryVersion::ReadInstalledCategories(const CVardoFilePath& file) {
 
 bool GalleryVersion::CheckForUpdates() {
     checked_ = false;
-    if (!GetDownloader())
+    const CAtlString address = GetCheckAddress();
+    if (!GetDownloader() || address.IsEmpty())
         return false;
-    const CVardoFilePath fetched(GetDownloader()->Download(GetCheckAddress()));
+    const CVardoFilePath fetched(GetDownloader()->Download(address));
     checked_ =
         fetched.IsEmpty() ? Conclude(verdict_, Verdict::NOT_FETCHED) : ReadPublishedCategories(fetched);
     fetched.Delete();
@@ -98,6 +99,11 @@ bool GalleryVersion::CheckForUpdates() {
 }
 
 CAtlString GalleryVersion::GetCheckAddress() const {
+    // Content that is not installed has no use for what is published.
+    return categories_.empty() ? CAtlString() : GetPublishedAddress();
+}
+
+CAtlString GalleryVersion::GetPublishedAddress() const {
     return JoinTrimmed(defaultAddress_, PUBLISHED_FILE);
 }
 

@@ -50,6 +50,8 @@ public:
     // The content's GUID, which stands where other products have a page.
     virtual CAtlString GetWebPage() const { return guid_; }
 
+    // Where the list of published categories lies.
+    CAtlString GetPublishedAddress() const;
     // Reads a list of installed categories in place of what is known; whether it names any.
     bool ReadInstalledCategories(const CVardoFilePath& file);
     // Reads a list of published categories; whether it names any that is installed.

@@ -9,10 +9,10 @@
 #include "products/CProductVersion.h"
 #include "products/CProductVersions.h"
 #include "products/DescriptionFormat.h"
+#include "products/GalleryVersion.h"
 #include "products/ListFormat.h"
 #include "products/Notification.h"
 #include "products/NotificationFormat.h"
-#include "products/ProductFactory.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -39,9 +39,9 @@ void AddListReferences(const CCatalogFile& file, const boost::shared_ptr<IEnviro
         references.push_back({&file, AttributeLine(root, ListFormat::URL), newest, FileKind::PRODUCT_LIST});
     for (const TiXmlElement* child = root.FirstChildElement(ListFormat::GALLERY); child;
          child = child->NextSiblingElement(ListFormat::GALLERY))
-        if (const auto gallery = CreateProduct(child, environment))
+        if (GalleryVersion gallery(environment); gallery.Init(child))
             references.push_back({&file, AttributeLine(*child, ListFormat::GALLERY_FOLDER),
-                                  gallery->GetCheckAddress().ToQString(), FileKind::PUBLISHED_CATEGORIES});
+                                  gallery.GetPublishedAddress().ToQString(), FileKind::PUBLISHED_CATEGORIES});
 }
 
 void AddDescriptionReference(const CCatalogFile& file, std::vector<Reference>& references) {

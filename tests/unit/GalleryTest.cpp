@@ -68,6 +68,8 @@ TEST_F(Gallery, ComparesItsCategoriesWithThePublishedOnes) {
 TEST_F(Gallery, StartsItsToolOnItsContentWhileItCan) {
     const Product product = Find(Category("a", "1"), Category("a", "2"));
     EXPECT_FALSE(product->CheckForUpdates() || product->HasAction(0)) << "no downloader";
+    EXPECT_FALSE(Check(Make("<Gallery Name='n' GUID='{G}' DefaultUrl='http://h'/>"))) << "not looked for";
+    EXPECT_TRUE(downloader_->addresses.empty()) << "what is not installed is not fetched";
     EXPECT_TRUE(Check(product) && product->HasAction(0));
     for (const bool starts : {true, false}) {
         environment_->programsStart = starts;
