@@ -28,7 +28,7 @@ CAtlString JoinCommandLine(int argc, char** argv) {
 CApplicationFactory::CApplicationFactory()
     : CApplicationFactory(boost::make_shared<CDesktopEnvironment>(), boost::make_shared<Downloader>()) {}
 
-CApplicationFactory::CApplicationFactory(const boost::shared_ptr<IEnvironment>& environment,
+CApplicationFactory::CApplicationFactory(const boost::shared_ptr<IAttendedEnvironment>& environment,
                                          const boost::shared_ptr<IDownloader>& downloader)
     : workFlow_(environment, downloader) {
     RegisterParameters();

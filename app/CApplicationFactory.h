@@ -18,7 +18,7 @@ public:
     // With the real world around it.
     CApplicationFactory();
     // With another world.
-    CApplicationFactory(const boost::shared_ptr<IEnvironment>& environment,
+    CApplicationFactory(const boost::shared_ptr<IAttendedEnvironment>& environment,
                         const boost::shared_ptr<IDownloader>& downloader);
     virtual ~CApplicationFactory() = default;
     CApplicationFactory(const CApplicationFactory&) = delete;

@@ -8,8 +8,8 @@
 
 #include <QCoreApplication>
 
-CPreparation::CPreparation(IEnvironment& environment, const boost::shared_ptr<IDownloader>& downloader,
-                           bool isWatched)
+CPreparation::CPreparation(IAttendedEnvironment& environment,
+                           const boost::shared_ptr<IDownloader>& downloader, bool isWatched)
     : environment_(environment),
       downloader_(downloader),
       isWatched_(isWatched),

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "net/IDownloader.h"
-#include "platform/IEnvironment.h"
+#include "platform/IAttendedEnvironment.h"
 #include "platform/IProgress.h"
 #include "products/CProductListController.h"
 
@@ -21,7 +21,8 @@ class CSelfUpdate;
 class CPreparation {
 public:
     // isWatched: somebody waits for the window. Otherwise only what follows a user's consent is shown.
-    CPreparation(IEnvironment& environment, const boost::shared_ptr<IDownloader>& downloader, bool isWatched);
+    CPreparation(IAttendedEnvironment& environment, const boost::shared_ptr<IDownloader>& downloader,
+                 bool isWatched);
 
     // Offers a newer version of the program itself. True when its installer was started: the process must
     // end, without saving anything.
@@ -35,7 +36,7 @@ private:
     bool FetchInstaller(CSelfUpdate& update);
     void Cancel();
 
-    IEnvironment& environment_;
+    IAttendedEnvironment& environment_;
     boost::shared_ptr<IDownloader> downloader_;
     bool isWatched_;
     // The installer's download was cancelled.

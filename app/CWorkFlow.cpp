@@ -20,7 +20,7 @@ int JulianDay(const IEnvironment& environment) {
 
 }  // namespace
 
-CWorkFlow::CWorkFlow(const boost::shared_ptr<IEnvironment>& environment,
+CWorkFlow::CWorkFlow(const boost::shared_ptr<IAttendedEnvironment>& environment,
                      const boost::shared_ptr<IDownloader>& downloader)
     : downloader_(downloader),
       productList_(boost::make_shared<CProductListController>(environment)),

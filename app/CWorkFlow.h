@@ -8,7 +8,7 @@
 #include "app/settings/CRecordKeeper.h"
 #include "net/IDownloader.h"
 #include "net/ProxyHandlerBase.h"
-#include "platform/IEnvironment.h"
+#include "platform/IAttendedEnvironment.h"
 #include "products/CProductListController.h"
 
 #include <boost/shared_ptr.hpp>
@@ -20,7 +20,7 @@ class MainWindow;
 class CWorkFlow {
 public:
     // Everything that comes from outside the process comes from these two.
-    CWorkFlow(const boost::shared_ptr<IEnvironment>& environment,
+    CWorkFlow(const boost::shared_ptr<IAttendedEnvironment>& environment,
               const boost::shared_ptr<IDownloader>& downloader);
     virtual ~CWorkFlow() = default;
     CWorkFlow(const CWorkFlow&) = default;
@@ -55,5 +55,5 @@ private:
     boost::shared_ptr<CProductListController> productList_;
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     boost::shared_ptr<CRecordKeeper> recordKeeper_;
-    boost::shared_ptr<IEnvironment> environment_;
+    boost::shared_ptr<IAttendedEnvironment> environment_;
 };

@@ -6,10 +6,7 @@
 
 #include "platform/IEnvironment.h"
 
-#include <memory>
-
-// The machine's date and one shared data folder, and nobody to ask: it starts nothing, opens nothing and
-// shows nothing.
+// The machine's date and one shared data folder: it starts nothing and opens nothing.
 class CUnattendedEnvironment : public IEnvironment {
 public:
     // With an empty folder nothing is installed.
@@ -18,22 +15,7 @@ public:
 
     QDate Today() const override { return QDate::currentDate(); }
     CVardoDirectoryPath SharedDataFolder() const override { return folder_; }
-    bool StartDetached(const QString& /*program*/, const QStringList& /*arguments*/) override {
-        return false;
-    }
-    bool OpenWebPage(const CAtlString& /*address*/) override { return false; }
-    bool ConfirmSelfUpdate() override { return false; }
-    void WarnSelfUpdateFailed() override {}
-    std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& /*cancel*/) override {
-        return std::make_unique<NothingToSee>();
-    }
 
 private:
-    struct NothingToSee : IProgress {
-        void Begin(Task /*task*/) override {}
-        void SetBytes(int /*done*/, int /*total*/) override {}
-        void Pause() override {}
-    };
-
     CVardoDirectoryPath folder_;
 };

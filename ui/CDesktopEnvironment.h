@@ -5,11 +5,11 @@
 #pragma once
 
 #include "platform/CProcessStarter.h"
-#include "platform/IEnvironment.h"
+#include "platform/IAttendedEnvironment.h"
 
 // The machine's date, processes and desktop, and the user behind message boxes. May be constructed before
 // the application object; used only while that lives, on the GUI thread.
-class CDesktopEnvironment : public IEnvironment {
+class CDesktopEnvironment : public IAttendedEnvironment {
 public:
     QDate Today() const override;
     // Empty when the executable's folder has no parent.

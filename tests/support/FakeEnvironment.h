@@ -4,12 +4,12 @@
 // A world for tests: its facts are set, and what was asked of it is recorded.
 #pragma once
 
-#include "platform/IEnvironment.h"
+#include "platform/IAttendedEnvironment.h"
 
 #include <utility>
 #include <vector>
 
-class FakeEnvironment : public IEnvironment {
+class FakeEnvironment : public IAttendedEnvironment {
 public:
     // What the world answers.
     QDate today{2026, 3, 15};
