@@ -3,9 +3,8 @@
 
 #include "platform/Addresses.h"
 
-#include <algorithm>
+#include <QRegularExpression>
 #include <cwchar>
-#include <iterator>
 
 #include "platform/CVardoFilePath.h"
 #include "platform/TextConversion.h"
@@ -27,6 +26,22 @@ void AppendEncoded(CAtlString& encoded, wchar_t ch) {
         count = EncodeUtf8(&REPLACEMENT_CHARACTER, 1, bytes);
     for (int i = 0; i < count; ++i)
         encoded.AppendFormat(L"%%%02X", static_cast<unsigned char>(bytes[i]));
+}
+
+bool HasWebScheme(const QString& page) {
+    static const QRegularExpression scheme(QStringLiteral("^(https?|ftp)://."),
+                                           QRegularExpression::CaseInsensitiveOption);
+    return scheme.match(page).hasMatch();
+}
+
+// What stands before a colon may be a scheme as well as a host.
+bool BeginsWithHost(const QString& page) {
+    static const QRegularExpression beginning(
+        QStringLiteral(R"(^([\p{L}\p{N}][\p{L}\p{M}\p{N}.-]*)(:[0-9]+)?([/?#]|\z))"));
+    const QRegularExpressionMatch match = beginning.match(page);
+    const QString host = match.captured(1);
+    const bool hasPort = match.capturedLength(2) > 0;
+    return match.hasMatch() && (!hasPort || host.contains(u'.') || host == QLatin1String("localhost"));
 }
 
 }  // namespace
@@ -59,10 +74,9 @@ CAtlString PercentEncode(const CAtlString& address) {
     return encoded;
 }
 
-bool IsWebAddress(const CAtlString& address) {
-    static const CAtlString BEGINNINGS[] = {L"http://", L"https://", L"ftp://"};
-    return std::any_of(std::begin(BEGINNINGS), std::end(BEGINNINGS), [&](const CAtlString& beginning) {
-        return address.GetLength() > beginning.GetLength() &&
-               address.Left(beginning.GetLength()).CompareNoCase(beginning) == 0;
-    });
+CAtlString WebAddress(const CAtlString& page) {
+    const QString text = page.ToQString();
+    if (HasWebScheme(text))
+        return PercentEncode(page);
+    return BeginsWithHost(text) ? L"http://" + PercentEncode(page) : CAtlString();
 }

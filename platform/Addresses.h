@@ -24,5 +24,8 @@ CAtlString AddressExtension(const CAtlString& address);
 // encoded already stays as it is; so does a "%" that encodes nothing.
 CAtlString PercentEncode(const CAtlString& address);
 
-// Whether the address begins, in whatever case, with "http://", "https://" or "ftp://", and goes on after it.
-bool IsWebAddress(const CAtlString& address);
+// What a browser may be given for a page: its address, percent-encoded, when that begins, in whatever case,
+// with "http://", "https://" or "ftp://", and goes on after it. A page without a scheme that begins with the
+// name of a host gets "http://" in front of it; a name with a port must hold a dot or be "localhost", since
+// "tel:5" has a scheme. Empty for everything else: other schemes, paths, options.
+CAtlString WebAddress(const CAtlString& page);

@@ -45,8 +45,8 @@ DesktopKind DetectDesktop() {
 }
 
 bool OpenURL(const CAtlString& url, IProcessStarter& starter) {
-    const CAtlString address = PercentEncode(url);
-    if (!IsWebAddress(address))
+    const CAtlString address = WebAddress(url);
+    if (address.IsEmpty())
         return false;
     return RunDesktopLauncher(DetectDesktop(), address, starter) ||
            RunFromPath(Browsers(), address.ToQString(), starter) ||

@@ -25,7 +25,7 @@ public:
 
     // Starts a program that outlives this one; false when it could not be started.
     virtual bool StartDetached(const QString& /*program*/, const QStringList& /*arguments*/) { return false; }
-    // Opens a page in the user's browser, behind a wait cursor; when no browser could be started the user is
-    // told the address, and the result is false.
-    virtual bool OpenWebPage(const CAtlString& /*address*/) { return false; }
+    // Opens a product's page in the user's browser, behind a wait cursor. When there is no address, or no
+    // browser could be started, the user is told so, and the result is false.
+    virtual bool OpenWebPage(const CAtlString& /*address*/, const QString& /*product*/) { return false; }
 };

@@ -138,7 +138,7 @@ bool CProductVersions::HasAction(unsigned item) const {
 }
 
 bool CProductVersions::RunAction(unsigned item) {
-    return environment_->OpenWebPage(GetPage(item));
+    return environment_->OpenWebPage(GetPage(item), name_);
 }
 
 CAtlString CProductVersions::GetInstalledVersion(unsigned item) const {

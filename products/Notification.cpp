@@ -159,5 +159,5 @@ bool Notification::IsWanted(unsigned /*item*/) const {
 
 bool Notification::RunAction(unsigned /*item*/) {
     WriteRegistryDword(HKEY_CURRENT_USER, DefaultSettings::NOTIFICATION_KEY, name_, DISMISSED);
-    return !webPage_.IsEmpty() && environment_->OpenWebPage(webPage_);
+    return !webPage_.IsEmpty() && environment_->OpenWebPage(webPage_, GetName());
 }

@@ -22,7 +22,11 @@ bool CDesktopEnvironment::StartDetached(const QString& program, const QStringLis
     return starter_.StartDetached(program, arguments);
 }
 
-bool CDesktopEnvironment::OpenWebPage(const CAtlString& address) {
+bool CDesktopEnvironment::OpenWebPage(const CAtlString& address, const QString& product) {
+    if (address.IsEmpty()) {
+        WarnNoPage(product);
+        return false;
+    }
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const bool opened = OpenURL(address, starter_);
     QApplication::restoreOverrideCursor();

@@ -15,7 +15,7 @@ public:
     // Empty when the executable's folder has no parent.
     CVardoDirectoryPath SharedDataFolder() const override;
     bool StartDetached(const QString& program, const QStringList& arguments) override;
-    bool OpenWebPage(const CAtlString& address) override;
+    bool OpenWebPage(const CAtlString& address, const QString& product) override;
     bool ConfirmSelfUpdate() override;
     void WarnSelfUpdateFailed() override;
     std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& cancel) override;

@@ -26,6 +26,11 @@ void WarnNoBrowser(const CAtlString& address) {
     Warn(text + address.ToQString());
 }
 
+void WarnNoPage(const QString& product) {
+    Warn(QObject::tr("There is no Web page for the update of %1. Please ask its maker for the update.")
+             .arg(product));
+}
+
 bool AskForSelfUpdate() {
     const QString text = QObject::tr(
         "A new version of VARDO Product Update must be downloaded and installed before you proceed.");

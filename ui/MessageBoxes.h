@@ -7,8 +7,13 @@
 
 #include "platform/CAtlString.h"
 
+#include <QString>
+
 // No browser could be started: tells the user which address to open by hand.
 void WarnNoBrowser(const CAtlString& address);
+
+// A product's update has no page that could be opened.
+void WarnNoPage(const QString& product);
 
 // A new version of the program must be installed first; true only when the user pressed OK. Closing the box,
 // also by Escape, is no consent.

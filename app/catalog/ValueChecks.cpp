@@ -48,7 +48,7 @@ void CheckAddress(const Place& place, const QString& name, const QString& text, 
 }
 
 void CheckPage(const Place& place, const QString& name, const CAtlString& text, CFindings& findings) {
-    if (!IsWebAddress(text))
+    if (WebAddress(text).IsEmpty())
         findings.Add(place.file, place.line, Code::PAGE_ADDRESS,
                      QStringLiteral("%1 \"%2\" is no web address: the program opens no browser for it")
                          .arg(name, text.ToQString()));

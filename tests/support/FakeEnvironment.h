@@ -34,7 +34,7 @@ public:
         startedPrograms.emplace_back(program, arguments);
         return programsStart;
     }
-    bool OpenWebPage(const CAtlString& address) override {
+    bool OpenWebPage(const CAtlString& address, const QString& /*product*/) override {
         openedPages.push_back(address);
         return pagesOpen;
     }

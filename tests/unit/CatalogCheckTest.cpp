@@ -92,8 +92,8 @@ const Mistake MISTAKES[] = {
     {"a product without a page", LIST,
      "\n             DefaultUrl=\"http://127.0.0.1:8080/pages/microscope-home.html\"", "", Code::NO_PAGE, 22,
      "-VARDO Microscope|4.4.0.0|4.5.0.0|Update|http"},
-    {"a page that is no address", LIST, "http://127.0.0.1:8080/pages/microscope-home.html", "www.example.com",
-     Code::PAGE_ADDRESS, 23, "VARDO Microscope|4.4.0.0|4.5.0.0|Update|www."},
+    {"a page that is no address", LIST, "http://127.0.0.1:8080/pages/microscope-home.html", "mailto:a@h.com",
+     Code::PAGE_ADDRESS, 23, "VARDO Microscope|4.4.0.0|4.5.0.0|Update|mailto:"},
 
     {"no installed version", LOCAL, "CurrentVersion=", "Version=", Code::MISSING_ATTRIBUTE, 3, NO_NOTEBOOK},
     {"no product", LOCAL, "<Product", "<TestProduct", Code::MISSING_ELEMENT, 2, NO_NOTEBOOK},

@@ -96,14 +96,41 @@ TEST(Launching, TriesTheDesktopThenThePath) {
 
 TEST(Launching, OnlyWebAddressesArePassedOn) {
     const ScopedEnvironment session("DESKTOP_SESSION", "kde");
-    for (const char* address : {"http://h", "HTTPS://h/-a", "Ftp://h/"}) {
+    const std::pair<const char*, const char*> opened[] = {
+        {"http://h", "http://h"},
+        {"HTTPS://h/-a", "HTTPS://h/-a"},
+        {"Ftp://h/", "Ftp://h/"},
+        {"www.h.com/x?a:b", "http://www.h.com/x?a:b"},
+        {"h", "http://h"},
+        {"localhost:8080/x", "http://localhost:8080/x"},
+        {"h.com:80", "http://h.com:80"},
+        {"\u00FC.de/ \u00FC", "http://%C3%BC.de/%20%C3%BC"},
+    };
+    for (const auto& [page, address] : opened) {
         RecordingStarter starter;
-        EXPECT_TRUE(OpenURL(address, starter)) << address;
+        EXPECT_TRUE(OpenURL(page, starter)) << page;
         EXPECT_EQ(starter.asked.last(), address);
     }
-    for (const char* address : {"--remote=http://h", "-http://h", "", "http://", "http:h", "www.h.com",
-                                "/etc/passwd", "file:///etc/passwd", "javascript:alert(1)", "mailto:a@h",
-                                "https;//h", " http://h", "\nhttp://h", "xhttp://h", "\"http://h"}) {
+    for (const char* address : {"--remote=http://h",
+                                "-http://h",
+                                "",
+                                "http://",
+                                "http:h",
+                                "/etc/passwd",
+                                "../x.html",
+                                "C:\\x",
+                                "file:///etc/passwd",
+                                "javascript:alert(1)",
+                                "mailto:a@h.com",
+                                "a@h.com",
+                                "tel:5",
+                                "h.com:x",
+                                "h.com\n",
+                                "https;//h",
+                                " http://h",
+                                "\nhttp://h",
+                                "xhttp://h",
+                                "\"http://h"}) {
         RecordingStarter starter;
         EXPECT_FALSE(OpenURL(address, starter)) << address;
         EXPECT_TRUE(starter.asked.empty()) << address;

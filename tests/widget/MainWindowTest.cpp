@@ -247,7 +247,7 @@ TEST_F(MainWindowTest, LateNotificationIsAddedAtTheEndAndTinted) {
 
 TEST_F(MainWindowTest, RowsMayBeRebuiltWhileTheirButtonActs) {
     struct Reentrant : FakeEnvironment {
-        bool OpenWebPage(const CAtlString& address) override {
+        bool OpenWebPage(const CAtlString& address, const QString& /*product*/) override {
             openedPages.push_back(address);
             press();
             QCoreApplication::processEvents();

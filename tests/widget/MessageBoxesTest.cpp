@@ -40,7 +40,8 @@ TEST(MessageBoxes, SayWhatTheMatterIsAndTakeOnlyOkForConsent) {
     answer = [](QDialog& box) { QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton); };
     EXPECT_TRUE(world.ConfirmSelfUpdate());
     const ScopedEnvironment noBrowser("PATH", "/nowhere");
-    EXPECT_FALSE(world.OpenWebPage("http://page/?<b>a</b>&b=2"));
+    EXPECT_FALSE(world.OpenWebPage("http://page/?<b>a</b>&b=2", "Notes"));
+    EXPECT_FALSE(world.OpenWebPage("", "<i>Notes</i> & more"));
     world.WarnSelfUpdateFailed();
     EXPECT_EQ(
         seen.mid(3),
@@ -48,6 +49,8 @@ TEST(MessageBoxes, SayWhatTheMatterIsAndTakeOnlyOkForConsent) {
                      "downloaded and installed before you proceed.|OK",
                      "VARDO Product Update|Could not open a Web browser. Please open a Web browser "
                      "manually and go to: \nhttp://page/?<b>a</b>&b=2|OK",
+                     "VARDO Product Update|There is no Web page for the update of <i>Notes</i> & more. "
+                     "Please ask its maker for the update.|OK",
                      "VARDO Product Update|Could not download the new version of VARDO Product Update.|OK"}));
 }
 
