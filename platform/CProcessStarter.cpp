@@ -4,6 +4,8 @@
 #include "platform/CProcessStarter.h"
 
 #include <QProcess>
+#include <QTimer>
+#include <optional>
 
 namespace {
 
@@ -20,10 +22,32 @@ bool CProcessStarter::RunAndWait(const QString& program, const QStringList& argu
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
+    QEventLoop wait;
+    std::optional<bool> hasEnded;
+    // The first answer counts: this loop may run on until one that was started inside it has ended.
+    const auto answer = [&](bool ended) {
+        hasEnded = hasEnded.value_or(ended);
+        wait.quit();
+    };
+    QObject::connect(&process, &QProcess::finished, &wait, [&] { answer(true); });
+    QObject::connect(&process, &QProcess::errorOccurred, &wait, [&](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            answer(false);
+    });
+    QTimer::singleShot(limitMs, &wait, [&] { answer(false); });
     process.start(program, arguments);
-    const bool finished = process.waitForFinished(limitMs);
+    if (!hasEnded) {
+        waits_.push_back(&wait);
+        wait.exec();
+        waits_.pop_back();
+    }
     process.Leave();
-    return finished;
+    return hasEnded.value_or(true);
+}
+
+void CProcessStarter::StopWaiting() {
+    for (QEventLoop* wait : waits_)
+        wait->quit();
 }
 
 bool CProcessStarter::StartDetached(const QString& program, const QStringList& arguments) {

@@ -25,7 +25,10 @@ public:
 
     // Starts a program that outlives this one; false when it could not be started.
     virtual bool StartDetached(const QString& /*program*/, const QStringList& /*arguments*/) { return false; }
-    // Opens a product's page in the user's browser, behind a wait cursor. When there is no address, or no
-    // browser could be started, the user is told so, and the result is false.
+    // Opens a product's page in the user's browser, behind a wait cursor, and serves events meanwhile. When
+    // there is no address, or no browser could be started, the user is told so, and the result is false.
     virtual bool OpenWebPage(const CAtlString& /*address*/, const QString& /*product*/) { return false; }
+    // Lets every OpenWebPage that is under way return true soon, from an event inside it: nobody waits for
+    // the browser any more, which starts all the same.
+    virtual void StopWaiting() {}
 };

@@ -16,6 +16,7 @@ public:
     CVardoDirectoryPath SharedDataFolder() const override;
     bool StartDetached(const QString& program, const QStringList& arguments) override;
     bool OpenWebPage(const CAtlString& address, const QString& product) override;
+    void StopWaiting() override { starter_.StopWaiting(); }
     bool ConfirmSelfUpdate() override;
     void WarnSelfUpdateFailed() override;
     std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& cancel) override;

@@ -8,6 +8,7 @@
 
 #include <QAccessible>
 #include <QHeaderView>
+#include <QPointer>
 #include <QSignalBlocker>
 
 namespace {
@@ -21,9 +22,21 @@ constexpr int ACTION_COLUMN_BLANKS = 29;
 // was 0.
 constexpr int ROWS_THAT_DECIDE_WIDTHS = 50;
 
-void Run(const CProductTable::Action& action) {
-    if (action)
-        action();
+// The button cannot be pressed again while its action runs, which may serve events, and keeps the focus that
+// it had unless the user moves it meanwhile.
+void Press(const QPointer<QPushButton>& button, const CProductTable::Action& action) {
+    if (!action)
+        return;
+    const QWidget& window = *button->window();
+    const bool hadFocus = window.focusWidget() == button;
+    button->setEnabled(false);
+    const QPointer<QWidget> neighbour = window.focusWidget();
+    action();
+    if (!button)
+        return;
+    button->setEnabled(true);
+    if (hadFocus && window.focusWidget() == neighbour)
+        button->setFocus();
 }
 
 }  // namespace
@@ -70,9 +83,11 @@ int CProductTable::AddRow(const QString& name, const QString& installed) {
 void CProductTable::AddButton(int row, const Action& action) {
     QPushButton* button = MakeRowButton(tr("Current"));
     NameButton(row, *button);
-    // Deleted later, because the rows may be rebuilt while this very action runs.
-    const boost::shared_ptr<Qtfier> click(new Qtfier([action] { Run(action); }),
-                                          [](Qtfier* retired) { retired->deleteLater(); });
+    // The rows may be rebuilt while this very action runs: hence copies that live as long as it runs, and a
+    // deletion that waits.
+    const boost::shared_ptr<Qtfier> click(
+        new Qtfier([pressed = QPointer(button), action] { Press(QPointer(pressed), Action(action)); }),
+        [](Qtfier* retired) { retired->deleteLater(); });
     QObject::connect(button, &QPushButton::clicked, click.get(), &Qtfier::Slot);
     rowActions_.push_back(click);
     // A widget that has a size is not asked for the one it would like when it appears; the cell gives it

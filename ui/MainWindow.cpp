@@ -162,6 +162,7 @@ void MainWindow::OnTooLong() {
 void MainWindow::reject() {
     if (controller_)
         controller_->StopCheck();
+    environment_->StopWaiting();
     QDialog::reject();
 }
 

@@ -18,8 +18,8 @@
 
 // Shows one row per item of each product, and runs the check. GUI thread only. The controller, the proxy
 // handler and the record are shared with the workflow and must be set before the window is used; the window
-// changes the record in memory only. Closing it while a check runs stops the check; exec() returns when that
-// has ended, soon after.
+// changes the record in memory only. Closing it while a check runs, or while a row's button waits for a
+// browser, stops both; exec() returns when they have ended, soon after.
 class MainWindow : public QDialog, private Ui::MainWindow {
     Q_OBJECT
 

@@ -6,6 +6,10 @@
 
 #include "platform/IAttendedEnvironment.h"
 
+#include <QEventLoop>
+#include <QPointer>
+#include <QTimer>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -27,6 +31,8 @@ public:
     QStringList progress;
     // What the user does who has enough of it.
     boost::function<void()> cancelWaiting;
+    // What happens while a page is being opened, which then takes until StopWaiting.
+    std::function<void()> whileOpening;
 
     QDate Today() const override { return today; }
     CVardoDirectoryPath SharedDataFolder() const override { return sharedDataFolder; }
@@ -36,7 +42,17 @@ public:
     }
     bool OpenWebPage(const CAtlString& address, const QString& /*product*/) override {
         openedPages.push_back(address);
+        if (whileOpening) {
+            QEventLoop wait;
+            wait_ = &wait;
+            QTimer::singleShot(0, &wait, whileOpening);
+            wait.exec();
+        }
         return pagesOpen;
+    }
+    void StopWaiting() override {
+        if (wait_)
+            wait_->quit();
     }
     bool ConfirmSelfUpdate() override {
         ++selfUpdateQuestions;
@@ -59,4 +75,6 @@ private:
         void Pause() override { log_ << "."; }
         QStringList& log_;
     };
+
+    QPointer<QEventLoop> wait_;
 };

@@ -93,6 +93,7 @@ TEST_F(MainWindowTest, TabReachesEverythingAndEnterPressesTheFocusedButtonAlone)
     Button(0)->setFocus();
     QTest::keyClick(Button(0), Qt::Key_Return);
     EXPECT_EQ(environment_->openedPages.size(), 1U);
+    EXPECT_TRUE(Button(0)->hasFocus()) << "although it was disabled for as long as it acted";
 }
 
 TEST_F(MainWindowTest, FocusedButtonIsScrolledIntoView) {
@@ -245,33 +246,24 @@ TEST_F(MainWindowTest, LateNotificationIsAddedAtTheEndAndTinted) {
     EXPECT_EQ(table_.item(1, 0)->background().style(), Qt::LinearGradientPattern);
 }
 
-TEST_F(MainWindowTest, RowsMayBeRebuiltWhileTheirButtonActs) {
-    struct Reentrant : FakeEnvironment {
-        bool OpenWebPage(const CAtlString& address, const QString& /*product*/) override {
-            openedPages.push_back(address);
-            press();
-            QCoreApplication::processEvents();
-            return true;
-        }
-        std::function<void()> press;
-    };
-    const auto environment = boost::make_shared<Reentrant>();
-    environment->sharedDataFolder = environment_->sharedDataFolder;
-    environment->press = [this] {
-        std::filesystem::remove(tree_.Path("share/Gone.xml"));
-        retry_.click();
-    };
-    controller_ = boost::make_shared<CProductListController>(environment);
-    controller_->SetDownloader(downloader_);
-    window_.SetProductListController(controller_);
+TEST_F(MainWindowTest, LivesWhileAButtonActs) {
     AddProduct("Gone", {"1.0.0.0"}, "2.0.0.0");
     AddProduct("Stays", {"1.0.0.0"}, "2.0.0.0");
     CheckAndShow();
+    environment_->whileOpening = [this] {
+        EXPECT_TRUE(!Button(0)->isEnabled() && Button(1)->isEnabled());
+        std::filesystem::remove(tree_.Path("share/Gone.xml"));
+        retry_.click();
+        environment_->StopWaiting();
+    };
     QTest::mouseClick(Button(0), Qt::LeftButton);
-    EXPECT_EQ(environment->openedPages, std::vector<CAtlString>({"http://page/Gone"}));
-    EXPECT_EQ(Rows(), Lines({"Stays|1.0.0.0|2.0.0.0[Update]"}));
+    EXPECT_EQ(environment_->openedPages, std::vector<CAtlString>({"http://page/Gone"}));
+    EXPECT_EQ(Rows(), Lines({"Stays|1.0.0.0|2.0.0.0[Update]"})) << "the rows were built anew";
     QTest::qWait(1);
     EXPECT_EQ(window_.findChildren<QPushButton*>("rowButton").size(), 1);
+    environment_->whileOpening = [this] { window_.close(); };
+    QTest::mouseClick(Button(0), Qt::LeftButton);
+    EXPECT_FALSE(window_.isVisible()) << "closing does not wait for the browser";
 }
 
 // Ways to close the window while a check runs.
