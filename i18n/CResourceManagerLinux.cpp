@@ -24,7 +24,7 @@ bool CResourceManagerLinux::Init(int languageId, const CAtlString& languagesFold
     languageId_ = languageId;
     if (languagesFolder.IsEmpty())
         return false;
-    languageCode_ = LanguageAttributeById(languageId, LanguageFormat::CODE.name);
+    languageCode_ = LanguageAttributeById(languageId, LanguageFormat::CODE);
     if (!IsFolderName(languageCode_))
         return false;
     stringsFolder_ = CVardoDirectoryPath(languagesFolder);

@@ -47,9 +47,8 @@ QString GetLocale(bool useLanguageSettings) {
 
 QString LanguageCode(const QString& language) {
     const CAtlString id = LanguageIdText(ParseHexLanguageId(language));
-    const CAtlString code = LookupLanguageAttribute(id, LanguageFormat::ID.name, LanguageFormat::CODE.name);
+    const CAtlString code = LookupLanguageAttribute(id, LanguageFormat::ID, LanguageFormat::CODE);
     const bool known = code != id && !code.IsEmpty();
-    return (known ? code
-                  : LookupLanguageAttribute(language, LanguageFormat::CODE.name, LanguageFormat::CODE.name))
+    return (known ? code : LookupLanguageAttribute(language, LanguageFormat::CODE, LanguageFormat::CODE))
         .ToQString();
 }

@@ -86,11 +86,11 @@ std::optional<CAtlString> FindAttribute(const CAtlString& table, const CAtlStrin
 // known ID may be a code ("de" is a hexadecimal number too).
 std::optional<int> FindId(const CAtlString& table, const CAtlString& language) {
     const int id = ParseHexLanguageId(language);
-    if (FindAttribute(table, LanguageIdText(id), LanguageFormat::ID.name, LanguageFormat::ID.name))
+    if (FindAttribute(table, LanguageIdText(id), LanguageFormat::ID, LanguageFormat::ID))
         return id;
     const CAtlString withoutCountry = language.Left(language.FindOneOf(L"_-"));
     for (const CAtlString& code : {language, withoutCountry})
-        if (const auto found = FindAttribute(table, code, LanguageFormat::CODE.name, LanguageFormat::ID.name))
+        if (const auto found = FindAttribute(table, code, LanguageFormat::CODE, LanguageFormat::ID))
             return ParseHexLanguageId(*found);
     return std::nullopt;
 }
@@ -124,11 +124,11 @@ CAtlString LookupLanguageAttribute(const CAtlString& value, const char* match, c
 }
 
 CAtlString LanguageIdFromCode(const CAtlString& code) {
-    return LookupLanguageAttribute(code, LanguageFormat::CODE.name, LanguageFormat::ID.name);
+    return LookupLanguageAttribute(code, LanguageFormat::CODE, LanguageFormat::ID);
 }
 
 CAtlString LanguageAttributeById(int id, const char* attribute) {
-    return LookupLanguageAttribute(LanguageIdText(id), LanguageFormat::ID.name, attribute);
+    return LookupLanguageAttribute(LanguageIdText(id), LanguageFormat::ID, attribute);
 }
 
 CAtlString LanguageIdText(int id) {
@@ -162,8 +162,7 @@ bool IsRightToLeft(const CAtlString& language) {
     for (const CAtlString& table : ThenOwnTable(FindSetupsTable()))
         for (const auto& [value, match] :
              {std::pair(language, LanguageFormat::CODE), {id, LanguageFormat::ID}})
-            if (const auto found =
-                    FindAttribute(table, value, match.name, LanguageFormat::RIGHT_TO_LEFT.name))
+            if (const auto found = FindAttribute(table, value, match, LanguageFormat::RIGHT_TO_LEFT))
                 return *found == L"1";
     return false;
 }

@@ -6,7 +6,6 @@
 #pragma once
 
 #include "platform/CAtlString.h"
-#include "platform/XmlRules.h"
 
 #include <QString>
 
@@ -14,14 +13,10 @@ namespace LanguageFormat {
 
 inline constexpr const wchar_t* FILE_NAME = L"languages.xml";
 
-inline constexpr XmlAttributeRule ID{"ID", XmlValue::TEXT, true};
-inline constexpr XmlAttributeRule CODE{"Code", XmlValue::TEXT, true};
-inline constexpr XmlAttributeRule NATIVE_NAME{"NativeName"};
-inline constexpr XmlAttributeRule RIGHT_TO_LEFT{"RightToLeft"};
-inline constexpr XmlAttributeRule LANGUAGE[] = {ID, CODE, NATIVE_NAME, RIGHT_TO_LEFT};
-
-inline constexpr XmlElementRule TABLE_CHILDREN[] = {{nullptr, LANGUAGE, {}}};
-inline constexpr XmlElementRule TABLE{nullptr, {}, TABLE_CHILDREN};
+inline constexpr const char* ID = "ID";
+inline constexpr const char* CODE = "Code";
+inline constexpr const char* NATIVE_NAME = "NativeName";
+inline constexpr const char* RIGHT_TO_LEFT = "RightToLeft";
 
 }  // namespace LanguageFormat
 

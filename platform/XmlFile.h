@@ -8,7 +8,6 @@
 #include "platform/CAtlString.h"
 #include "platform/CAtlStringA.h"
 #include "platform/CVardoFilePath.h"
-#include "platform/XmlRules.h"
 
 #include <tinyxml.h>
 #include <string>
@@ -19,7 +18,7 @@ inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
 inline constexpr int MAX_XML_DEPTH = 200;
 // The most attributes of one element; TinyXML's time grows with their square.
 inline constexpr int MAX_XML_ATTRIBUTES = 1000;
-// The most elements, closing tags, attributes, comments and pieces of text together; each takes up to 300
+// The most elements, attributes, comments and pieces of text together; each takes up to 300
 // bytes.
 inline constexpr int MAX_XML_ITEMS = 500000;
 
@@ -49,6 +48,3 @@ bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document,
 
 // An element's attribute, UTF-8 decoded; empty when there is none.
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name);
-inline CAtlString XmlAttribute(const TiXmlElement& element, const XmlAttributeRule& rule) {
-    return XmlAttribute(element, rule.name);
-}

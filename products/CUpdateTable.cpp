@@ -5,10 +5,8 @@
 
 #include <algorithm>
 
-const CUpdateEntry* CUpdateTable::AddRangedOffer(const CVersionStringRange& range,
-                                                 const CUpdateEntry& offer) {
-    const auto [place, isNew] = rangedOffers_.try_emplace(range, offer);
-    return isNew ? &place->second : nullptr;
+bool CUpdateTable::AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer) {
+    return rangedOffers_.try_emplace(range, offer).second;
 }
 
 const CUpdateEntry& CUpdateTable::ChooseOffer() const {

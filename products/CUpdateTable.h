@@ -13,9 +13,9 @@
 // A value type: one offer for everybody, and offers for ranges of installed versions that come before it.
 class CUpdateTable {
 public:
-    // Adds an offer for the installed versions of a range, unless one is there whose range has an equal lower
-    // end. The offer in the table, valid until the table changes; null when it was not added.
-    const CUpdateEntry* AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer);
+    // Adds an offer for the installed versions of a range. False, and nothing is added, when one is there
+    // whose range has an equal lower end.
+    bool AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer);
     void SetDefaultOffer(const CUpdateEntry& offer) { defaultOffer_ = offer; }
     void SetCurrentVersion(const CVersionString& version) { currentVersion_ = version; }
 

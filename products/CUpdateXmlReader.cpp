@@ -16,8 +16,8 @@ using namespace DescriptionFormat;
 // or it is not.
 const char* currentOfferElement = PRODUCT;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-CVersionString VersionAttribute(const TiXmlElement& element, const XmlAttributeRule& rule) {
-    return CVersionString(XmlAttribute(element, rule));
+CVersionString VersionAttribute(const TiXmlElement& element, const char* name) {
+    return CVersionString(XmlAttribute(element, name));
 }
 
 CUpdateEntry ReadOffer(const TiXmlElement& element) {
@@ -31,31 +31,26 @@ CUpdateEntry ReadOffer(const TiXmlElement& element) {
     };
 }
 
+// Reads a product element's own offer and those of its ranges, which are in elements of that name.
+void ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTable& table) {
+    table.SetDefaultOffer(ReadOffer(product));
+    const TiXmlElement* compatibility = product.FirstChildElement(COMPATIBILITY);
+    if (!compatibility)
+        return;
+    for (const TiXmlElement* range = compatibility->FirstChildElement(RANGE); range;
+         range = range->NextSiblingElement(RANGE))
+        if (const TiXmlElement* offer = range->FirstChildElement(offerElement))
+            table.AddRangedOffer(CVersionStringRange(VersionAttribute(*range, VERSION_FROM),
+                                                     VersionAttribute(*range, VERSION_TO)),
+                                 ReadOffer(*offer));
+}
+
 }  // namespace
 
 const CAtlString CUpdateXmlReader::TEST_MARKER(L"/tmp/testmark.dat");
 
 CUpdateXmlReader::CUpdateXmlReader() {
     currentOfferElement = CVardoFilePath(TEST_MARKER).Exists() ? TEST_PRODUCT : PRODUCT;
-}
-
-void CUpdateXmlReader::ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTable& table,
-                                  const RangeWatch& watch) {
-    table.SetDefaultOffer(ReadOffer(product));
-    const TiXmlElement* compatibility = product.FirstChildElement(COMPATIBILITY);
-    if (!compatibility)
-        return;
-    for (const TiXmlElement* range = compatibility->FirstChildElement(RANGE); range;
-         range = range->NextSiblingElement(RANGE)) {
-        const TiXmlElement* offer = range->FirstChildElement(offerElement);
-        if (!offer && !watch)
-            continue;
-        const CVersionStringRange ends(VersionAttribute(*range, VERSION_FROM),
-                                       VersionAttribute(*range, VERSION_TO));
-        const CUpdateEntry* stored = offer ? table.AddRangedOffer(ends, ReadOffer(*offer)) : nullptr;
-        if (watch)
-            watch(*range, ends, offer, stored);
-    }
 }
 
 bool CUpdateXmlReader::LoadLocal() {

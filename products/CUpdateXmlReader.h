@@ -10,10 +10,6 @@
 #include "products/CUpdateTable.h"
 #include "products/Verdict.h"
 
-#include <functional>
-
-class TiXmlElement;
-
 // Reads both descriptions, keeps what they say, and answers for the offer that applies to the installed
 // version. Where they lie is left to derived classes. One thread at a time. Failures are false results.
 //
@@ -36,16 +32,6 @@ public:
     // Reads a description's bytes. What was read before a failure stays stored.
     virtual bool ParseLocal(const CAtlStringA& text);
     virtual bool ParseRemote(const CAtlStringA& text);
-
-    // Told of every range of a remote description in the file's order: its element, its ends, its offer's
-    // element (null: there is none, and the range is skipped), and the offer in the table (null: skipped, for
-    // want of an offer or because an earlier range has the same lower end).
-    using RangeWatch = std::function<void(const TiXmlElement& range, const CVersionStringRange& ends,
-                                          const TiXmlElement* offer, const CUpdateEntry* stored)>;
-    // Reads a product element's own offer and those of its ranges, which are in elements of that name, into a
-    // table.
-    static void ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTable& table,
-                           const RangeWatch& watch = {});
 
     // What became of the description that was read last.
     Verdict GetVerdict() const { return verdict_; }

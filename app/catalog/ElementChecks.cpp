@@ -46,20 +46,20 @@ void CheckAttribute(const CCatalogFile& file, const TiXmlElement& element, const
         return;
     }
     CheckEncoding(file, attribute, findings);
-    CheckValue({file.GetPath(), attribute.Row()}, *rule, XmlAttribute(element, *rule), findings);
+    CheckValue({file.GetPath(), attribute.Row()}, *rule, XmlAttribute(element, rule->name), findings);
 }
 
 }  // namespace
 
-int AttributeLine(const TiXmlElement& element, const XmlAttributeRule& rule) {
+int AttributeLine(const TiXmlElement& element, const char* name) {
     for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next())
-        if (attribute->NameTStr() == rule.name)
+        if (attribute->NameTStr() == name)
             return attribute->Row();
     return element.Row();
 }
 
-QString AttributeText(const TiXmlElement& element, const XmlAttributeRule& rule) {
-    return XmlAttribute(element, rule).ToQString();
+QString AttributeText(const TiXmlElement& element, const char* name) {
+    return XmlAttribute(element, name).ToQString();
 }
 
 const XmlElementRule* FindRule(std::span<const XmlElementRule> rules, const std::string& name) {
@@ -74,8 +74,8 @@ void CheckAttributes(const CCatalogFile& file, const TiXmlElement& element, cons
     for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next())
         CheckAttribute(file, element, *attribute, rule.attributes, findings);
     for (const XmlAttributeRule& needed : rule.attributes)
-        if (needed.isNeeded && XmlAttribute(element, needed).IsEmpty())
-            findings.Add(file.GetPath(), AttributeLine(element, needed), Code::MISSING_ATTRIBUTE,
+        if (needed.isNeeded && XmlAttribute(element, needed.name).IsEmpty())
+            findings.Add(file.GetPath(), AttributeLine(element, needed.name), Code::MISSING_ATTRIBUTE,
                          QStringLiteral("%1 lacks \"%2\", which the program needs of it")
                              .arg(Named(element), QLatin1String(needed.name)));
 }

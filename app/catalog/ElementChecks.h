@@ -1,18 +1,18 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What can be said of an element by the names that its reader reads by.
+// What can be said of an element by the rules for it.
 #pragma once
 
 #include "app/catalog/CCatalogFile.h"
 #include "app/catalog/CFindings.h"
-#include "platform/XmlRules.h"
+#include "app/catalog/XmlRules.h"
 
 // The line of an attribute; that of the element when it lacks the attribute.
-int AttributeLine(const TiXmlElement& element, const XmlAttributeRule& rule);
+int AttributeLine(const TiXmlElement& element, const char* name);
 
 // The attribute as the program reads it.
-QString AttributeText(const TiXmlElement& element, const XmlAttributeRule& rule);
+QString AttributeText(const TiXmlElement& element, const char* name);
 
 // The rule for the children of that name; null when they are not read.
 const XmlElementRule* FindRule(std::span<const XmlElementRule> rules, const std::string& name);

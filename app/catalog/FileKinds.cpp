@@ -3,12 +3,8 @@
 
 #include "app/catalog/FileKinds.h"
 
-#include "i18n/LanguageTable.h"
+#include "app/catalog/FormatRules.h"
 #include "products/CInstallerSeal.h"
-#include "products/DescriptionFormat.h"
-#include "products/GalleryFormat.h"
-#include "products/ListFormat.h"
-#include "products/NotificationFormat.h"
 #include "products/Products.h"
 
 #include <algorithm>
@@ -31,16 +27,15 @@ bool HasChildWith(const TiXmlElement& parent, const char* name, std::span<const 
 }
 
 FileKind KindOfNotification(const TiXmlElement& root) {
-    using namespace NotificationFormat;
+    using namespace NotificationRules;
     const bool isMessage = root.FirstChildElement(TEXTS) || HasAny(root, MESSAGE_ATTRIBUTES);
     return isMessage ? FileKind::MESSAGE : FileKind::NOTIFICATION_DESCRIPTION;
 }
 
 bool IsList(const TiXmlElement& root) {
     using namespace ListFormat;
-    return HasChildWith(root, nullptr, std::span(&BASE_XML, 1)) ||
-           HasChildWith(root, nullptr, std::span(&NOTIFICATION_BASE, 1)) ||
-           HasChildWith(root, nullptr, std::span(&GUID, 1));
+    static constexpr XmlAttributeRule LISTED[] = {{BASE_XML}, {NOTIFICATION_BASE}, {GUID}};
+    return HasChildWith(root, nullptr, LISTED);
 }
 
 }  // namespace
@@ -71,7 +66,7 @@ FileKind KindByName(const QString& name) {
 }
 
 FileKind KindByContents(const TiXmlElement& root) {
-    using namespace DescriptionFormat;
+    using namespace DescriptionRules;
     if (root.ValueStr() == NotificationFormat::NOTIFICATION)
         return KindOfNotification(root);
     if (HasChildWith(root, PRODUCT, INSTALLED))

@@ -3,7 +3,7 @@
 
 #include "app/catalog/Checks.h"
 #include "app/catalog/ElementChecks.h"
-#include "products/GalleryFormat.h"
+#include "app/catalog/FormatRules.h"
 #include "products/GalleryVersion.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 
 namespace {
 
-using namespace GalleryFormat;
+using namespace GalleryRules;
 
 void CheckCategories(const CCatalogFile& file, const TiXmlElement& parent, CFindings& findings) {
     std::map<QString, int> lines;

@@ -3,15 +3,15 @@
 
 #include "app/catalog/Checks.h"
 #include "app/catalog/ElementChecks.h"
+#include "app/catalog/FormatRules.h"
 #include "i18n/CResourceManagerLinux.h"
-#include "i18n/LanguageTable.h"
 
 #include <algorithm>
 #include <map>
 
 namespace {
 
-using namespace LanguageFormat;
+using namespace LanguageRules;
 
 // Whether there is a strings file in the folder of a language, which lies beside the table.
 bool HasTexts(const CCatalog& catalog, const CCatalogFile& table, const QString& code) {
@@ -31,7 +31,7 @@ public:
         CheckElement(file_, *file_.GetRoot(), TABLE, findings_);
         const TiXmlElement* language = file_.GetRoot()->FirstChildElement();
         for (; language; language = language->NextSiblingElement()) {
-            CheckId(*language, AttributeText(*language, LanguageFormat::ID));
+            CheckId(*language, AttributeText(*language, LanguageRules::ID));
             CheckCode(*language, AttributeText(*language, CODE));
             const QString direction = AttributeText(*language, RIGHT_TO_LEFT);
             if (!direction.isEmpty() && direction != u"0" && direction != u"1")
@@ -41,19 +41,18 @@ public:
     }
 
 private:
-    void Add(const TiXmlElement& element, const XmlAttributeRule& rule, const FindingCode& code,
-             const QString& text) {
-        findings_.Add(file_.GetPath(), AttributeLine(element, rule), code, text);
+    void Add(const TiXmlElement& element, const char* name, const FindingCode& code, const QString& text) {
+        findings_.Add(file_.GetPath(), AttributeLine(element, name), code, text);
     }
 
-    void AddOnce(const TiXmlElement& element, const XmlAttributeRule& rule, const QString& text) {
+    void AddOnce(const TiXmlElement& element, const char* name, const QString& text) {
         // Upper and lower case do not matter when a language is looked up.
         const auto [first, isNew] =
-            lines_.try_emplace(QLatin1String(rule.name) + QLatin1Char('=') + text.toLower(), element.Row());
+            lines_.try_emplace(QLatin1String(name) + QLatin1Char('=') + text.toLower(), element.Row());
         if (!isNew)
-            Add(element, rule, Code::DUPLICATE_KEY,
+            Add(element, name, Code::DUPLICATE_KEY,
                 QStringLiteral("%1 \"%2\" is that of line %3 too, which counts")
-                    .arg(QLatin1String(rule.name), text)
+                    .arg(QLatin1String(name), text)
                     .arg(first->second));
     }
 
@@ -62,10 +61,10 @@ private:
             return;
         const int number = ParseHexLanguageId(id);
         if (number == 0 || LanguageIdText(number).CompareNoCase(CAtlString(id)) != 0)
-            Add(language, LanguageFormat::ID, Code::BAD_LANGUAGE_ID,
+            Add(language, LanguageRules::ID, Code::BAD_LANGUAGE_ID,
                 QStringLiteral("ID \"%1\" is not four hexadecimal digits: the language is not found by it")
                     .arg(id));
-        AddOnce(language, LanguageFormat::ID, id);
+        AddOnce(language, LanguageRules::ID, id);
     }
 
     void CheckCode(const TiXmlElement& language, const QString& code) {

@@ -3,18 +3,17 @@
 
 #include "app/catalog/Checks.h"
 #include "app/catalog/ElementChecks.h"
+#include "app/catalog/FormatRules.h"
 #include "platform/CFolderListing.h"
 #include "products/CProductVersion.h"
 #include "products/CProductVersions.h"
-#include "products/DescriptionFormat.h"
-#include "products/ListFormat.h"
 
 #include <algorithm>
 #include <set>
 
 namespace {
 
-using namespace DescriptionFormat;
+using namespace DescriptionRules;
 
 void CheckLocal(const CCatalogFile& file, CFindings& findings) {
     const TiXmlElement& root = *file.GetRoot();
@@ -79,7 +78,11 @@ void CheckAgainstLists(const CCatalog& catalog, CFindings& findings) {
     for (const QString& folder : folders) {
         const CFolderListing listing{CVardoDirectoryPath(CAtlString(folder))};
         for (const QString& base : bases) {
-            const auto found = CProductVersions::FindDescriptionFiles(listing, CAtlString(base));
+            std::vector<CVardoFilePath> found;
+            listing.ListFiles(CAtlString(base), L".xml", found);
+            std::erase_if(found, [&](const CVardoFilePath& file) {
+                return !CProductVersions::IsDescriptionFile(CAtlString(base), file);
+            });
             for (const CVardoFilePath& file : found)
                 listed.insert(file.GetFilePathString().ToQString());
             CheckVersions(found, findings);

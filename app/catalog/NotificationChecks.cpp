@@ -3,10 +3,9 @@
 
 #include "app/catalog/Checks.h"
 #include "app/catalog/ElementChecks.h"
+#include "app/catalog/FormatRules.h"
 #include "app/catalog/LanguageCodes.h"
-#include "products/ListFormat.h"
 #include "products/Notification.h"
-#include "products/NotificationFormat.h"
 
 #include <algorithm>
 #include <map>
@@ -14,7 +13,7 @@
 
 namespace {
 
-using namespace NotificationFormat;
+using namespace NotificationRules;
 
 // False, and a finding, for a root of another name.
 bool HasRoot(const CCatalogFile& file, CFindings& findings) {

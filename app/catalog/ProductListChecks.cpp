@@ -3,9 +3,9 @@
 
 #include "app/catalog/Checks.h"
 #include "app/catalog/ElementChecks.h"
+#include "app/catalog/FormatRules.h"
 #include "app/catalog/ValueChecks.h"
 #include "products/CProductVersions.h"
-#include "products/ListFormat.h"
 #include "products/ProductFactory.h"
 #include "products/Products.h"
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-using namespace ListFormat;
+using namespace ListRules;
 using Keys = std::map<QString, int>;
 
 // The check of one list.

@@ -89,7 +89,7 @@ void CheckInstaller(const CCatalog& catalog, const Reference& reference, CFindin
         return;
     }
     CheckValue({remote->GetPath(), AttributeLine(product, INSTALL_FOLDER)},
-               {INSTALL_FOLDER.name, XmlValue::ADDRESS}, folder, findings);
+               {INSTALL_FOLDER, XmlValue::ADDRESS}, folder, findings);
     const QString address = reader.GetInstallerAddress().ToQString();
     CheckWholeAddress(place, address, findings);
     const auto installerPath = catalog.FileOf(address);

@@ -3,21 +3,20 @@
 
 #include "app/catalog/Checks.h"
 #include "app/catalog/ElementChecks.h"
+#include "app/catalog/FormatRules.h"
 #include "app/catalog/ValueChecks.h"
 #include "products/CProductVersion.h"
-#include "products/DescriptionFormat.h"
 
 #include <algorithm>
 
 namespace {
 
-using namespace DescriptionFormat;
+using namespace DescriptionRules;
 
-// A range that is in the table, with its offer there.
+// A range that is in the table.
 struct StoredRange {
     const TiXmlElement* element;
     CVersionStringRange ends;
-    const CUpdateEntry* offer;
 };
 
 QString Named(const CVersionStringRange& ends) {
@@ -33,11 +32,12 @@ public:
 
     void Run(const TiXmlElement& product) {
         CheckOffer(product);
-        CUpdateXmlReader::ReadOffers(product, name_, table_,
-                                     [this](const auto& range, const auto& ends, const auto* offer,
-                                            const auto* stored) { OnRange(range, ends, offer, stored); });
-        for (const StoredRange& range : stored_)
-            CheckReach(range);
+        const TiXmlElement* ranges = product.FirstChildElement(COMPATIBILITY);
+        const TiXmlElement* range = ranges ? ranges->FirstChildElement(RANGE) : nullptr;
+        for (; range; range = range->NextSiblingElement(RANGE))
+            CheckRangedOffer(*range);
+        for (const StoredRange& stored : stored_)
+            CheckReach(stored);
     }
 
 private:
@@ -51,22 +51,27 @@ private:
                 QStringLiteral("the offer has no UpdateVersion: it is an update for nobody"));
     }
 
-    void OnRange(const TiXmlElement& range, const CVersionStringRange& ends, const TiXmlElement* offer,
-                 const CUpdateEntry* stored) {
-        CheckRange({file_.GetPath(), range.Row()}, XmlAttribute(range, VERSION_FROM),
-                   XmlAttribute(range, VERSION_TO), findings_);
+    void CheckRangedOffer(const TiXmlElement& range) {
+        const CAtlString from = XmlAttribute(range, VERSION_FROM);
+        const CAtlString to = XmlAttribute(range, VERSION_TO);
+        CheckRange({file_.GetPath(), range.Row()}, from, to, findings_);
+        const TiXmlElement* offer = range.FirstChildElement(name_);
         if (!offer)
             return Add(
                 range, Code::RANGE_WITHOUT_OFFER,
                 QStringLiteral("the range holds no <%1>: the program skips it").arg(QLatin1String(name_)));
         CheckOffer(*offer);
-        if (!stored)
+        const CVersionStringRange ends{CVersionString(from), CVersionString(to)};
+        CUpdateEntry entry;
+        entry.version.SetString(XmlAttribute(*offer, UPDATE_VERSION));
+        if (!table_.AddRangedOffer(ends, entry))
             return Add(
                 range, Code::SAME_LOWER_END,
                 QStringLiteral("an earlier range has the same lower end: the program ignores this one"));
-        if (ends.GetTo().IsValid())
-            stored_.push_back({&range, ends, stored});
-        if (stored->version.IsValid() && ends.GetTo().IsValid() && !ends.GetFrom().IsLess(stored->version))
+        if (!ends.GetTo().IsValid())
+            return;
+        stored_.push_back({&range, ends});
+        if (entry.version.IsValid() && !ends.GetFrom().IsLess(entry.version))
             Add(*offer, Code::NEVER_AN_UPDATE,
                 QStringLiteral("the offer is not above any version from %1: it is an update for nobody")
                     .arg(Named(ends)));
@@ -74,27 +79,28 @@ private:
 
     // Ranges before it in the order of the lower ends win: when they hold its upper end they hold all of it.
     void CheckReach(const StoredRange& range) {
-        const CUpdateEntry& atUpperEnd = OfferFor(range.ends.GetTo());
-        const CUpdateEntry& atLowerEnd = OfferFor(range.ends.GetFrom());
-        if (&atUpperEnd != range.offer)
+        const CVersionStringRange& atUpperEnd = RangeFor(range.ends.GetTo());
+        const CVersionStringRange& atLowerEnd = RangeFor(range.ends.GetFrom());
+        if (!atUpperEnd.IsEqual(range.ends))
             Add(*range.element, Code::UNREACHABLE_OFFER,
                 QStringLiteral("the offer reaches nobody: the range of line %1 has all from %2")
                     .arg(LineOf(atUpperEnd))
                     .arg(Named(range.ends)));
-        else if (&atLowerEnd != range.offer)
+        else if (!atLowerEnd.IsEqual(range.ends))
             Add(*range.element, Code::OVERLAP,
                 QStringLiteral("where this range overlaps with that of line %1, the offer of that one counts")
                     .arg(LineOf(atLowerEnd)));
     }
 
-    const CUpdateEntry& OfferFor(const CVersionString& installed) {
+    // The range whose offer counts for a version that one of them holds.
+    const CVersionStringRange& RangeFor(const CVersionString& installed) {
         table_.SetCurrentVersion(installed);
-        return table_.ChooseOffer();
+        return *table_.ChooseRange();
     }
 
-    int LineOf(const CUpdateEntry& offer) const {
+    int LineOf(const CVersionStringRange& ends) const {
         const auto range = std::find_if(stored_.begin(), stored_.end(),
-                                        [&](const StoredRange& each) { return each.offer == &offer; });
+                                        [&](const StoredRange& each) { return each.ends.IsEqual(ends); });
         return range == stored_.end() ? 0 : range->element->Row();
     }
 

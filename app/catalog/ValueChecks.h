@@ -5,8 +5,8 @@
 #pragma once
 
 #include "app/catalog/CFindings.h"
+#include "app/catalog/XmlRules.h"
 #include "platform/CAtlString.h"
-#include "platform/XmlRules.h"
 
 // Where a value stands.
 struct Place {

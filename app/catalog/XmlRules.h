@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The names of a kind of XML file, as tables: its reader reads by them, and whoever checks such files before
-// they are published compares with them.
+// What may stand in a kind of XML file, as tables.
 #pragma once
 
 #include <span>
