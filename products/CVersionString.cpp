@@ -5,10 +5,8 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdlib>
 #include <limits>
-#include <numeric>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -17,20 +15,6 @@ namespace {
 
 // A piece of a version text: nothing is copied to cut it.
 using Piece = std::wstring_view;
-
-// The longest number that is read without a look at its size: every one of so many digits fits.
-constexpr std::size_t PLAIN_DIGITS = 9;
-
-// Whether a text is a plain decimal number, as nearly every component is; the number then replaces number.
-bool ReadPlain(Piece text, int& number) {
-    const bool isPlain =
-        !text.empty() && text.size() <= PLAIN_DIGITS &&
-        std::all_of(text.begin(), text.end(), [](wchar_t ch) { return ch >= L'0' && ch <= L'9'; });
-    if (isPlain)
-        number = std::accumulate(text.begin(), text.end(), 0,
-                                 [](int value, wchar_t digit) { return 10 * value + (digit - L'0'); });
-    return isPlain;
-}
 
 // Reads a number as scanf's "%i" does: white space, a sign, a base prefix, digits, and no further. A number
 // beyond an int becomes the nearest int. A text without a number changes nothing.
@@ -50,9 +34,6 @@ bool ReadComponent(Piece component, int& number) {
         number = -1;
         return false;
     }
-    // Saves strtol and its copy of the text.
-    if (ReadPlain(component, number))
-        return true;
     component.remove_prefix(std::min(component.find_first_not_of(L'0'), component.size()));
     ScanInteger(component.empty() ? Piece(L"0") : component, number);
     return true;
@@ -72,19 +53,6 @@ Piece CutRight(Piece& rest, std::size_t count) {
     const Piece piece = rest.substr(left);
     rest = rest.substr(0, left);
     return piece;
-}
-
-// "%i.%i.%i.%i", without the detour of a general formatter, which takes three times as long.
-CAtlString Normalised(const std::array<int, 4>& numbers) {
-    // "-2147483648" is the longest number.
-    char text[4 * 12];
-    char* end = text;
-    for (const int number : numbers) {
-        end = std::to_chars(end, std::end(text), number).ptr;
-        *end++ = '.';
-    }
-    *--end = '\0';
-    return CAtlString(text);
 }
 
 // How a text without dots is cut, from its right-hand end.
@@ -157,7 +125,11 @@ bool CVersionString::IsGreater(const CVersionString& other) const {
 }
 
 CAtlString CVersionString::GetString() const {
-    return valid_ ? normalisedText_ : sourceText_;
+    if (!valid_)
+        return sourceText_;
+    CAtlString text;
+    text.Format(L"%i.%i.%i.%i", first_, second_, third_, fourth_);
+    return text;
 }
 
 CVersionString& CVersionString::SetString(const CAtlString& text) {
@@ -165,7 +137,6 @@ CVersionString& CVersionString::SetString(const CAtlString& text) {
     const Piece piece(text.GetString(), static_cast<std::size_t>(text.GetLength()));
     valid_ = text.Find(L'.') >= 0 ? ReadDotted(piece, numbers) : ReadCompact(piece, numbers);
     sourceText_ = text;
-    normalisedText_ = Normalised({first_, second_, third_, fourth_});
     return *this;
 }
 

@@ -42,7 +42,6 @@ private:
     int second_ = 0;
     int third_ = 0;
     int fourth_ = 0;
-    CAtlString normalisedText_;
     CAtlString sourceText_;
     bool valid_ = false;
 };
