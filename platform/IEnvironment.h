@@ -5,11 +5,13 @@
 #pragma once
 
 #include "platform/CAtlString.h"
+#include "platform/CFolderListing.h"
 #include "platform/CVardoDirectoryPath.h"
 
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 // What products ask of the machine. GUI thread only; the environment of a process is shared through a
 // boost::shared_ptr. Nothing can be started or opened unless a derived class does it.
@@ -31,4 +33,15 @@ public:
     // Lets every OpenWebPage that is under way return true soon, from an event inside it: nobody waits for
     // the browser any more, which starts all the same.
     virtual void StopWaiting() {}
+
+    // The files of SharedDataFolder(): those that are lent, else as they are now.
+    std::shared_ptr<const CFolderListing> SharedFiles() const {
+        return lent_ ? lent_ : std::make_shared<const CFolderListing>(SharedDataFolder());
+    }
+    // Lends a listing for the length of a pass over many products, so that not each of them reads the folder;
+    // null ends that.
+    void LendSharedFiles(const std::shared_ptr<const CFolderListing>& files) { lent_ = files; }
+
+private:
+    std::shared_ptr<const CFolderListing> lent_;
 };

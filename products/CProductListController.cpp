@@ -49,13 +49,11 @@ bool CProductListController::UpdateProductList() {
 bool CProductListController::FindInstalled() {
     const IProduct::List products = GetProducts();
     // Read once, not once for each product: the time of that grows with the square of their number.
-    const auto folder = boost::make_shared<const CFolderListing>(environment_->SharedDataFolder());
+    environment_->LendSharedFiles(environment_->SharedFiles());
     bool found = false;
-    for (const auto& product : products) {
-        product->SetSharedFolder(folder);
+    for (const auto& product : products)
         found = product->FindInstalled() || found;
-        product->SetSharedFolder(nullptr);
-    }
+    environment_->LendSharedFiles(nullptr);
     for (const auto& product : products)
         product->ApplyDisablers(products);
     return found;

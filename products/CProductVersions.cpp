@@ -3,7 +3,6 @@
 
 #include "products/CProductVersions.h"
 
-#include "platform/CVardoDirectoryPath.h"
 #include "platform/XmlFile.h"
 #include "products/CVersionStringRange.h"
 #include "products/ListFormat.h"
@@ -11,27 +10,6 @@
 #include <algorithm>
 #include <boost/make_shared.hpp>
 #include <cwctype>
-#include <iostream>
-
-namespace {
-
-// One line on standard output for whoever wants to know why a product is disabled; an observer takes its
-// place.
-void ReportDisabler(const CAtlString& key, const CAtlString& uid) {
-    std::cout << CAtlStringA(key).GetString() << ' ' << CAtlStringA(uid).GetString() << '\n';
-}
-
-void KeepDescriptionFiles(const CAtlString& baseName, std::vector<CVardoFilePath>& files,
-                          IDecisionObserver* observer) {
-    std::erase_if(files, [&](const CVardoFilePath& file) {
-        const bool isOthers = !CProductVersions::IsDescriptionFile(baseName, file);
-        if (isOthers && observer)
-            observer->OnLocalFile(file, Verdict::OTHER_NAME, CVersionString());
-        return isOthers;
-    });
-}
-
-}  // namespace
 
 const CAtlString CProductVersions::ELEMENT_NAME(ListFormat::PRODUCT);
 
@@ -61,14 +39,14 @@ void CProductVersions::ReadDisablers(const TiXmlElement& element) {
 }
 
 bool CProductVersions::FindInstalled() {
-    FindDescriptionFiles();
     items_.clear();
     current_ = nullptr;
-    for (const CVardoFilePath& file : descriptionFiles_) {
+    std::vector<CVardoFilePath> files;
+    environment_->SharedFiles()->ListFiles(baseName_, L".xml", files);
+    for (const CVardoFilePath& file : files) {
         const auto item = boost::make_shared<CProductVersion>(file);
-        const Verdict verdict = Read(*item);
-        if (GetObserver())
-            GetObserver()->OnLocalFile(file, verdict, item->GetCurrentVersion());
+        const Verdict verdict = Read(file, *item);
+        GetObserver().OnLocalFile(file, verdict, item->GetCurrentVersion());
         if (verdict != Verdict::COUNTS)
             continue;
         items_.push_back(item);
@@ -78,26 +56,9 @@ bool CProductVersions::FindInstalled() {
     return !items_.empty();
 }
 
-std::vector<CVardoFilePath> CProductVersions::FindDescriptionFiles(const CFolderListing& folder,
-                                                                   const CAtlString& baseName,
-                                                                   IDecisionObserver* observer) {
-    std::vector<CVardoFilePath> files;
-    folder.ListFiles(baseName, L".xml", files);
-    KeepDescriptionFiles(baseName, files, observer);
-    return files;
-}
-
-void CProductVersions::FindDescriptionFiles() {
-    if (GetSharedFolder()) {
-        descriptionFiles_ = FindDescriptionFiles(*GetSharedFolder(), baseName_, GetObserver());
-        return;
-    }
-    descriptionFiles_.clear();
-    environment_->SharedDataFolder().ListFiles(baseName_ + L"*.xml", descriptionFiles_);
-    KeepDescriptionFiles(baseName_, descriptionFiles_, GetObserver());
-}
-
-Verdict CProductVersions::Read(CProductVersion& item) const {
+Verdict CProductVersions::Read(const CVardoFilePath& file, CProductVersion& item) const {
+    if (!IsDescriptionFile(baseName_, file))
+        return Verdict::OTHER_NAME;
     if (!item.LoadLocal())
         return item.GetVerdict();
     return IsKnown(item.GetCurrentVersion()) ? Verdict::KNOWN_VERSION : Verdict::COUNTS;
@@ -121,11 +82,9 @@ bool CProductVersions::CheckForUpdates() {
         return false;
     current_->SetDownloader(GetDownloader().get());
     const bool loaded = current_->LoadRemote();
-    if (GetObserver()) {
-        GetObserver()->OnRemoteFile(current_->GetVerdict());
-        if (loaded)
-            GetObserver()->OnOffer(current_->GetTable().ChooseRange(), current_->GetTable().ChooseOffer());
-    }
+    GetObserver().OnRemoteFile(current_->GetVerdict());
+    if (loaded)
+        GetObserver().OnOffer(current_->GetTable().ChooseRange(), current_->GetTable().ChooseOffer());
     return loaded;
 }
 
@@ -173,8 +132,7 @@ bool CProductVersions::IsDisabledBy(const IProduct& other) const {
     const CAtlString key = other.GetKey();
     for (unsigned item = 0; item < other.GetItemCount(); ++item) {
         for (const Disabler& disabler : disablers_) {
-            if (!GetObserver())
-                ReportDisabler(key, disabler.uid);
+            GetObserver().OnComparison(key, disabler.uid);
             if (key.Compare(disabler.uid) == 0 && IsInRange(other.GetInstalledVersion(item), disabler))
                 return true;
         }
@@ -186,7 +144,6 @@ bool CProductVersions::IsInRange(const CAtlString& version, const Disabler& disa
     const CVersionString installed(version);
     const CVersionStringRange range(disabler.from, disabler.to);
     const bool isInRange = range.Contains(installed);
-    if (GetObserver())
-        GetObserver()->OnDisabler(disabler.uid, installed, range, isInRange);
+    GetObserver().OnDisabler(disabler.uid, installed, range, isInRange);
     return isInRange;
 }

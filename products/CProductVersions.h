@@ -24,11 +24,6 @@ public:
 
     // Whether a file that begins with the base name and ends in ".xml" is a local description of it.
     static bool IsDescriptionFile(const CAtlString& baseName, const CVardoFilePath& file);
-    // The local descriptions of a base name in a folder, by the names of the files. The observer, if any, is
-    // told of those that only look like them.
-    static std::vector<CVardoFilePath> FindDescriptionFiles(const CFolderListing& folder,
-                                                            const CAtlString& baseName,
-                                                            IDecisionObserver* observer = nullptr);
 
     explicit CProductVersions(const boost::shared_ptr<IEnvironment>& environment);
 
@@ -71,17 +66,15 @@ private:
     };
 
     void ReadDisablers(const TiXmlElement& element);
-    void FindDescriptionFiles();
     bool IsKnown(const CVersionString& version) const;
-    // Reads an item's file.
-    Verdict Read(CProductVersion& item) const;
+    // Reads a file that begins with the base name into its item.
+    Verdict Read(const CVardoFilePath& file, CProductVersion& item) const;
     bool IsDisabledBy(const IProduct& other) const;
     bool IsInRange(const CAtlString& version, const Disabler& disabler) const;
     CAtlString PageOf(const CProductVersion& item) const;
 
     std::vector<Disabler> disablers_;
     bool disabled_ = false;
-    std::vector<CVardoFilePath> descriptionFiles_;
     std::vector<boost::shared_ptr<CProductVersion>> items_;
     // The one of items_ with the highest version.
     CProductVersion* current_ = nullptr;

@@ -42,8 +42,7 @@ bool GalleryVersion::FindInstalled() {
     categories_.clear();
     CVardoFilePath file;
     const bool found = ReadInstalled(file);
-    if (GetObserver())
-        GetObserver()->OnLocalFile(file, verdict_, CVersionString());
+    GetObserver().OnLocalFile(file, verdict_, CVersionString());
     return found;
 }
 
@@ -93,8 +92,7 @@ bool GalleryVersion::CheckForUpdates() {
     checked_ =
         fetched.IsEmpty() ? Conclude(verdict_, Verdict::NOT_FETCHED) : ReadPublishedCategories(fetched);
     fetched.Delete();
-    if (GetObserver())
-        TellCheck();
+    TellCheck();
     return checked_;
 }
 
@@ -129,9 +127,9 @@ bool GalleryVersion::ReadPublishedCategories(const CVardoFilePath& file) {
 }
 
 void GalleryVersion::TellCheck() const {
-    GetObserver()->OnRemoteFile(verdict_);
+    GetObserver().OnRemoteFile(verdict_);
     for (const auto& [id, versions] : categories_)
-        GetObserver()->OnCategory(id, versions.installed, versions.latest);
+        GetObserver().OnCategory(id, versions.installed, versions.latest);
 }
 
 bool GalleryVersion::IsUpdateAvailable(unsigned /*item*/) const {

@@ -20,6 +20,9 @@ public:
     // if anything. The path is empty when the place of the file is not known.
     virtual void OnLocalFile(const CVardoFilePath& /*file*/, Verdict /*verdict*/,
                              const CVersionString& /*installed*/) {}
+    // An installed version of another product, by that product's key, was compared with a disabler of this
+    // one, by the key that the disabler names.
+    virtual void OnComparison(const CAtlString& /*key*/, const CAtlString& /*disabler*/) {}
     // Another product that may disable this one is installed; disables: its version is in the range.
     virtual void OnDisabler(const CAtlString& /*key*/, const CVersionString& /*installed*/,
                             const CVersionStringRange& /*range*/, bool /*disables*/) {}

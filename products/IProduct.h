@@ -6,8 +6,7 @@
 
 #include "net/IDownloader.h"
 #include "platform/CAtlString.h"
-#include "platform/CFolderListing.h"
-#include "products/IDecisionObserver.h"
+#include "products/ConsoleObserver.h"
 
 #include <QList>
 #include <QString>
@@ -71,22 +70,17 @@ public:
     // The page that RunAction opens; empty when it opens none.
     virtual CAtlString GetPage(unsigned /*item*/) const { return {}; }
 
-    // What the shared data folder holds, for the length of a pass over many products; null, as at first,
-    // makes FindInstalled read the folder itself.
-    void SetSharedFolder(const boost::shared_ptr<const CFolderListing>& folder) { sharedFolder_ = folder; }
     // Who fetches for the checks; set by the controller before each of them.
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
 
-    // Who is told of decisions and their reasons; not owned. Null, as at first: nobody.
-    void SetObserver(IDecisionObserver* observer) { observer_ = observer; }
+    // Who is told of decisions and their reasons, in place of ConsoleObserver(); not owned.
+    void SetObserver(IDecisionObserver& observer) { observer_ = &observer; }
 
 protected:
-    IDecisionObserver* GetObserver() const { return observer_; }
+    IDecisionObserver& GetObserver() const { return *observer_; }
     const boost::shared_ptr<IDownloader>& GetDownloader() const { return downloader_; }
-    const CFolderListing* GetSharedFolder() const { return sharedFolder_.get(); }
 
 private:
-    IDecisionObserver* observer_ = nullptr;
-    boost::shared_ptr<const CFolderListing> sharedFolder_;
+    IDecisionObserver* observer_ = &ConsoleObserver();
     boost::shared_ptr<IDownloader> downloader_;
 };

@@ -47,8 +47,7 @@ bool Notification::FindInstalled() {
     const CVardoFilePath file =
         CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml");
     const bool found = ReadDescription(file);
-    if (GetObserver())
-        GetObserver()->OnLocalFile(file, verdict_, CVersionString());
+    GetObserver().OnLocalFile(file, verdict_, CVersionString());
     return found;
 }
 
@@ -85,8 +84,7 @@ bool Notification::CheckForUpdates() {
     const CVardoFilePath fetched(GetDownloader()->Download(address));
     checked_ = fetched.IsEmpty() ? Conclude(verdict_, Verdict::NOT_FETCHED) : ReadMessage(fetched);
     fetched.Delete();
-    if (GetObserver())
-        GetObserver()->OnRemoteFile(checked_ ? JudgeToday() : verdict_);
+    GetObserver().OnRemoteFile(checked_ ? JudgeToday() : verdict_);
     return checked_;
 }
 

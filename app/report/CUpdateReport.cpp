@@ -43,7 +43,7 @@ bool CUpdateReport::Run(bool isOffline) {
 
 void CUpdateReport::Observe() {
     for (const auto& product : controller_.GetProducts())
-        product->SetObserver(&explanations_[product.get()]);
+        product->SetObserver(explanations_[product.get()]);
     controller_.SetCheckStartedCallback([this](const boost::shared_ptr<IProduct>& product) {
         CExplanation& explanation = explanations_[product.get()];
         downloader_->SetTransferCallback(

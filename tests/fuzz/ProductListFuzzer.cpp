@@ -28,21 +28,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             stranger.Write("not a description");
         auto world = boost::make_shared<FakeEnvironment>();
         world->sharedDataFolder = CVardoDirectoryPath(L"/tmp/fuzz/share");
+        world->LendSharedFiles(world->SharedFiles());
         return world;
     }();
-    static const auto listing = boost::make_shared<const CFolderListing>(environment->sharedDataFolder);
 
     list.Write(View(data, size));
     Products products(environment);
     const bool loaded = products.Load(CVardoFilePath(CAtlString(list.Path().c_str())));
     Require(loaded == products.IsLoaded() && loaded != products.GetProducts().empty(),
             "a list is loaded when it has products");
-    for (const bool listed : {false, true})
-        for (const auto& product : products.GetProducts()) {
-            product->SetSharedFolder(listed ? listing : nullptr);
-            Require(!product->FindInstalled() && product->GetItemCount() == 0, "nothing is installed");
-            Require(!product->CheckForUpdates(), "without a downloader nothing is fetched");
-        }
+    for (const auto& product : products.GetProducts()) {
+        Require(!product->FindInstalled() && product->GetItemCount() == 0, "nothing is installed");
+        Require(!product->CheckForUpdates(), "without a downloader nothing is fetched");
+    }
     for (const auto& product : products.GetProducts()) {
         product->ApplyDisablers(products.GetProducts());
         AskEverything(*product);

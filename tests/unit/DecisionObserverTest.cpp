@@ -37,11 +37,11 @@ protected:
         if (!files.remote.empty())
             downloader_->Serve(address, files.remote);
         Product product = Make(element);
-        product->SetObserver(&verdicts);
+        product->SetObserver(verdicts);
         const bool isFound = product->FindInstalled();
         const bool isAccepted = isFound && Check(product);
         EXPECT_EQ(isFound && product->IsChecked(0), isAccepted) << files.remote;
-        product->SetObserver(nullptr);
+        product->SetObserver(ConsoleObserver());
         EXPECT_EQ(verdicts.local, files.localVerdict) << files.local;
         EXPECT_EQ(verdicts.remote, files.remoteVerdict) << files.local << '\n' << files.remote;
         return product;
