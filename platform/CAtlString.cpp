@@ -3,232 +3,193 @@
 
 #include "platform/CAtlString.h"
 
-#include <boost/container/small_vector.hpp>
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <cwchar>
 #include <new>
 #include <optional>
-#include <utility>
-#include <vector>
+#include <string>
+#include <string_view>
 
 #include "platform/CAtlStringA.h"
 #include "platform/TextConversion.h"
 
 namespace {
 
-// In characters. A text that does not fit is formatted once more for each doubling, and the C library takes
-// longer to throw away what does not fit than to write it: so nearly every text shall fit at once. Only what
-// is written of it is ever touched.
-constexpr int FIRST_FORMAT_CAPACITY = 2048;
+constexpr int FIRST_FORMAT_CAPACITY = 256;
 
-// Below the surrogates, where UTF-16 has the same number for the character.
+CAtlString Decoded(std::string_view utf8) {
+    const std::wstring text = DecodeUtf8(utf8);
+    return CAtlString(text.data(), static_cast<int>(text.size()));
+}
+
+// Whether UTF-16 has one unit for the character, with the same number. The surrogates and all above them are
+// left to Qt.
 bool IsOneUtf16Unit(wchar_t ch) {
-    return ch >= 0 && ch < 0xD800;
+    return static_cast<std::uint32_t>(ch) < 0xD800;
 }
 
-int LengthOfBytes(const char* bytes) {
-    return bytes ? static_cast<int>(std::strlen(bytes)) : 0;
+std::wstring WithWideArguments(std::wstring format) {
+    for (std::size_t at = format.find(L"%s"); at != std::wstring::npos; at = format.find(L"%s", at))
+        format.insert(at + 1, 1, L'l');
+    return format;
 }
 
-CAtlString Decoded(const char* bytes, int length) {
-    CAtlString text;
-    if (length <= 0)
-        return text;
-    wchar_t* const out = text.GetBuffer(length);
-    // Most texts are ASCII: one pass, which widens many characters at once.
-    if (WidenAscii(bytes, length, out)) {
-        text.ReleaseBuffer(length);
-        return text;
-    }
-    // There are fewer characters than bytes, and a text has no more room than it needs.
-    return CAtlString(out, DecodeUtf8(bytes, length, out));
-}
-
-// The format with every "%s" as "%ls", 0-terminated. Formats are short: none needs an allocation of its own.
-using WideFormat = boost::container::small_vector<wchar_t, 64>;
-
-WideFormat WithWideArguments(const wchar_t* format) {
-    // Room for a format of nothing but "%s", made once: push_back looks for room at each character.
-    const std::size_t length = std::wcslen(format);
-    WideFormat wide(length + length / 2 + 1, boost::container::default_init);
-    wchar_t* out = wide.data();
-    for (; *format; ++format) {
-        *out++ = *format;
-        if (format[0] == L'%' && format[1] == L's')
-            *out++ = L'l';
-    }
-    *out = L'\0';
-    return wide;
-}
-
-// Whether the text fits into a buffer of capacity characters. What a too small buffer and an encoding error
-// have in common is the result; what tells them apart is errno.
-bool TryFormat(wchar_t* buffer, int capacity, const WideFormat& format, std::va_list arguments) {
+// Whether the text fits into the buffer.
+bool TryFormat(std::wstring& buffer, const std::wstring& format, std::va_list arguments) {
     std::va_list copy;
     va_copy(copy, arguments);
     errno = 0;
-    const int written = std::vswprintf(buffer, static_cast<std::size_t>(capacity), format.data(), copy);
+    const int written = std::vswprintf(buffer.data(), buffer.size(), format.c_str(), copy);
     va_end(copy);
-    return written >= 0 && written < capacity;
+    return written >= 0 && static_cast<std::size_t>(written) < buffer.size();
 }
 
-// Nothing when formatting fails.
+// The text up to its first 0 character; nothing when formatting fails.
 std::optional<CAtlString> Formatted(const wchar_t* format, std::va_list arguments) {
-    const WideFormat wideFormat = WithWideArguments(format ? format : L"");
-    // Nearly every text fits here and costs one allocation, its own.
-    wchar_t first[FIRST_FORMAT_CAPACITY];
-    if (TryFormat(first, FIRST_FORMAT_CAPACITY, wideFormat, arguments))
-        return CAtlString(first);
-    for (int capacity = 2 * FIRST_FORMAT_CAPACITY; capacity <= CAtlString::MAX_FORMATTED && errno != EILSEQ;
-         capacity *= 2) {
-        std::vector<wchar_t> buffer(static_cast<std::size_t>(capacity));
-        if (TryFormat(buffer.data(), capacity, wideFormat, arguments))
-            return CAtlString(buffer.data());
+    try {
+        const std::wstring wideFormat = WithWideArguments(format ? format : L"");
+        int capacity = FIRST_FORMAT_CAPACITY;
+        do {
+            std::wstring buffer(static_cast<std::size_t>(capacity), L'\0');
+            if (TryFormat(buffer, wideFormat, arguments))
+                return CAtlString(buffer.c_str());
+            capacity *= 2;
+            // An encoding error and a buffer that is too small have the same result; errno tells them apart.
+        } while (capacity <= CAtlString::MAX_FORMATTED && errno != EILSEQ);
+    } catch (const std::bad_alloc&) {
+        // Fails like any other.
     }
     return std::nullopt;
 }
 
 }  // namespace
 
-// Not inline, and the faster for it: a locked instruction right behind a single store waits for that store,
-// and some 2 ns less when the call has stored its way back as well.
-CAtlString::CAtlString(const CAtlString&) = default;
+CAtlString::CAtlString(const wchar_t* text) : CSharedText(text, LengthOf(text)) {}
 
-CAtlString::CAtlString(const wchar_t* text) {
-    Assign(text, LengthOf(text));
-}
+CAtlString::CAtlString(const wchar_t* text, int length) : CSharedText(text, length) {}
 
-CAtlString::CAtlString(const wchar_t* text, int length) {
-    Assign(text, text ? length : 0);
-}
+CAtlString::CAtlString(const char* utf8) : CAtlString(Decoded(utf8 ? utf8 : "")) {}
 
-CAtlString::CAtlString(const char* utf8) : CAtlString(Decoded(utf8, LengthOfBytes(utf8))) {}
-
-CAtlString::CAtlString(const CAtlStringA& utf8) : CAtlString(Decoded(utf8.GetString(), utf8.GetLength())) {}
+CAtlString::CAtlString(const CAtlStringA& utf8) : CAtlString(Decoded({utf8.begin(), utf8.end()})) {}
 
 CAtlString::CAtlString(const QString& text) {
-    if (text.isEmpty())
-        return;
-    wchar_t* out = GetBuffer(static_cast<int>(text.size()));
-    SetLength(static_cast<int>(text.toWCharArray(out)));
+    if (!text.isEmpty())
+        ReleaseBuffer(static_cast<int>(text.toWCharArray(GetBuffer(static_cast<int>(text.size())))));
 }
 
 CAtlString::CAtlString(wchar_t ch, int count) {
-    Assign(ch, count);
+    if (count <= 0)
+        return;
+    std::fill_n(GetBuffer(count), count, ch);
+    ReleaseBuffer(count);
 }
 
-CAtlString::CAtlString(char ch, int count) {
-    Assign(static_cast<wchar_t>(static_cast<signed char>(ch)), count);
-}
-
-CAtlString& CAtlString::operator=(const wchar_t* text) {
-    Assign(text, LengthOf(text));
-    return *this;
-}
-
-CAtlString& CAtlString::operator=(const char* utf8) {
-    return *this = CAtlString(utf8);
-}
-
-CAtlString& CAtlString::operator=(const CAtlStringA& utf8) {
-    return *this = CAtlString(utf8);
-}
-
-CAtlString& CAtlString::operator=(const QString& text) {
-    return *this = CAtlString(text);
-}
-
-CAtlString& CAtlString::operator=(wchar_t ch) {
-    return *this = CAtlString(ch);
-}
-
-CAtlString& CAtlString::operator=(char ch) {
-    return *this = CAtlString(ch);
-}
+CAtlString::CAtlString(char ch, int count) : CAtlString(wchar_t{static_cast<signed char>(ch)}, count) {}
 
 QString CAtlString::ToQString() const {
-    const auto length = static_cast<qsizetype>(std::wcslen(GetString()));
-    const bool simple = std::all_of(GetString(), GetString() + length, IsOneUtf16Unit);
-    // QString's own conversion makes a converter object and takes some 8 ns per character.
-    if (!simple)
-        return QString::fromWCharArray(GetString(), length);
-    QString text(length, Qt::Uninitialized);
-    std::transform(GetString(), GetString() + length, text.data(),
+    const std::wstring_view text(GetString());
+    // QString's own conversion makes a converter object: for an address it takes ten times as long.
+    if (!std::all_of(text.begin(), text.end(), IsOneUtf16Unit))
+        return QString::fromWCharArray(text.data(), static_cast<qsizetype>(text.size()));
+    QString copy(static_cast<qsizetype>(text.size()), Qt::Uninitialized);
+    std::transform(text.begin(), text.end(), copy.begin(),
                    [](wchar_t ch) { return QChar(static_cast<char16_t>(ch)); });
-    return text;
+    return copy;
 }
 
 CAtlString& CAtlString::operator+=(const CAtlString& text) {
-    AppendRange(text.GetString(), text.GetLength());
+    // Shares the characters, which may be those of this very text.
+    const CAtlString source(text);
+    Append(source.GetString(), source.GetLength());
     return *this;
-}
-
-CAtlString& CAtlString::operator+=(const wchar_t* text) {
-    AppendRange(text, LengthOf(text));
-    return *this;
-}
-
-CAtlString& CAtlString::operator+=(const char* utf8) {
-    return *this += CAtlString(utf8);
 }
 
 CAtlString& CAtlString::operator+=(wchar_t ch) {
-    AppendRange(&ch, 1);
+    Append(&ch, 1);
     return *this;
 }
 
-CAtlString& CAtlString::operator+=(char ch) {
-    return *this += CAtlString(ch);
-}
-
 CAtlString operator+(const CAtlString& a, const CAtlString& b) {
-    return CAtlString::Joined(a.GetString(), a.GetLength(), b.GetString(), b.GetLength());
+    // The copy shares its array, so that appending to it allocates the sum at once.
+    CAtlString sum(a);
+    sum += b;
+    return sum;
 }
 
-CAtlString operator+(const CAtlString& a, const wchar_t* b) {
-    return CAtlString::Joined(a.GetString(), a.GetLength(), b, CAtlString::LengthOf(b));
+int CAtlString::CompareNoCase(const CAtlString& other) const {
+    return ::wcscasecmp(GetString(), other.GetString());
 }
 
-CAtlString operator+(const wchar_t* a, const CAtlString& b) {
-    return CAtlString::Joined(a, CAtlString::LengthOf(a), b.GetString(), b.GetLength());
+int CAtlString::ReverseFind(wchar_t ch) const {
+    return ToIndex(GetView().rfind(ch));
 }
 
-CAtlString operator+(const CAtlString& a, const char* b) {
-    return a + CAtlString(b);
+int CAtlString::FindOneOf(const CAtlString& set) const {
+    return ToIndex(GetView().find_first_of(set.GetView()));
 }
 
-CAtlString operator+(const char* a, const CAtlString& b) {
-    return CAtlString(a) + b;
+CAtlString CAtlString::Left(int count) const {
+    return Mid(0, count);
 }
 
-CAtlString operator+(const CAtlString& a, wchar_t b) {
-    return CAtlString::Joined(a.GetString(), a.GetLength(), &b, 1);
+CAtlString CAtlString::Right(int count) const {
+    return Mid(GetLength() - std::clamp(count, 0, GetLength()));
 }
 
-CAtlString operator+(wchar_t a, const CAtlString& b) {
-    return CAtlString::Joined(&a, 1, b.GetString(), b.GetLength());
+CAtlString CAtlString::Mid(int first, int count) const {
+    first = std::clamp(first, 0, GetLength());
+    count = std::clamp(count, 0, GetLength() - first);
+    return count == GetLength() ? *this : CAtlString(GetString() + first, count);
+}
+
+CAtlString CAtlString::Mid(int first) const {
+    return Mid(first, GetLength());
+}
+
+CAtlString& CAtlString::TrimLeft(wchar_t ch) {
+    const std::size_t run = std::min(GetView().find_first_not_of(ch), GetView().size());
+    return *this = Mid(static_cast<int>(run));
+}
+
+CAtlString& CAtlString::TrimRight(wchar_t ch) {
+    return *this = Left(ToIndex(GetView().find_last_not_of(ch)) + 1);
+}
+
+int CAtlString::Replace(wchar_t old, wchar_t now) {
+    const auto count = static_cast<int>(std::count(begin(), end(), old));
+    if (old == now || count == 0)
+        return 0;
+    wchar_t* const text = GetBuffer(GetLength());
+    std::replace(text, text + GetLength(), old, now);
+    return count;
+}
+
+int CAtlString::Delete(int index, int count) {
+    const int length = GetLength();
+    index = std::max(index, 0);
+    if (count > 0 && index < length)
+        *this = Left(index) + Right(length - index - std::min(count, length - index));
+    return length;
 }
 
 void CAtlString::Format(const wchar_t* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    try {
-        if (std::optional<CAtlString> text = Formatted(format, arguments))
-            *this = std::move(*text);
-    } catch (const std::bad_alloc&) {
-        // The text stays as it was, as promised.
-    }
+    const std::optional<CAtlString> text = Formatted(format, arguments);
     va_end(arguments);
+    if (text)
+        *this = *text;
 }
 
 void CAtlString::AppendFormat(const wchar_t* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    try {
-        if (const std::optional<CAtlString> text = Formatted(format, arguments))
-            *this += *text;
-    } catch (const std::bad_alloc&) {
-        // The text stays as it was, as promised.
-    }
+    const std::optional<CAtlString> text = Formatted(format, arguments);
     va_end(arguments);
+    if (text)
+        *this += *text;
 }

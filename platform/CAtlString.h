@@ -12,15 +12,13 @@
 class CAtlStringA;
 
 // A reference-counted, copy-on-write string of 32-bit wchar_t characters, one Unicode code point each.
-// Layout, sharing, threads and the operations that know nothing of encodings are those of CSharedText.
+// Layout, sharing and threads are those of CSharedText.
 //
 // Narrow sources are UTF-8: decoding stops at the first illegal or truncated sequence and keeps what came
 // before it. Null pointers count as empty text.
-class CAtlString : public CSharedText<CAtlString, wchar_t> {
+class CAtlString : public CSharedText<wchar_t> {
 public:
     CAtlString() noexcept = default;
-    CAtlString(const CAtlString&);
-    CAtlString(CAtlString&&) noexcept = default;
     // NOLINTBEGIN(google-explicit-constructor): texts of every kind stand where the program's text is asked
     // for.
     CAtlString(const wchar_t* text);
@@ -30,36 +28,41 @@ public:
     // The text's full length, embedded 0 characters included; a surrogate pair becomes one character.
     CAtlString(const QString& text);
     // NOLINTEND(google-explicit-constructor)
-    // count copies of a character; none when count is not positive. A narrow character is sign-extended.
+    // count copies of a character; the empty text when count is not positive. A narrow character is
+    // sign-extended.
     explicit CAtlString(wchar_t ch, int count = 1);
     explicit CAtlString(char ch, int count = 1);
-    ~CAtlString() = default;
-
-    CAtlString& operator=(const CAtlString&) = default;
-    CAtlString& operator=(CAtlString&&) noexcept = default;
-    CAtlString& operator=(const wchar_t* text);
-    CAtlString& operator=(const char* utf8);
-    CAtlString& operator=(const CAtlStringA& utf8);
-    CAtlString& operator=(const QString& text);
-    CAtlString& operator=(wchar_t ch);
-    CAtlString& operator=(char ch);
 
     // The characters up to the first 0 character.
     QString ToQString() const;
 
     CAtlString& operator+=(const CAtlString& text);
-    CAtlString& operator+=(const wchar_t* text);
-    CAtlString& operator+=(const char* utf8);
     CAtlString& operator+=(wchar_t ch);
-    CAtlString& operator+=(char ch);
-
     friend CAtlString operator+(const CAtlString& a, const CAtlString& b);
-    friend CAtlString operator+(const CAtlString& a, const wchar_t* b);
-    friend CAtlString operator+(const wchar_t* a, const CAtlString& b);
-    friend CAtlString operator+(const CAtlString& a, const char* b);
-    friend CAtlString operator+(const char* a, const CAtlString& b);
-    friend CAtlString operator+(const CAtlString& a, wchar_t b);
-    friend CAtlString operator+(wchar_t a, const CAtlString& b);
+
+    // Compare with the case folding of the current C locale.
+    int CompareNoCase(const CAtlString& other) const;
+    // Last occurrence.
+    int ReverseFind(wchar_t ch) const;
+    // First character that is in set.
+    int FindOneOf(const CAtlString& set) const;
+
+    // The first, or the last, count characters; counts are clamped to 0 and the length.
+    CAtlString Left(int count) const;
+    CAtlString Right(int count) const;
+    // At most count characters from first on; negative arguments count as 0, a first beyond the end gives the
+    // empty text.
+    CAtlString Mid(int first, int count) const;
+    CAtlString Mid(int first) const;
+
+    // Removes the run of ch at the left or the right end.
+    CAtlString& TrimLeft(wchar_t ch);
+    CAtlString& TrimRight(wchar_t ch);
+    // Replaces every occurrence and returns how many there were; 0 when both characters are the same.
+    int Replace(wchar_t old, wchar_t now);
+    // Deletes count characters from index on and returns the length from before. A negative index counts as
+    // 0, a count beyond the end as the rest.
+    int Delete(int index, int count = 1);
 
     // Becomes the text that vswprintf makes of format and the arguments, or appends it. "%s" takes a wide
     // (const wchar_t*) argument, as "%ls" does. The text stays as it was when formatting fails: an encoding

@@ -41,22 +41,16 @@ int Index(std::size_t found) {
     return found == std::wstring::npos ? -1 : static_cast<int>(found);
 }
 
-int ReplaceInModel(std::wstring& model, const std::wstring& old, const std::wstring& now) {
-    int count = 0;
-    if (old.empty() || old == now)
-        return 0;
-    for (std::size_t at = model.find(old); at != std::wstring::npos; at = model.find(old, at + now.size())) {
-        model.replace(at, old.size(), now);
-        ++count;
-    }
-    return count;
+int ReplaceInModel(std::wstring& model, wchar_t old, wchar_t now) {
+    const auto count = static_cast<int>(std::count(model.begin(), model.end(), old));
+    std::replace(model.begin(), model.end(), old, now);
+    return old == now ? 0 : count;
 }
 
 void Change(FuzzedDataProvider& input, Pair& pair, const Pair& other) {
     auto& [text, model] = pair;
     const std::wstring word = Taken(input);
     const int at = TakenPosition(input);
-    const std::size_t index = Clamped(at, model.size());
     switch (input.ConsumeIntegralInRange(0, 8)) {
         case 0:
             text = word.c_str();
@@ -67,26 +61,25 @@ void Change(FuzzedDataProvider& input, Pair& pair, const Pair& other) {
             model += other.model;
             break;
         case 2:
-            text.Insert(at, word.c_str());
-            model.insert(index, word);
+            text += L'\u00E9';
+            model += L'\u00E9';
             break;
         case 3:
             text.Delete(at, static_cast<int>(word.size()));
-            model.erase(index, word.size());
+            model.erase(Clamped(at, model.size()), word.size());
             break;
         case 4: {
-            const std::wstring now = Taken(input);
-            Require(text.Replace(word.c_str(), now.c_str()) == ReplaceInModel(model, word, now),
-                    "every occurrence is replaced");
+            const wchar_t now = word.empty() ? L'a' : word.front();
+            Require(text.Replace(L'a', now) == ReplaceInModel(model, L'a', now), "Replace counts");
             break;
         }
         case 5:
-            Require(text.Remove(L'a') == static_cast<int>(std::erase(model, L'a')), "Remove counts");
+            text.TrimLeft(L'a');
+            model.erase(0, model.find_first_not_of(L'a'));
             break;
         case 6:
-            text.Trim();
-            model.erase(0, std::min(model.find_first_not_of(L' '), model.size()));
-            model.erase(model.find_last_not_of(L' ') + 1);
+            text.TrimRight(L'a');
+            model.erase(model.find_last_not_of(L'a') + 1);
             break;
         case 7:
             text += text.GetString();
@@ -107,25 +100,9 @@ void Look(FuzzedDataProvider& input, const Pair& pair) {
     Require(text.Mid(at, count) == model.substr(index, word.size()).c_str(), "Mid");
     Require(text.Left(at) == model.substr(0, index).c_str(), "Left");
     Require(text.Right(at) == model.substr(model.size() - index).c_str(), "Right");
-    const bool findable = !word.empty() && at >= 0 && static_cast<std::size_t>(at) <= model.size();
-    Require(text.Find(word.c_str(), at) == (findable ? Index(model.find(word, index)) : -1), "Find");
+    Require(text.Find(L'b', at) == (at < 0 ? -1 : Index(model.find(L'b', index))), "Find");
     Require(text.FindOneOf(word.c_str()) == Index(model.find_first_of(word)), "FindOneOf");
     Require(text.ReverseFind(L'b') == Index(model.rfind(L'b')), "ReverseFind");
-}
-
-void CheckTokens(const CAtlString& text, const std::wstring& delimiters) {
-    std::wstring joined;
-    int pos = 0;
-    for (int steps = 0; pos >= 0; ++steps) {
-        Require(steps <= text.GetLength(), "Tokenize comes to an end");
-        const CAtlString token = text.Tokenize(delimiters.c_str(), pos);
-        Require(token.FindOneOf(delimiters.c_str()) < 0, "tokens hold no delimiter");
-        Require(!token.IsEmpty() || pos < 0, "only the last token may be empty");
-        joined += token.GetString();
-    }
-    std::wstring rest = text.GetString();
-    std::erase_if(rest, [&](wchar_t ch) { return delimiters.find(ch) != std::wstring::npos; });
-    Require(joined == rest, "the tokens are all but the delimiters");
 }
 
 void CheckFormat(FuzzedDataProvider& input, const CAtlString& text) {
@@ -156,7 +133,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                     "a change shows in the one text that was changed");
         Look(input, pair);
     }
-    CheckTokens(pairs[0].text, L", ");
-    CheckFormat(input, pairs[1].text);
+    CheckFormat(input, pairs[0].text);
     return 0;
 }

@@ -50,26 +50,11 @@ void CheckCharacters(std::string_view bytes) {
     text.ToQString();
 }
 
-void CheckLocale(const std::string& text) {
-    const int size = static_cast<int>(text.size());
-    const int needed = MultiByteToWideChar(0, 0, text.c_str(), size, nullptr, 0);
-    std::vector<wchar_t> wide(text.size() + 1);
-    const int count = size > 0 ? MultiByteToWideChar(0, 0, text.c_str(), size, wide.data(), size) : 0;
-    Require(needed == 0 || needed == count + 1, "the announced size is the size");
-    if (count == 0)
-        return;
-    std::vector<char> back(text.size());
-    const int bytes = WideCharToMultiByte(0, 0, wide.data(), count, back.data(), size, nullptr, nullptr);
-    Require(text.starts_with(std::string_view(back.data(), static_cast<std::size_t>(bytes))),
-            "the locale's conversion goes there and back");
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view input = View(data, size);
     CheckBytes(input);
     CheckCharacters(input);
-    CheckLocale(std::string(input));
     return 0;
 }

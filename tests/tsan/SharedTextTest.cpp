@@ -34,13 +34,12 @@ TEST(SharedTexts, AreCopiedReadAndChangedInThreads) {
         for (int round = 0; round < ROUNDS; ++round) {
             CAtlString copy(original);
             const CAtlString second = copy;
-            copy.SetAt(0, static_cast<wchar_t>(L'0' + thread));
+            copy.Replace(L's', static_cast<wchar_t>(L'0' + thread));
             copy += second.Right(5);
-            copy.Replace(L" ", L"_");
+            copy.Replace(L' ', L'_');
             EXPECT_EQ(copy, changed.c_str());
             // The empty text belongs to all, too.
             copy = CAtlString();
-            copy.MakeUpper();
             copy += L"x";
             copy.Empty();
         }
@@ -56,9 +55,9 @@ TEST(SharedTexts, TheLastOwnerFreesOrWritesInPlace) {
         InThreads([&](int thread) {
             CAtlStringA& mine = owners[static_cast<std::size_t>(thread)];
             if (thread % 2 == 0)
-                mine.Empty();
-            else
-                mine.SetAt(0, static_cast<char>('0' + thread));
+                return mine.Empty();
+            *mine.GetBuffer(0) = static_cast<char>('0' + thread);
+            mine.ReleaseBuffer();
         });
         EXPECT_STREQ(owners[1].GetString(), "1ne array");
         EXPECT_STREQ(owners[3].GetString(), "3ne array");

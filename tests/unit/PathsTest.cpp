@@ -126,7 +126,7 @@ TEST_F(Paths, OnlyFilesHaveSizeAndContents) {
 
 TEST_F(Paths, TextsWithoutACompleteSystemFormNameNoFile) {
     const CVardoFilePath keep = Write("keep", "precious");
-    for (const wchar_t stop : {wchar_t(0), wchar_t(0xD800)}) {
+    for (const CAtlString& stop : {CAtlString(wchar_t(0)), CAtlString(wchar_t(0xD800))}) {
         const CVardoFilePath cut(keep.GetFilePathString() + stop + L".xml");
         EXPECT_FALSE(cut.Exists());
         EXPECT_TRUE(cut.Delete());
@@ -196,9 +196,7 @@ TEST_F(Paths, CreatesMissingParents) {
     EXPECT_TRUE(deep.Create());
     Write("file", "x");
     EXPECT_FALSE(CVardoDirectoryPath(In("file/below").GetFilePathString()).Create());
-    CAtlString endless(L'd', 200000);
-    endless.Replace(L"d", L"/d");
-    EXPECT_FALSE(CVardoDirectoryPath(endless).Create());
+    EXPECT_FALSE(CVardoDirectoryPath(QString("/d").repeated(200000)).Create());
 }
 
 TEST_F(Paths, AFolderListsVisibleFilesAndReadOnceTheSameInTheSameOrder) {
