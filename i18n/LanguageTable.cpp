@@ -8,7 +8,6 @@
 #include <QSettings>
 #include <limits>
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "i18n/HexDigit.h"
@@ -95,6 +94,14 @@ std::optional<int> FindId(const CAtlString& table, const CAtlString& language) {
     return std::nullopt;
 }
 
+// What a table says of the direction of a language, given as an ID or as a code.
+std::optional<CAtlString> FindDirection(const CAtlString& table, const CAtlString& language) {
+    const auto byCode = FindAttribute(table, language, LanguageFormat::CODE, LanguageFormat::RIGHT_TO_LEFT);
+    return byCode ? byCode
+                  : FindAttribute(table, LanguageIdText(ResolveLanguageId(language)), LanguageFormat::ID,
+                                  LanguageFormat::RIGHT_TO_LEFT);
+}
+
 }  // namespace
 
 QString OwnLanguagesFolder() {
@@ -158,11 +165,8 @@ int ResolveLanguageId(const CAtlString& language) {
 }
 
 bool IsRightToLeft(const CAtlString& language) {
-    const CAtlString id = LanguageIdText(ResolveLanguageId(language));
     for (const CAtlString& table : ThenOwnTable(FindSetupsTable()))
-        for (const auto& [value, match] :
-             {std::pair(language, LanguageFormat::CODE), {id, LanguageFormat::ID}})
-            if (const auto found = FindAttribute(table, value, match, LanguageFormat::RIGHT_TO_LEFT))
-                return *found == L"1";
+        if (const auto direction = FindDirection(table, language))
+            return *direction == L"1";
     return false;
 }

@@ -199,8 +199,8 @@ struct TextMistake {
 const QString TEXT = "\"Close\" = \"Schließen\";";
 
 const TextMistake TEXT_MISTAKES[] = {
-    {"a language that is not found by its ID", TABLE, "ID=\"0407\"", "ID=\"407\"", Code::BAD_LANGUAGE_ID, 10,
-     "Close|<"},
+    {"a language that only another table finds by its ID", TABLE, "ID=\"0407\"", "ID=\"407\"",
+     Code::BAD_LANGUAGE_ID, 10, "Schließen|<"},
     {"a code that leads elsewhere", TABLE, "Code=\"de\"", "Code=\"../de\"", Code::BAD_LANGUAGE_CODE, 10,
      "Close|<"},
     {"a language without texts", TABLE, "Code=\"de\"", "Code=\"de_DE\"", Code::NO_TEXTS, 10, "Close|<"},
