@@ -6,7 +6,6 @@
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/basic_dynamic_body.hpp>
 #include <boost/beast/http/parser.hpp>
-#include <limits>
 #include <stdexcept>
 
 namespace beast = boost::beast;
@@ -53,10 +52,7 @@ struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_bod
             return 0;
         }
     }
-    qint64 ContentLength() const {
-        constexpr std::uint64_t most = std::numeric_limits<qint64>::max();
-        return static_cast<qint64>(std::min(content_length().value_or(0), most));
-    }
+    qint64 ContentLength() const { return static_cast<qint64>(content_length().value_or(0)); }
 };
 
 CHttpAnswerParser::CHttpAnswerParser(qint64 maxBody)

@@ -3,6 +3,8 @@
 
 #include "net/Downloader.h"
 
+#include <QCoreApplication>
+
 #include "net/FailureText.h"
 #include "net/QtDownloader.h"
 #include "platform/Addresses.h"
@@ -74,7 +76,8 @@ CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds
         return {};
     const CVardoFilePath target = TargetOf(url);
     if (target.IsEmpty()) {
-        last_.error = CAtlString(NoFolderText());
+        last_.error =
+            CAtlString(QCoreApplication::translate("Downloader", "There is no folder for temporary files"));
         last_.culprit = TransferRecord::Culprit::COMPUTER;
         Note(last_);
         return {};

@@ -18,10 +18,8 @@
 //
 // From the first Download on, what FetchAhead announced is on its way before Download is asked for it, up to
 // LIMIT files at once, over connections that last. Through a proxy that is only so after it has let a request
-// pass: until then requests go one by one, so that there is one question for credentials at a time. The
-// request that waits its turn never asks the user.
-//
-// A host or proxy that was silent is not waited for again until FetchAhead is given an empty list.
+// pass, so that there is one question for credentials at a time. What waits its turn asks nobody. A host or
+// proxy that was silent is not waited for again until FetchAhead is given an empty list.
 class Downloader : public IDownloader, public ConnectionInfo {
 public:
     // What the names of fetched files begin with.

@@ -36,7 +36,6 @@ public:
                 return tr("The server cannot answer (%1)").arg(status);
         }
     }
-    static QString NoFolder() { return tr("There is no folder for temporary files"); }
     static QString NotStored(const QString& error) { return tr("The file cannot be stored: %1").arg(error); }
     static QString Proxy(const QString& host) { return tr("Proxy %1").arg(host); }
 };
@@ -52,8 +51,4 @@ QString FailureText(const TransferRecord& record) {
     const QString host = isProxys ? Words::Proxy(proxy) : QUrl(record.url.ToQString()).host();
     const QString reason = error.isEmpty() ? Words::Of(record.status, !proxy.isEmpty()) : error;
     return host.isEmpty() || reason.contains(host) ? reason : host + QStringLiteral(": ") + reason;
-}
-
-QString NoFolderText() {
-    return Words::NoFolder();
 }

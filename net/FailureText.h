@@ -12,6 +12,3 @@
 // there is one, else what the answer's status says. Only the reason when this computer is to blame. One line
 // of plain text. For a transfer that failed. Any thread.
 QString FailureText(const TransferRecord& record);
-
-// The reason when there is no folder for the file.
-QString NoFolderText();

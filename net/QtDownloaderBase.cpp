@@ -9,24 +9,19 @@
 #include "platform/ResultCodes.h"
 
 void QtDownloaderSignalProxy::ConnectionFailedSlot(const CAtlString& error) {
-    if (receiver_)
-        receiver_->ConnectionFailed(error);
+    receiver_->ConnectionFailed(error);
 }
 
 void QtDownloaderSignalProxy::ProxyAuthCanceledSlot() {
-    if (receiver_)
-        receiver_->ProxyAuthCanceled();
+    receiver_->ProxyAuthCanceled();
 }
 
 void QtDownloaderSignalProxy::DataReadProgressSlot(int done, int total) {
-    if (receiver_)
-        receiver_->DataReadProgress(done, total);
+    receiver_->DataReadProgress(done, total);
 }
 
 bool QtDownloaderSignalProxy::ProxyAuthRequiredSlot(const CAtlString& host, int port,
                                                     const CAtlString& userName, const CAtlString& password) {
-    if (!receiver_)
-        return false;
     CAtlString givenUserName(userName);
     CAtlString givenPassword(password);
     const bool answered = receiver_->ProxyAuthRequired(host, port, givenUserName, givenPassword);
@@ -38,21 +33,16 @@ QtDownloaderBase::QtDownloaderBase(const boost::shared_ptr<CTransferThreads>& th
     : forwarder_(new QtDownloaderSignalProxy(this)),
       threads_(threads ? threads : boost::make_shared<CTransferThreads>(1)),
       result_(RESULT_FAILED) {
-    static const int registered = qRegisterMetaType<CAtlString>("CAtlString");
-    Q_UNUSED(registered);
-
     using Base = QtDownloaderBase;
     using Forwarder = QtDownloaderSignalProxy;
-    connect(this, &Base::ProxyAuthCanceledSignal, forwarder_, &Forwarder::ProxyAuthCanceledSlot,
-            Qt::QueuedConnection);
-    connect(this, &Base::ConnectionFailedSignal, forwarder_, &Forwarder::ConnectionFailedSlot,
-            Qt::QueuedConnection);
-    connect(this, &Base::DataReadProgressSignal, forwarder_, &Forwarder::DataReadProgressSlot,
-            Qt::QueuedConnection);
-    connect(this, &Base::ProxyAuthRequiredSignal, forwarder_, &Forwarder::ProxyAuthRequiredSlot,
-            Qt::QueuedConnection);
+    constexpr auto QUEUED = Qt::QueuedConnection;
+    forwarder_->SetHandler(&nobody_);
+    connect(this, &Base::ProxyAuthCanceledSignal, forwarder_, &Forwarder::ProxyAuthCanceledSlot, QUEUED);
+    connect(this, &Base::ConnectionFailedSignal, forwarder_, &Forwarder::ConnectionFailedSlot, QUEUED);
+    connect(this, &Base::DataReadProgressSignal, forwarder_, &Forwarder::DataReadProgressSlot, QUEUED);
+    connect(this, &Base::ProxyAuthRequiredSignal, forwarder_, &Forwarder::ProxyAuthRequiredSlot, QUEUED);
     connect(forwarder_, &Forwarder::ProxyAuthRequestDoneSignal, this, &Base::ProxyAuthRequestDoneSlot,
-            Qt::QueuedConnection);
+            QUEUED);
 }
 
 int QtDownloaderBase::DownloadOnThread(const CAtlString& url, const CAtlString& file, ConnectionInfo* info) {
@@ -92,7 +82,7 @@ int QtDownloaderBase::Finish() {
 }
 
 void QtDownloaderBase::Cancel() {
-    forwarder_->SetHandler(nullptr);
+    forwarder_->SetHandler(&nobody_);
     cancelled_.Set();
     answerReceived_.Set();
 }

@@ -23,8 +23,7 @@ class QtDownloaderSignalProxy : public QObject {
 public:
     explicit QtDownloaderSignalProxy(QObject* parent) : QObject(parent) {}
 
-    // Whose notifications are called; not owned. With null nobody's are, and questions stay without an
-    // answer.
+    // Whose notifications are called; not owned.
     void SetHandler(ConnectionInfo* receiver) { receiver_ = receiver; }
 
 signals:
@@ -57,9 +56,7 @@ public:
     // that were used. Returns one of the RESULT_ codes.
     int DownloadOnThread(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
 
-    // The same in two steps: Start returns at once, Finish waits, with the events of the asking thread
-    // flowing, and returns the result. Between them that thread must serve its events for the transfer to
-    // come on.
+    // The same in two steps: Start returns at once, Finish waits and returns the result.
     void Start(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
     int Finish();
     // Starts a transfer that tells nobody anything and asks nobody: it fails where another would ask. It
@@ -104,6 +101,8 @@ protected slots:
 private:
     void Run(const CAtlString& url, const CAtlString& file);
 
+    // Whom a cancelled transfer tells.
+    ConnectionInfo nobody_;
     QtDownloaderSignalProxy* forwarder_;
     boost::shared_ptr<CTransferThreads> threads_;
     WakingFlag cancelled_;
