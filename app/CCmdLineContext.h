@@ -4,7 +4,7 @@
 // What the command line said.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 #include <vector>
 

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "net/IDownloader.h"
-#include "platform/IAttendedEnvironment.h"
-#include "platform/IProgress.h"
+#include "platform/desktop/IAttendedEnvironment.h"
+#include "platform/desktop/IProgress.h"
 #include "products/CProductListController.h"
 
 #include <boost/shared_ptr.hpp>

@@ -3,8 +3,8 @@
 
 #include "app/CSelfUpdate.h"
 
-#include "platform/FileSystem.h"
-#include "platform/XmlFile.h"
+#include "platform/files/FileSystem.h"
+#include "platform/xml/XmlFile.h"
 
 CSelfUpdate::CSelfUpdate(const CAtlString& fileName, const IEnvironment& environment)
     : sharedFolder_(environment.SharedDataFolder()),
@@ -42,7 +42,8 @@ CVardoFilePath CSelfUpdate::FetchSealed(const CAtlString& address, CInstallerSea
     const CVardoFilePath signature(downloader_->Download(address + CInstallerSeal::SIGNATURE_EXTENSION));
     const CAtlStringA bytes = ReadFileBytes(signature);
     signature.Delete();
-    if (!seal.Accept({bytes.begin(), bytes.end()}, GetUpdateInstallFile(), GetUpdateVersion()))
+    const auto isOffered = [this](const CAtlString& version) { return IsUpdateVersion(version); };
+    if (!seal.Accept({bytes.begin(), bytes.end()}, GetUpdateInstallFile(), isOffered))
         return {};
     const CVardoFilePath installer = Fetch(address);
     return installer.IsEmpty() ? installer : seal.Secure(installer);

@@ -5,9 +5,9 @@
 #pragma once
 
 #include "net/IDownloader.h"
-#include "platform/IEnvironment.h"
-#include "products/CInstallerSeal.h"
+#include "platform/desktop/IEnvironment.h"
 #include "products/CUpdateXmlReader.h"
+#include "signing/CInstallerSeal.h"
 
 #include <boost/shared_ptr.hpp>
 

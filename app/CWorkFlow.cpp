@@ -6,6 +6,7 @@
 #include "app/CPreparation.h"
 #include "net/Downloader.h"
 #include "net/ProxyAddress.h"
+#include "net/dialog/CProxyDialog.h"
 #include "ui/MainWindow.h"
 
 #include <QTimer>
@@ -27,6 +28,7 @@ CWorkFlow::CWorkFlow(const boost::shared_ptr<IAttendedEnvironment>& environment,
       proxyHandler_(boost::make_shared<ProxyHandlerBase>()),
       recordKeeper_(boost::make_shared<CRecordKeeper>()),
       environment_(environment) {
+    proxyHandler_->SetDialog(boost::make_shared<CProxyDialog>());
     downloader_->SetProxyHandler(proxyHandler_);
 }
 

@@ -8,7 +8,7 @@
 #include "app/settings/CRecordKeeper.h"
 #include "net/IDownloader.h"
 #include "net/ProxyHandlerBase.h"
-#include "platform/IAttendedEnvironment.h"
+#include "platform/desktop/IAttendedEnvironment.h"
 #include "products/CProductListController.h"
 
 #include <boost/shared_ptr.hpp>

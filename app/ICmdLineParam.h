@@ -4,7 +4,7 @@
 // What the command-line parser knows of a parameter.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 // One parameter, bound to the storage that it fills. A virtual base of every concrete parameter, so that a
 // parameter made of two kinds has one interface. Does no I/O.

@@ -5,8 +5,8 @@
 
 #include "app/CApplicationFactory.h"
 #include "app/CSingleInstanceLock.h"
-#include "i18n/InstallLanguage.h"
 #include "i18n/Language.h"
+#include "i18n/startup/InstallLanguage.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -3,7 +3,7 @@
 
 // The entry point.
 #include "app/RunApplication.h"
-#include "platform/BrokenPipes.h"
+#include "platform/desktop/BrokenPipes.h"
 
 int main(int argc, char** argv) {
     IgnoreBrokenPipes();

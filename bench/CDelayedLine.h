@@ -11,7 +11,7 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/CFileDescriptor.h"
+#include "platform/files/CFileDescriptor.h"
 
 // Makes two network namespaces with one TUN device in each. A packet that is sent into one device comes out
 // of the other one DELAY later; the line itself has no limit of its rate. The namespaces have no other

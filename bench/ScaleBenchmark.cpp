@@ -13,7 +13,7 @@
 
 #include <sys/resource.h>
 
-#include "platform/CUnattendedEnvironment.h"
+#include "platform/desktop/CUnattendedEnvironment.h"
 #include "products/CProductListController.h"
 
 namespace {

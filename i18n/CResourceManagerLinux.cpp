@@ -8,7 +8,7 @@
 
 #include "i18n/LanguageTable.h"
 #include "i18n/StringsReader.h"
-#include "platform/ResultCodes.h"
+#include "platform/text/ResultCodes.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "i18n/IVardoResourceManager.h"
-#include "platform/CVardoDirectoryPath.h"
+#include "platform/files/CVardoDirectoryPath.h"
 
 #include <string>
 #include <unordered_map>

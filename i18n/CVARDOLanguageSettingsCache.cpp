@@ -8,8 +8,8 @@
 
 #include "i18n/Language.h"
 #include "i18n/LanguageTable.h"
-#include "platform/CSettingsIdentity.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/CSettingsIdentity.h"
+#include "platform/settings/SettingsStore.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 // Who knows which language the maker's software speaks.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 // A source of the language. GUI thread only.
 class IGUILang {

@@ -4,7 +4,7 @@
 // Who has the texts of the user interface.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 class IVardoResourceManager {
 public:

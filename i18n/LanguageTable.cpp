@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "i18n/HexDigit.h"
-#include "platform/CVardoFilePath.h"
-#include "platform/SettingsStore.h"
-#include "platform/XmlFile.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/settings/SettingsStore.h"
+#include "platform/xml/XmlFile.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 // with the attributes "ID" (four hexadecimal digits), "Code", "NativeName" and "RightToLeft".
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 #include <QString>
 

@@ -4,7 +4,7 @@
 // The syntax of strings files. It knows text only, no files.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 #include <QString>
 #include <cstddef>

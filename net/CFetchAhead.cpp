@@ -8,10 +8,10 @@
 
 #include <unistd.h>
 
-#include "platform/Addresses.h"
-#include "platform/CTemporaryFolder.h"
-#include "platform/CVardoDirectoryPath.h"
-#include "platform/FileSystem.h"
+#include "platform/files/Addresses.h"
+#include "platform/files/CTemporaryFolder.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/FileSystem.h"
 
 AheadTransfer::~AheadTransfer() {
     transfer.Abandon();

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "net/QtDownloader.h"
-#include "platform/CAtlString.h"
-#include "platform/CVardoFilePath.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/CAtlString.h"
 
 #include <deque>
 #include <memory>

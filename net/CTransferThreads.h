@@ -5,8 +5,8 @@
 #pragma once
 
 #include "net/CPeerMemory.h"
-#include "net/QThreadWithLoop.h"
-#include "net/WakingFlag.h"
+#include "net/events/QThreadWithLoop.h"
+#include "net/events/WakingFlag.h"
 
 #include <boost/function.hpp>
 #include <condition_variable>

@@ -4,7 +4,7 @@
 // The settings of one transfer, and whom a transfer tells about what happens to it.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 #include <QString>
 #include <boost/function.hpp>

@@ -7,11 +7,11 @@
 
 #include "net/FailureText.h"
 #include "net/QtDownloader.h"
-#include "platform/Addresses.h"
-#include "platform/CTemporaryFolder.h"
-#include "platform/CVardoDirectoryPath.h"
-#include "platform/CVardoFilePath.h"
-#include "platform/ResultCodes.h"
+#include "platform/files/Addresses.h"
+#include "platform/files/CTemporaryFolder.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/ResultCodes.h"
 
 void Downloader::RemoveStaleFiles() {
     CTemporaryFolder::OfProcess().RemoveStaleFiles(BASE_NAME, LONGEST_USE);

@@ -4,7 +4,7 @@
 // Fetching, as everything above the network sees it.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 #include <QString>
 #include <boost/function.hpp>

@@ -4,7 +4,7 @@
 // The address of a proxy as people write it.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 #include <optional>
 

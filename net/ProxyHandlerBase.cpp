@@ -3,20 +3,14 @@
 
 #include "net/ProxyHandlerBase.h"
 
-#include "net/ProxyAuth.h"
-#include "platform/CSettingsIdentity.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/CSettingsIdentity.h"
+#include "platform/settings/SettingsStore.h"
 
 namespace {
 
 const wchar_t* const KEY = L"Software/VARDO Technologies/VARDO Board Software/ProxyInformation";
 const wchar_t* const HOST_NAME = L"HttpProxyHost";
 const wchar_t* const PORT_NAME = L"HttpProxyPort";
-
-bool Ask(ProxyAuth& dialog) {
-    dialog.show();
-    return dialog.exec() == QDialog::Accepted;
-}
 
 }  // namespace
 
@@ -66,42 +60,31 @@ bool ProxyHandlerBase::OnProxyAuthRequired(const CAtlString& host, int port, CAt
 }
 
 bool ProxyHandlerBase::AskForCredentials(const CAtlString& host, int port) {
-    if (!interactive_)
+    if (!interactive_ || !dialog_)
         return false;
-    ProxyAuth dialog(nullptr);
-    dialog.SetHost(host);
-    dialog.SetPort(port);
-    dialog.SetUserName(userName_);
-    dialog.SetPassword(password_);
-    dialog.SetAuthenticationMode();
-    if (!Ask(dialog)) {
-        cancelled_ = true;
+    ProxyEntry entry{host, port, userName_, password_};
+    cancelled_ = !dialog_->AskForCredentials(entry);
+    if (cancelled_)
         return false;
-    }
-    SetCredentials(dialog.GetUserName(), dialog.GetPassword());
+    SetCredentials(entry.userName, entry.password);
     return true;
 }
 
 bool ProxyHandlerBase::ShowProxyOptionsDialog(QWidget* parent) {
-    ProxyAuth dialog(parent);
-    dialog.SetHost(proxyHost_);
-    dialog.SetPort(proxyPort_);
-    dialog.SetUserName(userName_);
-    dialog.SetPassword(password_);
-    const bool accepted = Ask(dialog);
-    dialog.setParent(nullptr);
-    if (accepted)
-        TakeOptions(dialog);
-    return accepted;
+    ProxyEntry options{proxyHost_, proxyPort_, userName_, password_};
+    if (!dialog_ || !dialog_->EditOptions(options, parent))
+        return false;
+    TakeOptions(options);
+    return true;
 }
 
-void ProxyHandlerBase::TakeOptions(const ProxyAuth& dialog) {
+void ProxyHandlerBase::TakeOptions(const ProxyEntry& options) {
     const CAtlString previousHost = proxyHost_;
     const int previousPort = proxyPort_;
     cancelled_ = false;
-    proxyHost_ = dialog.GetHost();
-    proxyPort_ = dialog.GetPort();
-    SetCredentials(dialog.GetUserName(), dialog.GetPassword());
+    proxyHost_ = options.host;
+    proxyPort_ = options.port;
+    SetCredentials(options.userName, options.password);
     if (proxyHost_.Compare(previousHost) != 0 || proxyPort_ != previousPort)
         SaveProxySettings();
 }

@@ -4,10 +4,9 @@
 // The proxy of this user: where it is, and how its credentials are obtained.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "net/IProxyDialog.h"
 
-class ProxyAuth;
-class QWidget;
+#include <boost/shared_ptr.hpp>
 
 // Holds proxy host, port, user name and password. Host and port are stored in the settings that the program
 // shares with the maker's board software; user name and password stay in memory. GUI thread only; the
@@ -29,6 +28,8 @@ public:
     void SetCredentials(const CAtlString& userName, const CAtlString& password);
     void GetProxySettings(CAtlString& host, int& port, CAtlString& userName, CAtlString& password) const;
 
+    // How the user is asked. Without it, as at first, nobody is.
+    void SetDialog(const boost::shared_ptr<IProxyDialog>& dialog) { dialog_ = dialog; }
     // Whether the user may be asked for credentials.
     void SetInteractive(bool interactive) { interactive_ = interactive; }
     bool IsInteractive() const { return interactive_; }
@@ -47,7 +48,7 @@ public:
 private:
     // True when the user gave credentials, which are then the held ones.
     bool AskForCredentials(const CAtlString& host, int port);
-    void TakeOptions(const ProxyAuth& dialog);
+    void TakeOptions(const ProxyEntry& options);
 
     CAtlString proxyHost_;
     int proxyPort_ = 0;
@@ -56,4 +57,5 @@ private:
     bool interactive_ = false;
     bool storedCredentialsUsed_ = false;
     bool cancelled_ = false;
+    boost::shared_ptr<IProxyDialog> dialog_;
 };

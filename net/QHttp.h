@@ -6,7 +6,7 @@
 
 #include "net/QHttpResponseHeader.h"
 #include "net/TransferBounds.h"
-#include "net/WakingFlag.h"
+#include "net/events/WakingFlag.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>

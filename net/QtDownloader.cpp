@@ -9,7 +9,7 @@
 #include <algorithm>
 
 #include "net/QHttp.h"
-#include "platform/ResultCodes.h"
+#include "platform/text/ResultCodes.h"
 
 using Culprit = TransferRecord::Culprit;
 using Peer = CPeerMemory::Peer;

@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 #include <boost/make_shared.hpp>
 
-#include "platform/ResultCodes.h"
+#include "platform/text/ResultCodes.h"
 
 void QtDownloaderSignalProxy::ConnectionFailedSlot(const CAtlString& error) {
     receiver_->ConnectionFailed(error);

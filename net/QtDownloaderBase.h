@@ -6,8 +6,8 @@
 
 #include "net/CTransferThreads.h"
 #include "net/ConnectionInfo.h"
-#include "net/WakingFlag.h"
-#include "platform/CAtlString.h"
+#include "net/events/WakingFlag.h"
+#include "platform/text/CAtlString.h"
 
 #include <QObject>
 #include <boost/shared_ptr.hpp>

@@ -4,7 +4,7 @@
 // What the network answered to one transfer, for whoever wants to explain what became of it.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 #include <QtGlobal>
 

@@ -3,8 +3,8 @@
 
 #include "products/CGalleryExtensionInfo.h"
 
-#include "platform/CSettingsIdentity.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/CSettingsIdentity.h"
+#include "platform/settings/SettingsStore.h"
 
 const CAtlString CGalleryExtensionInfo::PreferenceFile(L"Gallery");
 const CAtlString CGalleryExtensionInfo::PreferencesPath(L"Software\\VARDO Technologies\\Gallery");

@@ -4,7 +4,7 @@
 // What the notebook software has recorded about a content extension.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 // One record of the notebook software's machine-wide settings. Reading switches the settings identity to that
 // of the notebook software and back. GUI thread only.

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "net/IDownloader.h"
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
 #include "products/IProduct.h"
 #include "products/Products.h"
 

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "net/IDownloader.h"
-#include "platform/CAtlString.h"
-#include "platform/CVardoFilePath.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/CAtlString.h"
 #include "products/CUpdateXmlReader.h"
 
 // Reads a local description file of the shared data folder, and the remote description that it names. GUI

@@ -3,7 +3,7 @@
 
 #include "products/CProductVersions.h"
 
-#include "platform/XmlFile.h"
+#include "platform/xml/XmlFile.h"
 #include "products/CVersionStringRange.h"
 #include "products/ListFormat.h"
 

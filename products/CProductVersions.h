@@ -4,7 +4,7 @@
 // A product of the maker, in all the versions that are installed side by side.
 #pragma once
 
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
 #include "products/CProductVersion.h"
 #include "products/CVersionString.h"
 #include "products/IProduct.h"

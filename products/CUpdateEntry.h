@@ -4,7 +4,7 @@
 // One offer of an update description.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 #include "products/CVersionString.h"
 
 // What is offered and how to get it; a text that the description lacks is empty.

@@ -3,9 +3,9 @@
 
 #include "products/CUpdateXmlReader.h"
 
-#include "platform/Addresses.h"
-#include "platform/CVardoFilePath.h"
-#include "platform/XmlFile.h"
+#include "platform/files/Addresses.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/xml/XmlFile.h"
 #include "products/DescriptionFormat.h"
 
 namespace {

@@ -4,8 +4,8 @@
 // A four-part version number.
 #pragma once
 
-#include "platform/CAtlString.h"
-#include "platform/CAtlStringA.h"
+#include "platform/text/CAtlString.h"
+#include "platform/text/CAtlStringA.h"
 
 // The numbers that a version text stands for, whether the text was a complete version, and the text itself. A
 // value type: no I/O, no failure but IsValid() being false; any thread may use its own objects.

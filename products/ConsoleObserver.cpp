@@ -3,7 +3,7 @@
 
 #include "products/ConsoleObserver.h"
 
-#include "platform/CAtlStringA.h"
+#include "platform/text/CAtlStringA.h"
 
 #include <iostream>
 

@@ -3,9 +3,9 @@
 
 #include "products/GalleryVersion.h"
 
-#include "platform/Addresses.h"
-#include "platform/CVardoDirectoryPath.h"
-#include "platform/XmlFile.h"
+#include "platform/files/Addresses.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/xml/XmlFile.h"
 #include "products/CGalleryExtensionInfo.h"
 #include "products/GalleryFormat.h"
 #include "products/ListFormat.h"

@@ -4,8 +4,8 @@
 // Gallery content of the notebook software.
 #pragma once
 
-#include "platform/CVardoFilePath.h"
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
+#include "platform/files/CVardoFilePath.h"
 #include "products/IProduct.h"
 
 #include <QCoreApplication>

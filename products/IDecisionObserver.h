@@ -4,8 +4,8 @@
 // Whom products tell what they decide, and why.
 #pragma once
 
-#include "platform/CAtlString.h"
-#include "platform/CVardoFilePath.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/CAtlString.h"
 #include "products/CUpdateEntry.h"
 #include "products/CVersionStringRange.h"
 #include "products/Verdict.h"

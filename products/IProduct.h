@@ -5,7 +5,7 @@
 #pragma once
 
 #include "net/IDownloader.h"
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 #include "products/ConsoleObserver.h"
 
 #include <QList>

@@ -4,7 +4,7 @@
 // Whether this machine is one that the maker's notifications are for.
 #pragma once
 
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
 
 #include <boost/shared_ptr.hpp>
 

@@ -4,7 +4,7 @@
 // A dated message from the maker.
 #pragma once
 
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
 #include "products/IProduct.h"
 
 #include <QCoreApplication>

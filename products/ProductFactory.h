@@ -4,7 +4,7 @@
 // From an element of the product list to the product that it describes.
 #pragma once
 
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
 #include "products/IProduct.h"
 
 #include <boost/shared_ptr.hpp>

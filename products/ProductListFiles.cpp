@@ -3,8 +3,8 @@
 
 #include "products/ProductListFiles.h"
 
-#include "platform/CVardoDirectoryPath.h"
-#include "platform/FileReplacement.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/FileReplacement.h"
 #include "products/Products.h"
 
 #include <cstdlib>

@@ -4,8 +4,8 @@
 // Where the two copies of the product list lie, and how a newer one is stored.
 #pragma once
 
-#include "platform/CVardoFilePath.h"
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
+#include "platform/files/CVardoFilePath.h"
 
 // The copy that was installed with the program.
 CVardoFilePath InstalledProductList(const IEnvironment& environment);

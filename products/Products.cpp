@@ -3,7 +3,7 @@
 
 #include "products/Products.h"
 
-#include "platform/XmlFile.h"
+#include "platform/xml/XmlFile.h"
 #include "products/ListFormat.h"
 #include "products/ProductFactory.h"
 

@@ -4,9 +4,9 @@
 // The product list: what the file "products.xml" says.
 #pragma once
 
-#include "platform/CAtlString.h"
-#include "platform/CVardoFilePath.h"
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/CAtlString.h"
 #include "products/CVersionString.h"
 #include "products/IProduct.h"
 

@@ -4,8 +4,8 @@
 // The real world around the program.
 #pragma once
 
-#include "platform/CProcessStarter.h"
-#include "platform/IAttendedEnvironment.h"
+#include "platform/desktop/CProcessStarter.h"
+#include "platform/desktop/IAttendedEnvironment.h"
 
 // The machine's date, processes and desktop, and the user behind message boxes. May be constructed before
 // the application object; used only while that lives, on the GUI thread.

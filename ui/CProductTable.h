@@ -4,7 +4,7 @@
 // The main window's table: one row per item, with its versions and its button.
 #pragma once
 
-#include "net/Qtfier.h"
+#include "net/events/Qtfier.h"
 
 #include <QBrush>
 #include <QCoreApplication>

@@ -3,7 +3,7 @@
 
 #include "ui/MainWindow.h"
 
-#include "platform/CAtlStringA.h"
+#include "platform/text/CAtlStringA.h"
 #include "ui/CWindowAccessible.h"
 
 #include <QApplication>

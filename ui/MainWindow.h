@@ -6,7 +6,7 @@
 
 #include "app/settings/CRecordKeeper.h"
 #include "net/ProxyHandlerBase.h"
-#include "platform/IEnvironment.h"
+#include "platform/desktop/IEnvironment.h"
 #include "products/CProductListController.h"
 #include "ui/CProductTable.h"
 

@@ -5,7 +5,7 @@
 // has answered.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 #include <QString>
 

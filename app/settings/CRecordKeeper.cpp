@@ -4,7 +4,7 @@
 #include "app/settings/CRecordKeeper.h"
 
 #include "app/settings/DefaultSettings.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/SettingsStore.h"
 
 namespace {
 

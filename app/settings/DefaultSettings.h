@@ -4,7 +4,7 @@
 // The names of the program's own settings, and their defaults.
 #pragma once
 
-#include "platform/CAtlString.h"
+#include "platform/text/CAtlString.h"
 
 struct DefaultSettings {
     // The key of the update-check settings.

@@ -7,7 +7,7 @@
 #include <sys/mount.h>
 
 #include "e2e/ProgramTest.h"
-#include "platform/CVardoDirectoryPath.h"
+#include "platform/files/CVardoDirectoryPath.h"
 
 namespace {
 

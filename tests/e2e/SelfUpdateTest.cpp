@@ -6,7 +6,7 @@
 #include <iterator>
 
 #include "e2e/ProgramTest.h"
-#include "platform/CVardoDirectoryPath.h"
+#include "platform/files/CVardoDirectoryPath.h"
 
 using testing::Not;
 

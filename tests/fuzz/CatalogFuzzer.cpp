@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "app/catalog/RunCatalogCheck.h"
+#include "catalog/RunCatalogCheck.h"
 #include "fuzz/Fuzzing.h"
 
 namespace {

@@ -12,7 +12,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "platform/CFileDescriptor.h"
+#include "platform/files/CFileDescriptor.h"
 #include "support/Sandbox.h"
 
 // What the address sanitizer begins with; ASAN_OPTIONS may say more. Short stacks of allocations and a small

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "net/IDownloader.h"
-#include "platform/CAtlString.h"
-#include "platform/CAtlStringA.h"
+#include "platform/text/CAtlString.h"
+#include "platform/text/CAtlStringA.h"
 
 // What libFuzzer calls for each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

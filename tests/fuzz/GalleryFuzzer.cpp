@@ -5,9 +5,9 @@
 #include <boost/make_shared.hpp>
 
 #include "fuzz/Fuzzing.h"
-#include "platform/CSettingsIdentity.h"
-#include "platform/SettingsStore.h"
-#include "platform/XmlFile.h"
+#include "platform/settings/CSettingsIdentity.h"
+#include "platform/settings/SettingsStore.h"
+#include "platform/xml/XmlFile.h"
 #include "products/CGalleryExtensionInfo.h"
 #include "products/GalleryVersion.h"
 #include "support/FakeEnvironment.h"

@@ -5,7 +5,7 @@
 #include "fuzz/Fuzzing.h"
 #include "i18n/CResourceManagerLinux.h"
 #include "i18n/LanguageTable.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/SettingsStore.h"
 #include "support/Utf16Bytes.h"
 
 namespace {

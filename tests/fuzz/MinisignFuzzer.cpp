@@ -8,7 +8,7 @@
 #include <fcntl.h>
 
 #include "fuzz/Fuzzing.h"
-#include "platform/CMinisignSignature.h"
+#include "signing/CMinisignSignature.h"
 
 namespace {
 

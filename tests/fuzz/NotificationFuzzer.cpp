@@ -6,7 +6,7 @@
 
 #include "fuzz/Fuzzing.h"
 #include "i18n/Language.h"
-#include "platform/XmlFile.h"
+#include "platform/xml/XmlFile.h"
 #include "products/Notification.h"
 #include "support/FakeEnvironment.h"
 

@@ -9,7 +9,7 @@
 #include "app/settings/CRecordKeeper.h"
 #include "fuzz/Fuzzing.h"
 #include "net/ProxyHandlerBase.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/SettingsStore.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "fuzz/Fuzzing.h"
-#include "platform/TextConversion.h"
+#include "platform/text/TextConversion.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include <unistd.h>
 
 #include "fuzz/Fuzzing.h"
-#include "platform/XmlBounds.h"
-#include "platform/XmlFile.h"
+#include "platform/xml/XmlBounds.h"
+#include "platform/xml/XmlFile.h"
 
 namespace {
 

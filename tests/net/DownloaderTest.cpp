@@ -15,7 +15,7 @@
 
 #include "net/Downloader.h"
 #include "net/ProxyHandlerBase.h"
-#include "platform/CVardoDirectoryPath.h"
+#include "platform/files/CVardoDirectoryPath.h"
 #include "support/LoopbackServer.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"

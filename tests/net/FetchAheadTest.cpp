@@ -13,7 +13,7 @@
 
 #include "net/CFetchAhead.h"
 #include "net/Downloader.h"
-#include "platform/CVardoDirectoryPath.h"
+#include "platform/files/CVardoDirectoryPath.h"
 #include "support/LoopbackServer.h"
 #include "support/TextPrinting.h"
 

@@ -8,7 +8,7 @@
 
 #include "net/CPeerMemory.h"
 #include "net/HostConnection.h"
-#include "net/WaitWithQtEvents.h"
+#include "net/events/WaitWithQtEvents.h"
 
 namespace {
 

@@ -22,7 +22,7 @@
 #include "net/FailureText.h"
 #include "net/QHttp.h"
 #include "net/QtDownloader.h"
-#include "platform/ResultCodes.h"
+#include "platform/text/ResultCodes.h"
 #include "support/LoopbackServer.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TextPrinting.h"

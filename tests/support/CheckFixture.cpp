@@ -4,7 +4,7 @@
 #include "support/CheckFixture.h"
 
 #include "app/settings/DefaultSettings.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/SettingsStore.h"
 
 #include <QSettings>
 

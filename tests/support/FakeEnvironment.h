@@ -4,7 +4,7 @@
 // A world for tests: its facts are set, and what was asked of it is recorded.
 #pragma once
 
-#include "platform/IAttendedEnvironment.h"
+#include "platform/desktop/IAttendedEnvironment.h"
 
 #include <QEventLoop>
 #include <QPointer>

@@ -4,8 +4,8 @@
 // How GoogleTest prints the program's texts when an assertion fails.
 #pragma once
 
-#include "platform/CAtlString.h"
-#include "platform/CAtlStringA.h"
+#include "platform/text/CAtlString.h"
+#include "platform/text/CAtlStringA.h"
 
 #include <QString>
 #include <ostream>

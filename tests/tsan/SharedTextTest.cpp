@@ -7,8 +7,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/CAtlString.h"
-#include "platform/CAtlStringA.h"
+#include "platform/text/CAtlString.h"
+#include "platform/text/CAtlStringA.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 
 #include "CatalogTest.h"
 #include "app/CSelfUpdate.h"
-#include "app/catalog/RunCatalogCheck.h"
+#include "catalog/RunCatalogCheck.h"
 #include "products/CProductVersion.h"
 #include "products/DescriptionFormat.h"
 #include "support/Minisign.h"

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "ProductTest.h"
-#include "app/catalog/Checks.h"
-#include "app/catalog/FindingCodes.h"
+#include "catalog/Checks.h"
+#include "catalog/FindingCodes.h"
 #include "i18n/CResourceManagerLinux.h"
 #include "i18n/Language.h"
 #include "i18n/LanguageTable.h"

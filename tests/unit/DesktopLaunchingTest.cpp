@@ -15,8 +15,8 @@
 #include <string>
 #include <tuple>
 
-#include "platform/CProcessStarter.h"
-#include "platform/DesktopLaunching.h"
+#include "platform/desktop/CProcessStarter.h"
+#include "platform/desktop/DesktopLaunching.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"

@@ -16,7 +16,7 @@
 #include "i18n/QStringsTranslator.h"
 #include "i18n/ResourceManager.h"
 #include "net/ProxyHandlerBase.h"
-#include "platform/Addresses.h"
+#include "platform/files/Addresses.h"
 #include "products/CProductListController.h"
 #include "products/CVersionStringRange.h"
 #include "support/Utf16Bytes.h"

@@ -13,8 +13,8 @@
 #include "ProductTest.h"
 #include "app/CSelfUpdate.h"
 #include "net/Downloader.h"
-#include "platform/CPrivateFolder.h"
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
+#include "signing/CPrivateFolder.h"
 #include "support/Minisign.h"
 
 namespace fs = std::filesystem;

@@ -9,11 +9,11 @@
 #include <optional>
 
 #include "i18n/CVARDOLanguageSettingsCache.h"
-#include "i18n/InstallLanguage.h"
 #include "i18n/Language.h"
 #include "i18n/LanguageTable.h"
 #include "i18n/QStringsTranslator.h"
-#include "platform/CSettingsIdentity.h"
+#include "i18n/startup/InstallLanguage.h"
+#include "platform/settings/CSettingsIdentity.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"

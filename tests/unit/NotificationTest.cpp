@@ -11,7 +11,7 @@
 #include "ProductTest.h"
 #include "app/settings/DefaultSettings.h"
 #include "i18n/Language.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/SettingsStore.h"
 #include "products/CProductListController.h"
 
 namespace {

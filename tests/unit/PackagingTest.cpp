@@ -13,8 +13,8 @@
 #include <sstream>
 
 #include "app/CApplicationFactory.h"
-#include "app/catalog/RunCatalogCheck.h"
-#include "app/report/CReportOptions.h"
+#include "catalog/RunCatalogCheck.h"
+#include "report/CReportOptions.h"
 #include "support/FakeDownloader.h"
 #include "support/FakeEnvironment.h"
 #include "support/TemporaryTree.h"

@@ -19,13 +19,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/Addresses.h"
-#include "platform/CFolderListing.h"
-#include "platform/CTemporaryFolder.h"
-#include "platform/CVardoDirectoryPath.h"
-#include "platform/CVardoFilePath.h"
-#include "platform/FileReplacement.h"
-#include "platform/FileSystem.h"
+#include "platform/files/Addresses.h"
+#include "platform/files/CFolderListing.h"
+#include "platform/files/CTemporaryFolder.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/files/FileReplacement.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
 

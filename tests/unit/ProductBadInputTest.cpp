@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 
 #include "ProductTest.h"
-#include "platform/XmlFile.h"
+#include "platform/xml/XmlFile.h"
 #include "products/CProductListController.h"
 #include "support/ScopedEnvironment.h"
 

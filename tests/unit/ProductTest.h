@@ -4,8 +4,8 @@
 // What the tests of all kinds of products need.
 #pragma once
 
-#include "platform/CSettingsIdentity.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/CSettingsIdentity.h"
+#include "platform/settings/SettingsStore.h"
 #include "products/CProductListController.h"
 #include "products/ProductFactory.h"
 #include "support/FakeDownloader.h"

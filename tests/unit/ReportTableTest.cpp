@@ -4,8 +4,8 @@
 // How the report's texts come out on a terminal.
 #include <gtest/gtest.h>
 
-#include "app/report/CTextTable.h"
-#include "app/report/WithoutPassword.h"
+#include "report/CTextTable.h"
+#include "report/WithoutPassword.h"
 #include "support/TextPrinting.h"
 
 TEST(ReportTable, LinesUpWhateverTheNamesAreMadeOf) {

@@ -17,8 +17,8 @@
 
 #include "app/settings/CRecordKeeper.h"
 #include "app/settings/DefaultSettings.h"
-#include "platform/CSettingsIdentity.h"
-#include "platform/SettingsStore.h"
+#include "platform/settings/CSettingsIdentity.h"
+#include "platform/settings/SettingsStore.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/CAtlString.h"
-#include "platform/CAtlStringA.h"
-#include "platform/TextConversion.h"
+#include "platform/text/CAtlString.h"
+#include "platform/text/CAtlStringA.h"
+#include "platform/text/TextConversion.h"
 #include "support/TextPrinting.h"
 
 namespace {

@@ -10,10 +10,10 @@
 #include <ctime>
 #include <thread>
 
-#include "net/QThreadWithLoop.h"
-#include "net/WaitWithQtEvents.h"
-#include "net/WakingFlag.h"
-#include "platform/ResultCodes.h"
+#include "net/events/QThreadWithLoop.h"
+#include "net/events/WaitWithQtEvents.h"
+#include "net/events/WakingFlag.h"
+#include "platform/text/ResultCodes.h"
 
 using namespace std::chrono_literals;
 

@@ -9,7 +9,7 @@
 #include "i18n/CResourceManagerLinux.h"
 #include "i18n/QStringsTranslator.h"
 #include "i18n/ResourceManager.h"
-#include "platform/ResultCodes.h"
+#include "platform/text/ResultCodes.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
 #include "support/Utf16Bytes.h"

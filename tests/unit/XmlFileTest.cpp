@@ -10,7 +10,7 @@
 
 #include <unistd.h>
 
-#include "platform/XmlFile.h"
+#include "platform/xml/XmlFile.h"
 #include "support/TextPrinting.h"
 #include "support/Utf16Bytes.h"
 

@@ -19,6 +19,7 @@
 #include <QToolTip>
 
 #include "net/Downloader.h"
+#include "net/dialog/CProxyDialog.h"
 #include "ui/CCellDelegate.h"
 
 namespace {
@@ -33,6 +34,7 @@ protected:
           table_(*Find<QTableWidget>("tableWidget")),
           retry_(*Find<QPushButton>("retryButton")) {
         controller_->SetDownloader(downloader_);
+        proxyHandler_->SetDialog(boost::make_shared<CProxyDialog>());
         window_.SetProductListController(controller_);
         window_.SetProxyHandler(proxyHandler_);
         window_.SetRecordKeeper(record_);

@@ -8,9 +8,11 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QTest>
+#include <boost/make_shared.hpp>
 
-#include "net/ProxyAuth.h"
 #include "net/ProxyHandlerBase.h"
+#include "net/dialog/CProxyDialog.h"
+#include "net/dialog/ProxyAuth.h"
 #include "support/ModalDialogDriver.h"
 #include "support/TextPrinting.h"
 
@@ -34,6 +36,7 @@ class ProxyHandler : public testing::Test {
 protected:
     // Both files, so that no test finds what another one stored.
     ProxyHandler() {
+        handler_.SetDialog(boost::make_shared<CProxyDialog>());
         QSettings(QSettings::UserScope, "VARDO Technologies").clear();
         stored_.clear();
         stored_.beginGroup("Software/VARDO Technologies/VARDO Board Software/ProxyInformation");

@@ -16,7 +16,7 @@
 #include <QTimer>
 #include <functional>
 
-#include "platform/CVardoDirectoryPath.h"
+#include "platform/files/CVardoDirectoryPath.h"
 
 namespace {
 

@@ -1,0 +1,186 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "catalog/CCatalog.h"
+
+#include "catalog/ElementChecks.h"
+#include "catalog/FileKinds.h"
+#include "platform/desktop/CUnattendedEnvironment.h"
+#include "products/CProductVersion.h"
+#include "products/CProductVersions.h"
+#include "products/DescriptionFormat.h"
+#include "products/GalleryVersion.h"
+#include "products/ListFormat.h"
+#include "products/Notification.h"
+#include "products/NotificationFormat.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <algorithm>
+#include <boost/make_shared.hpp>
+
+namespace {
+
+// By its contents. What no other reader could read may still be a description.
+FileKind KindOf(CCatalogFile& file) {
+    for (const FileKind assumed : {FileKind::UNKNOWN, FileKind::REMOTE_DESCRIPTION}) {
+        file.SetKind(assumed);
+        if (file.GetRoot())
+            return KindByContents(*file.GetRoot());
+    }
+    return FileKind::UNKNOWN;
+}
+
+void AddListReferences(const CCatalogFile& file, const boost::shared_ptr<IEnvironment>& environment,
+                       std::vector<Reference>& references) {
+    const TiXmlElement& root = *file.GetRoot();
+    const QString newest = AttributeText(root, ListFormat::URL);
+    if (!newest.isEmpty())
+        references.push_back({&file, AttributeLine(root, ListFormat::URL), newest, FileKind::PRODUCT_LIST});
+    for (const TiXmlElement* child = root.FirstChildElement(ListFormat::GALLERY); child;
+         child = child->NextSiblingElement(ListFormat::GALLERY))
+        if (GalleryVersion gallery(environment); gallery.Init(child))
+            references.push_back({&file, AttributeLine(*child, ListFormat::GALLERY_FOLDER),
+                                  gallery.GetPublishedAddress().ToQString(), FileKind::PUBLISHED_CATEGORIES});
+}
+
+void AddDescriptionReference(const CCatalogFile& file, std::vector<Reference>& references) {
+    CProductVersion description(file.GetFilePath());
+    if (!description.LoadLocal() || description.IsNoUpdates())
+        return;
+    const TiXmlElement* product = file.GetRoot()->FirstChildElement(DescriptionFormat::PRODUCT);
+    references.push_back({&file, product ? AttributeLine(*product, DescriptionFormat::REMOTE_FILE) : 0,
+                          description.GetRemoteAddress().ToQString(), FileKind::REMOTE_DESCRIPTION});
+}
+
+void AddMessageReference(const CCatalogFile& file, const boost::shared_ptr<IEnvironment>& environment,
+                         std::vector<Reference>& references) {
+    Notification notification(environment);
+    if (notification.ReadDescription(file.GetFilePath()))
+        references.push_back({&file, AttributeLine(*file.GetRoot(), NotificationFormat::MESSAGE_FILE),
+                              notification.GetCheckAddress().ToQString(), FileKind::MESSAGE});
+}
+
+}  // namespace
+
+CCatalog::CCatalog(const QString& folder, const QString& siteAddress)
+    : environment_(boost::make_shared<CUnattendedEnvironment>(CVardoDirectoryPath())) {
+    const QString root = QDir::cleanPath(folder);
+    QDirIterator entries(root, QDir::Files, QDirIterator::Subdirectories);
+    while (entries.hasNext())
+        files_.push_back(std::make_unique<CCatalogFile>(entries.next()));
+    std::sort(files_.begin(), files_.end(),
+              [](const auto& a, const auto& b) { return a->GetPath() < b->GetPath(); });
+    if (!siteAddress.isEmpty())
+        site_.emplace(siteAddress, root);
+    RecogniseByName();
+    RecogniseByContents();
+    CollectReferences();
+    if (!site_)
+        FindSite();
+    RecogniseReferenced();
+}
+
+std::vector<const CCatalogFile*> CCatalog::FilesOf(FileKind kind) const {
+    std::vector<const CCatalogFile*> found;
+    for (const auto& file : files_)
+        if (file->GetKind() == kind)
+            found.push_back(file.get());
+    return found;
+}
+
+std::optional<QString> CCatalog::FileOf(const QString& address) const {
+    return site_ ? site_->FileOf(address) : std::nullopt;
+}
+
+const CCatalogFile* CCatalog::Find(const QString& path) const {
+    return FindFile(path);
+}
+
+CCatalogFile* CCatalog::FindFile(const QString& path) const {
+    const auto found =
+        std::lower_bound(files_.begin(), files_.end(), path,
+                         [](const auto& file, const QString& text) { return file->GetPath() < text; });
+    return found != files_.end() && (*found)->GetPath() == path ? found->get() : nullptr;
+}
+
+void CCatalog::RecogniseByName() {
+    for (const auto& file : files_)
+        file->SetKind(KindByName(file->GetName()));
+    for (const CCatalogFile* list : FilesOf(FileKind::PRODUCT_LIST))
+        if (list->GetRoot())
+            RecogniseListed(*list);
+}
+
+// What says of itself that it comes from a site is not what is installed, whatever its name.
+void CCatalog::RecogniseListed(const CCatalogFile& list) {
+    for (const TiXmlElement* child = list.GetRoot()->FirstChildElement(); child;
+         child = child->NextSiblingElement()) {
+        const QString base = AttributeText(*child, ListFormat::BASE_XML);
+        const QString notice = AttributeText(*child, ListFormat::NOTIFICATION_BASE) + QLatin1String(".xml");
+        for (const auto& file : files_) {
+            const QString name = file->GetName();
+            const bool isProducts =
+                !base.isEmpty() && name.startsWith(base) && name.endsWith(QLatin1String(".xml")) &&
+                CProductVersions::IsDescriptionFile(CAtlString(base), file->GetFilePath());
+            if ((!isProducts && name != notice) || file->GetKind() != FileKind::UNKNOWN)
+                continue;
+            const FileKind looks = file->GetRoot() ? KindByContents(*file->GetRoot()) : FileKind::UNKNOWN;
+            if (looks != FileKind::REMOTE_DESCRIPTION && looks != FileKind::MESSAGE)
+                file->SetKind(isProducts ? FileKind::LOCAL_DESCRIPTION : FileKind::NOTIFICATION_DESCRIPTION);
+        }
+    }
+}
+
+void CCatalog::RecogniseByContents() {
+    for (const auto& file : files_)
+        if (file->GetKind() == FileKind::UNKNOWN && IsXmlName(file->GetName()))
+            file->SetKind(KindOf(*file));
+}
+
+void CCatalog::CollectReferences() {
+    for (const auto& file : files_) {
+        if (!IsXmlKind(file->GetKind()) || !file->GetRoot())
+            continue;
+        if (file->GetKind() == FileKind::PRODUCT_LIST)
+            AddListReferences(*file, environment_, references_);
+        else if (file->GetKind() == FileKind::LOCAL_DESCRIPTION)
+            AddDescriptionReference(*file, references_);
+        else if (file->GetKind() == FileKind::NOTIFICATION_DESCRIPTION)
+            AddMessageReference(*file, environment_, references_);
+    }
+}
+
+// A list that names its own address tells where its folder is published. The copy that was installed names it
+// too, but lies among local descriptions, and nothing else is where its addresses would lead.
+void CCatalog::FindSite() {
+    for (const CCatalogFile* list : FilesOf(FileKind::PRODUCT_LIST)) {
+        const QString address =
+            list->GetRoot() ? AttributeText(*list->GetRoot(), ListFormat::URL) : QString();
+        if (address.section(u'/', -1) != list->GetName())
+            continue;
+        const CSite site(address.section(u'/', 0, -2), list->GetFolder());
+        const auto leadsToFile = [&](const Reference& reference) {
+            const auto path = site.FileOf(reference.address);
+            return path && *path != list->GetPath() && Find(*path);
+        };
+        const auto lieBeside = [&](const CCatalogFile* file) {
+            return file->GetFolder() == list->GetFolder();
+        };
+        const auto installed = FilesOf(FileKind::LOCAL_DESCRIPTION);
+        if (std::any_of(references_.begin(), references_.end(), leadsToFile) ||
+            std::none_of(installed.begin(), installed.end(), lieBeside)) {
+            site_ = site;
+            return;
+        }
+    }
+}
+
+void CCatalog::RecogniseReferenced() {
+    for (const Reference& reference : references_) {
+        const auto path = FileOf(reference.address);
+        CCatalogFile* file = path ? FindFile(*path) : nullptr;
+        if (file && file != reference.from)
+            file->SetKind(reference.kind);
+    }
+}

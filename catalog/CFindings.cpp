@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "catalog/CFindings.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <tuple>
+
+namespace {
+
+QString Name(Severity severity) {
+    switch (severity) {
+        case Severity::ERROR:
+            return QStringLiteral("error");
+        case Severity::WARNING:
+            return QStringLiteral("warning");
+        case Severity::NOTE:
+            break;
+    }
+    return QStringLiteral("note");
+}
+
+// What a file says goes into a text: its line ends and control characters must not break the line.
+QString InOneLine(QString text) {
+    std::replace_if(
+        text.begin(), text.end(), [](QChar ch) { return ch.category() == QChar::Other_Control; }, u' ');
+    return text;
+}
+
+}  // namespace
+
+void CFindings::Add(const QString& file, int line, const FindingCode& code, const QString& text) {
+    findings_.push_back({file, std::max(line, 1), code, InOneLine(text)});
+}
+
+std::vector<Finding> CFindings::Sorted() const {
+    std::vector<Finding> sorted = findings_;
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Finding& a, const Finding& b) {
+        return std::tie(a.file, a.line) < std::tie(b.file, b.line);
+    });
+    return sorted;
+}
+
+int CFindings::Count(Severity severity) const {
+    return static_cast<int>(std::count_if(findings_.begin(), findings_.end(), [&](const Finding& finding) {
+        return finding.code.severity == severity;
+    }));
+}
+
+int CFindings::CountErrors(const QString& file) const {
+    return static_cast<int>(std::count_if(findings_.begin(), findings_.end(), [&](const Finding& finding) {
+        return finding.code.severity == Severity::ERROR && finding.file == file;
+    }));
+}
+
+QByteArray CFindings::ToText() const {
+    QString text;
+    for (const Finding& finding : Sorted())
+        text += QStringLiteral("%1:%2: %3: %4 [%5]\n")
+                    .arg(InOneLine(finding.file), QString::number(finding.line), Name(finding.code.severity),
+                         finding.text, QString::fromLatin1(finding.code.name));
+    return text.toUtf8();
+}
+
+QByteArray CFindings::ToJson() const {
+    QJsonArray array;
+    for (const Finding& finding : Sorted())
+        array.append(QJsonObject{{QStringLiteral("file"), finding.file},
+                                 {QStringLiteral("line"), finding.line},
+                                 {QStringLiteral("severity"), Name(finding.code.severity)},
+                                 {QStringLiteral("code"), QString::fromLatin1(finding.code.name)},
+                                 {QStringLiteral("text"), finding.text}});
+    return QJsonDocument(array).toJson();
+}

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The checks of each kind of file; every one of them goes through all files of its kinds.
+#pragma once
+
+#include "catalog/CCatalog.h"
+#include "catalog/CFindings.h"
+
+// Product lists: left out elements, disablers without effect, keys that come twice.
+void CheckProductLists(const CCatalog& catalog, CFindings& findings);
+
+// Local and remote descriptions: what is rejected, ranges and their offers.
+void CheckLocalDescriptions(const CCatalog& catalog, CFindings& findings);
+void CheckRemoteDescriptions(const CCatalog& catalog, CFindings& findings);
+
+// Descriptions and messages of notifications: what is never shown, and in which languages.
+void CheckNotifications(const CCatalog& catalog, CFindings& findings);
+
+// Installed and published gallery categories.
+void CheckGalleries(const CCatalog& catalog, CFindings& findings);
+
+// Language tables, and the strings files in the folders that they name.
+void CheckLanguageTables(const CCatalog& catalog, CFindings& findings);
+void CheckStringsFiles(const CCatalog& catalog, CFindings& findings);
+
+// The files that other files name by their addresses, and the program's own installer.
+void CheckReferences(const CCatalog& catalog, CFindings& findings);
+
+// All of these, and what concerns every file: XML that is malformed, files of no known kind.
+CFindings CheckCatalog(const CCatalog& catalog);

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "catalog/FileKinds.h"
+
+#include "catalog/FormatRules.h"
+#include "products/Products.h"
+#include "signing/CInstallerSeal.h"
+
+#include <algorithm>
+
+namespace {
+
+// Whether an element has any attribute of those.
+bool HasAny(const TiXmlElement& element, std::span<const XmlAttributeRule> rules) {
+    return std::any_of(rules.begin(), rules.end(),
+                       [&](const XmlAttributeRule& rule) { return element.Attribute(rule.name); });
+}
+
+// Whether any child, of those with that name unless it is null, has any attribute of those.
+bool HasChildWith(const TiXmlElement& parent, const char* name, std::span<const XmlAttributeRule> rules) {
+    const TiXmlElement* child = name ? parent.FirstChildElement(name) : parent.FirstChildElement();
+    for (; child; child = name ? child->NextSiblingElement(name) : child->NextSiblingElement())
+        if (HasAny(*child, rules))
+            return true;
+    return false;
+}
+
+FileKind KindOfNotification(const TiXmlElement& root) {
+    using namespace NotificationRules;
+    const bool isMessage = root.FirstChildElement(TEXTS) || HasAny(root, MESSAGE_ATTRIBUTES);
+    return isMessage ? FileKind::MESSAGE : FileKind::NOTIFICATION_DESCRIPTION;
+}
+
+bool IsList(const TiXmlElement& root) {
+    using namespace ListFormat;
+    static constexpr XmlAttributeRule LISTED[] = {{BASE_XML}, {NOTIFICATION_BASE}, {GUID}};
+    return HasChildWith(root, nullptr, LISTED);
+}
+
+}  // namespace
+
+bool IsXmlName(const QString& name) {
+    return name.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
+}
+
+bool IsXmlKind(FileKind kind) {
+    return kind != FileKind::UNKNOWN && kind != FileKind::STRINGS && kind != FileKind::PUBLIC_KEY &&
+           kind != FileKind::SIGNATURE;
+}
+
+FileKind KindByName(const QString& name) {
+    if (name == Products::FILE_NAME.ToQString())
+        return FileKind::PRODUCT_LIST;
+    if (name == QString::fromWCharArray(LanguageFormat::FILE_NAME))
+        return FileKind::LANGUAGE_TABLE;
+    if (name == QString::fromWCharArray(GalleryFormat::PUBLISHED_FILE))
+        return FileKind::PUBLISHED_CATEGORIES;
+    if (name == QString::fromWCharArray(GalleryFormat::INSTALLED_FILE) + QLatin1String(".xml"))
+        return FileKind::INSTALLED_CATEGORIES;
+    if (name == QString::fromWCharArray(CInstallerSeal::KEY_FILE))
+        return FileKind::PUBLIC_KEY;
+    if (name.endsWith(QString::fromWCharArray(CInstallerSeal::SIGNATURE_EXTENSION)))
+        return FileKind::SIGNATURE;
+    return name.endsWith(QLatin1String(".strings")) ? FileKind::STRINGS : FileKind::UNKNOWN;
+}
+
+FileKind KindByContents(const TiXmlElement& root) {
+    using namespace DescriptionRules;
+    if (root.ValueStr() == NotificationFormat::NOTIFICATION)
+        return KindOfNotification(root);
+    if (HasChildWith(root, PRODUCT, INSTALLED))
+        return FileKind::LOCAL_DESCRIPTION;
+    if (XmlAttribute(root, LOCATION).Compare(LOCATION_SERVER) == 0 || HasChildWith(root, nullptr, OFFER))
+        return FileKind::REMOTE_DESCRIPTION;
+    if (IsList(root))
+        return FileKind::PRODUCT_LIST;
+    if (root.FirstChildElement(GalleryFormat::CATEGORIES))
+        return FileKind::PUBLISHED_CATEGORIES;
+    if (root.FirstChildElement(GalleryFormat::CATEGORY))
+        return FileKind::INSTALLED_CATEGORIES;
+    return FileKind::UNKNOWN;
+}
+
+QString KindName(FileKind kind) {
+    switch (kind) {
+        case FileKind::PRODUCT_LIST:
+            return QStringLiteral("a product list");
+        case FileKind::LOCAL_DESCRIPTION:
+            return QStringLiteral("a local description");
+        case FileKind::REMOTE_DESCRIPTION:
+            return QStringLiteral("a remote description");
+        case FileKind::NOTIFICATION_DESCRIPTION:
+            return QStringLiteral("a notification's description");
+        case FileKind::MESSAGE:
+            return QStringLiteral("a notification's message");
+        case FileKind::INSTALLED_CATEGORIES:
+            return QStringLiteral("a list of installed categories");
+        case FileKind::PUBLISHED_CATEGORIES:
+            return QStringLiteral("a list of published categories");
+        case FileKind::LANGUAGE_TABLE:
+            return QStringLiteral("a language table");
+        case FileKind::STRINGS:
+            return QStringLiteral("a strings file");
+        case FileKind::PUBLIC_KEY:
+            return QStringLiteral("the maker's public key");
+        case FileKind::SIGNATURE:
+            return QStringLiteral("an installer's signature");
+        case FileKind::UNKNOWN:
+            break;
+    }
+    return QStringLiteral("a file of no known kind");
+}

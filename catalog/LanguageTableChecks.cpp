@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "catalog/Checks.h"
+#include "catalog/ElementChecks.h"
+#include "catalog/FormatRules.h"
+#include "i18n/CResourceManagerLinux.h"
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+using namespace LanguageRules;
+
+// Whether there is a strings file in the folder of a language, which lies beside the table.
+bool HasTexts(const CCatalog& catalog, const CCatalogFile& table, const QString& code) {
+    const auto files = catalog.FilesOf(FileKind::STRINGS);
+    const QString folder = table.GetFolder() + QLatin1Char('/') + code;
+    return std::any_of(files.begin(), files.end(),
+                       [&](const CCatalogFile* file) { return file->GetFolder() == folder; });
+}
+
+// The check of one table.
+class CTableCheck {
+public:
+    CTableCheck(const CCatalogFile& file, const CCatalog& catalog, CFindings& findings)
+        : file_(file), catalog_(catalog), findings_(findings) {}
+
+    void Run() {
+        CheckElement(file_, *file_.GetRoot(), TABLE, findings_);
+        const TiXmlElement* language = file_.GetRoot()->FirstChildElement();
+        for (; language; language = language->NextSiblingElement()) {
+            CheckId(*language, AttributeText(*language, LanguageRules::ID));
+            CheckCode(*language, AttributeText(*language, CODE));
+            const QString direction = AttributeText(*language, RIGHT_TO_LEFT);
+            if (!direction.isEmpty() && direction != u"0" && direction != u"1")
+                Add(*language, RIGHT_TO_LEFT, Code::BAD_VALUE,
+                    QStringLiteral("RightToLeft \"%1\" is read as \"0\"").arg(direction));
+        }
+    }
+
+private:
+    void Add(const TiXmlElement& element, const char* name, const FindingCode& code, const QString& text) {
+        findings_.Add(file_.GetPath(), AttributeLine(element, name), code, text);
+    }
+
+    void AddOnce(const TiXmlElement& element, const char* name, const QString& text) {
+        // Upper and lower case do not matter when a language is looked up.
+        const auto [first, isNew] =
+            lines_.try_emplace(QLatin1String(name) + QLatin1Char('=') + text.toLower(), element.Row());
+        if (!isNew)
+            Add(element, name, Code::DUPLICATE_KEY,
+                QStringLiteral("%1 \"%2\" is that of line %3 too, which counts")
+                    .arg(QLatin1String(name), text)
+                    .arg(first->second));
+    }
+
+    void CheckId(const TiXmlElement& language, const QString& id) {
+        if (id.isEmpty())
+            return;
+        const int number = ParseHexLanguageId(id);
+        if (number == 0 || LanguageIdText(number).CompareNoCase(CAtlString(id)) != 0)
+            Add(language, LanguageRules::ID, Code::BAD_LANGUAGE_ID,
+                QStringLiteral("ID \"%1\" is not four hexadecimal digits: the language is not found by it")
+                    .arg(id));
+        AddOnce(language, LanguageRules::ID, id);
+    }
+
+    void CheckCode(const TiXmlElement& language, const QString& code) {
+        if (code.isEmpty())
+            return;
+        AddOnce(language, CODE, code);
+        if (!CResourceManagerLinux::IsFolderName(CAtlString(code)))
+            Add(language, CODE, Code::BAD_LANGUAGE_CODE,
+                QStringLiteral("Code \"%1\" is no name for a folder: the language has no texts").arg(code));
+        else if (!code.startsWith(QLatin1String("en")) && !HasTexts(catalog_, file_, code))
+            Add(language, CODE, Code::NO_TEXTS,
+                QStringLiteral(
+                    "there is no strings file in \"%1/\" beside the table: this language is shown in English")
+                    .arg(code));
+    }
+
+    const CCatalogFile& file_;
+    const CCatalog& catalog_;
+    CFindings& findings_;
+    // By attribute and value.
+    std::map<QString, int> lines_;
+};
+
+}  // namespace
+
+void CheckLanguageTables(const CCatalog& catalog, CFindings& findings) {
+    for (const CCatalogFile* file : catalog.FilesOf(FileKind::LANGUAGE_TABLE))
+        if (file->GetRoot())
+            CTableCheck(*file, catalog, findings).Run();
+}

@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "catalog/Checks.h"
+#include "catalog/ElementChecks.h"
+#include "catalog/FormatRules.h"
+#include "catalog/LanguageCodes.h"
+#include "products/Notification.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace {
+
+using namespace NotificationRules;
+
+// False, and a finding, for a root of another name.
+bool HasRoot(const CCatalogFile& file, CFindings& findings) {
+    const TiXmlElement& root = *file.GetRoot();
+    if (root.ValueStr() == NOTIFICATION)
+        return true;
+    findings.Add(file.GetPath(), root.Row(), Code::WRONG_ROOT,
+                 QStringLiteral("the root is not <Notification>: the program rejects the file"));
+    return false;
+}
+
+void AddRejected(const CCatalogFile& file, CFindings& findings) {
+    if (findings.CountErrors(file.GetPath()) == 0)
+        findings.Add(file.GetPath(), 0, Code::REJECTED, QStringLiteral("the program rejects the file"));
+}
+
+void CheckDescription(const CCatalogFile& file, const CCatalog& catalog, CFindings& findings) {
+    if (HasRoot(file, findings))
+        CheckElement(file, *file.GetRoot(), DESCRIPTION, findings);
+    if (!Notification(catalog.GetEnvironment()).ReadDescription(file.GetFilePath()))
+        AddRejected(file, findings);
+}
+
+void CheckDates(const CCatalogFile& file, const CCatalog& catalog, CFindings& findings) {
+    const TiXmlElement& root = *file.GetRoot();
+    const QDate start = Notification::ReadDate(XmlAttribute(root, START_DATE));
+    const QDate stop = Notification::ReadDate(XmlAttribute(root, STOP_DATE));
+    if (!start.isValid() || !stop.isValid())
+        return;
+    const int line = AttributeLine(root, STOP_DATE);
+    if (start.addDays(1) >= stop)
+        findings.Add(
+            file.GetPath(), line, Code::NEVER_SHOWN,
+            QStringLiteral("there is no day after StartDate and before StopDate: it is never shown"));
+    else if (catalog.GetEnvironment()->Today() >= stop)
+        findings.Add(file.GetPath(), line, Code::EXPIRED, QStringLiteral("the message is no longer shown"));
+}
+
+// The codes of the texts, and the lines where they stand.
+std::map<QString, int> CheckTexts(const CCatalogFile& file, const TiXmlElement& texts, CFindings& findings) {
+    std::map<QString, int> lines;
+    for (const TiXmlElement* text = texts.FirstChildElement(); text; text = text->NextSiblingElement()) {
+        const QString code = CAtlString(text->Value()).ToQString();
+        const auto [first, isNew] = lines.try_emplace(code, text->Row());
+        if (!isNew)
+            findings.Add(
+                file.GetPath(), text->Row(), Code::DUPLICATE_KEY,
+                QStringLiteral("this text for \"%1\" replaces that of line %2").arg(code).arg(first->second));
+        if (XmlAttribute(*text, TEXT_VALUE).IsEmpty())
+            findings.Add(file.GetPath(), text->Row(), Code::EMPTY_TEXT,
+                         QStringLiteral("the text for \"%1\" is empty: so is the row").arg(code));
+    }
+    return lines;
+}
+
+// Whether a language's users see a text other than the English one.
+bool HasText(const std::map<QString, int>& texts, const QString& code) {
+    const QStringList candidates = Notification::TextCodes(code);
+    return std::any_of(candidates.begin(), candidates.end() - 1,
+                       [&](const QString& candidate) { return texts.contains(candidate); });
+}
+
+void CheckLanguages(const CCatalogFile& file, const TiXmlElement& element,
+                    const std::map<QString, int>& texts, const std::vector<QString>& languages,
+                    CFindings& findings) {
+    QStringList missing;
+    for (const QString& code : languages)
+        if (!HasText(texts, code))
+            missing += code;
+    if (!missing.isEmpty())
+        findings.Add(file.GetPath(), element.Row(), Code::MISSING_TRANSLATION,
+                     QStringLiteral("there is no text for %1: it is shown in English there")
+                         .arg(missing.join(QLatin1String(", "))));
+    for (const auto& [code, line] : texts)
+        if (!languages.empty() &&
+            std::none_of(languages.begin(), languages.end(), [&](const QString& language) {
+                return Notification::TextCodes(language).contains(code);
+            }))
+            findings.Add(file.GetPath(), line, Code::UNKNOWN_LANGUAGE,
+                         QStringLiteral("no language table here has a language \"%1\"").arg(code));
+}
+
+void CheckMessage(const CCatalogFile& file, const CCatalog& catalog, const std::vector<QString>& languages,
+                  CFindings& findings) {
+    const TiXmlElement& root = *file.GetRoot();
+    if (HasRoot(file, findings)) {
+        CheckElement(file, root, MESSAGE, findings);
+        CheckDates(file, catalog, findings);
+        const TiXmlElement* element = root.FirstChildElement(TEXTS);
+        const auto texts = element ? CheckTexts(file, *element, findings) : std::map<QString, int>();
+        if (texts.empty()) {
+            findings.Add(file.GetPath(), root.Row(), Code::MISSING_ELEMENT,
+                         QStringLiteral("there is no text in <Text>: the message is not shown"));
+        } else {
+            if (!texts.contains(Notification::TextCodes({}).back()))
+                findings.Add(
+                    file.GetPath(), element->Row(), Code::NO_ENGLISH,
+                    QStringLiteral("there is no text for \"en\": where no other fits, the row is empty"));
+            CheckLanguages(file, *element, texts, languages, findings);
+        }
+    }
+    if (!Notification(catalog.GetEnvironment()).ReadMessage(file.GetFilePath()))
+        AddRejected(file, findings);
+}
+
+// Where local descriptions are at hand, those of the lists' notifications should be among them.
+void CheckListed(const CCatalog& catalog, CFindings& findings) {
+    if (catalog.FilesOf(FileKind::LOCAL_DESCRIPTION).empty())
+        return;
+    std::set<QString> names;
+    for (const CCatalogFile* file : catalog.FilesOf(FileKind::NOTIFICATION_DESCRIPTION))
+        names.insert(file->GetName());
+    for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST)) {
+        const TiXmlElement* element =
+            list->GetRoot() ? list->GetRoot()->FirstChildElement(ListFormat::NOTIFICATION) : nullptr;
+        for (; element; element = element->NextSiblingElement(ListFormat::NOTIFICATION)) {
+            const QString base = AttributeText(*element, ListFormat::NOTIFICATION_BASE);
+            if (!base.isEmpty() && !names.contains(base + QLatin1String(".xml")))
+                findings.Add(list->GetPath(), AttributeLine(*element, ListFormat::NOTIFICATION_BASE),
+                             Code::MISSING_FILE,
+                             QStringLiteral("there is no description \"%1.xml\": the notification has no row")
+                                 .arg(base));
+        }
+    }
+}
+
+}  // namespace
+
+void CheckNotifications(const CCatalog& catalog, CFindings& findings) {
+    const std::vector<QString> languages = LanguageCodes(catalog);
+    for (const CCatalogFile* file : catalog.FilesOf(FileKind::NOTIFICATION_DESCRIPTION))
+        if (file->GetRoot())
+            CheckDescription(*file, catalog, findings);
+    for (const CCatalogFile* file : catalog.FilesOf(FileKind::MESSAGE))
+        if (file->GetRoot())
+            CheckMessage(*file, catalog, languages, findings);
+    CheckListed(catalog, findings);
+}

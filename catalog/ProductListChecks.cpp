@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "catalog/Checks.h"
+#include "catalog/ElementChecks.h"
+#include "catalog/FormatRules.h"
+#include "catalog/ValueChecks.h"
+#include "products/CProductVersions.h"
+#include "products/ProductFactory.h"
+#include "products/Products.h"
+
+#include <map>
+
+namespace {
+
+using namespace ListRules;
+using Keys = std::map<QString, int>;
+
+// The check of one list.
+class CListCheck {
+public:
+    CListCheck(const CCatalogFile& file, const CCatalog& catalog, CFindings& findings)
+        : file_(file), catalog_(catalog), findings_(findings) {}
+
+    void Run() {
+        const TiXmlElement& root = *file_.GetRoot();
+        CheckRoot(root);
+        for (const TiXmlElement* child = root.FirstChildElement(); child; child = child->NextSiblingElement())
+            CheckProduct(*child);
+        for (const TiXmlElement* child = root.FirstChildElement(PRODUCT); child;
+             child = child->NextSiblingElement(PRODUCT))
+            CheckNames(*child);
+        if (!Products(catalog_.GetEnvironment()).Load(file_.GetFilePath()))
+            Add(root.Row(), Code::EMPTY_LIST,
+                QStringLiteral("no product of the list can be used: the program takes the list for missing"));
+    }
+
+private:
+    void Add(int line, const FindingCode& code, const QString& text) {
+        findings_.Add(file_.GetPath(), line, code, text);
+    }
+
+    void CheckRoot(const TiXmlElement& root) {
+        CheckAttributes(file_, root, LIST, findings_);
+        if (XmlAttribute(root, VERSION).IsEmpty())
+            Add(root.Row(), Code::INVALID_VERSION,
+                QStringLiteral("the list has no Version: it loses to every list that has one"));
+        if (XmlAttribute(root, URL).IsEmpty())
+            Add(root.Row(), Code::NO_REFRESH,
+                QStringLiteral("the list has no Url: who has it will never fetch another"));
+    }
+
+    void CheckProduct(const TiXmlElement& element) {
+        const int errors = findings_.CountErrors(file_.GetPath());
+        const auto product = CreateProduct(&element, catalog_.GetEnvironment());
+        const XmlElementRule* rule = FindRule(LIST_CHILDREN, element.ValueStr());
+        if (rule)
+            CheckElement(file_, element, *rule, findings_);
+        else
+            AddUnknownElement(file_, element, LIST_CHILDREN, Code::UNKNOWN_PRODUCT, "it is left out",
+                              findings_);
+        if (product)
+            Remember(element, product->GetKey().ToQString());
+        else if (findings_.CountErrors(file_.GetPath()) == errors)
+            Add(element.Row(), Code::REJECTED, QStringLiteral("the program leaves this element out"));
+        if (element.ValueStr() == PRODUCT && XmlAttribute(element, DEFAULT_PAGE).IsEmpty())
+            Add(element.Row(), Code::NO_PAGE,
+                QStringLiteral("without DefaultUrl, the button of an offer without a page opens none"));
+    }
+
+    void Remember(const TiXmlElement& element, const QString& key) {
+        AddOnce(keys_, key, element.Row(), QStringLiteral("the key"));
+        if (element.ValueStr() == NOTIFICATION)
+            AddOnce(dismissals_, AttributeText(element, NOTIFICATION_NAME), element.Row(),
+                    QStringLiteral("notifications are dismissed together whose Name is"));
+    }
+
+    void AddOnce(Keys& keys, const QString& key, int line, const QString& what) {
+        const auto [first, isNew] = keys.try_emplace(key, line);
+        if (!isNew)
+            Add(line, Code::DUPLICATE_KEY,
+                QStringLiteral("%1 \"%2\" is that of line %3 too").arg(what, key).arg(first->second));
+    }
+
+    // What can be said when the keys of all products are known.
+    void CheckNames(const TiXmlElement& product) {
+        const QString base = AttributeText(product, BASE_XML);
+        for (const auto& [key, line] : keys_)
+            if (key != base && !base.isEmpty() && key.startsWith(base) &&
+                CProductVersions::IsDescriptionFile(CAtlString(base),
+                                                    CVardoFilePath(CAtlString(key + ".xml"))))
+                Add(AttributeLine(product, BASE_XML), Code::AMBIGUOUS_NAME,
+                    QStringLiteral("the description \"%1.xml\" of line %2 is one of \"%3\" too")
+                        .arg(key, QString::number(line), base));
+        const TiXmlElement* disablers = product.FirstChildElement(DISABLERS);
+        const TiXmlElement* disabler = disablers ? disablers->FirstChildElement(DISABLER) : nullptr;
+        for (; disabler; disabler = disabler->NextSiblingElement(DISABLER))
+            CheckDisabler(*disabler, base);
+    }
+
+    void CheckDisabler(const TiXmlElement& disabler, const QString& base) {
+        const QString uid = AttributeText(disabler, DISABLER_UID);
+        if (uid == base)
+            Add(disabler.Row(), Code::NO_EFFECT, QStringLiteral("a product does not disable itself"));
+        else if (!uid.isEmpty() && !keys_.contains(uid))
+            Add(AttributeLine(disabler, DISABLER_UID), Code::NO_EFFECT,
+                QStringLiteral("\"%1\" is the key of no product in this list: it disables nothing").arg(uid));
+        CheckRange({file_.GetPath(), disabler.Row()}, XmlAttribute(disabler, DISABLER_FROM),
+                   XmlAttribute(disabler, DISABLER_TO), findings_);
+    }
+
+    const CCatalogFile& file_;
+    const CCatalog& catalog_;
+    CFindings& findings_;
+    // By keys and by names of dismissals; the lines where they came first.
+    Keys keys_;
+    Keys dismissals_;
+};
+
+}  // namespace
+
+void CheckProductLists(const CCatalog& catalog, CFindings& findings) {
+    for (const CCatalogFile* file : catalog.FilesOf(FileKind::PRODUCT_LIST))
+        if (file->GetRoot())
+            CListCheck(*file, catalog, findings).Run();
+}

@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "net/dialog/ProxyAuth.h"
+
+#include <QIntValidator>
+#include <QMessageBox>
+
+#include "net/ProxyAddress.h"
+#include "ui_ProxyAuth.h"
+
+namespace {
+
+void DrawAsBackground(QLineEdit* edit) {
+    edit->setReadOnly(true);
+    edit->setCursorPosition(0);
+    QPalette palette = edit->palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        palette.setBrush(group, QPalette::Base, QBrush(palette.color(group, QPalette::Window)));
+    edit->setPalette(palette);
+}
+
+}  // namespace
+
+ProxyAuth::ProxyAuth(QWidget* parent) : QDialog(parent), form_(std::make_unique<Ui::ProxyAuth>()) {
+    form_->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    form_->proxyPortEdit->setValidator(new QIntValidator(MIN_PORT, MAX_PORT, this));
+}
+
+ProxyAuth::~ProxyAuth() = default;
+
+CAtlString ProxyAuth::GetHost() const {
+    return CAtlString(form_->proxyHostEdit->text());
+}
+
+int ProxyAuth::GetPort() const {
+    return form_->proxyPortEdit->text().toInt();
+}
+
+CAtlString ProxyAuth::GetUserName() const {
+    return CAtlString(form_->proxyUserNameEdit->text());
+}
+
+CAtlString ProxyAuth::GetPassword() const {
+    return CAtlString(form_->proxyPasswordEdit->text());
+}
+
+void ProxyAuth::SetHost(const CAtlString& host) {
+    form_->proxyHostEdit->setText(host.ToQString());
+}
+
+void ProxyAuth::SetPort(int port) {
+    form_->proxyPortEdit->setText(QString::number(port));
+}
+
+void ProxyAuth::SetUserName(const CAtlString& userName) {
+    form_->proxyUserNameEdit->setText(userName.ToQString());
+}
+
+void ProxyAuth::SetPassword(const CAtlString& password) {
+    form_->proxyPasswordEdit->setText(password.ToQString());
+}
+
+void ProxyAuth::SetAuthenticationMode() {
+    setWindowTitle(tr("Proxy Authentication Required"));
+    DrawAsBackground(form_->proxyHostEdit);
+    DrawAsBackground(form_->proxyPortEdit);
+    form_->proxyUserNameEdit->setFocus(Qt::OtherFocusReason);
+}
+
+void ProxyAuth::accept() {
+    if (form_->proxyHostEdit->isReadOnly() || TakeAddress())
+        QDialog::accept();
+}
+
+bool ProxyAuth::TakeAddress() {
+    const QString text = form_->proxyHostEdit->text().trimmed();
+    const std::optional<ProxyAddress> address = ParseProxyAddress(CAtlString(text));
+    if (!address && !text.isEmpty()) {
+        QMessageBox::warning(this, tr("VARDO Product Update"),
+                             tr("This is neither the name nor the address of a proxy: %1").arg(text));
+        form_->proxyHostEdit->setFocus();
+        return false;
+    }
+    SetHost(address ? address->host : CAtlString());
+    if (address && address->port)
+        SetPort(*address->port);
+    return true;
+}
+
+void ProxyAuth::reject() {
+    QDialog::reject();
+}

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The dialog for a proxy and its credentials.
+#pragma once
+
+#include "platform/text/CAtlString.h"
+
+#include <QDialog>
+#include <memory>
+
+namespace Ui {
+class ProxyAuth;
+}
+
+// Edits proxy host, port, user name and password (the connection options); in authentication mode host and
+// port only say which proxy is asking. GUI thread only.
+class ProxyAuth : public QDialog {
+    Q_OBJECT
+
+public:
+    // The ports that the user may type.
+    static constexpr int MIN_PORT = 1;
+    static constexpr int MAX_PORT = 65534;
+
+    explicit ProxyAuth(QWidget* parent);
+    ~ProxyAuth() override;
+
+    CAtlString GetHost() const;
+    // 0 when the field holds no number.
+    int GetPort() const;
+    CAtlString GetUserName() const;
+    CAtlString GetPassword() const;
+    void SetHost(const CAtlString& host);
+    void SetPort(int port);
+    void SetUserName(const CAtlString& userName);
+    void SetPassword(const CAtlString& password);
+
+    // Becomes the request for credentials: another title, host and port read-only and drawn as part of the
+    // background, the focus on the user name.
+    void SetAuthenticationMode();
+
+protected slots:
+    // Only when the host is empty or can be one: what else its field holds of an address goes where it
+    // belongs
+    // ("http://proxy:3128/"), and what cannot be one is told to the user.
+    void accept() override;
+    void reject() override;
+
+private:
+    // Whether the field of the host holds one now, or nothing.
+    bool TakeAddress();
+
+    std::unique_ptr<Ui::ProxyAuth> form_;
+};

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Starts real processes.
+#pragma once
+
+#include "platform/desktop/IProcessStarter.h"
+
+#include <QEventLoop>
+#include <vector>
+
+// QProcess behind IProcessStarter. What a program prints while RunAndWait waits for it is dropped; a program
+// that does not end within the limit is left running, for it may be a browser that the user has begun to use.
+//
+// An event inside RunAndWait may start another one; the outer one then returns after the inner one.
+class CProcessStarter : public IProcessStarter {
+public:
+    bool RunAndWait(const QString& program, const QStringList& arguments, int limitMs) override;
+    bool StartDetached(const QString& program, const QStringList& arguments) override;
+    // Lets every RunAndWait that is under way return soon, and leaves its program running. Those whose limit
+    // has not passed answer true, for nothing speaks against their programs.
+    void StopWaiting();
+
+private:
+    // Those of RunAndWait, the innermost last.
+    std::vector<QEventLoop*> waits_;
+};

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The world around a program that only looks.
+#pragma once
+
+#include "platform/desktop/IEnvironment.h"
+
+// The machine's date and one shared data folder: it starts nothing and opens nothing.
+class CUnattendedEnvironment : public IEnvironment {
+public:
+    // With an empty folder nothing is installed.
+    explicit CUnattendedEnvironment(const CVardoDirectoryPath& sharedDataFolder)
+        : folder_(sharedDataFolder) {}
+
+    QDate Today() const override { return QDate::currentDate(); }
+    CVardoDirectoryPath SharedDataFolder() const override { return folder_; }
+
+private:
+    CVardoDirectoryPath folder_;
+};

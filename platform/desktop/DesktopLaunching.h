@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Opening a web address in the user's browser.
+#pragma once
+
+#include "platform/desktop/IProcessStarter.h"
+#include "platform/text/CAtlString.h"
+
+#include <QString>
+#include <QStringList>
+
+enum DesktopKind : int { DESKTOP_UNKNOWN = 0, DESKTOP_KDE = 1, DESKTOP_GNOME = 2, DESKTOP_OTHER = 3 };
+
+// How long a desktop's own launcher may take, in milliseconds.
+inline constexpr int LAUNCHER_LIMIT_MS = 30000;
+
+// All of these read the process's environment and are for the GUI thread. The address is handed on as one
+// argument.
+
+// By DESKTOP_SESSION; for a session named "default" also by GNOME_DESKTOP_SESSION_ID and KDE_FULL_SESSION.
+// Unknown when DESKTOP_SESSION is not set.
+DesktopKind DetectDesktop();
+
+// Opens the page, as WebAddress puts it, with the desktop's launcher, or else with the first known browser on
+// the PATH, or else with xdg-open when the PATH has it. False when none of them was possible, and for
+// everything that is no web address: a text that a program would take for an option, a local file or a script
+// is not passed on. May take LAUNCHER_LIMIT_MS, and serves events meanwhile.
+bool OpenURL(const CAtlString& url, IProcessStarter& starter);
+
+// Run gnome-www-browser, or kfmclient openURL, and wait for its end: true when it ended within
+// LAUNCHER_LIMIT_MS, whatever its exit code.
+bool RunGnomeBrowser(const CAtlString& url, IProcessStarter& starter);
+bool RunKdeBrowser(const CAtlString& url, IProcessStarter& starter);
+
+// Starts the first of the programs that the first directory on the PATH with any of them holds. True when one
+// was found; whether it could be started is not asked. False without a PATH. Empty entries are skipped.
+bool RunFromPath(const QStringList& programs, const QString& argument, IProcessStarter& starter);

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/files/Addresses.h"
+
+#include <QRegularExpression>
+#include <cwchar>
+
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/TextConversion.h"
+
+namespace {
+
+constexpr wchar_t REPLACEMENT_CHARACTER = 0xFFFD;
+constexpr int LONGEST_UTF8_SEQUENCE = 4;
+constexpr int LONGEST_EXTENSION = 32;
+
+bool IsForAddresses(wchar_t ch) {
+    return ch > L' ' && ch < 0x7F && std::wcschr(L"\"'`\\<>^{|}", ch) == nullptr;
+}
+
+void AppendEncoded(CAtlString& encoded, wchar_t ch) {
+    char bytes[LONGEST_UTF8_SEQUENCE];
+    int count = EncodeUtf8(&ch, 1, bytes);
+    if (count == 0)
+        count = EncodeUtf8(&REPLACEMENT_CHARACTER, 1, bytes);
+    for (int i = 0; i < count; ++i)
+        encoded.AppendFormat(L"%%%02X", static_cast<unsigned char>(bytes[i]));
+}
+
+bool HasWebScheme(const QString& page) {
+    static const QRegularExpression scheme(QStringLiteral("^(https?|ftp)://."),
+                                           QRegularExpression::CaseInsensitiveOption);
+    return scheme.match(page).hasMatch();
+}
+
+// What stands before a colon may be a scheme as well as a host.
+bool BeginsWithHost(const QString& page) {
+    static const QRegularExpression beginning(
+        QStringLiteral(R"(^([\p{L}\p{N}][\p{L}\p{M}\p{N}.-]*)(:[0-9]+)?([/?#]|\z))"));
+    const QRegularExpressionMatch match = beginning.match(page);
+    const QString host = match.captured(1);
+    const bool hasPort = match.capturedLength(2) > 0;
+    return match.hasMatch() && (!hasPort || host.contains(u'.') || host == QLatin1String("localhost"));
+}
+
+}  // namespace
+
+CAtlString WithTrailingSlash(const CAtlString& folder) {
+    const int length = folder.GetLength();
+    return length == 0 || folder[length - 1] == L'/' ? folder : folder + L"/";
+}
+
+CAtlString JoinTrimmed(const CAtlString& folder, const CAtlString& fileName) {
+    CAtlString trimmed(folder);
+    trimmed.TrimRight(L'/');
+    trimmed.TrimRight(L'\\');
+    return trimmed + L"/" + fileName;
+}
+
+CAtlString AddressExtension(const CAtlString& address) {
+    const int end = address.FindOneOf(L"?#");
+    const CVardoFilePath file(end < 0 ? address : address.Left(end));
+    return file.GetExtension().Left(LONGEST_EXTENSION);
+}
+
+CAtlString PercentEncode(const CAtlString& address) {
+    CAtlString encoded;
+    for (const wchar_t ch : address)
+        if (IsForAddresses(ch))
+            encoded += ch;
+        else
+            AppendEncoded(encoded, ch);
+    return encoded;
+}
+
+CAtlString WebAddress(const CAtlString& page) {
+    const QString text = page.ToQString();
+    if (HasWebScheme(text))
+        return PercentEncode(page);
+    return BeginsWithHost(text) ? L"http://" + PercentEncode(page) : CAtlString();
+}

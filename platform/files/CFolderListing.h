@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// What a folder holds at one moment, for those who look for many files in it.
+#pragma once
+
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/CAtlString.h"
+
+#include <vector>
+
+// Reads the folder once, in its constructor; each search then takes time for what it finds and the logarithm
+// of the rest, where CVardoDirectoryPath::ListFiles reads the whole folder each time. Not changed after that:
+// any thread.
+class CFolderListing {
+public:
+    explicit CFolderListing(const CVardoDirectoryPath& folder);
+
+    // Appends what ListFiles finds for the pattern beginning + "*" + ending, in the same order. A beginning
+    // or an ending with a character that means something in a pattern goes to ListFiles itself.
+    void ListFiles(const CAtlString& beginning, const CAtlString& ending,
+                   std::vector<CVardoFilePath>& files) const;
+
+private:
+    struct Name {
+        CAtlString text;
+        // In the order of the folder.
+        std::size_t place;
+    };
+
+    CVardoDirectoryPath folder_;
+    // Sorted by their texts.
+    std::vector<Name> names_;
+};

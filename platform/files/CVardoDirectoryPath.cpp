@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/files/CVardoDirectoryPath.h"
+
+#include <QRandomGenerator>
+#include <climits>
+#include <cstring>
+#include <memory>
+
+#include <dirent.h>
+#include <fnmatch.h>
+
+#include "platform/files/Addresses.h"
+#include "platform/files/CTemporaryFolder.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/PathText.h"
+#include "platform/text/TextConversion.h"
+
+namespace {
+
+const wchar_t* const DEFAULT_BASE_NAME = L"NBKTemp";
+// What of a text from elsewhere may stand in a file's name: no separators and no control characters.
+CAtlString WithinName(const CAtlString& text) {
+    CAtlString name;
+    for (const wchar_t ch : text)
+        if (ch != L'/' && ch != L'\\' && ch >= L' ' && (ch < 0x7F || ch > 0x9F))
+            name += ch;
+    return name;
+}
+
+// A name that is not UTF-8 would come out cut short, and so would be the name of another file.
+bool IsWhollyDecoded(const char* bytes, const CAtlString& decoded) {
+    return std::strcmp(DuplicateAsUtf8(decoded.GetString()).get(), bytes) == 0;
+}
+
+// Calls use(bytes, name) for each entry of a folder but those that begin with "." and those that are no
+// UTF-8.
+template <typename Use>
+void ForEachName(const CAtlString& path, const Use& use) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(FileSystem::SystemPath(path).c_str()),
+                                                        &closedir);
+    if (!directory)
+        return;
+    while (const dirent* entry = readdir(directory.get())) {
+        const CAtlString name(entry->d_name);
+        if (entry->d_name[0] != '.' && IsWhollyDecoded(entry->d_name, name))
+            use(entry->d_name, name);
+    }
+}
+
+}  // namespace
+
+CVardoDirectoryPath::CVardoDirectoryPath(const CAtlString& path) : path_(NormalPath(path)) {}
+
+CVardoDirectoryPath::CVardoDirectoryPath(const CVardoFilePath& file)
+    : path_(file.GetFilePathString().Left(file.GetFilePathString().ReverseFind(L'/'))) {}
+
+bool CVardoDirectoryPath::Exists() const {
+    return FileSystem::Exists(path_);
+}
+
+void CVardoDirectoryPath::Append(const CAtlString& name) {
+    if (!name.IsEmpty())
+        path_ = NormalPath(path_ + L"/" + name);
+}
+
+CVardoFilePath CVardoDirectoryPath::Combine(const CVardoDirectoryPath& directory,
+                                            const CAtlString& fileName) {
+    return CVardoFilePath(directory.path_ + L"/" + fileName);
+}
+
+bool CVardoDirectoryPath::RemoveLastComponent() {
+    const int slash = path_.ReverseFind(L'/');
+    if (slash < 0)
+        return false;
+    path_ = path_.Left(slash);
+    return true;
+}
+
+bool CVardoDirectoryPath::Create() const {
+    if (Exists())
+        return true;
+    // No longer path can exist, and a path that long may have more components than the stack has room for.
+    if (path_.GetLength() >= PATH_MAX)
+        return false;
+    CVardoDirectoryPath parent(*this);
+    if (parent.RemoveLastComponent())
+        parent.Create();
+    return FileSystem::CreateDirectory(path_) || Exists();
+}
+
+void CVardoDirectoryPath::ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const {
+    const std::string patternBytes = FileSystem::SystemPath(pattern);
+    const CAtlString folder = WithTrailingSlash(path_);
+    ForEachName(path_, [&](const char* bytes, const CAtlString& name) {
+        // The name is looked at first: that saves a call of the system for each of the others.
+        if (fnmatch(patternBytes.c_str(), bytes, 0) != 0)
+            return;
+        const CVardoFilePath file(folder + name);
+        if (FileSystem::IsFile(file.GetFilePathString()))
+            files.push_back(file);
+    });
+}
+
+void CVardoDirectoryPath::ListNames(std::vector<CAtlString>& names) const {
+    ForEachName(path_, [&](const char* /*bytes*/, const CAtlString& name) { names.push_back(name); });
+}
+
+CVardoDirectoryPath CVardoDirectoryPath::GetTempDirectory() {
+    return CTemporaryFolder::OfProcess().Get();
+}
+
+CVardoFilePath CVardoDirectoryPath::GetTempFilePath(const CAtlString& extension, const CAtlString& baseName) {
+    const CAtlString base = baseName.IsEmpty() ? CAtlString(DEFAULT_BASE_NAME) : WithinName(baseName);
+    const CAtlString ending = WithinName(extension);
+    const CVardoDirectoryPath directory = GetTempDirectory();
+    if (directory.IsEmpty())
+        return CVardoFilePath();
+    CVardoFilePath candidate = Combine(directory, base + ending);
+    for (int tries = 1; FileSystem::IsTaken(candidate.GetFilePathString()); ++tries) {
+        if (tries == MAX_TEMP_NAMES)
+            return CVardoFilePath();
+        CAtlString number;
+        number.Format(L"(%d)", QRandomGenerator::global()->bounded(INT_MAX));
+        candidate = Combine(directory, base + number + ending);
+    }
+    return candidate;
+}

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The path of a directory, in normal form, and what can be done with the directory behind it.
+#pragma once
+
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/CAtlString.h"
+
+#include <vector>
+
+// A value with the normal form and the rules of CVardoFilePath.
+class CVardoDirectoryPath {
+public:
+    CVardoDirectoryPath() = default;
+    explicit CVardoDirectoryPath(const CAtlString& path);
+    // The file's path up to its last "/".
+    explicit CVardoDirectoryPath(const CVardoFilePath& file);
+
+    const CAtlString& GetDirectoryPathString() const { return path_; }
+    bool IsEmpty() const { return path_.IsEmpty(); }
+    bool Exists() const;
+
+    // Adds "/" and name; an empty name changes nothing.
+    void Append(const CAtlString& name);
+    // The file of that name in a directory.
+    static CVardoFilePath Combine(const CVardoDirectoryPath& directory, const CAtlString& fileName);
+    // Cuts the path at its last "/"; false, and no change, when there is none.
+    bool RemoveLastComponent();
+    // Creates the directory and its missing parents (mode 0777 less the umask); true when it exists
+    // afterwards.
+    bool Create() const;
+    // Appends the files whose names match pattern (fnmatch(3)), in the order of readdir(3). Left out: names
+    // that begin with ".", directories, and what stat(2) fails for.
+    void ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const;
+
+    // Appends the names of all entries, in the order of readdir(3), but for those that begin with "." and
+    // those that are no UTF-8.
+    void ListNames(std::vector<CAtlString>& names) const;
+
+    // "/tmp/" and the name of the user that runs the process, created when it is missing; where others could
+    // reach into it, another one (CTemporaryFolder). Empty when there is none. GUI thread only.
+    static CVardoDirectoryPath GetTempDirectory();
+    // A file of the temporary directory that does not exist yet: base name and extension (with its dot), or
+    // base name, a random number in parentheses and extension, all without separators and control characters.
+    // An empty base name becomes "NBKTemp". The file is not created. Empty when no free name was found in
+    // MAX_TEMP_NAMES tries, or there is no temporary directory.
+    static CVardoFilePath GetTempFilePath(const CAtlString& extension, const CAtlString& baseName);
+
+    static constexpr int MAX_TEMP_NAMES = 10000;
+
+private:
+    CAtlString path_;
+};

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/files/CVardoFilePath.h"
+
+#include <new>
+
+#include "platform/files/FileSystem.h"
+#include "platform/files/PathText.h"
+
+CVardoFilePath::CVardoFilePath(const CAtlString& path) : path_(NormalPath(path)) {}
+
+CAtlStringA CVardoFilePath::GetFilePathStringA() const {
+    return CAtlStringA(path_);
+}
+
+CAtlString CVardoFilePath::GetFileName() const {
+    return path_.Mid(path_.ReverseFind(L'/') + 1);
+}
+
+CAtlString CVardoFilePath::GetExtension() const {
+    const int dot = path_.ReverseFind(L'.');
+    return dot > path_.ReverseFind(L'/') ? path_.Mid(dot) : CAtlString();
+}
+
+CAtlString CVardoFilePath::GetFileTitle() const {
+    const CAtlString name = GetFileName();
+    const int dot = name.ReverseFind(L'.');
+    return dot < 0 ? name : name.Left(dot);
+}
+
+bool CVardoFilePath::Exists() const {
+    return FileSystem::Exists(path_);
+}
+
+bool CVardoFilePath::Delete() const {
+    if (!Exists())
+        return true;
+    FileSystem::MakeWritable(path_);
+    return FileSystem::DeleteFile(path_);
+}
+
+bool CVardoFilePath::CopyTo(const CVardoFilePath& destination, bool failIfExists) const {
+    return FileSystem::CopyFile(path_, destination.path_, failIfExists);
+}
+
+long CVardoFilePath::GetSize() const {
+    off_t size = -1;
+    return FileSystem::OpenForReading(path_, size).IsOpen() ? size : -1;
+}
+
+long CVardoFilePath::ReadAll(std::unique_ptr<char[]>& buffer) const {
+    buffer.reset();
+    off_t size = 0;
+    const CFileDescriptor file = FileSystem::OpenForReading(path_, size);
+    if (!file.IsOpen() || size == 0)
+        return 0;
+    // A size that no memory holds is a failure like any other.
+    std::unique_ptr<char[]> bytes(new (std::nothrow) char[static_cast<std::size_t>(size)]);
+    const off_t count = bytes ? FileSystem::ReadFully(file, bytes.get(), size) : 0;
+    if (count > 0)
+        buffer = std::move(bytes);
+    return count;
+}

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/files/FileReplacement.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/StaleFiles.h"
+
+namespace {
+
+// What comes between a file's name and the random part of the one beside it.
+const char* const BESIDE = ".new-";
+// No replacement takes so long.
+constexpr std::chrono::hours LONGEST_REPLACEMENT{1};
+
+bool MayBeWritten(const std::string& path) {
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS | AT_SYMLINK_NOFOLLOW) == 0 || errno == ENOENT;
+}
+
+// On the disk when this returns true, not only on its way there: otherwise the new name could outlive a crash
+// that its contents do not.
+bool Write(const CFileDescriptor& source, off_t size, CFileDescriptor& file, mode_t mode) {
+    return file.IsOpen() && FileSystem::CopyContents(source, file, size) && fchmod(file.Get(), mode) == 0 &&
+           fsync(file.Get()) == 0 && file.Close();
+}
+
+}  // namespace
+
+bool ReplaceFile(const CVardoFilePath& source, const CVardoFilePath& destination, mode_t mode) {
+    const std::string target = FileSystem::SystemPath(destination.GetFilePathString());
+    off_t size = 0;
+    const CFileDescriptor in = FileSystem::OpenForReading(source.GetFilePathString(), size);
+    if (!in.IsOpen() || target.empty() || !MayBeWritten(target))
+        return false;
+    RemoveStaleFiles(CVardoDirectoryPath(destination), destination.GetFileName() + BESIDE,
+                     LONGEST_REPLACEMENT);
+
+    std::string beside = target + BESIDE + "XXXXXX";
+    CFileDescriptor out(mkostemp(beside.data(), O_CLOEXEC));
+    if (!out.IsOpen())
+        return false;
+    if (Write(in, size, out, mode) && std::rename(beside.c_str(), target.c_str()) == 0)
+        return true;
+    unlink(beside.c_str());
+    return false;
+}

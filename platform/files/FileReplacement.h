@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// New contents for a file that is never to be seen half-written.
+#pragma once
+
+#include "platform/files/CVardoFilePath.h"
+
+#include <sys/types.h>
+
+// Puts a copy of source, with the permission bits mode, in destination's place in one step: whenever the
+// process or the machine stops, destination is the old file or the new one, whole. The copy is written beside
+// it, under its name, ".new-" and six characters; what a process that was ended there left is removed after
+// an hour, by a later call.
+//
+// False, with destination as it was, when not every byte was written, when destination may not be written
+// (even where it could be replaced), or when nothing may be created beside it. A symbolic link is itself
+// replaced, never followed: whoever could put one there must not choose which file is written to.
+bool ReplaceFile(const CVardoFilePath& source, const CVardoFilePath& destination, mode_t mode);

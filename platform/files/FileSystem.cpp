@@ -1,0 +1,190 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/files/FileSystem.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cwchar>
+
+#include <fcntl.h>
+#include <sys/sendfile.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/text/TextConversion.h"
+
+namespace {
+
+constexpr mode_t PERMISSION_BITS = 0777;
+constexpr std::size_t COPY_BLOCK_BYTES = 1024;
+
+// Calls a function like read(2) again while a signal interrupts it.
+template <typename Call>
+ssize_t Uninterrupted(Call call) {
+    ssize_t result = 0;
+    do {
+        result = call();
+    } while (result < 0 && errno == EINTR);
+    return result;
+}
+
+bool IsSameFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+bool WriteFully(int destination, const char* bytes, std::size_t count) {
+    while (count > 0) {
+        const ssize_t written = Uninterrupted([&] { return write(destination, bytes, count); });
+        if (written <= 0)
+            return false;
+        bytes += written;
+        count -= static_cast<std::size_t>(written);
+    }
+    return true;
+}
+
+bool CopyInBlocks(int source, int destination, off_t size) {
+    char block[COPY_BLOCK_BYTES];
+    off_t copied = 0;
+    while (copied < size) {
+        const auto wanted = std::min(size - copied, static_cast<off_t>(sizeof block));
+        const ssize_t got =
+            Uninterrupted([&] { return read(source, block, static_cast<std::size_t>(wanted)); });
+        if (got <= 0 || !WriteFully(destination, block, static_cast<std::size_t>(got)))
+            return false;
+        copied += got;
+    }
+    return true;
+}
+
+}  // namespace
+
+namespace FileSystem {
+
+std::string SystemPath(const CAtlString& path) {
+    const int length = path.GetLength();
+    const bool encodable = std::none_of(path.begin(), path.end(),
+                                        [](wchar_t ch) { return ch == 0 || (ch >= 0xD800 && ch <= 0xDFFF); });
+    if (!encodable)
+        return std::string();
+    std::string bytes(static_cast<std::size_t>(Utf8Size(path.GetString(), length)), '\0');
+    EncodeUtf8(path.GetString(), length, bytes.data());
+    return bytes;
+}
+
+bool Exists(const CAtlString& path) {
+    return access(SystemPath(path).c_str(), F_OK) == 0;
+}
+
+bool IsTaken(const CAtlString& path) {
+    return faccessat(AT_FDCWD, SystemPath(path).c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+bool IsDirectory(const CAtlString& path) {
+    struct stat status {};
+    return stat(SystemPath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool IsFile(const CAtlString& path) {
+    struct stat status {};
+    return stat(SystemPath(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+bool CreateDirectory(const CAtlString& path) {
+    return mkdir(SystemPath(path).c_str(), PERMISSION_BITS) == 0;
+}
+
+bool DeleteFile(const CAtlString& path) {
+    return unlink(SystemPath(path).c_str()) == 0;
+}
+
+bool RemoveDirectory(const CAtlString& path) {
+    return rmdir(SystemPath(path).c_str()) == 0;
+}
+
+bool MakeWritable(const CAtlString& path) {
+    const std::string name = SystemPath(path);
+    struct stat status {};
+    if (lstat(name.c_str(), &status) != 0)
+        return false;
+    constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+    if (S_ISLNK(status.st_mode) || (status.st_mode & anyWrite) != 0)
+        return true;
+    return chmod(name.c_str(), status.st_mode | S_IWUSR | S_IWGRP) == 0;
+}
+
+bool MakeOwnersProgram(const CAtlString& path) {
+    return chmod(SystemPath(path).c_str(), S_IRWXU) == 0;
+}
+
+bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists) {
+    if (source == destination)
+        return false;
+    off_t size = 0;
+    const CFileDescriptor in = OpenForReading(source, size);
+    struct stat from {};
+    if (!in.IsOpen() || fstat(in.Get(), &from) != 0)
+        return false;
+    const std::string target = SystemPath(destination);
+    struct stat present {};
+    // Opening the destination empties it, so the source's other names are recognised before.
+    if (stat(target.c_str(), &present) == 0 && (failIfExists || IsSameFile(from, present)))
+        return false;
+    const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | (failIfExists ? O_EXCL : 0);
+    CFileDescriptor out(open(target.c_str(), flags, from.st_mode & PERMISSION_BITS));
+    return out.IsOpen() && CopyContents(in, out, size) && out.Close();
+}
+
+bool RenameToFree(const CAtlString& from, const CAtlString& to) {
+    const std::string source = SystemPath(from);
+    const std::string target = SystemPath(to);
+    if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    const bool isUnknownHere = errno == EINVAL || errno == ENOSYS;
+    if (!isUnknownHere || link(source.c_str(), target.c_str()) != 0)
+        return false;
+    if (unlink(source.c_str()) == 0)
+        return true;
+    unlink(target.c_str());
+    return false;
+}
+
+CFileDescriptor OpenForReading(const CAtlString& path, off_t& size) {
+    CFileDescriptor file(open(SystemPath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return CFileDescriptor();
+    size = status.st_size;
+    return file;
+}
+
+off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size) {
+    off_t count = 0;
+    while (count < size) {
+        const ssize_t got = Uninterrupted(
+            [&] { return read(file.Get(), buffer + count, static_cast<std::size_t>(size - count)); });
+        if (got <= 0)
+            break;
+        count += got;
+    }
+    return count;
+}
+
+// One call of sendfile(2) moves at most 2 GiB, and may move less than it was asked to.
+bool CopyContents(const CFileDescriptor& source, const CFileDescriptor& destination, off_t size) {
+    off_t copied = 0;
+    while (copied < size) {
+        const auto left = static_cast<std::size_t>(size - copied);
+        const ssize_t sent =
+            Uninterrupted([&] { return sendfile(destination.Get(), source.Get(), &copied, left); });
+        if (sent < 0 && errno == EINVAL && copied == 0)
+            return CopyInBlocks(source.Get(), destination.Get(), size);
+        if (sent <= 0)
+            return false;
+    }
+    return true;
+}
+
+}  // namespace FileSystem

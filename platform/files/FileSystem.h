@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The file system calls underneath the path classes, in one place, so that every path reaches the system in
+// the same form.
+#pragma once
+
+#include "platform/files/CFileDescriptor.h"
+#include "platform/text/CAtlString.h"
+
+#include <string>
+
+#include <sys/types.h>
+
+// Paths go to the system as UTF-8, whatever the locale. A text that has no complete UTF-8 form, or holds a 0
+// character, names no file: cutting it short would name another one. Any thread; failures are results.
+namespace FileSystem {
+
+// The path for the system; empty, which no file bears, when the text names no file.
+std::string SystemPath(const CAtlString& path);
+// access(2) with F_OK: something is there, symbolic links followed.
+bool Exists(const CAtlString& path);
+// The name is in use, be it by a symbolic link that leads nowhere.
+bool IsTaken(const CAtlString& path);
+bool IsDirectory(const CAtlString& path);
+// Something other than a folder is there, symbolic links followed; one call of the system says both.
+bool IsFile(const CAtlString& path);
+// mkdir(2) with mode 0777 less the umask; false when the name is in use.
+bool CreateDirectory(const CAtlString& path);
+// unlink(2).
+bool DeleteFile(const CAtlString& path);
+// rmdir(2).
+bool RemoveDirectory(const CAtlString& path);
+// Lets the owner and the group write a file that nobody may write; true unless stat or chmod fails. Symbolic
+// links are left alone: what they point to is not ours to open up.
+bool MakeWritable(const CAtlString& path);
+// Lets the owner read, write and execute a file, and nobody else touch it; false when chmod(2) fails.
+bool MakeOwnersProgram(const CAtlString& path);
+// Copies contents and, to a new file, permission bits. False when both are the same file, when the source is
+// no regular file, when the destination exists and failIfExists is set, or when not every byte was copied.
+bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists);
+// Gives a file another name, in the same file system. False, and no change, when anything has that name
+// already.
+bool RenameToFree(const CAtlString& from, const CAtlString& to);
+
+// A regular file opened for reading, and its size in bytes; not open when it is missing, not readable or
+// something else than a regular file. Never waits for a writer.
+CFileDescriptor OpenForReading(const CAtlString& path, off_t& size);
+// Reads until size bytes are there or the file ends; the number of bytes read.
+off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size);
+// Copies the first size bytes of a file to where another one stands; false when not every byte was copied.
+bool CopyContents(const CFileDescriptor& source, const CFileDescriptor& destination, off_t size);
+
+}  // namespace FileSystem

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The persistent settings, in the manner of a registry: a hive, a key path and named values, kept in
+// QSettings files that are shared with the maker's other software.
+#pragma once
+
+#include "platform/text/CAtlString.h"
+
+#include <vector>
+
+// Hives: the settings of the whole machine and those of the user. Any value but 0 counts as the user's.
+inline constexpr int HKEY_LOCAL_MACHINE = 0;
+inline constexpr int HKEY_CURRENT_USER = 1;
+
+// Results of the store: done, and "there is no such value" or "no store could be opened".
+inline constexpr int REGISTRY_OK = 0;
+inline constexpr int REGISTRY_NOT_FOUND = 2;
+
+// The maker's settings identifier, which every operation receives and this platform ignores.
+extern const CAtlString SETTINGS_DOMAIN;
+
+// The file is that of the current settings identity (see CSettingsIdentity). The machine's file lies in the
+// first entry of XDG_CONFIG_DIRS (default /etc/xdg), the user's in XDG_CONFIG_HOME (default ~/.config). A
+// machine file that cannot be written, or that lies below the user's folder, is replaced by the user's file,
+// through which QSettings still reads the values in all entries of XDG_CONFIG_DIRS.
+//
+// Key paths are separated by "\" or "/"; separators at either end do not matter. All functions are for the
+// GUI thread. A written value is in its file when the function returns; failures of the file system are not
+// reported.
+
+// The value, or defaultValue when there is none; error becomes REGISTRY_OK or REGISTRY_NOT_FOUND.
+CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
+                              const CAtlString& defaultValue, int& error,
+                              const CAtlString& domain = SETTINGS_DOMAIN);
+// The same for 32-bit integers; a stored text that is no number reads as 0.
+int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
+                      const CAtlString& domain = SETTINGS_DOMAIN);
+
+// REGISTRY_OK, or REGISTRY_NOT_FOUND when no store could be opened.
+int WriteRegistryString(int hive, const CAtlString& key, const CAtlString& name, const CAtlString& value,
+                        const CAtlString& domain = SETTINGS_DOMAIN);
+int WriteRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int value,
+                       const CAtlString& domain = SETTINGS_DOMAIN);
+
+// Appends the names of the key's sub-keys, then those of its values.
+void EnumRegistryKeys(int hive, const CAtlString& key, std::vector<CAtlString>& names,
+                      const CAtlString& domain = SETTINGS_DOMAIN);

@@ -1,0 +1,195 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/text/CAtlString.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <cwchar>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/text/CAtlStringA.h"
+#include "platform/text/TextConversion.h"
+
+namespace {
+
+constexpr int FIRST_FORMAT_CAPACITY = 256;
+
+CAtlString Decoded(std::string_view utf8) {
+    const std::wstring text = DecodeUtf8(utf8);
+    return CAtlString(text.data(), static_cast<int>(text.size()));
+}
+
+// Whether UTF-16 has one unit for the character, with the same number. The surrogates and all above them are
+// left to Qt.
+bool IsOneUtf16Unit(wchar_t ch) {
+    return static_cast<std::uint32_t>(ch) < 0xD800;
+}
+
+std::wstring WithWideArguments(std::wstring format) {
+    for (std::size_t at = format.find(L"%s"); at != std::wstring::npos; at = format.find(L"%s", at))
+        format.insert(at + 1, 1, L'l');
+    return format;
+}
+
+// Whether the text fits into the buffer.
+bool TryFormat(std::wstring& buffer, const std::wstring& format, std::va_list arguments) {
+    std::va_list copy;
+    va_copy(copy, arguments);
+    errno = 0;
+    const int written = std::vswprintf(buffer.data(), buffer.size(), format.c_str(), copy);
+    va_end(copy);
+    return written >= 0 && static_cast<std::size_t>(written) < buffer.size();
+}
+
+// The text up to its first 0 character; nothing when formatting fails.
+std::optional<CAtlString> Formatted(const wchar_t* format, std::va_list arguments) {
+    try {
+        const std::wstring wideFormat = WithWideArguments(format ? format : L"");
+        int capacity = FIRST_FORMAT_CAPACITY;
+        do {
+            std::wstring buffer(static_cast<std::size_t>(capacity), L'\0');
+            if (TryFormat(buffer, wideFormat, arguments))
+                return CAtlString(buffer.c_str());
+            capacity *= 2;
+            // An encoding error and a buffer that is too small have the same result; errno tells them apart.
+        } while (capacity <= CAtlString::MAX_FORMATTED && errno != EILSEQ);
+    } catch (const std::bad_alloc&) {
+        // Fails like any other.
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+CAtlString::CAtlString(const wchar_t* text) : CSharedText(text, LengthOf(text)) {}
+
+CAtlString::CAtlString(const wchar_t* text, int length) : CSharedText(text, length) {}
+
+CAtlString::CAtlString(const char* utf8) : CAtlString(Decoded(utf8 ? utf8 : "")) {}
+
+CAtlString::CAtlString(const CAtlStringA& utf8) : CAtlString(Decoded({utf8.begin(), utf8.end()})) {}
+
+CAtlString::CAtlString(const QString& text) {
+    if (!text.isEmpty())
+        ReleaseBuffer(static_cast<int>(text.toWCharArray(GetBuffer(static_cast<int>(text.size())))));
+}
+
+CAtlString::CAtlString(wchar_t ch, int count) {
+    if (count <= 0)
+        return;
+    std::fill_n(GetBuffer(count), count, ch);
+    ReleaseBuffer(count);
+}
+
+CAtlString::CAtlString(char ch, int count) : CAtlString(wchar_t{static_cast<signed char>(ch)}, count) {}
+
+QString CAtlString::ToQString() const {
+    const std::wstring_view text(GetString());
+    // QString's own conversion makes a converter object: for an address it takes ten times as long.
+    if (!std::all_of(text.begin(), text.end(), IsOneUtf16Unit))
+        return QString::fromWCharArray(text.data(), static_cast<qsizetype>(text.size()));
+    QString copy(static_cast<qsizetype>(text.size()), Qt::Uninitialized);
+    std::transform(text.begin(), text.end(), copy.begin(),
+                   [](wchar_t ch) { return QChar(static_cast<char16_t>(ch)); });
+    return copy;
+}
+
+CAtlString& CAtlString::operator+=(const CAtlString& text) {
+    // Shares the characters, which may be those of this very text.
+    const CAtlString source(text);
+    Append(source.GetString(), source.GetLength());
+    return *this;
+}
+
+CAtlString& CAtlString::operator+=(wchar_t ch) {
+    Append(&ch, 1);
+    return *this;
+}
+
+CAtlString operator+(const CAtlString& a, const CAtlString& b) {
+    // The copy shares its array, so that appending to it allocates the sum at once.
+    CAtlString sum(a);
+    sum += b;
+    return sum;
+}
+
+int CAtlString::CompareNoCase(const CAtlString& other) const {
+    return ::wcscasecmp(GetString(), other.GetString());
+}
+
+int CAtlString::ReverseFind(wchar_t ch) const {
+    return ToIndex(GetView().rfind(ch));
+}
+
+int CAtlString::FindOneOf(const CAtlString& set) const {
+    return ToIndex(GetView().find_first_of(set.GetView()));
+}
+
+CAtlString CAtlString::Left(int count) const {
+    return Mid(0, count);
+}
+
+CAtlString CAtlString::Right(int count) const {
+    return Mid(GetLength() - std::clamp(count, 0, GetLength()));
+}
+
+CAtlString CAtlString::Mid(int first, int count) const {
+    first = std::clamp(first, 0, GetLength());
+    count = std::clamp(count, 0, GetLength() - first);
+    return count == GetLength() ? *this : CAtlString(GetString() + first, count);
+}
+
+CAtlString CAtlString::Mid(int first) const {
+    return Mid(first, GetLength());
+}
+
+CAtlString& CAtlString::TrimLeft(wchar_t ch) {
+    const std::size_t run = std::min(GetView().find_first_not_of(ch), GetView().size());
+    return *this = Mid(static_cast<int>(run));
+}
+
+CAtlString& CAtlString::TrimRight(wchar_t ch) {
+    return *this = Left(ToIndex(GetView().find_last_not_of(ch)) + 1);
+}
+
+int CAtlString::Replace(wchar_t old, wchar_t now) {
+    const auto count = static_cast<int>(std::count(begin(), end(), old));
+    if (old == now || count == 0)
+        return 0;
+    wchar_t* const text = GetBuffer(GetLength());
+    std::replace(text, text + GetLength(), old, now);
+    return count;
+}
+
+int CAtlString::Delete(int index, int count) {
+    const int length = GetLength();
+    index = std::max(index, 0);
+    if (count > 0 && index < length)
+        *this = Left(index) + Right(length - index - std::min(count, length - index));
+    return length;
+}
+
+void CAtlString::Format(const wchar_t* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const std::optional<CAtlString> text = Formatted(format, arguments);
+    va_end(arguments);
+    if (text)
+        *this = *text;
+}
+
+void CAtlString::AppendFormat(const wchar_t* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const std::optional<CAtlString> text = Formatted(format, arguments);
+    va_end(arguments);
+    if (text)
+        *this += *text;
+}

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/text/TextConversion.h"
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cwchar>
+
+namespace {
+
+bool IsSurrogate(std::uint32_t code) {
+    return code >= 0xD800 && code <= 0xDFFF;
+}
+
+// The number of bytes that a character below U+200000 has in UTF-8.
+std::size_t SequenceLength(std::uint32_t code) {
+    if (code < 0x80)
+        return 1;
+    if (code < 0x800)
+        return 2;
+    return code < 0x10000 ? 3 : 4;
+}
+
+// Reads the well-formed sequence at the start of the bytes and returns its length; 0 when there is no such
+// sequence. There must be at least one byte.
+std::size_t ReadSequence(std::string_view bytes, std::uint32_t& code) {
+    const auto lead = static_cast<std::uint8_t>(bytes[0]);
+    code = lead;
+    if (lead < 0x80)
+        return 1;
+    // The first byte of a longer sequence begins with as many ones as the sequence has bytes.
+    const auto length = static_cast<std::size_t>(std::countl_one(lead));
+    if (length < 2 || length > 4 || length > bytes.size())
+        return 0;
+    code &= 0x7FU >> length;
+    for (const char each : bytes.substr(1, length - 1)) {
+        const auto byte = static_cast<std::uint8_t>(each);
+        if ((byte & 0xC0U) != 0x80)
+            return 0;
+        code = (code << 6U) | (byte & 0x3FU);
+    }
+    const bool isWellFormed = length == SequenceLength(code) && code <= 0x10FFFF && !IsSurrogate(code);
+    return isWellFormed ? length : 0;
+}
+
+// The character's number, or that of U+FFFD for a character that UTF-8 has no sequence for.
+std::uint32_t CodeOf(wchar_t ch) {
+    const auto code = static_cast<std::uint32_t>(ch);
+    return code < 0x200000 ? code : 0xFFFD;
+}
+
+// Writes the sequence for a character below U+200000 and returns its end.
+char* WriteSequence(std::uint32_t code, char* out) {
+    static constexpr std::uint32_t LEADS[] = {0, 0, 0xC0, 0xE0, 0xF0};
+    const std::size_t length = SequenceLength(code);
+    for (std::size_t i = length - 1; i > 0; --i) {
+        out[i] = static_cast<char>(0x80U | (code & 0x3FU));
+        code >>= 6U;
+    }
+    out[0] = static_cast<char>(LEADS[length] | code);
+    return out + length;
+}
+
+}  // namespace
+
+std::wstring DecodeUtf8(std::string_view bytes) {
+    std::wstring text;
+    text.reserve(bytes.size());
+    while (!bytes.empty()) {
+        std::uint32_t code = 0;
+        const std::size_t length = ReadSequence(bytes, code);
+        if (length == 0)
+            break;
+        text += static_cast<wchar_t>(code);
+        bytes.remove_prefix(length);
+    }
+    return text;
+}
+
+int Utf8Size(const wchar_t* text, int length) {
+    std::size_t size = 0;
+    for (int i = 0; i < length; ++i)
+        size += SequenceLength(CodeOf(text[i]));
+    return static_cast<int>(size);
+}
+
+int EncodeUtf8(const wchar_t* text, int length, char* out) {
+    char* next = out;
+    for (int i = 0; i < length && !IsSurrogate(CodeOf(text[i])); ++i)
+        next = WriteSequence(CodeOf(text[i]), next);
+    return static_cast<int>(next - out);
+}
+
+std::unique_ptr<char[]> DuplicateAsUtf8(const wchar_t* text) {
+    const int length = text ? static_cast<int>(std::wcslen(text)) : 0;
+    auto copy = std::make_unique<char[]>(static_cast<std::size_t>(Utf8Size(text, length)) + 1);
+    EncodeUtf8(text, length, copy.get());
+    return copy;
+}

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The look at an XML text before TinyXML sees it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "platform/xml/XmlFile.h"
+
+// NUL bytes that a text needs behind its end, its own terminator not counted: at the end of a truncated text
+// TinyXML 2.6.2 steps over the rest of a UTF-8 sequence without looking, which may take it past the
+// terminator.
+inline constexpr int XML_PADDING_BYTES = 4;
+
+// Whether TinyXML can parse the text with bounded stack, time and memory: nesting, attributes of one element
+// and items as a whole stay within maxDepth, MAX_XML_ATTRIBUTES and MAX_XML_ITEMS. Also false for a text
+// that ends inside an element or a declaration. One pass, no recursion; what it does not look at (names of
+// closing tags, doubled attributes) is left to the parser.
+//
+// paddedText is 0-terminated and padded with XML_PADDING_BYTES; utf8 says whether TinyXML will be told
+// TIXML_ENCODING_UTF8, in which it takes up to three bytes after a lead byte for one character with it,
+// quotes and brackets included.
+//
+// Who passes stop learns how many bytes were looked at.
+bool IsWithinXmlBounds(const std::string& paddedText, bool utf8, std::size_t* stop = nullptr,
+                       int maxDepth = MAX_XML_DEPTH);

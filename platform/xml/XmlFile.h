@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The one door through which XML enters the program: read, bound, check, parse. Everything that comes in here
+// may have been written by anyone.
+#pragma once
+
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/CAtlString.h"
+#include "platform/text/CAtlStringA.h"
+
+#include <tinyxml.h>
+#include <string>
+
+// The largest text that is parsed, in bytes.
+inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
+// The deepest nesting of elements; TinyXML uses the stack for each level and has no bound of its own.
+inline constexpr int MAX_XML_DEPTH = 200;
+// The most attributes of one element; TinyXML's time grows with their square.
+inline constexpr int MAX_XML_ATTRIBUTES = 1000;
+// The most elements, attributes, comments and pieces of text together; each takes up to 300
+// bytes.
+inline constexpr int MAX_XML_ITEMS = 500000;
+
+// The whole file as bytes; empty when it cannot be read, is a directory, or is larger than MAX_XML_BYTES.
+CAtlStringA ReadFileBytes(const CVardoFilePath& file);
+
+// Why a text was not parsed.
+struct XmlFault {
+    // From 1; 0 when it is no line's fault.
+    int line = 0;
+    // In English.
+    std::string reason;
+};
+
+// Parses text, with white space condensed, into document, which is emptied first. False, with an empty
+// document, when the text is malformed, holds a NUL byte or no element, or is beyond one of the bounds. The
+// encoding is TinyXML's: TIXML_DEFAULT_ENCODING finds it from the text. Any thread, one document each.
+//
+// Who passes a fault learns why, and gets a document whose elements and attributes know their rows. That
+// takes longer; the answer is the same.
+bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document,
+              XmlFault* fault = nullptr);
+
+// ReadFileBytes and ParseXml; every line end (CR LF, CR) becomes LF first.
+bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document,
+             TiXmlEncoding encoding = TIXML_ENCODING_UTF8, XmlFault* fault = nullptr);
+
+// An element's attribute, UTF-8 decoded; empty when there is none.
+CAtlString XmlAttribute(const TiXmlElement& element, const char* name);

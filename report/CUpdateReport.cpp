@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "report/CUpdateReport.h"
+
+#include "products/ProductListFiles.h"
+#include "report/SilentCheck.h"
+
+#include <algorithm>
+
+namespace {
+
+QString PathText(const CVardoFilePath& path) {
+    return path.GetFilePathString().ToQString();
+}
+
+// Why a list was passed over for another.
+QString WhyNot(const Products& list) {
+    if (!list.GetPath().Exists())
+        return "there is no such file";
+    return list.IsLoaded() ? "it is not newer" : "it holds no product";
+}
+
+}  // namespace
+
+CUpdateReport::CUpdateReport(const boost::shared_ptr<IEnvironment>& environment,
+                             const boost::shared_ptr<Downloader>& downloader)
+    : environment_(environment), downloader_(downloader), controller_(environment) {}
+
+bool CUpdateReport::Run(bool isOffline) {
+    isListed_ = controller_.LoadProductList();
+    wasChecked_ = !isOffline;
+    Observe();
+    controller_.FindInstalled();
+    if (wasChecked_) {
+        controller_.SetDownloader(downloader_);
+        controller_.CheckForUpdates();
+        downloader_->SetTransferCallback({});
+    }
+    MakeRows();
+    return isListed_;
+}
+
+void CUpdateReport::Observe() {
+    for (const auto& product : controller_.GetProducts())
+        product->SetObserver(explanations_[product.get()]);
+    controller_.SetCheckStartedCallback([this](const boost::shared_ptr<IProduct>& product) {
+        CExplanation& explanation = explanations_[product.get()];
+        downloader_->SetTransferCallback(
+            [&explanation](const TransferRecord& record) { explanation.OnTransfer(record); });
+    });
+}
+
+void CUpdateReport::MakeRows() {
+    for (const auto& product : controller_.GetProducts()) {
+        const unsigned items = product->GetItemCount();
+        for (unsigned item = 0; item < items; ++item)
+            entries_.push_back({MakeRow(*product, item, wasChecked_), product});
+        if (items == 0)
+            entries_.push_back({MakeRow(*product), product});
+    }
+}
+
+QJsonArray CUpdateReport::ToJson(bool isExplained) const {
+    const QJsonObject common = isExplained ? ExplainCommon() : QJsonObject();
+    QJsonArray rows;
+    for (const auto& [row, product] : entries_) {
+        if (row.state == ReportState::NOT_INSTALLED && !isExplained)
+            continue;
+        QJsonObject object = ::ToJson(row);
+        if (isExplained)
+            object["explain"] = Explain(*product, common);
+        rows.append(object);
+    }
+    return rows;
+}
+
+int CUpdateReport::GetExitStatus() const {
+    const auto has = [this](ReportState state) {
+        return std::any_of(entries_.begin(), entries_.end(),
+                           [state](const Entry& entry) { return entry.row.state == state; });
+    };
+    if (!isListed_ || has(ReportState::FAILED) || has(ReportState::NOT_CHECKED))
+        return NOT_ALL_CHECKED;
+    return has(ReportState::UPDATE) ? UPDATES : ALL_CURRENT;
+}
+
+QJsonObject CUpdateReport::ExplainCommon() const {
+    QJsonObject check = SilentCheck(environment_->Today());
+    if (wasChecked_)
+        check["opensWindow"] = check["due"].toBool() && controller_.IsAnyUpdateAvailable();
+    return {{"list", ExplainList()}, {"silentCheck", check}};
+}
+
+QJsonObject CUpdateReport::Explain(const IProduct& product, const QJsonObject& common) const {
+    QJsonObject check = common["silentCheck"].toObject();
+    if (wasChecked_)
+        check["forThisProduct"] = check["due"].toBool() && CProductListController::HasWantedUpdate(product);
+    QJsonObject explanation = explanations_.at(&product).ToJson();
+    explanation["list"] = common["list"];
+    explanation["silentCheck"] = check;
+    return explanation;
+}
+
+QJsonObject CUpdateReport::ExplainList() const {
+    const Products& list = *controller_.GetProductList();
+    const CVardoFilePath users = UserProductList();
+    const CVardoFilePath installed = InstalledProductList(*environment_);
+    const bool isUsers = list.GetPath().GetFilePathString().Compare(users.GetFilePathString()) == 0;
+    Products other(environment_);
+    other.Load(isUsers ? installed : users);
+    return {{"file", PathText(list.GetPath())},
+            {"version", list.GetVersion().GetString().ToQString()},
+            {"passedOver", PathText(other.GetPath())},
+            {"reason", WhyNot(other)}};
+}

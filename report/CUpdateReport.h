@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The report: what is installed, what is offered, and how that came about.
+#pragma once
+
+#include "net/Downloader.h"
+#include "platform/desktop/IEnvironment.h"
+#include "products/CProductListController.h"
+#include "report/CExplanation.h"
+#include "report/ReportRow.h"
+
+#include <QJsonArray>
+#include <boost/shared_ptr.hpp>
+#include <map>
+
+// Goes the way of a check, but for the refresh of the list. Writes nothing but the files that are fetched,
+// which are deleted. GUI thread only; serves one run.
+class CUpdateReport {
+public:
+    // Exit statuses. Ignorance comes before news: the highest that applies.
+    static constexpr int ALL_CURRENT = 0;
+    static constexpr int UPDATES = 1;
+    static constexpr int NOT_ALL_CHECKED = 2;
+
+    CUpdateReport(const boost::shared_ptr<IEnvironment>& environment,
+                  const boost::shared_ptr<Downloader>& downloader);
+
+    // Loads the list, looks for what is installed and, unless offline, checks it. False without a list.
+    bool Run(bool isOffline);
+
+    // After Run: an object for each installed version. Explained, each has an "explain", and products that
+    // are not installed are there as well.
+    QJsonArray ToJson(bool isExplained) const;
+    // After Run: what every "explain" says of the "list" and of a "silentCheck". With no row as well.
+    QJsonObject ExplainCommon() const;
+    int GetExitStatus() const;
+
+private:
+    void Observe();
+    void MakeRows();
+    QJsonObject Explain(const IProduct& product, const QJsonObject& common) const;
+    QJsonObject ExplainList() const;
+
+    boost::shared_ptr<IEnvironment> environment_;
+    boost::shared_ptr<Downloader> downloader_;
+    CProductListController controller_;
+    bool isListed_ = false;
+    bool wasChecked_ = false;
+    std::map<const IProduct*, CExplanation> explanations_;
+    struct Entry {
+        ReportRow row;
+        boost::shared_ptr<IProduct> product;
+    };
+    std::vector<Entry> entries_;
+};

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "signing/CMinisignSignature.h"
+
+#include "platform/files/FileSystem.h"
+
+#include <algorithm>
+
+#include <sodium.h>
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+constexpr std::size_t BLOCK_BYTES = std::size_t{64} * 1024;
+
+// The next bytes of a file, at most count; fewer only at its end.
+Bytes ReadNext(const CFileDescriptor& file, std::size_t count) {
+    Bytes block(count);
+    char* const buffer = reinterpret_cast<char*>(block.data());
+    block.resize(static_cast<std::size_t>(FileSystem::ReadFully(file, buffer, static_cast<off_t>(count))));
+    return block;
+}
+
+// The rest of a file; of one that is larger than limit, more than limit bytes.
+Bytes ReadRest(const CFileDescriptor& file, std::size_t limit) {
+    Bytes rest;
+    for (Bytes block = ReadNext(file, BLOCK_BYTES); !block.empty() && rest.size() <= limit;
+         block = ReadNext(file, BLOCK_BYTES))
+        rest.insert(rest.end(), block.begin(), block.end());
+    return rest;
+}
+
+// BLAKE2b with 64 bytes (RFC 7693) of the rest of a file.
+Bytes HashOf(const CFileDescriptor& file) {
+    crypto_generichash_state state;
+    crypto_generichash_init(&state, nullptr, 0, crypto_generichash_BYTES_MAX);
+    for (Bytes block = ReadNext(file, BLOCK_BYTES); !block.empty(); block = ReadNext(file, BLOCK_BYTES))
+        crypto_generichash_update(&state, block.data(), block.size());
+    Bytes hash(crypto_generichash_BYTES_MAX);
+    crypto_generichash_final(&state, hash.data(), hash.size());
+    return hash;
+}
+
+}  // namespace
+
+std::optional<CMinisignSignature> CMinisignSignature::Parse(std::string_view bytes) {
+    CMinisignSignature parsed;
+    if (bytes.size() > MAX_FILE_BYTES || !MinisignFormat::CutComment(bytes, "untrusted comment:"))
+        return std::nullopt;
+    // The algorithm, "Ed" or "ED", then the key's number, then the signature.
+    std::array<unsigned char, 2 + sizeof parsed.keyId_ + sizeof parsed.signature_> content{};
+    if (!MinisignFormat::DecodeBase64(MinisignFormat::CutLine(bytes), content) || content[0] != 'E' ||
+        (content[1] != 'd' && content[1] != 'D'))
+        return std::nullopt;
+    const auto comment = MinisignFormat::CutComment(bytes, "trusted comment: ");
+    if (!comment || !MinisignFormat::DecodeBase64(MinisignFormat::CutLine(bytes), parsed.globalSignature_) ||
+        !bytes.empty())
+        return std::nullopt;
+    parsed.isPrehashed_ = content[1] == 'D';
+    std::copy_n(content.begin() + 2, parsed.keyId_.size(), parsed.keyId_.begin());
+    std::copy_n(content.begin() + 2 + sizeof parsed.keyId_, parsed.signature_.size(),
+                parsed.signature_.begin());
+    parsed.trustedComment_ = *comment;
+    return parsed;
+}
+
+bool CMinisignSignature::IsBy(const CMinisignKey& key) const {
+    Bytes message(signature_.begin(), signature_.end());
+    message.insert(message.end(), trustedComment_.begin(), trustedComment_.end());
+    return keyId_ == key.GetId() && key.HasSigned(message, globalSignature_);
+}
+
+bool CMinisignSignature::IsOf(const CFileDescriptor& file, const CMinisignKey& key) const {
+    if (!file.IsOpen() || !IsBy(key))
+        return false;
+    if (isPrehashed_)
+        return key.HasSigned(HashOf(file), signature_);
+    const Bytes message = ReadRest(file, MAX_LEGACY_BYTES);
+    return message.size() <= MAX_LEGACY_BYTES && key.HasSigned(message, signature_);
+}

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// A signature that the minisign tool made for a file.
+#pragma once
+
+#include "platform/files/CFileDescriptor.h"
+#include "signing/CMinisignKey.h"
+
+#include <string>
+#include <vector>
+
+// Signs a file's contents and, with a second signature over the first one and the comment, a line of text.
+// What a signature says counts only once its key has been found to be the right one. A value; any thread.
+class CMinisignSignature {
+public:
+    // A larger signature file is none; the tool's own comments have at most 8 KiB.
+    static constexpr std::size_t MAX_FILE_BYTES = std::size_t{16} * 1024;
+    // The largest file whose signature in the old form is looked at: that form needs all of it in memory.
+    static constexpr std::size_t MAX_LEGACY_BYTES = std::size_t{64} * 1024 * 1024;
+
+    // Reads the bytes of a signature file: its four lines, and nothing else. Nothing comes out of bytes that
+    // are anything else. Any bytes may come.
+    static std::optional<CMinisignSignature> Parse(std::string_view bytes);
+
+    // Whether this key made the signature and its trusted comment. Of the file this says nothing yet.
+    bool IsBy(const CMinisignKey& key) const;
+    // The same, and whether it is the signature of what file holds from its present position to its end. The
+    // file is read piece by piece, but for the old form.
+    bool IsOf(const CFileDescriptor& file, const CMinisignKey& key) const;
+    // A line of any bytes but control characters; tabs may be in it.
+    const std::string& GetTrustedComment() const { return trustedComment_; }
+
+private:
+    CMinisignSignature() = default;
+
+    // Whether the signature is that of the contents' BLAKE2b-512 hash, as the tool has it today ("ED"),
+    // instead of the contents' own ("Ed").
+    bool isPrehashed_ = false;
+    MinisignFormat::KeyId keyId_{};
+    MinisignFormat::Signature signature_{};
+    std::string trustedComment_;
+    // Over the signature, directly followed by the trusted comment.
+    MinisignFormat::Signature globalSignature_{};
+};
