@@ -40,7 +40,8 @@ END
 
 options_in() { grep -oE -- '(^|[^[:alnum:]-])--[a-z][a-z-]*' | grep -oE -- '--[a-z-]*' | sort -u; }
 
-# check_console COMMAND: it answers, and its manual page has just the options that it has itself.
+# check_console COMMAND: it answers, its manual page has just the options that it has itself, and it needs no library of
+# a window, so that it runs on servers.
 check_console() {
     local command=$1 version help
     version=$(as_user person "$command" --version) || fail "$command --version ended with $?"
@@ -48,6 +49,8 @@ check_console() {
     help=$(as_user person "$command" --help) || fail "$command --help ended with $?"
     diff <(options_in <<<"$help") <(zcat "$ROOT/usr/share/man/man1/$command.1.gz" | sed 's/\\-/-/g' | options_in) >&2 ||
         fail "$command --help (<) and its manual page (>) have different options; see packaging/man"
+    ! in_root ldd "/usr/bin/$command" | grep -E 'libQt6(Gui|Widgets)' >&2 ||
+        fail "$command needs the libraries above, for windows; see what its rooms link in CMakeLists.txt"
 }
 
 check_console_programs() {

@@ -57,7 +57,7 @@ const Row ROWS[] = {
      {"VINK"},
      {"--explain"},
      2,
-     "/updates/ink.xml directly: status 404, 153 bytes, "},
+     "/updates/ink.xml directly: status 404, 0 bytes, "},
     {"TheListPassedOver", {"VLP"}, {"--explain"}, 1, "Product Update/products.xml, there is no such file"},
     {"NoListAtAll", {}, {"--explain"}, 2, "\nThe whole report\n"},
     {"TheSilentCheck", {"VLP"}, {"--explain"}, 1, "  silent check  due, there was no check yet"},
