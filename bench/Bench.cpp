@@ -7,6 +7,7 @@
 // bench STATE PORT RUNS [--json]: STATE holds bin/ with the programs, site/, which a web server serves on
 // PORT of 127.0.0.1, and line.conf, with which nginx serves it on the same port of every address. RUNS is how
 // many times each figure is measured, at least.
+#include <QCoreApplication>
 #include <QFile>
 #include <cstdio>
 #include <functional>
@@ -278,6 +279,8 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) try {
+    // The server that thinks lives in this process and needs an application's event dispatcher.
+    const QCoreApplication application(argc, argv);
     if (argc < 4)
         return 2;
     Bench bench(argv[1], std::atoi(argv[2]), std::atoi(argv[3]));
