@@ -28,10 +28,10 @@ void AppendEncoded(CAtlString& encoded, wchar_t ch) {
         encoded.AppendFormat(L"%%%02X", static_cast<unsigned char>(bytes[i]));
 }
 
-bool HasWebScheme(const QString& page) {
+bool HasWebScheme(const QString& address) {
     static const QRegularExpression scheme(QStringLiteral("^(https?|ftp)://."),
                                            QRegularExpression::CaseInsensitiveOption);
-    return scheme.match(page).hasMatch();
+    return scheme.match(address).hasMatch();
 }
 
 // What stands before a colon may be a scheme as well as a host.
@@ -75,8 +75,8 @@ CAtlString PercentEncode(const CAtlString& address) {
 }
 
 CAtlString WebAddress(const CAtlString& page) {
-    const QString text = page.ToQString();
-    if (HasWebScheme(text))
-        return PercentEncode(page);
-    return BeginsWithHost(text) ? L"http://" + PercentEncode(page) : CAtlString();
+    CAtlString encoded = PercentEncode(page);
+    if (HasWebScheme(encoded.ToQString()))
+        return encoded;
+    return BeginsWithHost(page.ToQString()) ? L"http://" + encoded : CAtlString();
 }
