@@ -6,6 +6,6 @@
 
 #include "products/IDecisionObserver.h"
 
-// The one for the whole process. Writes a line on standard output, the key of the one and the other, for each
-// installed version that a product's disabler is compared with.
+// One for the whole process. For each installed version that a disabler is compared with, it writes a line
+// with the keys of both on standard output.
 IDecisionObserver& ConsoleObserver();
