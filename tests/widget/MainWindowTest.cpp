@@ -8,8 +8,6 @@
 #include "support/LoopbackServer.h"
 #include "support/TextPrinting.h"
 
-#include <QDir>
-#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QProgressBar>
 #include <QSpinBox>
@@ -301,55 +299,10 @@ TEST_P(ClosingWindow, WhileAProductIsCheckedIsSafe) {
     EXPECT_EQ(downloader_->addresses, Lines({"http://site/First.xml", "http://site/Second.xml"}))
         << "the rest is left out";
     EXPECT_EQ(record_->GetNewLastChecked(), 0) << "a check that was broken off is no check";
+    downloader_->whileDownloading = {};
+    EXPECT_TRUE(controller_->CheckForUpdates()) << "as after Retry in the window of a silent check";
 }
 INSTANTIATE_TEST_SUITE_P(, ClosingWindow, testing::Values("TitleBar", "Escape", "Button"),
                          [](const auto& way) { return std::string(way.param); });
-
-TEST_F(MainWindowTest, ClosingEndsATransferAtOnce) {
-    for (const char* key : {"First", "Silent", "Third"})
-        AddProduct(key, {"1.0.0.0"}, "");
-    Install();
-    LoopbackServer proxy;
-    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
-    proxy.Serve("http://site/First.xml", LoopbackAnswer::Body("<U Location=\"Server\"><Product/></U>"));
-    const auto downloader = boost::make_shared<Downloader>();
-    downloader->SetProxy("127.0.0.1", proxy.Port());
-    controller_->SetDownloader(downloader);
-    QElapsedTimer closed;
-    QTimer::singleShot(0, &window_, &MainWindow::OnCheckUpdates);
-    QTimer user;
-    QObject::connect(&user, &QTimer::timeout, [&] {
-        if (closed.isValid() || proxy.RequestCount() < 3)
-            return;
-        closed.start();
-        window_.close();
-    });
-    user.start(5);
-    testing::internal::CaptureStdout();
-    window_.exec();
-    EXPECT_LT(closed.elapsed(), 1000);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "\n- Checking First...\n- Done First\n- Checking Silent...\n- Done Silent\n");
-    EXPECT_FALSE(controller_->GetLastCheckResult());
-    EXPECT_TRUE(QDir(CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString())
-                    .entryList(QDir::Files)
-                    .isEmpty());
-
-    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Body("<U Location=\"Server\"><Product/></U>"));
-    EXPECT_TRUE(controller_->CheckForUpdates()) << "as when a silent check's window was shown after all";
-    EXPECT_EQ(proxy.RequestCount(), 6U);
-}
-
-TEST_F(MainWindowTest, LeavesTheControllerAloneWhenItIsGone) {
-    AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
-    Install();
-    {
-        MainWindow other(environment_);
-        other.SetProductListController(controller_);
-    }
-    controller_->LoadProductList();
-    controller_->FindInstalled();
-    EXPECT_TRUE(controller_->CheckForUpdates());
-}
 
 }  // namespace
