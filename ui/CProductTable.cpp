@@ -8,7 +8,6 @@
 
 #include <QAccessible>
 #include <QHeaderView>
-#include <QPointer>
 #include <QSignalBlocker>
 
 namespace {
@@ -24,19 +23,22 @@ constexpr int ROWS_THAT_DECIDE_WIDTHS = 50;
 
 // The button cannot be pressed again while its action runs, which may serve events, and keeps the focus that
 // it had unless the user moves it meanwhile.
-void Press(const QPointer<QPushButton>& button, const CProductTable::Action& action) {
+void Press(QPushButton& button, const CProductTable::Action& action) {
     if (!action)
         return;
-    const QWidget& window = *button->window();
-    const bool hadFocus = window.focusWidget() == button;
-    button->setEnabled(false);
-    const QPointer<QWidget> neighbour = window.focusWidget();
+    bool isGone = false;
+    const auto watch = QObject::connect(&button, &QObject::destroyed, [&isGone] { isGone = true; });
+    const QWidget& window = *button.window();
+    const bool hadFocus = window.focusWidget() == &button;
+    button.setEnabled(false);
+    const QWidget* neighbour = window.focusWidget();
     action();
-    if (!button)
+    if (isGone)
         return;
-    button->setEnabled(true);
+    QObject::disconnect(watch);
+    button.setEnabled(true);
     if (hadFocus && window.focusWidget() == neighbour)
-        button->setFocus();
+        button.setFocus();
 }
 
 }  // namespace
@@ -83,11 +85,10 @@ int CProductTable::AddRow(const QString& name, const QString& installed) {
 void CProductTable::AddButton(int row, const Action& action) {
     QPushButton* button = MakeRowButton(tr("Current"));
     NameButton(row, *button);
-    // The rows may be rebuilt while this very action runs: hence copies that live as long as it runs, and a
+    // The rows may be rebuilt while this very action runs: hence a copy that lives as long as it runs, and a
     // deletion that waits.
-    const boost::shared_ptr<Qtfier> click(
-        new Qtfier([pressed = QPointer(button), action] { Press(QPointer(pressed), Action(action)); }),
-        [](Qtfier* retired) { retired->deleteLater(); });
+    const boost::shared_ptr<Qtfier> click(new Qtfier([button, action] { Press(*button, Action(action)); }),
+                                          [](Qtfier* retired) { retired->deleteLater(); });
     QObject::connect(button, &QPushButton::clicked, click.get(), &Qtfier::Slot);
     rowActions_.push_back(click);
     // A widget that has a size is not asked for the one it would like when it appears; the cell gives it
