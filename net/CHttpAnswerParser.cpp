@@ -11,6 +11,12 @@
 namespace beast = boost::beast;
 namespace http = boost::beast::http;
 
+namespace {
+
+constexpr int LOWEST_STATUS = 100;
+
+}  // namespace
+
 struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_body<beast::flat_buffer>> {
     Parser(std::size_t maxHead, qint64 maxBody) {
         // Takes the body in the same call as the head.
@@ -21,8 +27,11 @@ struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_bod
 
     int Status() const { return static_cast<int>(get().result_int()); }
     bool IsInterim() const { return Status() < QHttpResponseHeader::OK; }
-    // Whether the body comes out as it was meant; of a head that has not arrived whole it does.
-    bool CanDecode() const {
+    // Whether the status is one (RFC 9110, 15) and the body comes out as it was meant. True as long as the
+    // head has not arrived whole.
+    bool IsUnderstood() const {
+        if (Status() < LOWEST_STATUS)
+            return false;
         const auto codings = get().equal_range(http::field::transfer_encoding);
         return std::all_of(codings.first, codings.second, [](const auto& field) {
             return beast::iequals(field.value(), "chunked") || beast::iequals(field.value(), "identity");
@@ -75,7 +84,7 @@ QByteArray CHttpAnswerParser::Read(const QByteArray& bytes) {
         body += parser_->TakeBody();
         goesOn = parser_->is_done();
         const bool isTooLong = !goesOn && rest_.size() > MAX_HEAD;
-        if ((error && error != http::error::need_more) || isTooLong || !parser_->CanDecode())
+        if ((error && error != http::error::need_more) || isTooLong || !parser_->IsUnderstood())
             state_ = State::BROKEN;
         else if (goesOn && !parser_->IsInterim())
             state_ = State::COMPLETE;
