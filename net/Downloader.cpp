@@ -57,8 +57,11 @@ CAtlString Downloader::DownloadInstaller(const CAtlString& url,
 
 void Downloader::FetchAhead(const std::vector<CAtlString>& urls) {
     ahead_.Plan(urls);
-    if (!urls.empty())
+    if (!urls.empty()) {
+        TakeProxySettings();
+        StartAhead();
         return;
+    }
     threads_->End();
     threads_->Memory().EndCheck();
 }

@@ -36,8 +36,8 @@ public:
         return Download(url);
     }
     // Says what Download will be asked for next, in that order and as often as it stands here, in place of
-    // what was said before; with an empty list, that the check is over. A downloader may use the time to
-    // fetch ahead.
+    // what was said before; with an empty list, that the check is over. A downloader may begin to
+    // fetch them.
     virtual void FetchAhead(const std::vector<CAtlString>& /*urls*/) {}
     // Ends the Download that waits, which fails at once, and drops what FetchAhead announced. The next
     // Download fetches again. To be called while Download serves events.

@@ -56,6 +56,8 @@ bool CProductListController::FindInstalled() {
     environment_->LendSharedFiles(nullptr);
     for (const auto& product : products)
         product->ApplyDisablers(products);
+    if (downloader_)
+        downloader_->FetchAhead(CheckAddresses(products));
     return found;
 }
 
@@ -63,10 +65,8 @@ bool CProductListController::CheckForUpdates() {
     const IProduct::List products = GetProducts();
     isChecking_ = true;
     isStopped_ = false;
-    if (downloader_) {
+    if (downloader_)
         downloader_->SetFailureCallback(fetchFailed_);
-        downloader_->FetchAhead(CheckAddresses(products));
-    }
     bool succeeded = false;
     for (const auto& product : products)
         if (!isStopped_)

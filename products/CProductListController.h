@@ -36,7 +36,7 @@ public:
     // folder) and becomes current. True when a list was fetched and could be read, newer or not.
     bool UpdateProductList();
     // Lets every product find what is installed, then lets them disable one another. True when anything was
-    // found.
+    // found. The downloader, if one is set, begins to fetch what CheckForUpdates will ask for.
     bool FindInstalled();
     // Checks every product in order. True when any check succeeded and StopCheck was not called meanwhile.
     bool CheckForUpdates();

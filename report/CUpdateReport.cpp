@@ -31,9 +31,10 @@ bool CUpdateReport::Run(bool isOffline) {
     isListed_ = controller_.LoadProductList();
     wasChecked_ = !isOffline;
     Observe();
+    if (wasChecked_)
+        controller_.SetDownloader(downloader_);
     controller_.FindInstalled();
     if (wasChecked_) {
-        controller_.SetDownloader(downloader_);
         controller_.CheckForUpdates();
         downloader_->SetTransferCallback({});
     }

@@ -18,10 +18,6 @@ int ReadUsersElseMachines(const CAtlString& name, int defaultValue) {
                              error);
 }
 
-void WriteUsers(const CAtlString& name, int value) {
-    WriteRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, name, value);
-}
-
 }  // namespace
 
 bool CRecordKeeper::Load() {
@@ -35,9 +31,10 @@ bool CRecordKeeper::Load() {
 }
 
 void CRecordKeeper::Save() const {
-    WriteUsers(DefaultSettings::INTERVAL, interval_);
-    WriteUsers(DefaultSettings::CHECK_UPDATES, checkUpdates_ ? 1 : 0);
-    WriteUsers(DefaultSettings::LAST_CHECKED, newLastChecked_);
+    WriteRegistryDwords(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
+                        {{DefaultSettings::INTERVAL, interval_},
+                         {DefaultSettings::CHECK_UPDATES, checkUpdates_ ? 1 : 0},
+                         {DefaultSettings::LAST_CHECKED, newLastChecked_}});
 }
 
 bool CRecordKeeper::IsCheckDue(int today) const {

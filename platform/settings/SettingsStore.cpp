@@ -99,6 +99,13 @@ int WriteRegistryDword(int hive, const CAtlString& key, const CAtlString& name, 
     return WriteValue(hive, key, name, value);
 }
 
+void WriteRegistryDwords(int hive, const CAtlString& key,
+                         const std::vector<std::pair<CAtlString, int>>& values) {
+    const auto store = OpenStore(hive);
+    for (const auto& [name, value] : values)
+        store->setValue(SettingsKey(key, name), value);
+}
+
 void EnumRegistryKeys(int hive, const CAtlString& key, std::vector<CAtlString>& names,
                       const CAtlString& /*domain*/) {
     const auto store = OpenStore(hive);

@@ -7,6 +7,7 @@
 
 #include "platform/text/CAtlString.h"
 
+#include <utility>
 #include <vector>
 
 // Hives: the settings of the whole machine and those of the user. Any value but 0 counts as the user's.
@@ -42,6 +43,9 @@ int WriteRegistryString(int hive, const CAtlString& key, const CAtlString& name,
                         const CAtlString& domain = SETTINGS_DOMAIN);
 int WriteRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int value,
                        const CAtlString& domain = SETTINGS_DOMAIN);
+
+// Several integers of one key: a process that is killed meanwhile leaves all of them written, or none.
+void WriteRegistryDwords(int hive, const CAtlString& key, const std::vector<std::pair<CAtlString, int>>& values);
 
 // Appends the names of the key's sub-keys, then those of its values.
 void EnumRegistryKeys(int hive, const CAtlString& key, std::vector<CAtlString>& names,

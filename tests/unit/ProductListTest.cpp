@@ -157,6 +157,7 @@ TEST_F(ProductList, EveryProductIsFoundAndCheckedInOrder) {
     LoadWith(Element("a") + Element("absent") + Element("c") + Element("d"));
     for (const std::string key : {"a", "c", "d"})
         Install(key + ".xml", "1.0.0.0", key);
+    downloader_->announced.clear();
     EXPECT_TRUE(controller_.FindInstalled());
     EXPECT_FALSE(controller_.IsAnyUpdateAvailable());
     std::string events;
@@ -166,7 +167,6 @@ TEST_F(ProductList, EveryProductIsFoundAndCheckedInOrder) {
         };
     };
     downloader_->whileDownloading = [&events] { events += "get "; };
-    downloader_->announced.clear();
     controller_.SetCheckStartedCallback(record("+"));
     controller_.SetCheckFinishedCallback(record("-"));
     EXPECT_TRUE(controller_.CheckForUpdates());
