@@ -5,11 +5,8 @@
 #pragma once
 
 #include "app/CCmdLineParser.h"
-#include "app/CErrorParameter.h"
-#include "app/CFlagParameter.h"
-#include "app/CProxyParameter.h"
-#include "app/CStringParameter.h"
 #include "app/CWorkFlow.h"
+#include "app/CommandLineParameters.h"
 
 // One per process, made before the application object and destroyed after it. Not to be copied: its parts
 // point to one another.

@@ -4,7 +4,7 @@
 // Feeds the arguments of a command line to the parameters that they name.
 #pragma once
 
-#include "app/ICmdLineParam.h"
+#include "app/CommandLineParameters.h"
 
 #include <map>
 #include <vector>

@@ -6,7 +6,6 @@
 
 #include "net/IDownloader.h"
 #include "platform/desktop/IAttendedEnvironment.h"
-#include "platform/desktop/IProgress.h"
 #include "products/CProductListController.h"
 
 #include <boost/shared_ptr.hpp>

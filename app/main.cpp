@@ -2,8 +2,74 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // The entry point.
-#include "app/RunApplication.h"
+#include "app/CApplicationFactory.h"
+#include "app/CSingleInstanceLock.h"
+#include "i18n/Language.h"
+#include "i18n/startup/InstallLanguage.h"
 #include "platform/desktop/BrokenPipes.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QStyleFactory>
+#include <QTimer>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+constexpr char LOCK_PROJECT = 'q';
+
+// Qt ends a process that finds no display with SIGABRT. Empty variables count as unset, as they do there.
+bool IsDisplayNamed() {
+    const auto isSet = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
+    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+}
+
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool gui) {
+    if (gui)
+        return std::make_unique<QApplication>(argc, argv);
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+void DressUp() {
+    const bool plastique = QStyleFactory::keys().contains("plastique", Qt::CaseInsensitive);
+    QApplication::setStyle(plastique ? "plastique" : "fusion");
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(":/images/update.png"));
+}
+
+void RunAction(CApplicationFactory& factory) {
+    if (factory.IsGuiEnabled())
+        DressUp();
+    factory.Run();
+    // One turn of the event loop delivers what is still pending, deferred deletions above all.
+    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QCoreApplication::exec();
+}
+
+// From the command line to the end of the action that it asks for, or to the reason why there is none.
+void RunApplication(int argc, char** argv) {
+    CApplicationFactory factory;
+    factory.Parse(argc, argv);
+    if (factory.IsGuiEnabled() && !IsDisplayNamed()) {
+        std::cerr << "VARDO Product Update needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set; "
+                     "VARDOUpdateReport checks without one."
+                  << std::endl;
+        return;
+    }
+    const auto application = MakeApplication(argc, argv, factory.IsGuiEnabled());
+    SetLocaleOverride(factory.GetLocale().ToQString());
+    InstallLanguage("VARDOProductUpdate", qobject_cast<QApplication*>(application.get()), true);
+    // In UTF-8, as the file system has it.
+    const QByteArray executable = QCoreApplication::applicationFilePath().toUtf8();
+    const CSingleInstanceLock lock(executable.constData(), LOCK_PROJECT);
+    if (lock.IsHeld())
+        RunAction(factory);
+    else
+        std::cerr << "VARDO Product Update is already running." << std::endl;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     IgnoreBrokenPipes();

@@ -3,12 +3,12 @@
 
 #include "i18n/CResourceManagerLinux.h"
 
-#include <memory>
-#include <string_view>
-
 #include "i18n/LanguageTable.h"
 #include "i18n/StringsReader.h"
 #include "platform/text/ResultCodes.h"
+
+#include <memory>
+#include <string_view>
 
 namespace {
 

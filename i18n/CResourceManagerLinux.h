@@ -4,11 +4,19 @@
 // The texts of one language, from the strings files of its folder.
 #pragma once
 
-#include "i18n/IVardoResourceManager.h"
 #include "platform/files/CVardoDirectoryPath.h"
+#include "platform/text/CAtlString.h"
 
 #include <string>
 #include <unordered_map>
+
+// The texts of the language that is set up.
+class IVardoResourceManager {
+public:
+    virtual ~IVardoResourceManager() = default;
+    // The text for a key (UTF-8), or the key itself when there is none. Any thread, while nothing is loaded.
+    virtual CAtlString GetString(const char* key) const = 0;
+};
 
 // Starts without a language and without texts. Loading belongs to the GUI thread.
 class CResourceManagerLinux : public IVardoResourceManager {

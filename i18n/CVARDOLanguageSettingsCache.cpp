@@ -3,13 +3,13 @@
 
 #include "i18n/CVARDOLanguageSettingsCache.h"
 
-#include <QCoreApplication>
-#include <QSettings>
-
 #include "i18n/Language.h"
 #include "i18n/LanguageTable.h"
 #include "platform/settings/CSettingsIdentity.h"
 #include "platform/settings/SettingsStore.h"
+
+#include <QCoreApplication>
+#include <QSettings>
 
 namespace {
 

@@ -4,9 +4,17 @@
 // The language that the maker's language setup, or else the desktop, has chosen for this user.
 #pragma once
 
-#include "i18n/IGUILang.h"
+#include "platform/text/CAtlString.h"
 
 #include <QString>
+
+// A source of the language. GUI thread only.
+class IGUILang {
+public:
+    virtual ~IGUILang() = default;
+    // The language as a hexadecimal ID, or as a code when its ID is not known.
+    virtual CAtlString GetLanguage() const = 0;
+};
 
 // Reads the settings anew at each call and keeps nothing. The first of these that says something decides: the
 // language setup's "LanguageID" of this user; the first entry of KDE's list of languages, in a KDE session;

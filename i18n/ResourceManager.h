@@ -4,7 +4,7 @@
 // The process's one resource manager, and the language, folder and product that it was last set up with.
 #pragma once
 
-#include "i18n/IVardoResourceManager.h"
+#include "i18n/CResourceManagerLinux.h"
 
 // The manager, made when there is none; it stays the property of this module. Making, setting up and
 // destroying it belong to the GUI thread.

@@ -5,8 +5,6 @@
 
 #include <QStringView>
 
-#include "i18n/HexDigit.h"
-
 namespace {
 
 QString DecodeUnits(std::string_view bytes) {

@@ -10,6 +10,15 @@
 #include <cstddef>
 #include <string_view>
 
+// The value of 0-9, A-F or a-f, -1 for any other character. Independent of the locale.
+constexpr int HexDigit(char32_t ch) {
+    if (ch >= U'0' && ch <= U'9')
+        return static_cast<int>(ch - U'0');
+    if (ch >= U'A' && ch <= U'F')
+        return static_cast<int>(ch - U'A') + 10;
+    return ch >= U'a' && ch <= U'f' ? static_cast<int>(ch - U'a') + 10 : -1;
+}
+
 // Splits the bytes of a strings file into its pairs, in the file's order. The bytes are UTF-16: the first
 // code unit is skipped as the byte order mark; FE FF in front of an even number of bytes means big-endian,
 // anything else little-endian. A last odd byte is dropped. Any bytes may come; none is an error.

@@ -6,9 +6,11 @@
 
 #include "net/TransferRecord.h"
 #include "products/IDecisionObserver.h"
+#include "products/Verdict.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QString>
 
 // Keeps what it is told, in the order of the telling, as it goes into the report; docs/administration.md says
 // what is where. GUI thread only.

@@ -3,7 +3,7 @@
 
 #include "report/CTextTable.h"
 
-#include "report/TerminalText.h"
+#include "report/PrintableText.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 
 #include "report/CUpdateReport.h"
 
+#include "app/settings/CRecordKeeper.h"
 #include "products/ProductListFiles.h"
-#include "report/SilentCheck.h"
 
 #include <algorithm>
 
@@ -19,6 +19,23 @@ QString WhyNot(const Products& list) {
     if (!list.GetPath().Exists())
         return "there is no such file";
     return list.IsLoaded() ? "it is not newer" : "it holds no product";
+}
+
+QString Reason(const CRecordKeeper& keeper) {
+    if (!keeper.GetCheckUpdates())
+        return "automatic checks are switched off";
+    const QString interval = QString("the interval is %1 days").arg(keeper.GetInterval());
+    if (keeper.GetLastChecked() == 0)
+        return "there was no check yet; " + interval;
+    const QDate last = QDate::fromJulianDay(keeper.GetLastChecked());
+    return QString("the last check was on %1; %2").arg(last.toString(Qt::ISODate), interval);
+}
+
+// "due", and in "reason" why or why not, by the settings as they are.
+QJsonObject SilentCheck(const QDate& today) {
+    CRecordKeeper keeper;
+    keeper.Load();
+    return {{"due", keeper.IsCheckDue(static_cast<int>(today.toJulianDay()))}, {"reason", Reason(keeper)}};
 }
 
 }  // namespace

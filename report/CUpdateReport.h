@@ -10,7 +10,9 @@
 #include "report/CExplanation.h"
 #include "report/ReportRow.h"
 
+#include <QDate>
 #include <QJsonArray>
+#include <QJsonObject>
 #include <boost/shared_ptr.hpp>
 #include <map>
 

@@ -3,7 +3,7 @@
 
 #include "report/ReportRow.h"
 
-#include "report/WithoutPassword.h"
+#include "report/PrintableText.h"
 
 namespace {
 

@@ -5,7 +5,6 @@
 
 #include "net/Downloader.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
-#include "platform/desktop/SharedDataFolder.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "report/CReportOptions.h"
 #include "report/CUpdateReport.h"

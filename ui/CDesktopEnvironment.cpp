@@ -3,8 +3,8 @@
 
 #include "ui/CDesktopEnvironment.h"
 
+#include "platform/desktop/CUnattendedEnvironment.h"
 #include "platform/desktop/DesktopLaunching.h"
-#include "platform/desktop/SharedDataFolder.h"
 #include "ui/CProgressWindow.h"
 #include "ui/MessageBoxes.h"
 

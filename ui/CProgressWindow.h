@@ -4,7 +4,7 @@
 // The small window of a program that waits.
 #pragma once
 
-#include "platform/desktop/IProgress.h"
+#include "platform/desktop/IAttendedEnvironment.h"
 
 #include <QDialog>
 #include <QLabel>

@@ -3,7 +3,8 @@
 
 #include "ui/MessageBoxes.h"
 
-#include "ui/CConsentBox.h"
+#include <QKeyEvent>
+#include <QMessageBox>
 
 namespace {
 
@@ -17,6 +18,27 @@ void Warn(const QString& text) {
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
+
+// A question with the single button OK. A plain message box takes its only button for the answer when it is
+// closed, or when Escape is pressed; here both end it without an answer. Lives for one exec(), which gives
+// QMessageBox::Ok or QDialog::Rejected.
+class CConsentBox : public QMessageBox {
+public:
+    CConsentBox(const QString& title, const QString& text)
+        : QMessageBox(QMessageBox::Question, title, text, QMessageBox::Ok) {}
+
+protected:
+    void closeEvent(QCloseEvent* event) override {
+        // Past QMessageBox, which would press the only button. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+        QDialog::closeEvent(event);
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->matches(QKeySequence::Cancel))
+            reject();
+        else
+            QMessageBox::keyPressEvent(event);
+    }
+};
 
 }  // namespace
 

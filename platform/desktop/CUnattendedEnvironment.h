@@ -5,6 +5,7 @@
 #pragma once
 
 #include "platform/desktop/IEnvironment.h"
+#include "platform/files/CVardoDirectoryPath.h"
 
 // The machine's date and one shared data folder: it starts nothing and opens nothing.
 class CUnattendedEnvironment : public IEnvironment {
@@ -19,3 +20,7 @@ public:
 private:
     CVardoDirectoryPath folder_;
 };
+
+// The parent of the executable's folder, then "share"; empty when the executable's folder has no parent. GUI
+// thread, while a QCoreApplication exists.
+CVardoDirectoryPath SharedDataFolder();

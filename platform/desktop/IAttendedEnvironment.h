@@ -5,10 +5,30 @@
 #pragma once
 
 #include "platform/desktop/IEnvironment.h"
-#include "platform/desktop/IProgress.h"
 
 #include <boost/function.hpp>
 #include <memory>
+
+// Tells the user what the program waits for, and lets them end the waiting. Belongs to whoever waits, and
+// must not be destroyed while it reports that the user has enough. GUI thread only.
+class IProgress {
+public:
+    enum class Task {
+        LOOKING_FOR_PROGRAM,  // for a newer version of the program itself
+        LOOKING_FOR_LIST,     // for a newer product list
+        FETCHING_INSTALLER,
+    };
+
+    virtual ~IProgress() = default;
+    // The program waits for this from now on. The fetching of an installer is shown at once, because the user
+    // has just asked for it; anything else only when all the waiting for such things is taking long, which
+    // counts anew after a cancel.
+    virtual void Begin(Task task) = 0;
+    // How much of it has arrived, in bytes; total is 0 or less when unknown.
+    virtual void SetBytes(int done, int total) = 0;
+    // The program does not wait any more; nothing is shown until the next Begin.
+    virtual void Pause() = 0;
+};
 
 // What a check asks of the user before it has a window. GUI thread only.
 class IAttendedEnvironment : public IEnvironment {

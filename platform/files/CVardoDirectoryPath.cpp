@@ -13,8 +13,8 @@
 
 #include "platform/files/Addresses.h"
 #include "platform/files/CTemporaryFolder.h"
+#include "platform/files/CVardoFilePath.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/PathText.h"
 #include "platform/text/TextConversion.h"
 
 namespace {

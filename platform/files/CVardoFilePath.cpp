@@ -3,10 +3,9 @@
 
 #include "platform/files/CVardoFilePath.h"
 
-#include <new>
-
 #include "platform/files/FileSystem.h"
-#include "platform/files/PathText.h"
+
+#include <new>
 
 CVardoFilePath::CVardoFilePath(const CAtlString& path) : path_(NormalPath(path)) {}
 
@@ -61,4 +60,13 @@ long CVardoFilePath::ReadAll(std::unique_ptr<char[]>& buffer) const {
     if (count > 0)
         buffer = std::move(bytes);
     return count;
+}
+
+CAtlString NormalPath(const CAtlString& path) {
+    CAtlString normal(path);
+    normal.Replace(L'\\', L'/');
+    const int last = normal.GetLength() - 1;
+    if (last >= 0 && normal[last] == L'/')
+        normal.Delete(last);
+    return normal;
 }

@@ -9,6 +9,9 @@
 
 #include <memory>
 
+// The normal form of a path: every "\" becomes "/", and one trailing "/" is removed.
+CAtlString NormalPath(const CAtlString& path);
+
 // A value like CAtlString: it owns nothing but its text. Every "\" of the text becomes "/", and one trailing
 // "/" is removed; "." and ".." and doubled separators stay. Calls into the file system get the path as UTF-8,
 // whatever the locale. Any thread may use its own objects. Failures are results; nothing throws or prints.

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "report/CTextTable.h"
-#include "report/WithoutPassword.h"
+#include "report/PrintableText.h"
 #include "support/TextPrinting.h"
 
 TEST(ReportTable, LinesUpWhateverTheNamesAreMadeOf) {

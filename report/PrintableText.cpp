@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "report/TerminalText.h"
+#include "report/PrintableText.h"
 
 #include <QList>
+#include <QRegularExpression>
 #include <algorithm>
 #include <cwchar>
 
@@ -48,4 +49,9 @@ QString Printable(const QString& text) {
     for (const char32_t ch : text.toUcs4())
         printable += Width(ch) < 0 ? QString(QChar::ReplacementCharacter) : QString::fromUcs4(&ch, 1);
     return printable;
+}
+
+QString WithoutPassword(const CAtlString& address) {
+    static const QRegularExpression password("(//[^/?#:@]*):[^/?#]*@");
+    return address.ToQString().replace(password, "\\1@");
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "platform/desktop/SharedDataFolder.h"
+#include "platform/desktop/CUnattendedEnvironment.h"
 
 #include <QCoreApplication>
 

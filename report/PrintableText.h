@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What a terminal makes of a text.
+// Texts as they may be printed.
 #pragma once
+
+#include "platform/text/CAtlString.h"
 
 #include <QString>
 
@@ -10,3 +12,6 @@
 int TerminalWidth(const QString& text);
 // The text with a replacement for each character that a terminal would not show.
 QString Printable(const QString& text);
+
+// The address without the password that it may hold (RFC 3986, 3.2.1); else as it is.
+QString WithoutPassword(const CAtlString& address);
