@@ -8,10 +8,14 @@
 #include "ui/CDesktopEnvironment.h"
 
 #include <QDir>
+#include <algorithm>
 #include <boost/bind.hpp>
 #include <boost/make_shared.hpp>
+#include <cstring>
 
 namespace {
+
+const CAtlString PASSWORD(L"password");
 
 // The executable's path without links (empty when there is no such file), then the arguments.
 CAtlString JoinCommandLine(int argc, char** argv) {
@@ -21,6 +25,22 @@ CAtlString JoinCommandLine(int argc, char** argv) {
     for (int i = 1; i < argc; ++i)
         line += CAtlString(" ") + CAtlString(argv[i]);
     return line;
+}
+
+// Other users may read a process's arguments as long as it runs (proc(5), cmdline). So each password that
+// stands there is overwritten once it has been read.
+void HidePasswords(int argc, char** argv) {
+    bool isPassword = false;
+    for (int i = 1; i < argc; ++i) {
+        char* value = isPassword ? argv[i] : nullptr;
+        CAtlString name(argv[i]);
+        const bool isOption = StripSwitchPrefix(name);
+        isPassword = isOption && name == PASSWORD;
+        if (isOption && name.Left(PASSWORD.GetLength() + 1) == PASSWORD + L":")
+            value = std::strchr(argv[i], ':') + 1;
+        if (value)
+            std::fill_n(value, std::strlen(value), '*');
+    }
 }
 
 }  // namespace
@@ -55,8 +75,10 @@ void CApplicationFactory::RegisterParameters() {
 }
 
 bool CApplicationFactory::Parse(int argc, char** argv) {
+    const bool isFaultless = parser_.Parse(argc, argv);
+    HidePasswords(argc, argv);
     context_.commandLine = JoinCommandLine(argc, argv);
-    return parser_.Parse(argc, argv);
+    return isFaultless;
 }
 
 CAtlString CApplicationFactory::GetLocale() const {

@@ -15,6 +15,9 @@
 
 namespace {
 
+// Nobody sees it, and other copies of the program wait for its end.
+constexpr std::chrono::minutes LONGEST_SILENT_CHECK{15};
+
 int JulianDay(const IEnvironment& environment) {
     return static_cast<int>(environment.Today().toJulianDay());
 }
@@ -83,7 +86,9 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     MainWindow window(environment_);
     Connect(window);
     window.ShowProducts();
+    productList_->SetTimeLimit(LONGEST_SILENT_CHECK);
     productList_->CheckForUpdates();
+    productList_->SetTimeLimit({});
     RecordSuccess();
     if (productList_->IsAnyUpdateAvailable()) {
         proxyHandler_->SetInteractive(true);

@@ -3,6 +3,8 @@
 
 #include "catalog/CFindings.h"
 
+#include "platform/text/PrintableText.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -23,17 +25,10 @@ QString Name(Severity severity) {
     return QStringLiteral("note");
 }
 
-// What a file says goes into a text: its line ends and control characters must not break the line.
-QString InOneLine(QString text) {
-    std::replace_if(
-        text.begin(), text.end(), [](QChar ch) { return ch.category() == QChar::Other_Control; }, u' ');
-    return text;
-}
-
 }  // namespace
 
 void CFindings::Add(const QString& file, int line, const FindingCode& code, const QString& text) {
-    findings_.push_back({file, std::max(line, 1), code, InOneLine(text)});
+    findings_.push_back({file, std::max(line, 1), code, Printable(text)});
 }
 
 std::vector<Finding> CFindings::Sorted() const {
@@ -60,7 +55,7 @@ QByteArray CFindings::ToText() const {
     QString text;
     for (const Finding& finding : Sorted())
         text += QStringLiteral("%1:%2: %3: %4 [%5]\n")
-                    .arg(InOneLine(finding.file), QString::number(finding.line), Name(finding.code.severity),
+                    .arg(Printable(finding.file), QString::number(finding.line), Name(finding.code.severity),
                          finding.text, QString::fromLatin1(finding.code.name));
     return text.toUtf8();
 }
@@ -73,5 +68,5 @@ QByteArray CFindings::ToJson() const {
                                  {QStringLiteral("severity"), Name(finding.code.severity)},
                                  {QStringLiteral("code"), QString::fromLatin1(finding.code.name)},
                                  {QStringLiteral("text"), finding.text}});
-    return QJsonDocument(array).toJson();
+    return PrintableJson(QJsonDocument(array));
 }

@@ -9,7 +9,16 @@
 set(VARDO_UPDATE_SITE "" CACHE STRING "The maker's site, e.g. http://updates.example.com/; empty for none")
 
 option(VARDO_SELF_UPDATE "Whether the installed program replaces itself by newer ones that the maker's site offers" ON)
+option(VARDO_UNSIGNED_SELF_UPDATE "Whether it may do so without the maker's public key" OFF)
 set(VARDO_PUBLIC_KEY "" CACHE FILEPATH "The maker's public key: no installer is then started that it does not vouch for")
+set(VARDO_CATALOGUE_KEY "" CACHE FILEPATH "The maker's public key for the files that the site publishes")
+
+if(VARDO_UPDATE_SITE AND VARDO_SELF_UPDATE AND NOT VARDO_PUBLIC_KEY AND NOT VARDO_UNSIGNED_SELF_UPDATE)
+  message(FATAL_ERROR "Without the maker's key whoever answers for ${VARDO_UPDATE_SITE} could start any program on the "
+    "users' computers. Choose one: -DVARDO_PUBLIC_KEY=FILE (only installers that the maker has signed are started, see "
+    "docs/signing.md), -DVARDO_SELF_UPDATE=OFF (the program never replaces itself), or "
+    "-DVARDO_UNSIGNED_SELF_UPDATE=ON (it does, and trusts the network)")
+endif()
 
 set(VARDO_PRODUCT_LIST "")
 set(VARDO_NO_UPDATES " NoUpdates=\"true\"")
@@ -29,6 +38,9 @@ install(TARGETS VARDOProductUpdate VARDOCatalogCheck VARDOUpdateReport RUNTIME D
 install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)
 if(VARDO_PUBLIC_KEY)
   install(FILES ${VARDO_PUBLIC_KEY} DESTINATION share RENAME VardoProductUpdate.pub)
+endif()
+if(VARDO_CATALOGUE_KEY)
+  install(FILES ${VARDO_CATALOGUE_KEY} DESTINATION share RENAME VardoCatalogue.pub)
 endif()
 
 # All that an installation holds, and nothing else: what scripts/run.sh builds.

@@ -3,8 +3,10 @@
 
 #include "products/CProductListController.h"
 
+#include "products/CProductsByKey.h"
 #include "products/ProductListFiles.h"
 
+#include <QTimer>
 #include <algorithm>
 #include <boost/make_shared.hpp>
 
@@ -54,8 +56,9 @@ bool CProductListController::FindInstalled() {
     for (const auto& product : products)
         found = product->FindInstalled() || found;
     environment_->LendSharedFiles(nullptr);
+    const CProductsByKey all(products);
     for (const auto& product : products)
-        product->ApplyDisablers(products);
+        product->ApplyDisablers(all);
     if (downloader_)
         downloader_->FetchAhead(CheckAddresses(products));
     return found;
@@ -67,6 +70,10 @@ bool CProductListController::CheckForUpdates() {
     isStopped_ = false;
     if (downloader_)
         downloader_->SetFailureCallback(fetchFailed_);
+    QTimer patience;
+    QObject::connect(&patience, &QTimer::timeout, [this] { StopCheck(); });
+    if (timeLimit_.count() > 0)
+        patience.start(timeLimit_);
     bool succeeded = false;
     for (const auto& product : products)
         if (!isStopped_)

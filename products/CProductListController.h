@@ -11,6 +11,7 @@
 
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
+#include <chrono>
 
 // Loads and refreshes the list, finds what is installed, checks for updates. GUI thread only; the workflow
 // shares it with the main window. Callbacks are called on the same thread, inside CheckForUpdates.
@@ -40,6 +41,8 @@ public:
     bool FindInstalled();
     // Checks every product in order. True when any check succeeded and StopCheck was not called meanwhile.
     bool CheckForUpdates();
+    // A CheckForUpdates that takes longer is ended as by StopCheck; 0, as at first: none is.
+    void SetTimeLimit(std::chrono::milliseconds limit) { timeLimit_ = limit; }
     // Ends a CheckForUpdates that is under way, from an event inside it: the product in hand fails soon, and
     // the rest is left out, so that the whole does not count as a check. Does nothing at any other time.
     void StopCheck();
@@ -59,6 +62,7 @@ private:
 
     boost::shared_ptr<Products> products_;
     boost::shared_ptr<IDownloader> downloader_;
+    std::chrono::milliseconds timeLimit_{0};
     bool lastCheckResult_ = false;
     bool isChecking_ = false;
     bool isStopped_ = false;

@@ -4,6 +4,7 @@
 #include "products/CProductVersions.h"
 
 #include "platform/xml/XmlFile.h"
+#include "products/CProductsByKey.h"
 #include "products/CVersionStringRange.h"
 #include "products/ListFormat.h"
 
@@ -119,11 +120,15 @@ CAtlString CProductVersions::PageOf(const CProductVersion& item) const {
     return page.IsEmpty() ? defaultAddress_ : page;
 }
 
-void CProductVersions::ApplyDisablers(const List& all) {
+void CProductVersions::ApplyDisablers(const CProductsByKey& all) {
     if (!current_ || disablers_.empty())
         return;
+    std::vector<CAtlString> keys;
+    for (const Disabler& disabler : disablers_)
+        keys.push_back(disabler.uid);
+    const List others = GetObserver().WantsComparisons() ? all.GetAll() : all.WithKeys(keys);
     disabled_ =
-        disabled_ || std::any_of(all.begin(), all.end(), [this](const auto& other) {
+        disabled_ || std::any_of(others.begin(), others.end(), [this](const auto& other) {
             return other.get() != this && other->GetKey().Compare(baseName_) != 0 && IsDisabledBy(*other);
         });
 }

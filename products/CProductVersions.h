@@ -46,7 +46,7 @@ public:
     void SetRow(unsigned item, int row) override { items_[item]->SetRow(row); }
     int GetRow(unsigned item) const override { return items_[item]->GetRow(); }
     QList<QString> GetActionTexts() const override { return actionTexts_; }
-    void ApplyDisablers(const List& all) override;
+    void ApplyDisablers(const CProductsByKey& all) override;
     bool IsCurrent(unsigned item) const override { return items_[item].get() == current_; }
     bool IsDisabled() const override { return disabled_; }
     CAtlString GetPage(unsigned item) const override { return PageOf(*items_[item]); }

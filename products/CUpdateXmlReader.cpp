@@ -5,8 +5,12 @@
 
 #include "platform/files/Addresses.h"
 #include "platform/files/CVardoFilePath.h"
+#include "platform/files/FileSystem.h"
 #include "platform/xml/XmlFile.h"
 #include "products/DescriptionFormat.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -31,6 +35,13 @@ CUpdateEntry ReadOffer(const TiXmlElement& element) {
     };
 }
 
+// Everybody may make files in the marker's folder: only a plain file of root's or the user's own counts.
+bool IsTrustedMarker(const CVardoFilePath& file) {
+    struct stat status {};
+    return lstat(FileSystem::SystemPath(file.GetFilePathString()).c_str(), &status) == 0 &&
+           S_ISREG(status.st_mode) && (status.st_uid == 0 || status.st_uid == geteuid());
+}
+
 // Reads a product element's own offer and those of its ranges, which are in elements of that name.
 void ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTable& table) {
     table.SetDefaultOffer(ReadOffer(product));
@@ -50,7 +61,7 @@ void ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTa
 const CAtlString CUpdateXmlReader::TEST_MARKER(L"/tmp/testmark.dat");
 
 CUpdateXmlReader::CUpdateXmlReader() {
-    currentOfferElement = CVardoFilePath(TEST_MARKER).Exists() ? TEST_PRODUCT : PRODUCT;
+    currentOfferElement = IsTrustedMarker(CVardoFilePath(TEST_MARKER)) ? TEST_PRODUCT : PRODUCT;
 }
 
 bool CUpdateXmlReader::LoadLocal() {

@@ -3,7 +3,7 @@
 
 #include "products/ConsoleObserver.h"
 
-#include "platform/text/CAtlStringA.h"
+#include "platform/text/PrintableText.h"
 
 #include <iostream>
 
@@ -11,9 +11,19 @@ namespace {
 
 class CConsoleObserver : public IDecisionObserver {
 public:
+    bool WantsComparisons() const override { return lines_ < MOST_LINES; }
     void OnComparison(const CAtlString& key, const CAtlString& disabler) override {
-        std::cout << CAtlStringA(key).GetString() << ' ' << CAtlStringA(disabler).GetString() << '\n';
+        if (!WantsComparisons())
+            return;
+        ++lines_;
+        std::cout << PrintableNarrow(key) << ' ' << PrintableNarrow(disabler) << '\n';
     }
+
+private:
+    // A session keeps what its programs print. Nobody reads more, and a list could ask for terabytes.
+    static constexpr int MOST_LINES = 1'000;
+
+    int lines_ = 0;
 };
 
 }  // namespace

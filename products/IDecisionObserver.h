@@ -20,6 +20,8 @@ public:
     // if anything. The path is empty when the place of the file is not known.
     virtual void OnLocalFile(const CVardoFilePath& /*file*/, Verdict /*verdict*/,
                              const CVersionString& /*installed*/) {}
+    // Whether OnComparison is to be called with all comparisons; without it only those are made that count.
+    virtual bool WantsComparisons() const { return false; }
     // An installed version of another product, by that product's key, was compared with a disabler of this
     // one, by the key that the disabler names.
     virtual void OnComparison(const CAtlString& /*key*/, const CAtlString& /*disabler*/) {}

@@ -13,6 +13,7 @@
 #include <boost/shared_ptr.hpp>
 #include <vector>
 
+class CProductsByKey;
 class TiXmlElement;
 
 // One product, gallery content or notification. It has zero or more items, each a row of the table;
@@ -58,7 +59,7 @@ public:
     // Captions of the button: entry 0 without, entry 1 with an available update.
     virtual QList<QString> GetActionTexts() const = 0;
     // Lets this product react to the others of its list; does nothing by default.
-    virtual void ApplyDisablers(const List& /*all*/) {}
+    virtual void ApplyDisablers(const CProductsByKey& /*all*/) {}
     // The name under which the product's description files are found.
     virtual CAtlString GetDescriptionName() const = 0;
     // The address that CheckForUpdates fetches; empty when it will fetch nothing.

@@ -44,8 +44,11 @@ bool Notification::Init(const TiXmlElement* element) {
 }
 
 bool Notification::FindInstalled() {
+    // A key names a file of the folder, and no path out of it.
+    const bool isName = key_.FindOneOf(L"/\\") < 0;
     const CVardoFilePath file =
-        CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml");
+        isName ? CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml")
+               : CVardoFilePath();
     const bool found = ReadDescription(file);
     GetObserver().OnLocalFile(file, verdict_, CVersionString());
     return found;

@@ -5,6 +5,7 @@
 
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileReplacement.h"
+#include "platform/files/FileSystem.h"
 #include "products/Products.h"
 
 #include <cstdlib>
@@ -17,6 +18,15 @@ namespace {
 // The installed list is for everybody, the user's for that user.
 constexpr mode_t INSTALLED_MODE = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
 constexpr mode_t USERS_MODE = S_IRUSR | S_IWUSR;
+
+// Makes the missing folders of a path for their owner alone, whatever the umask allows.
+void MakePrivately(const CVardoDirectoryPath& folder) {
+    CVardoDirectoryPath parent(folder);
+    if (folder.Exists() || !parent.RemoveLastComponent())
+        return;
+    MakePrivately(parent);
+    mkdir(FileSystem::SystemPath(folder.GetDirectoryPathString()).c_str(), S_IRWXU);
+}
 
 }  // namespace
 
@@ -38,6 +48,6 @@ void StoreProductList(const CVardoFilePath& list, const IEnvironment& environmen
     if (ReplaceFile(list, InstalledProductList(environment), INSTALLED_MODE))
         return;
     const CVardoFilePath users = UserProductList();
-    CVardoDirectoryPath(users).Create();
+    MakePrivately(CVardoDirectoryPath(users));
     ReplaceFile(list, users, USERS_MODE);
 }

@@ -7,7 +7,28 @@
 #include "products/ListFormat.h"
 #include "products/ProductFactory.h"
 
+namespace {
+
+int CountChildren(const TiXmlElement* element, const char* name) {
+    int count = 0;
+    const TiXmlElement* child = element ? element->FirstChildElement(name) : nullptr;
+    for (; child; child = child->NextSiblingElement(name))
+        ++count;
+    return count;
+}
+
+}  // namespace
+
 const CAtlString Products::FILE_NAME(L"products.xml");
+
+bool Products::IsBounded(const TiXmlElement& root) {
+    int count = 0;
+    for (const TiXmlElement* child = root.FirstChildElement(); child; child = child->NextSiblingElement())
+        if (++count > MAX_PRODUCTS || CountChildren(child->FirstChildElement(ListFormat::DISABLERS),
+                                                    ListFormat::DISABLER) > MAX_DISABLERS)
+            return false;
+    return true;
+}
 
 bool Products::Load(const CVardoFilePath& path) {
     path_ = path;
@@ -19,6 +40,8 @@ bool Products::Load(const CVardoFilePath& path) {
     if (!path.Exists() || !LoadXml(path, document))
         return false;
     const TiXmlElement* root = document.RootElement();
+    if (!IsBounded(*root))
+        return false;
     version_.SetString(XmlAttribute(*root, ListFormat::VERSION));
     address_ = XmlAttribute(*root, ListFormat::URL);
     for (const TiXmlElement* child = root->FirstChildElement(); child; child = child->NextSiblingElement())

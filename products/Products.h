@@ -19,11 +19,17 @@ public:
     // The name of the list file: "products.xml".
     static const CAtlString FILE_NAME;
 
+    // A list of more products, or with a product of more disablers, is unreadable: what it would cost each
+    // check grows with both.
+    static constexpr int MAX_PRODUCTS = 5'000;
+    static constexpr int MAX_DISABLERS = 100;
+    static bool IsBounded(const TiXmlElement& root);
+
     explicit Products(const boost::shared_ptr<IEnvironment>& environment) : environment_(environment) {}
     virtual ~Products() = default;
 
-    // Reads a list file in place of what is held. True when at least one product was made; a missing or
-    // malformed file gives false and an empty list.
+    // Reads a list file in place of what is held. True when at least one product was made; a missing,
+    // malformed or unbounded file gives false and an empty list.
     bool Load(const CVardoFilePath& path);
 
     // The file that was read, or was to be.

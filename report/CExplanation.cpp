@@ -4,7 +4,7 @@
 #include "report/CExplanation.h"
 
 #include "net/FailureText.h"
-#include "report/PrintableText.h"
+#include "platform/files/Addresses.h"
 
 namespace {
 

@@ -3,14 +3,47 @@
 
 #include "report/CTextTable.h"
 
-#include "report/PrintableText.h"
+#include "platform/text/PrintableText.h"
 
+#include <QList>
 #include <algorithm>
+#include <cwchar>
+
+#include <locale.h>
+
+namespace {
+
+// The thread's character types are those of UTF-8 for the length of a scope.
+class CUtf8Locale {
+public:
+    CUtf8Locale() {
+        // For the length of the process: making it takes longer than all else here.
+        static const locale_t UTF8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+        previous_ = uselocale(UTF8);
+    }
+    ~CUtf8Locale() { uselocale(previous_); }
+    CUtf8Locale(const CUtf8Locale&) = delete;
+    CUtf8Locale& operator=(const CUtf8Locale&) = delete;
+
+private:
+    locale_t previous_;
+};
+
+// The places that the text takes in a terminal, as of wcwidth(3) in UTF-8, whatever the locale.
+int TerminalWidth(const QString& text) {
+    const CUtf8Locale utf8;
+    int width = 0;
+    for (const char32_t ch : text.toUcs4())
+        width += std::max(wcwidth(static_cast<wchar_t>(ch)), 0);
+    return width;
+}
+
+}  // namespace
 
 void CTextTable::AddRow(const QStringList& cells) {
     QStringList row;
     for (const QString& cell : cells)
-        row << (cell.isEmpty() ? QString("-") : Printable(cell));
+        row << (cell.isEmpty() ? QString("-") : Printable(Cut(cell)));
     rows_.push_back(row);
 }
 

@@ -3,7 +3,7 @@
 
 #include "report/ReportRow.h"
 
-#include "report/PrintableText.h"
+#include "platform/files/Addresses.h"
 
 namespace {
 

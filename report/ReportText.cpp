@@ -3,8 +3,8 @@
 
 #include "report/ReportText.h"
 
+#include "platform/text/PrintableText.h"
 #include "report/CTextTable.h"
-#include "report/PrintableText.h"
 
 #include <QJsonArray>
 #include <QJsonValue>
@@ -85,10 +85,10 @@ QString List(const QJsonValue& list) {
 // The lines of a paragraph, each with its title.
 class CParagraph {
 public:
-    explicit CParagraph(const QString& title) : text_(Printable(title) + '\n') {}
+    explicit CParagraph(const QString& title) : text_(Printable(Cut(title)) + '\n') {}
 
     void Add(const char* title, const QString& line) {
-        text_ += QString("  %1 %2\n").arg(title, -13).arg(Printable(line));
+        text_ += QString("  %1 %2\n").arg(title, -13).arg(Printable(Cut(line)));
     }
     void Add(const char* title, const QJsonValue& facts, QString (*toText)(const QJsonValue&)) {
         const QJsonArray all = facts.toArray();

@@ -6,6 +6,7 @@
 #include "net/Downloader.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
 #include "platform/files/CTemporaryFolder.h"
+#include "platform/text/PrintableText.h"
 #include "report/CReportOptions.h"
 #include "report/CUpdateReport.h"
 #include "report/ReportText.h"
@@ -66,9 +67,10 @@ int Report(const CReportOptions& options) {
     if (!report.Run(options.IsOffline()))
         std::cerr << "VARDOUpdateReport: there is no product list\n";
     const bool isPrinted =
-        options.IsJson() ? Print(QJsonDocument(report.ToJson(options.IsExplained())).toJson())
-                         : Print(ReportText(report.ToJson(options.IsExplained()),
-                                            options.IsExplained() ? report.ExplainCommon() : QJsonObject()));
+        options.IsJson()
+            ? Print(QString::fromUtf8(PrintableJson(QJsonDocument(report.ToJson(options.IsExplained())))))
+            : Print(ReportText(report.ToJson(options.IsExplained()),
+                               options.IsExplained() ? report.ExplainCommon() : QJsonObject()));
     return isPrinted ? report.GetExitStatus() : CUpdateReport::NOT_ALL_CHECKED;
 }
 

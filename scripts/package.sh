@@ -1,58 +1,68 @@
-#!/usr/bin/env bash
-# SPDX-FileCopyrightText: VARDO Technologies
-# SPDX-License-Identifier: LicenseRef-VARDO
+#!/ usr / bin / env bash
+#SPDX - FileCopyrightText : VARDO Technologies
+#SPDX - License - Identifier : LicenseRef - VARDO
 #
-# package.sh [--site ADDRESS] [--key FILE] [--no-self-update] [--maintainer 'NAME <MAIL>'] [--verify]
+#package.sh[--site ADDRESS-- key FILE | --no - self - update | \
+            --unsigned - self - update][--catalogue - key FILE]
+#[-- maintainer 'NAME <MAIL>'][-- verify]
 #
-# Makes the Debian package, build/vardo-product-update_VERSION_ARCHITECTURE.deb, from an optimised and hardened build.
-# ADDRESS is the maker's site; without it the installed program asks nobody until a product brings an address of its own.
-# FILE is the maker's public key, by which the program verifies newer ones of itself before it starts their installers.
-# With --no-self-update it never offers to replace itself, for computers that get their packages in other ways.
-# With --verify the package is also examined by the usual tools and by verify-package.sh, which installs it into a bare
-# Debian system made for that, runs it there and removes it again; that needs root, a network, and some minutes.
-source "$(dirname "$0")/lib.sh"
+#Makes the Debian package, build / vardo - product - update_VERSION_ARCHITECTURE.deb, \
+    from an optimised and hardened build.
+#ADDRESS is the maker's site; without it the installed program asks nobody until a product brings an address of its own.
+#With a site one of three choices is needed : --key is the maker's public key, by which the program verifies newer ones
+#of itself before it starts their installers; \
+    with-- no - self - update it never offers to replace itself, for computers
+#that get their packages in other ways; with-- unsigned - self - update it starts what the network gives it.
+#-- catalogue - key is the public key for the files that the site publishes.
+#With-- verify the package is also examined by the usual tools and by verify - package.sh, \
+    which installs it into a bare
+#Debian system made for that, runs it there and removes it again; \
+    that needs root, a network, and some minutes.
+source "$(dirname " $0 ")/lib.sh"
 
-STATE=$TREE/build/package
-NAME=vardo-product-update
-
-# What dpkg-buildflags(1) advises, less the debug information.
-flags_of() { DEB_BUILD_MAINT_OPTIONS=hardening=+all DEB_CXXFLAGS_MAINT_STRIP=-g dpkg-buildflags --get "$1"; }
+    STATE = $TREE / build / package NAME = vardo - product -
+                                           update
+#What dpkg - buildflags(1) advises, less the debug information.
+                                           flags_of() {
+    DEB_BUILD_MAINT_OPTIONS = hardening = +all DEB_CXXFLAGS_MAINT_STRIP = -g dpkg - buildflags-- get "$1";
+}
 
 make_package() {
-    rm -rf "$STATE/_CPack_Packages" "$STATE/$NAME"_*.deb
-    build package packaged "-DVARDO_UPDATE_SITE=$SITE" "-DVARDO_SELF_UPDATE=$SELF_UPDATE" \
-        "-DVARDO_PUBLIC_KEY=$KEY" "-DCMAKE_CXX_FLAGS=$(flags_of CPPFLAGS) $(flags_of CXXFLAGS)" \
-        "-DCMAKE_EXE_LINKER_FLAGS=$(flags_of LDFLAGS)" "${MAINTAINER[@]}"
-    say "Packing"
-    (cd "$STATE" && cpack >cpack.log) || fail "cpack failed; see $STATE/cpack.log"
-    PACKAGE=$(ls "$STATE/$NAME"_*.deb)
-    check_version
-    mv "$PACKAGE" build/
-    PACKAGE=$TREE/build/${PACKAGE##*/}
+    rm - rf "$STATE/_CPack_Packages"
+            "$STATE/$NAME"_ *
+                    .deb build package packaged
+                    "-DVARDO_UPDATE_SITE=$SITE"
+                    "-DVARDO_SELF_UPDATE=$SELF_UPDATE"
+                    "-DVARDO_UNSIGNED_SELF_UPDATE=$UNSIGNED"
+                    "-DVARDO_PUBLIC_KEY=$KEY"
+                    "-DVARDO_CATALOGUE_KEY=$CATALOGUE_KEY"
+                    "-DCMAKE_CXX_FLAGS=$(flags_of CPPFLAGS) $(flags_of CXXFLAGS)"
+                    "-DCMAKE_EXE_LINKER_FLAGS=$(flags_of LDFLAGS)"
+                    "${MAINTAINER[@]}" say "Packing"(cd "$STATE" && cpack > cpack.log) ||
+        fail "cpack failed; see $STATE/cpack.log" PACKAGE =
+        $(ls "$STATE/$NAME"_ *.deb) check_version mv "$PACKAGE" build / PACKAGE = $TREE / build / $ {
+        PACKAGE##* /
+    }
 }
 
-check_version() {
-    local packaged noted dated
-    packaged=$(dpkg-deb -f "$PACKAGE" Version)
-    noted=$(dpkg-parsechangelog -l packaging/debian/changelog -S Version)
-    [[ $packaged == "$noted" ]] ||
-        fail "the program is version $packaged, the newest in packaging/debian/changelog is $noted; add an entry there"
-    noted=$(date -u -d "@$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)" +%F)
-    dated=$(sed -n 's/^set(VARDO_RELEASE_DATE \(.*\))$/\1/p' cmake/Package.cmake)
-    [[ $dated == "$noted" ]] ||
-        fail "cmake/Package.cmake dates the release $dated, packaging/debian/changelog $noted; make them one"
-}
+check_version(){
+    local packaged noted dated packaged = $(dpkg - deb - f "$PACKAGE" Version) noted =
+        $(dpkg - parsechangelog - l packaging / debian / changelog - S Version) [[$packaged == "$noted"]] ||
+        fail
+        "the program is version $packaged, the newest in packaging/debian/changelog is $noted; add an entry "
+        "there" noted = $(date - u - d "@$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)" +
+                          % F) dated =
+            $(sed - n 's/^set(VARDO_RELEASE_DATE \(.*\))$/\1/p' cmake / Package.cmake)
+                [[$dated == "$noted"]] ||
+            fail
+            "cmake/Package.cmake dates the release $dated, packaging/debian/changelog $noted; make them one"}
+#-- - \
+    lint -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- --
 
-# --- lint ------------------------------------------------------------------------------------------------------------
-
-# examine NAME REMEDY COMMAND...: the command must succeed, and say nothing.
-examine() {
-    local name=$1 remedy=$2 said
-    shift 2
-    said=$("$@" 2>&1) && [[ -z $said ]] && return
-    printf '%s\n' "$said" >&2
-    fail "$name finds fault with the package. $remedy"
-}
+#examine NAME REMEDY COMMAND... : the command must succeed, and say nothing.
+examine(){local name = $1 remedy = $2 said shift 2 said =
+              $("$@" 2 > &1) && [[-z $said]] &&
+              return printf '%s\n' "$said" > &2 fail "$name finds fault with the package. $remedy"}
 
 lint() {
     local unpacked=$STATE/unpacked page entry
@@ -77,17 +87,24 @@ metainfo() {
 
 page_warnings() { LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$1" >/dev/null; }
 
-# A secret key that is packed by mistake would be everybody's, and with a garbled one no newer version ever starts.
-check_key() {
-    [[ $(wc -l <"$1") == 2 && $(head -n 1 "$1") == "untrusted comment:"* && $(tail -n 1 "$1") =~ ^RW[A-Za-z0-9+/]{54}$ ]] ||
-        fail "$1 is no public key of minisign; give the .pub file, see docs/signing.md"
+# key_file FILE: its whole path. A secret key that is packed by mistake would be everybody's, and with a garbled one no
+# newer version ever starts. A file for the catalogue may hold several keys.
+key_file() {
+    local file lines
+    file=$(cd "$OLDPWD" && realpath -e "$1") || fail "$1: give the file of the maker's public key"
+    mapfile -t lines <"$file"
+    [[ ${#lines[@]} -ge 2 && ${lines[0]} == "untrusted comment:"* && ${lines[1]} =~ ^RW[A-Za-z0-9+/]{54}$ ]] ||
+        fail "$file is no public key of minisign; give the .pub file, see docs/signing.md"
+    printf '%s' "$file"
 }
 
 # ---------------------------------------------------------------------------------------------------------------------
 
 SITE=""
 KEY=""
+CATALOGUE_KEY=""
 SELF_UPDATE=ON
+UNSIGNED=OFF
 MAINTAINER=(-UVARDO_MAINTAINER)
 VERIFY=""
 while [[ $# -gt 0 ]]; do
@@ -95,16 +112,24 @@ while [[ $# -gt 0 ]]; do
         --site) SITE=${2:?the address of the maker\'s site} && shift ;;
         --maintainer) MAINTAINER=("-DVARDO_MAINTAINER=${2:?NAME <MAIL>}") && shift ;;
         --key)
-            KEY=$(cd "$OLDPWD" && realpath -e "${2:?a file}") || fail "give the file of the maker's public key"
-            check_key "$KEY"
+            KEY=$(key_file "${2:?a file}") || exit
+            shift
+            ;;
+        --catalogue-key)
+            CATALOGUE_KEY=$(key_file "${2:?a file}") || exit
             shift
             ;;
         --no-self-update) SELF_UPDATE=OFF ;;
+        --unsigned-self-update) UNSIGNED=ON ;;
         --verify) VERIFY=yes ;;
-        *) fail "usage: package.sh [--site ADDRESS] [--key FILE] [--no-self-update] [--maintainer 'NAME <MAIL>'] [--verify]" ;;
+        *) fail "usage: package.sh [--site ADDRESS --key FILE | --no-self-update | --unsigned-self-update]" \
+            "[--catalogue-key FILE] [--maintainer 'NAME <MAIL>'] [--verify]" ;;
     esac
     shift
 done
+[[ -z $SITE || -n $KEY || $SELF_UPDATE == OFF || $UNSIGNED == ON ]] ||
+    fail "with --site choose how the program replaces itself: --key FILE (only by what the maker has signed)," \
+        "--no-self-update (never), or --unsigned-self-update (by whatever answers for the site)"
 ensure_packages build package
 [[ -z $VERIFY ]] || ensure_packages verify headless
 # The same sources give the same package.

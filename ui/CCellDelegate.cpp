@@ -11,12 +11,14 @@
 
 bool CCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                               const QModelIndex& index) {
-    const bool elided = sizeHint(option, index).width() > option.rect.width();
-    if (event->type() != QEvent::ToolTip || !elided)
+    if (event->type() != QEvent::ToolTip)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QString text = index.data(Qt::ToolTipRole).toString();
+    if (text.isEmpty() && sizeHint(option, index).width() > option.rect.width())
+        text = index.data().toString();
     // A tool tip takes markup, and a name is none.
-    const QString text = Qt::convertFromPlainText(index.data().toString(), Qt::WhiteSpaceNormal);
-    QToolTip::showText(event->globalPos(), text, view->viewport());
+    const QString tip = text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+    QToolTip::showText(event->globalPos(), tip, view->viewport());
     return true;
 }
 

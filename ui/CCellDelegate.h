@@ -7,8 +7,8 @@
 #include <QStyledItemDelegate>
 
 // Draws each text in its own direction, wherever the window begins: a date or a Latin name keeps the order of
-// its words in a right-to-left window. The tool tip is the cell's whole text, shown only where the cell
-// elides it.
+// its words in a right-to-left window. The tool tip is the cell's own, as plain text, or else its whole
+// text where the cell elides it.
 class CCellDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;

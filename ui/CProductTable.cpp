@@ -3,6 +3,7 @@
 
 #include "ui/CProductTable.h"
 
+#include "platform/text/PrintableText.h"
 #include "ui/CCellDelegate.h"
 #include "ui/RowWidgets.h"
 
@@ -20,6 +21,15 @@ constexpr int ACTION_COLUMN_BLANKS = 29;
 // after each checked product, and would cost more than fetching. A hidden table would ask all of them if this
 // was 0.
 constexpr int ROWS_THAT_DECIDE_WIDTHS = 50;
+
+// A longer text would push the buttons out of the window.
+constexpr qsizetype LONGEST_VERSION = 20;
+
+// Cut at so many characters, with the rest in the tool tip.
+void SetText(QTableWidgetItem& cell, const QString& text, qsizetype longest) {
+    cell.setText(Cut(text, longest));
+    cell.setToolTip(text.size() > longest ? Cut(text) : QString());
+}
 
 // The button cannot be pressed again while its action runs, which may serve events, and keeps the focus that
 // it had unless the user moves it meanwhile.
@@ -77,8 +87,8 @@ int CProductTable::AddRow(const QString& name, const QString& installed) {
     table_.setItem(row, NAME, MakeCell());
     table_.setItem(row, INSTALLED, MakeCentredCell());
     table_.setItem(row, LATEST, MakeCentredCell());
-    table_.item(row, NAME)->setText(name);
-    table_.item(row, INSTALLED)->setText(installed);
+    SetText(*table_.item(row, NAME), name, LONGEST_SHOWN);
+    SetText(*table_.item(row, INSTALLED), installed, LONGEST_VERSION);
     return row;
 }
 
@@ -137,7 +147,7 @@ void CProductTable::ShowLatest(int row, const QString& text) {
 // of its processor time.
 void CProductTable::SetLatest(QTableWidgetItem& cell, const QString& text) {
     const QSignalBlocker quiet(QAccessible::isActive() ? nullptr : table_.model());
-    cell.setText(text);
+    SetText(cell, text, LONGEST_VERSION);
     const QModelIndex index = table_.indexFromItem(&cell);
     table_.update(index);
     if (table_.isVisible() && table_.sizeHintForIndex(index).width() > table_.columnWidth(LATEST))

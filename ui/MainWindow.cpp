@@ -3,7 +3,7 @@
 
 #include "ui/MainWindow.h"
 
-#include "platform/text/CAtlStringA.h"
+#include "platform/text/PrintableText.h"
 #include "ui/CWindowAccessible.h"
 
 #include <QApplication>
@@ -17,7 +17,7 @@
 namespace {
 
 void PrintProgress(const char* before, const IProduct& product, const char* after) {
-    std::cout << before << CAtlStringA(CAtlString(product.GetName())).GetString() << after << std::endl;
+    std::cout << before << PrintableNarrow(CAtlString(product.GetName())) << after << std::endl;
 }
 
 // None of its items could be checked.
@@ -110,7 +110,7 @@ void MainWindow::ShowDate(const QString& date) {
 
 void MainWindow::OnConnectionError(const QString& message) {
     isFailureTold_ = true;
-    statusLabel->setText(message);
+    statusLabel->setText(Cut(message));
 }
 
 // A product without rows, such as one that is not installed, has none that could be "N/A".
@@ -193,7 +193,7 @@ void MainWindow::OnProductChecked(const Product& product) {
     for (unsigned item = 0; item < product->GetItemCount(); ++item)
         ShowCheckedItem(product, item);
     if (!isFailureTold_ && IsUnchecked(*product))
-        statusLabel->setText(tr("%1: the server's answer cannot be read").arg(product->GetName()));
+        OnConnectionError(tr("%1: the server's answer cannot be read").arg(Cut(product->GetName())));
 }
 
 int MainWindow::AddProductRow(const Product& product, unsigned item) {

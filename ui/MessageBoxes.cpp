@@ -3,10 +3,18 @@
 
 #include "ui/MessageBoxes.h"
 
+#include "platform/files/Addresses.h"
+#include "platform/text/PrintableText.h"
+
 #include <QKeyEvent>
 #include <QMessageBox>
 
 namespace {
+
+// In characters. The box and its button stay on the screen, and an address has no line ends to write more
+// lines with.
+constexpr qsizetype LONGEST_ADDRESS = 300;
+constexpr qsizetype LONGEST_NAME = 100;
 
 QString Title() {
     return QObject::tr("VARDO Product Update");
@@ -45,12 +53,12 @@ protected:
 void WarnNoBrowser(const CAtlString& address) {
     const QString text =
         QObject::tr("Could not open a Web browser. Please open a Web browser manually and go to: \n");
-    Warn(text + address.ToQString());
+    Warn(text + Cut(PercentEncode(address).ToQString(), LONGEST_ADDRESS));
 }
 
 void WarnNoPage(const QString& product) {
     Warn(QObject::tr("There is no Web page for the update of %1. Please ask its maker for the update.")
-             .arg(product));
+             .arg(Cut(product, LONGEST_NAME)));
 }
 
 bool AskForSelfUpdate() {

@@ -10,6 +10,9 @@
 
 namespace {
 
+// Of one argument, in bytes, without the NUL at its end (execve(2), MAX_ARG_STRLEN).
+constexpr int LONGEST_ARGUMENT = 128 * 1024 - 1;
+
 // In the order of preference.
 QStringList Browsers() {
     return {QStringLiteral("firefox"), QStringLiteral("mozilla"), QStringLiteral("netscape"),
@@ -46,7 +49,7 @@ DesktopKind DetectDesktop() {
 
 bool OpenURL(const CAtlString& url, IProcessStarter& starter) {
     const CAtlString address = WebAddress(url);
-    if (address.IsEmpty())
+    if (address.IsEmpty() || address.GetLength() > LONGEST_ARGUMENT)
         return false;
     return RunDesktopLauncher(DetectDesktop(), address, starter) ||
            RunFromPath(Browsers(), address.ToQString(), starter) ||

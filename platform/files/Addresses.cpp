@@ -80,3 +80,10 @@ CAtlString WebAddress(const CAtlString& page) {
         return encoded;
     return BeginsWithHost(page.ToQString()) ? L"http://" + encoded : CAtlString();
 }
+
+QString WithoutPassword(const CAtlString& address) {
+    // Up to the last "@" before a path; when there is none and no port before the path, up to one in it.
+    static const QRegularExpression password(
+        QStringLiteral(R"(((?:^|//)[^/?#:]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$))[^?#]*@))"));
+    return address.ToQString().replace(password, QStringLiteral("\\1@"));
+}

@@ -7,6 +7,8 @@
 
 #include "platform/text/CAtlString.h"
 
+#include <QString>
+
 // The folder as a folder: with a "/" appended unless it is empty or ends in one.
 CAtlString WithTrailingSlash(const CAtlString& folder);
 
@@ -29,3 +31,7 @@ CAtlString PercentEncode(const CAtlString& address);
 // name of a host gets "http://" in front of it; a name with a port must hold a dot or be "localhost", since
 // "tel:5" has a scheme. Empty for everything else: other schemes, paths, options.
 CAtlString WebAddress(const CAtlString& page);
+
+// The address as it may be printed: without the password that it may hold (RFC 3986, 3.2.1), also one that
+// such an address may not hold.
+QString WithoutPassword(const CAtlString& address);

@@ -4,8 +4,6 @@
 #include "platform/files/CTemporaryFolder.h"
 
 #include <QStandardPaths>
-#include <cstdlib>
-#include <ctime>
 #include <memory>
 #include <string>
 
@@ -58,90 +56,45 @@ bool KeepsWhatIsInIt(const CVardoDirectoryPath& folder) {
     return isTrusted && (IsOnlyOwnersToWrite(status) || (status.st_mode & S_ISVTX) != 0);
 }
 
-// A folder of the user's own; not a link to one.
-bool IsOwn(const CVardoDirectoryPath& folder, struct stat& status) {
-    return lstat(SystemPath(folder).c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
-           status.st_uid == geteuid();
-}
-
 bool IsSafe(const CVardoDirectoryPath& folder) {
     struct stat status {};
-    return KeepsWhatIsInIt(ParentOf(folder)) && IsOwn(folder, status) && IsOnlyOwnersToWrite(status);
+    return KeepsWhatIsInIt(ParentOf(folder)) && lstat(SystemPath(folder).c_str(), &status) == 0 &&
+           S_ISDIR(status.st_mode) && status.st_uid == geteuid() && IsOnlyOwnersToWrite(status);
 }
 
 // The mode again, after the umask has had its say: where this is called nobody else can have exchanged the
 // folder.
-bool OpenToOwner(const std::string& path) {
-    return chmod(path.c_str(), S_IRWXU) == 0;
-}
-
 void CreateForOwner(const CVardoDirectoryPath& folder) {
     const std::string path = SystemPath(folder);
     if (KeepsWhatIsInIt(ParentOf(folder)) && mkdir(path.c_str(), S_IRWXU) == 0)
-        OpenToOwner(path);
-}
-
-void RemoveOwn(const CVardoDirectoryPath& folder, std::chrono::seconds age) {
-    RemoveStaleFiles(folder, CTemporaryFolder::OWN_NAME, age);
-    RemoveStaleFolders(folder, CTemporaryFolder::OWN_NAME, age);
-}
-
-bool IsOlder(const CVardoDirectoryPath& folder, std::chrono::seconds age) {
-    struct stat status {};
-    return IsOwn(folder, status) && status.st_mtime < std::time(nullptr) - age.count();
+        chmod(path.c_str(), S_IRWXU);
 }
 
 }  // namespace
 
-CTemporaryFolder& CTemporaryFolder::OfProcess() {
-    static CTemporaryFolder folder(CVardoDirectoryPath(L"/tmp/" + UserName() + L"/"),
-                                   {CVardoDirectoryPath(L"/tmp"), CacheFolder()});
+const CTemporaryFolder& CTemporaryFolder::OfProcess() {
+    static const CTemporaryFolder folder(
+        CVardoDirectoryPath(L"/tmp/" + UserName()),
+        CVardoDirectoryPath(CacheFolder().GetDirectoryPathString() + L"/VARDOProductUpdate"));
     return folder;
 }
 
-CTemporaryFolder::~CTemporaryFolder() {
-    if (!private_.IsEmpty())
-        FileSystem::RemoveDirectory(private_.GetDirectoryPathString());
-}
-
-CVardoDirectoryPath CTemporaryFolder::Get() {
-    if (!usual_.Exists())
-        CreateForOwner(usual_);
-    if (IsSafe(usual_))
-        return usual_;
-    if (private_.IsEmpty() || !IsSafe(private_))
-        private_ = MakePrivate();
-    return private_;
-}
-
-CVardoDirectoryPath CTemporaryFolder::MakePrivate() const {
-    for (const CVardoDirectoryPath& parent : parents_) {
-        parent.Create();
-        std::string path =
-            SystemPath(CVardoDirectoryPath(parent.GetDirectoryPathString() + L"/" + OWN_NAME)) + "XXXXXX";
-        if (KeepsWhatIsInIt(parent) && mkdtemp(path.data()) && OpenToOwner(path))
-            return CVardoDirectoryPath(CAtlString(path.c_str()));
+CVardoDirectoryPath CTemporaryFolder::Get() const {
+    for (const CVardoDirectoryPath& folder : {shared_, own_}) {
+        ParentOf(folder).Create();
+        CreateForOwner(folder);
+        if (IsSafe(folder))
+            return folder;
     }
     return {};
 }
 
 void CTemporaryFolder::RemoveStaleFiles(const CAtlString& beginning, std::chrono::seconds age) const {
-    RemoveOwn(usual_, age);
-    const CAtlString name(OWN_NAME);
-    for (const CVardoDirectoryPath& parent : parents_) {
-        std::vector<CAtlString> names;
-        parent.ListNames(names);
-        for (const CAtlString& each : names) {
-            if (each.Left(name.GetLength()) != name)
-                continue;
-            CVardoDirectoryPath folder(parent);
-            folder.Append(each);
-            // Before its files go, for that makes it younger.
-            const bool isOlder = IsOlder(folder, age);
-            RemoveOwn(folder, age);
-            ::RemoveStaleFiles(folder, beginning, age);
-            if (isOlder)
-                FileSystem::RemoveDirectory(folder.GetDirectoryPathString());
+    for (const CVardoDirectoryPath& folder : {shared_, own_})
+        if (IsSafe(folder)) {
+            ::RemoveStaleFiles(folder, OWN_NAME, age);
+            RemoveStaleFolders(folder, OWN_NAME, age);
         }
-    }
+    if (IsSafe(own_))
+        ::RemoveStaleFiles(own_, beginning, age);
 }

@@ -5,6 +5,7 @@
 #include <boost/make_shared.hpp>
 
 #include "fuzz/Fuzzing.h"
+#include "products/CProductsByKey.h"
 #include "products/Products.h"
 #include "support/FakeEnvironment.h"
 

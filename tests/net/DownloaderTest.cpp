@@ -4,6 +4,7 @@
 // The fetch service: where files land, whose proxy it uses, and what it answers.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <QStandardPaths>
 #include <boost/make_shared.hpp>
 #include <ctime>
 #include <filesystem>
@@ -157,22 +158,16 @@ TEST_F(StaleFiles, AreRemovedWhenTheyAreOldAndOurs) {
     for (const char* name : {"link", "older", "folder link"})
         Age(ours + name, 8);
 
-    const std::string other = "/tmp/VARDOProductUpdate-";
-    for (const char* folder : {"abandoned", "holds more", "in use"})
-        std::filesystem::create_directory(other + folder);
-    for (const char* name : {"abandoned/NBKTemp.run", "abandoned/VARDOProductUpdate-7-1.xml",
-                             "holds more/NBKTemp.run", "holds more/Other"})
-        Leave(other + name, 8);
-    for (const char* folder : {"abandoned", "holds more"})
-        Age(other + folder, 8);
-    std::filesystem::create_directory_symlink(elsewhere_.Root(), other + "link");
+    const std::string own =
+        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation).toStdString() +
+        "/VARDOProductUpdate";
+    std::filesystem::create_directories(own);
+    for (const char* name : {"/NBKTemp.run", "/VARDOProductUpdate-7-1.xml", "/Other"})
+        Leave(own + name, 8);
 
     Downloader::RemoveStaleFiles();
-    EXPECT_FALSE(std::filesystem::exists(other + "abandoned"));
-    EXPECT_EQ(Names(other + "holds more"), std::set<std::string>({"Other"}));
-    EXPECT_TRUE(std::filesystem::exists(other + "in use"));
-    for (const char* folder : {"holds more", "in use", "link"})
-        std::filesystem::remove_all(other + folder);
+    EXPECT_EQ(Names(own), std::set<std::string>({"Other"}));
+    std::filesystem::remove_all(own);
     for (const char* name : {"new", "future", "link", "newer", "folder link"})
         kept.insert(std::string("VARDOProductUpdate-") + name);
     EXPECT_EQ(Names(Folder()), kept);

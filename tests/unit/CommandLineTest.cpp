@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // The program's command line, up to the point where an action runs.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <algorithm>
 #include <boost/make_shared.hpp>
 
 #include "app/CApplicationFactory.h"
@@ -120,3 +122,14 @@ TEST(ProxyAddresses, AreReadAsTheyAreWritten) {
 }
 
 }  // namespace
+
+TEST(CommandLinePassword, IsOverwrittenOnceItHasBeenRead) {
+    CApplicationFactory factory(boost::make_shared<FakeEnvironment>(), boost::make_shared<FakeDownloader>());
+    std::string arguments[] = {"program", "-username", "u", "-password", "secret", "--password:secret"};
+    char* argv[6];
+    std::transform(std::begin(arguments), std::end(arguments), argv,
+                   [](std::string& argument) { return argument.data(); });
+    EXPECT_TRUE(factory.Parse(6, argv));
+    EXPECT_THAT(arguments, testing::ElementsAre("program", "-username", "u", "-password", "******",
+                                                "--password:******"));
+}

@@ -168,6 +168,7 @@ TEST_F(FormatsDocument, OffersAreThoseOfTheTableAndTheText) {
     LayOut("/opt/vardo/share/Test.xml", Local("board.xml", "1.0.0.0").replace("<Product", "<TestProduct"));
     EXPECT_FALSE(Make("<Product Name='n' BaseXml='Test'/>")->FindInstalled());
     std::filesystem::remove(MARKER);
+    std::filesystem::create_symlink(VARDO_SOURCE_DIR "/docs/formats.md", MARKER);
     EXPECT_EQ(Offer("board.xml", "9.7.105.0").first, "9.7.105.0");
     EXPECT_EQ(Offer("board.xml", "9.5.0.0").first, "9.7.105.0");
     EXPECT_EQ(Offer("board.xml", "beta"), std::pair(QString("9.7.105.0"), true)) << "an invalid version";

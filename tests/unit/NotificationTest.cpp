@@ -47,6 +47,7 @@ protected:
 }  // namespace
 
 TEST_F(Notifications, ShowBesideOlderBoardSoftwareAlone) {
+    EXPECT_FALSE(Make("<Notification Name='Courses' BaseXML='./N'/>")->FindInstalled()) << "a path";
     const Product product = Checked();
     for (const auto& [version, shown] : {std::pair("9.99.99.99", true), std::pair("10.0.0.0", false),
                                          std::pair("nine", true), std::pair("", false)}) {

@@ -3,6 +3,8 @@
 
 // The product list: reading it, choosing between its copies, refreshing it, and the passes over it.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <QTest>
 #include <filesystem>
 #include <string>
 #include <tuple>
@@ -10,6 +12,7 @@
 
 #include "ProductTest.h"
 #include "products/CProductListController.h"
+#include "products/ProductListFiles.h"
 #include "support/ScopedEnvironment.h"
 
 namespace {
@@ -27,6 +30,13 @@ std::string Element(const std::string& key) {
 
 std::string List(const std::string& version, const std::string& products) {
     return "<Products Version='" + version + "' Url='" + ADDRESS + "'>" + products + "</Products>";
+}
+
+std::string Repeated(const std::string& text, int times) {
+    std::string all;
+    for (int i = 0; i < times; ++i)
+        all += text;
+    return all;
 }
 
 class ProductList : public ProductTest {
@@ -103,6 +113,12 @@ TEST_F(ProductList, IsRefreshedFromItsAddress) {
         {"an older list", old, List("0.9.0.0", Element("new")), true, true, "old"},
         {"a list without version", old, List("", Element("new")), true, true, "old"},
         {"a list without products", old, List("2.0.0.0", ""), true, false, "old"},
+        {"a list of too many products", old, List("2.0.0.0", Repeated(Element("new"), 5'001)), true, false,
+         "old"},
+        {"a product with too many disablers", old,
+         List("2.0.0.0", "<Product Name='n' BaseXml='n'><DisableUpdatesIfInstalled>" +
+                             Repeated("<Disabler/>", 101) + "</DisableUpdatesIfInstalled></Product>"),
+         true, false, "old"},
         {"no address", noAddress, newer, false, false, "old"},
         {"no product to check", List("1.0.0.0", "<Product/>"), newer, false, false, ""},
     };
@@ -150,6 +166,29 @@ TEST_F(ProductList, ANewerListGoesToTheUserWhenTheInstallationCannotBeWritten) {
         for (const char* parent : {"/", "/tmp/", ""})
             EXPECT_FALSE(fs::exists(std::string(parent) + ".VARDO Technologies")) << parent;
     }
+}
+
+TEST_F(ProductList, TheUsersCopyIsForThatUserAlone) {
+    const CVardoFilePath fetched(shared_.Write("fetched", "list").c_str());
+    environment_->sharedDataFolder = CVardoDirectoryPath("/nowhere");
+    const mode_t mask = umask(0);
+    StoreProductList(fetched, *environment_);
+    umask(mask);
+    EXPECT_EQ(ReadWholeFile(shared_.Path(USERS)), "list");
+    EXPECT_EQ(fs::status(shared_.Path(USERS)).permissions(), fs::perms(0600));
+    for (const char* folder : {"home/.VARDO Technologies", "home/.VARDO Technologies/Product Update"})
+        EXPECT_EQ(fs::status(shared_.Path(folder)).permissions(), fs::perms(0700)) << folder;
+}
+
+TEST_F(ProductList, ACheckEndsAtItsTimeLimit) {
+    LoadWith(Element("c") + Element("d"));
+    for (const std::string key : {"c", "d"})
+        Install(key + ".xml", "1.0.0.0", key);
+    controller_.FindInstalled();
+    controller_.SetTimeLimit(std::chrono::milliseconds(1));
+    downloader_->whileDownloading = [] { QTest::qWait(50); };
+    EXPECT_FALSE(controller_.CheckForUpdates());
+    EXPECT_EQ(downloader_->addresses, Addresses{"http://h/c"});
 }
 
 TEST_F(ProductList, EveryProductIsFoundAndCheckedInOrder) {

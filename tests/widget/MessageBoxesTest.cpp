@@ -40,7 +40,7 @@ TEST(MessageBoxes, SayWhatTheMatterIsAndTakeOnlyOkForConsent) {
     answer = [](QDialog& box) { QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton); };
     EXPECT_TRUE(world.ConfirmSelfUpdate());
     const ScopedEnvironment noBrowser("PATH", "/nowhere");
-    EXPECT_FALSE(world.OpenWebPage("http://page/?<b>a</b>&b=2", "Notes"));
+    EXPECT_FALSE(world.OpenWebPage(L"http://page/?<b>a</b>\n" + CAtlString(L'x', 400), "Notes"));
     EXPECT_FALSE(world.OpenWebPage("", "<i>Notes</i> & more"));
     world.WarnSelfUpdateFailed();
     EXPECT_EQ(
@@ -48,7 +48,8 @@ TEST(MessageBoxes, SayWhatTheMatterIsAndTakeOnlyOkForConsent) {
         QStringList({"VARDO Product Update|A new version of VARDO Product Update must be "
                      "downloaded and installed before you proceed.|OK",
                      "VARDO Product Update|Could not open a Web browser. Please open a Web browser "
-                     "manually and go to: \nhttp://page/?<b>a</b>&b=2|OK",
+                     "manually and go to: \nhttp://page/?%3Cb%3Ea%3C/b%3E%0A" +
+                         QString(267, 'x') + "\u2026|OK",
                      "VARDO Product Update|There is no Web page for the update of <i>Notes</i> & more. "
                      "Please ask its maker for the update.|OK",
                      "VARDO Product Update|Could not download the new version of VARDO Product Update.|OK"}));
