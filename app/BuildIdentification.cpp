@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What a binary says of itself to whoever looks into it (strings, nm); no code of the program reads it. The
+// What a binary says of itself to tools that look into it (strings, nm); no code of the program reads it. The
 // numbers are those of CMakeLists.txt.
 
 extern const char APP_VERSION[];

@@ -5,8 +5,8 @@
 #pragma once
 
 // Holds a System V semaphore whose key comes from a file (ftok(3): its inode and device) and a project
-// number: processes that lock the same file exclude each other, whoever runs them. The kernel releases the
-// semaphore of a process that dies. Not to be copied.
+// number: processes that lock the same file exclude each other, also those of different users. The kernel
+// releases the semaphore of a process that dies. Not to be copied.
 class CSingleInstanceLock {
 public:
     // Tries once to take the lock, without waiting. path is a 0-terminated file name as the system takes it.

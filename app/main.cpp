@@ -47,7 +47,7 @@ void RunAction(CApplicationFactory& factory) {
     QCoreApplication::exec();
 }
 
-// From the command line to the end of the action that it asks for, or to the reason why there is none.
+// Runs the action that the command line asks for, or says why it cannot.
 void RunApplication(int argc, char** argv) {
     CApplicationFactory factory;
     factory.Parse(argc, argv);

@@ -24,5 +24,5 @@ endforeach()
 install(FILES ${languages}/languages.xml DESTINATION Languages)
 add_custom_target(translations ALL DEPENDS ${translation_files})
 
-# Whoever asks for a language finds the files.
+# Programs that ask for a language find the files.
 add_dependencies(vardo_i18n translations)

@@ -26,7 +26,7 @@ inline constexpr const char* RIGHT_TO_LEFT = "RightToLeft";
 // a trailing "/". Empty when the executable's folder is gone or has no parent.
 QString OwnLanguagesFolder();
 
-// The path of the table that the machine's settings point to; where they point to none, that of the table in
+// The path of the table that the machine's settings point to; without one, that of the table in
 // the program's own folder. Empty when that is missing too.
 CAtlString FindLanguageTable();
 
@@ -54,6 +54,6 @@ int ParseHexLanguageId(const CAtlString& text);
 int ResolveLanguageId(const CAtlString& language);
 
 // Whether a language, given as an ID or as a code, is written from right to left. This asks the table that
-// the language setup's own settings point to and, where that knows no such language or is none, the one in
-// the program's own folder.
+// the language setup's own settings point to and, where that knows no such language or cannot be read, the
+// one in the program's own folder.
 bool IsRightToLeft(const CAtlString& language);

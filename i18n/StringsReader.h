@@ -48,7 +48,7 @@ public:
         bool hasOddEscape = false;
     };
     // Of the last pair. When there was no other, of the rest: a last key without a text has an end above 0,
-    // and the text none.
+    // and that of the text is 0.
     const Token& GetKeyToken() const { return keyToken_; }
     const Token& GetTextToken() const { return textToken_; }
     // The whole text, behind the mark.

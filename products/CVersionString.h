@@ -29,7 +29,7 @@ public:
     virtual bool IsGreater(const CVersionString& other) const;
     // The four numbers with dots when valid, the source text otherwise.
     virtual CAtlString GetString() const;
-    // Reads a text into this version, which keeps its numbers where the text has none.
+    // Reads a text into this version, which keeps its numbers where the text has no number.
     virtual CVersionString& SetString(const CAtlString& text);
     virtual CVersionString& SetString(const CAtlStringA& text);
 

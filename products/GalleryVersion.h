@@ -58,7 +58,7 @@ public:
     bool ReadPublishedCategories(const CVardoFilePath& file);
     // Why what was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }
-    // The date that a version text is; invalid when it is none.
+    // The date that a version text is; invalid when the text is no date.
     static QDate ReadDate(const CAtlString& version);
 
 private:

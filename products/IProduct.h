@@ -68,7 +68,7 @@ public:
     virtual bool IsCurrent(unsigned /*item*/) const { return true; }
     // Another product keeps this one from offering updates.
     virtual bool IsDisabled() const { return false; }
-    // The page that RunAction opens; empty when it opens none.
+    // The page that RunAction opens; empty when it opens no page.
     virtual CAtlString GetPage(unsigned /*item*/) const { return {}; }
 
     // Who fetches for the checks; set by the controller before each of them.

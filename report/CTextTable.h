@@ -9,7 +9,8 @@
 #include <vector>
 
 // Columns are as wide as their widest cell, as terminals show it: East Asian characters take two places,
-// combining marks none. Characters that would control the terminal are replaced. Empty cells show "-".
+// combining marks take no place. Characters that would control the terminal are replaced. Empty cells show
+// "-".
 class CTextTable {
 public:
     explicit CTextTable(const QStringList& titles) : rows_{titles} {}

@@ -6,6 +6,7 @@
 #include "app/settings/CRecordKeeper.h"
 #include "products/ProductListFiles.h"
 
+#include <QUrl>
 #include <algorithm>
 
 namespace {
@@ -29,6 +30,15 @@ QString Reason(const CRecordKeeper& keeper) {
         return "there was no check yet; " + interval;
     const QDate last = QDate::fromJulianDay(keeper.GetLastChecked());
     return QString("the last check was on %1; %2").arg(last.toString(Qt::ISODate), interval);
+}
+
+// Where the user's list is fetched from, when that is not the host of the installed one: a sign that it may
+// be forged. Empty when it is.
+QString OtherHost(const Products& users, const Products& installed) {
+    const QUrl newest(users.GetAddress().ToQString());
+    if (newest.host() == QUrl(installed.GetAddress().ToQString()).host())
+        return {};
+    return newest.host().isEmpty() ? QString("nowhere") : newest.host();
 }
 
 // "due", and in "reason" why or why not, by the settings as they are.
@@ -130,5 +140,6 @@ QJsonObject CUpdateReport::ExplainList() const {
     return {{"file", PathText(list.GetPath())},
             {"version", list.GetVersion().GetString().ToQString()},
             {"passedOver", PathText(other.GetPath())},
-            {"reason", WhyNot(other)}};
+            {"reason", WhyNot(other)},
+            {"otherHost", isUsers && other.IsLoaded() ? OtherHost(list, other) : QString()}};
 }

@@ -77,9 +77,12 @@ QString SilentCheck(const QJsonValue& check) {
 }
 
 QString List(const QJsonValue& list) {
-    return QString("%1, version %2; passed over %3, %4")
-        .arg(list["file"].toString(), list["version"].toString(),
-             Or(list["passedOver"].toString(), "(no file)"), list["reason"].toString());
+    QString text = QString("%1, version %2; passed over %3, %4")
+                       .arg(list["file"].toString(), list["version"].toString(),
+                            Or(list["passedOver"].toString(), "(no file)"), list["reason"].toString());
+    if (const QString host = list["otherHost"].toString(); !host.isEmpty())
+        text += "; unlike that one it is fetched from " + host;
+    return text;
 }
 
 // The lines of a paragraph, each with its title.

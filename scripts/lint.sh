@@ -73,6 +73,17 @@ other_slips() { ours '*.cpp' | xargs -0 cppcheck -j "$(nproc)" "${CPPCHECK[@]}" 
 
 headers_alone() { cmake --build --preset debug --target check-headers; }
 
+# Lines that are not blank: of the tests, with their fixtures and fuzzers, and of all other code.
+share_of_tests() {
+    local tests code share
+    tests=$(ours 'tests/*.cpp' 'tests/*.h' 'tests/*.sh' | xargs -0 cat | grep -c '[^[:space:]]')
+    code=$(ours '*.cpp' '*.h' '*.sh' ':!tests' | xargs -0 cat | grep -c '[^[:space:]]')
+    share=$((100 * tests / code))
+    echo "tests: $tests lines, other code: $code lines, $share to 100"
+    [[ $share -le $MOST_TESTS ]]
+}
+MOST_TESTS=36
+
 QUICK=""
 [[ ${1:-} != --quick ]] || QUICK=yes
 ensure_packages build fuzz lint
@@ -80,6 +91,7 @@ check "Layout" "Run: git ls-files '*.cpp' '*.h' | xargs clang-format -i" layout
 check "White space" "Remove the blanks at the ends of these lines, and write blanks for tabs." white_space
 check "SPDX lines" "Begin the file with the two lines that every other file begins with." owners
 check "Shell scripts" "See what shellcheck says above." shell_scripts
+check "Share of tests" "Drop what others hold or what restates the code, and make rows of one table." share_of_tests
 check "cppcheck" "Mend it, or suppress it in the line before with cppcheck-suppress, what it is, and a reason." other_slips
 if [[ -z $QUICK ]]; then
     build debug

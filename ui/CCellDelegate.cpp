@@ -16,7 +16,7 @@ bool CCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
     QString text = index.data(Qt::ToolTipRole).toString();
     if (text.isEmpty() && sizeHint(option, index).width() > option.rect.width())
         text = index.data().toString();
-    // A tool tip takes markup, and a name is none.
+    // A tool tip would carry out markup in a name.
     const QString tip = text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
     QToolTip::showText(event->globalPos(), tip, view->viewport());
     return true;

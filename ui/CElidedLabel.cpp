@@ -34,7 +34,7 @@ void CElidedLabel::paintEvent(QPaintEvent* /*event*/) {
 bool CElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    // A tool tip takes markup, and this text is none.
+    // A tool tip would carry out markup in this text.
     const QString tip =
         ShownText() == text() ? QString() : Qt::convertFromPlainText(text(), Qt::WhiteSpaceNormal);
     QToolTip::showText(dynamic_cast<QHelpEvent&>(*event).globalPos(), tip, this);

@@ -9,7 +9,7 @@
 
 namespace {
 
-// QProcess ends its process when it is destroyed, unless it believes that there is none.
+// The destructor of QProcess ends its process, unless it believes that no process runs.
 class LeavableProcess : public QProcess {
 public:
     void Leave() { setProcessState(QProcess::NotRunning); }

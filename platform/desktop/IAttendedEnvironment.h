@@ -9,7 +9,7 @@
 #include <boost/function.hpp>
 #include <memory>
 
-// Tells the user what the program waits for, and lets them end the waiting. Belongs to whoever waits, and
+// Tells the user what the program waits for, and lets them end the waiting. Belongs to the waiting code, and
 // must not be destroyed while it reports that the user has enough. GUI thread only.
 class IProgress {
 public:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What a folder holds at one moment, for those who look for many files in it.
+// What a folder holds at one moment, for code that looks for many files in it.
 #pragma once
 
 #include "platform/files/CVardoDirectoryPath.h"

@@ -15,5 +15,5 @@
 //
 // False, with destination as it was, when not every byte was written, when destination may not be written
 // (even where it could be replaced), or when nothing may be created beside it. A symbolic link is itself
-// replaced, never followed: whoever could put one there must not choose which file is written to.
+// replaced, never followed: otherwise its maker could choose which file is written to.
 bool ReplaceFile(const CVardoFilePath& source, const CVardoFilePath& destination, mode_t mode);
