@@ -1,68 +1,62 @@
-#!/ usr / bin / env bash
-#SPDX - FileCopyrightText : VARDO Technologies
-#SPDX - License - Identifier : LicenseRef - VARDO
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: VARDO Technologies
+# SPDX-License-Identifier: LicenseRef-VARDO
 #
-#package.sh[--site ADDRESS-- key FILE | --no - self - update | \
-            --unsigned - self - update][--catalogue - key FILE]
-#[-- maintainer 'NAME <MAIL>'][-- verify]
+# package.sh [--site ADDRESS --key FILE | --no-self-update | --unsigned-self-update] [--catalogue-key FILE]
+#            [--maintainer 'NAME <MAIL>'] [--verify]
 #
-#Makes the Debian package, build / vardo - product - update_VERSION_ARCHITECTURE.deb, \
-    from an optimised and hardened build.
-#ADDRESS is the maker's site; without it the installed program asks nobody until a product brings an address of its own.
-#With a site one of three choices is needed : --key is the maker's public key, by which the program verifies newer ones
-#of itself before it starts their installers; \
-    with-- no - self - update it never offers to replace itself, for computers
-#that get their packages in other ways; with-- unsigned - self - update it starts what the network gives it.
-#-- catalogue - key is the public key for the files that the site publishes.
-#With-- verify the package is also examined by the usual tools and by verify - package.sh, \
-    which installs it into a bare
-#Debian system made for that, runs it there and removes it again; \
-    that needs root, a network, and some minutes.
-source "$(dirname " $0 ")/lib.sh"
+# Makes the Debian package, build/vardo-product-update_VERSION_ARCHITECTURE.deb, from an optimised and hardened build.
+# ADDRESS is the maker's site; without it the installed program asks nobody until a product brings an address of its own.
+# With a site one of three choices is needed: --key is the maker's public key, by which the program verifies newer ones
+# of itself before it starts their installers; with --no-self-update it never offers to replace itself, for computers
+# that get their packages in other ways; with --unsigned-self-update it starts what the network gives it.
+# --catalogue-key is the public key for the files that the site publishes.
+# With --verify the package is also examined by the usual tools and by verify-package.sh, which installs it into a bare
+# Debian system made for that, runs it there and removes it again; that needs root, a network, and some minutes.
+source "$(dirname "$0")/lib.sh"
 
-    STATE = $TREE / build / package NAME = vardo - product -
-                                           update
-#What dpkg - buildflags(1) advises, less the debug information.
-                                           flags_of() {
-    DEB_BUILD_MAINT_OPTIONS = hardening = +all DEB_CXXFLAGS_MAINT_STRIP = -g dpkg - buildflags-- get "$1";
-}
+STATE=$TREE/build/package
+NAME=vardo-product-update
+
+# What dpkg-buildflags(1) advises, less the debug information.
+flags_of() { DEB_BUILD_MAINT_OPTIONS=hardening=+all DEB_CXXFLAGS_MAINT_STRIP=-g dpkg-buildflags --get "$1"; }
 
 make_package() {
-    rm - rf "$STATE/_CPack_Packages"
-            "$STATE/$NAME"_ *
-                    .deb build package packaged
-                    "-DVARDO_UPDATE_SITE=$SITE"
-                    "-DVARDO_SELF_UPDATE=$SELF_UPDATE"
-                    "-DVARDO_UNSIGNED_SELF_UPDATE=$UNSIGNED"
-                    "-DVARDO_PUBLIC_KEY=$KEY"
-                    "-DVARDO_CATALOGUE_KEY=$CATALOGUE_KEY"
-                    "-DCMAKE_CXX_FLAGS=$(flags_of CPPFLAGS) $(flags_of CXXFLAGS)"
-                    "-DCMAKE_EXE_LINKER_FLAGS=$(flags_of LDFLAGS)"
-                    "${MAINTAINER[@]}" say "Packing"(cd "$STATE" && cpack > cpack.log) ||
-        fail "cpack failed; see $STATE/cpack.log" PACKAGE =
-        $(ls "$STATE/$NAME"_ *.deb) check_version mv "$PACKAGE" build / PACKAGE = $TREE / build / $ {
-        PACKAGE##* /
-    }
+    rm -rf "$STATE/_CPack_Packages" "$STATE/$NAME"_*.deb
+    build package packaged "-DVARDO_UPDATE_SITE=$SITE" "-DVARDO_SELF_UPDATE=$SELF_UPDATE" \
+        "-DVARDO_UNSIGNED_SELF_UPDATE=$UNSIGNED" "-DVARDO_PUBLIC_KEY=$KEY" "-DVARDO_CATALOGUE_KEY=$CATALOGUE_KEY" \
+        "-DCMAKE_CXX_FLAGS=$(flags_of CPPFLAGS) $(flags_of CXXFLAGS)" \
+        "-DCMAKE_EXE_LINKER_FLAGS=$(flags_of LDFLAGS)" "${MAINTAINER[@]}"
+    say "Packing"
+    (cd "$STATE" && cpack >cpack.log) || fail "cpack failed; see $STATE/cpack.log"
+    PACKAGE=$(ls "$STATE/$NAME"_*.deb)
+    check_version
+    mv "$PACKAGE" build/
+    PACKAGE=$TREE/build/${PACKAGE##*/}
 }
 
-check_version(){
-    local packaged noted dated packaged = $(dpkg - deb - f "$PACKAGE" Version) noted =
-        $(dpkg - parsechangelog - l packaging / debian / changelog - S Version) [[$packaged == "$noted"]] ||
-        fail
-        "the program is version $packaged, the newest in packaging/debian/changelog is $noted; add an entry "
-        "there" noted = $(date - u - d "@$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)" +
-                          % F) dated =
-            $(sed - n 's/^set(VARDO_RELEASE_DATE \(.*\))$/\1/p' cmake / Package.cmake)
-                [[$dated == "$noted"]] ||
-            fail
-            "cmake/Package.cmake dates the release $dated, packaging/debian/changelog $noted; make them one"}
-#-- - \
-    lint -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- -- --
+check_version() {
+    local packaged noted dated
+    packaged=$(dpkg-deb -f "$PACKAGE" Version)
+    noted=$(dpkg-parsechangelog -l packaging/debian/changelog -S Version)
+    [[ $packaged == "$noted" ]] ||
+        fail "the program is version $packaged, the newest in packaging/debian/changelog is $noted; add an entry there"
+    noted=$(date -u -d "@$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)" +%F)
+    dated=$(sed -n 's/^set(VARDO_RELEASE_DATE \(.*\))$/\1/p' cmake/Package.cmake)
+    [[ $dated == "$noted" ]] ||
+        fail "cmake/Package.cmake dates the release $dated, packaging/debian/changelog $noted; make them one"
+}
 
-#examine NAME REMEDY COMMAND... : the command must succeed, and say nothing.
-examine(){local name = $1 remedy = $2 said shift 2 said =
-              $("$@" 2 > &1) && [[-z $said]] &&
-              return printf '%s\n' "$said" > &2 fail "$name finds fault with the package. $remedy"}
+# --- lint ------------------------------------------------------------------------------------------------------------
+
+# examine NAME REMEDY COMMAND...: the command must succeed, and say nothing.
+examine() {
+    local name=$1 remedy=$2 said
+    shift 2
+    said=$("$@" 2>&1) && [[ -z $said ]] && return
+    printf '%s\n' "$said" >&2
+    fail "$name finds fault with the package. $remedy"
+}
 
 lint() {
     local unpacked=$STATE/unpacked page entry
