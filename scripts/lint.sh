@@ -84,6 +84,33 @@ share_of_tests() {
 }
 MOST_TESTS=36
 
+# The desktop's texts are in every language that the program speaks.
+desktop_languages() {
+    local file pattern bad=0
+    while read -r file pattern; do
+        diff <(grep -oP 'Code="(?!en)\K\w+' i18n/translations/languages.xml | sort) \
+            <(grep -oP "$pattern" "packaging/desktop/$file" | tr - _ | sort) && continue
+        echo "$file: $pattern"
+        bad=1
+    done <<'END'
+vardo-product-update.desktop.in ^GenericName\[\K\w+(?=\]=.)
+vardo-product-update.desktop.in ^Comment\[\K\w+(?=\]=.)
+vardo-product-update.desktop.in ^Keywords\[\K\w+(?=\]=.*;$)
+autostart.desktop.in ^Comment\[\K\w+(?=\]=.)
+metainfo.xml.in <summary\ xml:lang="\K[\w-]+(?=">.)
+metainfo.xml.in <p\ xml:lang="\K[\w-]+(?=">.)
+END
+    return "$bad"
+}
+
+# The program has no help text: its manual page names the options of its command line in the synopsis and in headings.
+manual_page() {
+    local options page=packaging/man/VARDOProductUpdate.1.in
+    options=$(grep -oP 'Add(Flag|Value)Parameter\("\K\w+' app/CApplicationFactory.cpp | sort)
+    diff <(echo "$options") <(grep -oP '^\.RB \[ \\-\K\w+' "$page" | sort) &&
+        diff <(echo "$options") <(grep -A 1 -x '\.TP' "$page" | grep -oP '^\.BI? \\-\K\w+' | sort)
+}
+
 QUICK=""
 [[ ${1:-} != --quick ]] || QUICK=yes
 ensure_packages build fuzz lint
@@ -92,6 +119,8 @@ check "White space" "Remove the blanks at the ends of these lines, and write bla
 check "SPDX lines" "Begin the file with the two lines that every other file begins with." owners
 check "Shell scripts" "See what shellcheck says above." shell_scripts
 check "Share of tests" "Drop what others hold or what restates the code, and make rows of one table." share_of_tests
+check "Desktop files" "Add or remove the languages above." desktop_languages
+check "Manual page" "Bring its synopsis and OPTIONS (>) in line with the command line (<)." manual_page
 check "cppcheck" "Mend it, or suppress it in the line before with cppcheck-suppress, what it is, and a reason." other_slips
 if [[ -z $QUICK ]]; then
     build debug
