@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "CatalogTest.h"
+#include "DataTable.h"
 #include "catalog/RunCatalogCheck.h"
 #include "products/CProductVersion.h"
 #include "support/Minisign.h"
@@ -27,10 +28,6 @@ const std::string TABLE = "program/Languages/languages.xml";
 const std::string GERMAN = "program/Languages/de/VARDOProductUpdate.strings";
 const std::string OWN_OFFER = "site/program/VardoProductUpdate.xml";
 const QString OWN_OFFERS_LINE = "site/program/VardoProductUpdate.xml:3: error";
-
-QString SourceText(const char* file) {
-    return QString::fromStdString(ReadWholeFile(std::string(VARDO_SOURCE_DIR "/") + file));
-}
 
 // A block of data/catalog-mistakes.txt.
 struct Mistake {

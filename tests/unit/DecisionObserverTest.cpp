@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // What an observer learns of the files that products read: the first reason why each does not count.
+#include "DataTable.h"
 #include "ProductTest.h"
 #include "products/IDecisionObserver.h"
+#include "report/VerdictText.h"
 
 namespace {
 
@@ -16,117 +18,71 @@ struct Verdicts : IDecisionObserver {
     void OnRemoteFile(Verdict verdict) override { remote = verdict; }
 };
 
-// A product's local file and the one that it fetches from http://h/r; empty: there is none.
-struct Files {
-    std::string local;
-    std::string remote;
-    Verdict localVerdict;
-    Verdict remoteVerdict;
+// A kind of product: its element in the list, its local file and a good one, and the address of the remote
+// file.
+struct Kind {
+    const char* element;
+    const char* file;
+    const char* good;
+    const char* address;
 };
 
-class DecisionObserver : public ProductTest {
-protected:
-    // The product, found and checked as far as its files allow.
-    Product Expect(const char* element, const std::string& file, const std::string& address,
-                   const Files& files) {
-        Verdicts verdicts;
-        std::filesystem::remove(shared_.Path(file));
-        if (!files.local.empty())
-            shared_.Write(file, files.local);
-        downloader_->Forget(address);
-        if (!files.remote.empty())
-            downloader_->Serve(address, files.remote);
-        Product product = Make(element);
-        product->SetObserver(verdicts);
-        const bool isFound = product->FindInstalled();
-        const bool isAccepted = isFound && Check(product);
-        EXPECT_EQ(isFound && product->IsChecked(0), isAccepted) << files.remote;
-        product->SetObserver(ConsoleObserver());
-        EXPECT_EQ(verdicts.local, files.localVerdict) << files.local;
-        EXPECT_EQ(verdicts.remote, files.remoteVerdict) << files.local << '\n' << files.remote;
-        return product;
-    }
-};
+const Kind PRODUCT{
+    "<Product Name='n' BaseXml='B'/>", "B.xml",
+    "<l><Product CurrentVersion='1' RemoteVersionFile='r' RemoteVersionFileURL='http://h'/></l>",
+    "http://h/r"};
+const Kind NOTIFICATION{"<Notification BaseXML='N'/>", "N.xml", "<Notification URL='http://h' File='r'/>",
+                        "http://h/r"};
+const Kind GALLERY{"<Gallery Name='n' GUID='{G}' DefaultUrl='http://h'/>", "Uninstall/updateinfo.xml",
+                   "<i><category id='a' version='1'/></i>", "http://h/gallery_categories.xml"};
+
+// The message between two days for "DATES <day> <day>".
+std::string Message(const QString& cell) {
+    if (!cell.startsWith("DATES "))
+        return cell.toStdString();
+    return QString(
+               "<Notification WebPage='p' StartDate='%1' StopDate='%2'><Text><en "
+               "value='t'/></Text></Notification>")
+        .arg(cell.section(' ', 1, 1), cell.section(' ', 2))
+        .toStdString();
+}
 
 }  // namespace
 
-using enum Verdict;
+TEST_F(ProductTest, AnObserverLearnsWhyFilesDoNotCount) {
+    const std::string manifest = shared_.Path("m.xml");
+    for (const QStringList& row : DataTable("verdicts.txt")) {
+        SCOPED_TRACE(row.join(" | ").toStdString());
+        const QString name = row[0];
+        const Kind& kind = name == "product"                                  ? PRODUCT
+                           : name == "notification" || name == "beside board" ? NOTIFICATION
+                                                                              : GALLERY;
+        if (name == "beside board")
+            Install("SoftwareUpdateVBS.xml", "9.0.0.0");
+        if (name == "unrecorded")
+            RecordGallery("", "", "/bin/true");
+        else if (name == "no manifest")
+            RecordGallery("", "m", "/bin/true");
+        else
+            RecordGallery(manifest, "", name == "without tool" ? "" : "/bin/true");
+        std::filesystem::remove(shared_.Path(kind.file));
+        if (row[1] != "-")
+            shared_.Write(kind.file, row[1] == "GOOD" ? kind.good : row[1].toStdString());
+        downloader_->Forget(kind.address);
+        if (row[2] != "-")
+            downloader_->Serve(kind.address, Message(row[2]));
 
-TEST_F(DecisionObserver, LearnsWhyDescriptionsDoNotCount) {
-    const std::string good =
-        "<l><Product CurrentVersion='1' RemoteVersionFile='r' RemoteVersionFileURL='http://h'/></l>";
-    const Files rows[] = {
-        {"<l", "", NO_XML, NOT_READ},
-        {"<l/>", "", NO_PRODUCT, NOT_READ},
-        {"<l><Product/></l>", "", NO_VERSION, NOT_READ},
-        {"<l><Product CurrentVersion='1'/></l>", "", NO_FOLDER, NOT_READ},
-        {"<l><Product CurrentVersion='1' RemoteVersionFileURL='u'/></l>", "", NO_FILE_NAME, NOT_READ},
-        {good, "", COUNTS, NOT_FETCHED},
-        {good, "<u", COUNTS, NO_XML},
-        {good, "<u Location='Client'><Product/></u>", COUNTS, NOT_FOR_CLIENTS},
-        {good, "<u><Product/></u>", COUNTS, NOT_FOR_CLIENTS},
-        {good, "<u Location='Server'/>", COUNTS, NO_PRODUCT},
-        {good, "<u Location='Server'><Product/></u>", COUNTS, COUNTS},
-    };
-    for (const Files& files : rows)
-        Expect("<Product Name='n' BaseXml='B'/>", "B.xml", "http://h/r", files);
-}
-
-TEST_F(DecisionObserver, LearnsWhyNotificationsAreNotShown) {
-    const auto message = [](const char* page, const char* start, const char* stop) {
-        return std::string("<Notification WebPage='") + page + "' StartDate='" + start + "' StopDate='" +
-               stop + "'><Text><en value='t'/></Text></Notification>";
-    };
-    const std::string good = "<Notification URL='http://h' File='r'/>";
-    const Files rows[] = {
-        {"", "", MISSING, NOT_READ},
-        {"<n/>", "", NO_NOTIFICATION, NOT_READ},
-        {"<notification URL='http://h' File='r'/>", "", NO_NOTIFICATION, NOT_READ},
-        {"<Notification File='r'/>", "", NO_FOLDER, NOT_READ},
-        {"<Notification URL='u'/>", "", NO_FILE_NAME, NOT_READ},
-        {good, "<n/>", COUNTS, NO_NOTIFICATION},
-        {good, "<Notification/>", COUNTS, NO_TEXT},
-        {good, "<Notification><Text/><Text><en value='t'/></Text></Notification>", COUNTS, NO_TEXT},
-        {good, message("", "20260101", "20261231"), COUNTS, NO_PAGE},
-        {good, message("p", "20261301", "20261231"), COUNTS, NO_DATES},
-        {good, message("p", "", "20261231"), COUNTS, NO_DATES},
-        {good, message("p", "20260101", "2026-12-31"), COUNTS, NO_DATES},
-        {good, message("p", "20260315", "20261231"), COUNTS, TOO_EARLY},
-        {good, message("p", "20260101", "20260315"), COUNTS, OVER},
-        {good, message("p", "20260101", "20261231"), COUNTS, NO_BOARD},
-    };
-    const auto items = [this](const Files& files) {
-        return Expect("<Notification BaseXML='N'/>", "N.xml", "http://h/r", files)->GetItemCount();
-    };
-    for (const Files& files : rows)
-        EXPECT_EQ(items(files), 0U) << files.local << '\n' << files.remote;
-    Install("SoftwareUpdateVBS.xml", "9.0.0.0");
-    EXPECT_EQ(items({good, message("p", "20260101", "20261231"), COUNTS, COUNTS}), 1U);
-}
-
-TEST_F(DecisionObserver, LearnsWhyGalleryContentIsNotChecked) {
-    const std::string good = "<i><category id='a' version='1'/></i>";
-    const auto expect = [this](const Files& files) {
-        const Product product = Expect("<Gallery Name='n' GUID='{G}' DefaultUrl='http://h'/>",
-                                       "Uninstall/updateinfo.xml", "http://h/gallery_categories.xml", files);
-        EXPECT_EQ(product->GetItemCount(), files.localVerdict == COUNTS ? 1U : 0U) << files.local;
-    };
-    RecordGallery("", "", "/bin/true");
-    expect({good, "", NO_RECORD, NOT_READ});
-    RecordGallery(shared_.Path("m.xml"), "", "");
-    expect({good, "", NO_TOOL, NOT_READ});
-    RecordGallery("", "m", "/bin/true");
-    expect({good, "", NO_MANIFEST, NOT_READ});
-    RecordGallery(shared_.Path("m.xml"), "", "/bin/true");
-    const Files rows[] = {
-        {"", "", MISSING, NOT_READ},
-        {"<i/>", "", NO_CATEGORY, NOT_READ},
-        {"<i><category version='1'/><category id='' version='1'/></i>", "", NO_CATEGORY, NOT_READ},
-        {good, "", COUNTS, NOT_FETCHED},
-        {good, "<g/>", COUNTS, NO_CATEGORY},
-        {good, "<g><categories><category id='b'/></categories></g>", COUNTS, UNKNOWN_CATEGORIES},
-        {good, "<g><categories><category id='a'/></categories></g>", COUNTS, COUNTS},
-    };
-    for (const Files& files : rows)
-        expect(files);
+        Verdicts verdicts;
+        const Product product = Make(kind.element);
+        product->SetObserver(verdicts);
+        const bool isFound = product->FindInstalled();
+        const bool isAccepted = isFound && Check(product);
+        product->SetObserver(ConsoleObserver());
+        EXPECT_EQ(isFound, row[3] != "local");
+        EXPECT_EQ(isFound && product->IsChecked(0), isAccepted);
+        EXPECT_EQ(VerdictText(verdicts.local), isFound ? "" : row[4]);
+        EXPECT_EQ(VerdictText(verdicts.remote), isFound ? row[4] : "it was not read");
+        const bool isShown = &kind == &NOTIFICATION ? row[3].isEmpty() : isFound;
+        EXPECT_EQ(product->GetItemCount(), isShown ? 1U : 0U);
+    }
 }

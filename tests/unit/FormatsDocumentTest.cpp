@@ -3,11 +3,10 @@
 
 // The examples and tables of docs/formats.md, read by the program: they mean what is written beside them.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <QLocale>
 #include <map>
-#include <vector>
 
+#include "DataTable.h"
 #include "ProductTest.h"
 #include "app/CSelfUpdate.h"
 #include "app/settings/CRecordKeeper.h"
@@ -17,7 +16,6 @@
 #include "i18n/ResourceManager.h"
 #include "net/ProxyHandlerBase.h"
 #include "platform/files/Addresses.h"
-#include "products/CProductListController.h"
 #include "products/CVersionStringRange.h"
 #include "support/Utf16Bytes.h"
 
@@ -26,7 +24,7 @@ namespace {
 const std::string SITE = "http://updates.example.com/";
 
 const QString& Document() {
-    static const QString text = QString::fromStdString(ReadWholeFile(VARDO_SOURCE_DIR "/docs/formats.md"));
+    static const QString text = SourceText("docs/formats.md");
     return text;
 }
 

@@ -2,11 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // Installed products: their versions on the disk, their checks, and how they disable one another.
-#include <gtest/gtest.h>
-#include <filesystem>
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "ProductTest.h"
 #include "products/CProductsByKey.h"

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "DataTable.h"
 #include "ProductTest.h"
 #include "app/CSelfUpdate.h"
 #include "net/Downloader.h"
@@ -65,22 +66,19 @@ std::string TempFolder() {
     return CVardoDirectoryPath::GetTempDirectory().GetDirectoryPathString().ToQString().toStdString();
 }
 
-fs::perms ModeOf(const fs::path& path) {
-    return fs::status(path).permissions();
-}
-
 class InstallerSeal : public ProductTest {
 protected:
     // The path of the installer that would be started; empty when there is none.
     std::string PathFor(const Offer& offer) {
+        const std::string address = "http://s/" + offer.file;
         Install("self.xml", "1.0.0.0");
         downloader_->Serve("http://h/r.xml", "<U Location='Server'><Product UpdateVersion='" + offer.version +
                                                  "' UpdateInstallFile='" + offer.file +
                                                  "' UpdateInstallURL='http://s'/></U>");
-        downloader_->Serve("http://s/" + offer.file, offer.installer);
-        downloader_->Serve("http://s/" + offer.file + ".minisig", offer.signature);
+        downloader_->Serve(address, offer.installer);
+        downloader_->Serve(address + ".minisig", offer.signature);
         if (offer.signature.empty())
-            downloader_->Forget("http://s/" + offer.file + ".minisig");
+            downloader_->Forget(address + ".minisig");
         CSelfUpdate update("self.xml", *environment_);
         update.SetDownloader(downloader_);
         EXPECT_TRUE(update.LoadLocal() && update.LoadRemote() && update.IsUpdateAvailable());
@@ -90,104 +88,88 @@ protected:
             EXPECT_FALSE(fs::exists(file)) << "what was fetched must not stay where it was";
         return update.GetInstallerPath().ToQString().toStdString();
     }
-};
-
-struct Case {
-    const char* situation;
-    std::function<void(Offer&)> change;
-};
-
-TEST_F(InstallerSeal, OpensForWhatTheMakerSigned) {
-    const Case cases[] = {
-        {"as it is", [](Offer&) {}},
-        {"the old form", [](Offer& o) { o.SignWith(COMMENT, {"-l"}); }},
-        {"more words, tabs",
-         [](Offer& o) { o.SignWith("timestamp:1\tversion:2.0.0.0 \tfile:setup.bin\tx"); }},
-        {"another spelling of the version", [](Offer& o) { o.SignWith("file:setup.bin version:2.00.0.0"); }},
-        {"files from Windows",
-         [](Offer& o) {
-             o.key = WithWindowsLineEnds(o.key);
-             o.signature = WithWindowsLineEnds(o.signature);
-         }},
-        {"no line end at the end", [](Offer& o) { o.signature.pop_back(); }},
-        {"in a folder, letters",
-         [](Offer& o) {
-             o.file = "new/größe.bin";
-             o.SignWith("file:größe.bin version:2.0.0.0");
-         }},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.situation);
-        Offer offer;
-        row.change(offer);
+    // What is started holds the offered bytes, where nobody else can exchange them.
+    void Expect(bool opens, const Offer& offer) {
         shared_.Write("VardoProductUpdate.pub", offer.key);
         const fs::path installer = PathFor(offer);
-        EXPECT_EQ(ReadWholeFile(installer), offer.installer);
-        EXPECT_EQ(installer.parent_path().parent_path(), TempFolder());
-        EXPECT_EQ(ModeOf(installer), fs::perms::owner_all);
-        EXPECT_EQ(ModeOf(installer.parent_path()), fs::perms::owner_all);
-        fs::remove_all(installer.parent_path());
+        EXPECT_EQ(!installer.empty(), opens);
+        if (opens) {
+            EXPECT_EQ(ReadWholeFile(installer), offer.installer);
+            EXPECT_EQ(installer.parent_path().parent_path(), TempFolder());
+            EXPECT_EQ(fs::status(installer).permissions(), fs::perms::owner_all);
+            EXPECT_EQ(fs::status(installer.parent_path()).permissions(), fs::perms::owner_all);
+            fs::remove_all(installer.parent_path());
+        }
+        EXPECT_TRUE(fs::is_empty(TempFolder()));
     }
+};
+
+TEST_F(InstallerSeal, OpensForTheMakersCommentOfThisFileAndVersion) {
+    for (const QStringList& row : DataTable("trusted-comments.txt")) {
+        SCOPED_TRACE(row[0].toStdString());
+        Offer offer;
+        offer.SignWith(row[0].toStdString());
+        Expect(row[1] == "yes", offer);
+    }
+    Offer control;
+    control.SignWith(COMMENT + std::string(" \v"));
+    Expect(false, control);
+    Offer elsewhere;
+    elsewhere.file = "new/größe.bin";
+    elsewhere.SignWith("file:größe.bin\tversion:2.0.0.0");
+    Expect(true, elsewhere);
+    Offer nameless;
+    nameless.file.clear();
+    nameless.SignWith("file: version:2.0.0.0");
+    Expect(false, nameless);
 }
 
-TEST_F(InstallerSeal, StaysShutForEverythingElse) {
+TEST_F(InstallerSeal, StaysShutForWhatWasAltered) {
     static const Minisign other;
-    const Case cases[] = {
-        {"no signature", [](Offer& o) { o.signature.clear(); }},
-        {"another maker's key", [](Offer& o) { o.key = other.Key(); }},
-        {"another number of the key", [](Offer& o) { Alter(o.key, 1, 5); }},
-        {"another form than it was signed in",
-         [](Offer& o) { o.signature.replace(o.signature.find("\nRU"), 3, "\nRW"); }},
-        {"an unknown form", [](Offer& o) { Alter(o.signature, 1, 1); }},
-        {"altered installer", [](Offer& o) { Alter(o.installer, 9000, 2); }},
-        {"altered installer, old form",
+    const std::tuple<const char*, bool, std::function<void(Offer&)>> cases[] = {
+        {"the old form", true, [](Offer& o) { o.SignWith(COMMENT, {"-l"}); }},
+        {"a key from Windows", true, [](Offer& o) { o.key = WithWindowsLineEnds(o.key); }},
+        {"from Windows", true, [](Offer& o) { o.signature = WithWindowsLineEnds(o.signature); }},
+        {"no line end at the end", true, [](Offer& o) { o.signature.pop_back(); }},
+        {"no signature", false, [](Offer& o) { o.signature.clear(); }},
+        {"another maker's key", false, [](Offer& o) { o.key = other.Key(); }},
+        {"another number of the key", false, [](Offer& o) { Alter(o.key, 1, 5); }},
+        {"another form", false, [](Offer& o) { o.signature.replace(o.signature.find("\nRU"), 3, "\nRW"); }},
+        {"an unknown form", false, [](Offer& o) { Alter(o.signature, 1, 1); }},
+        {"altered installer", false, [](Offer& o) { Alter(o.installer, 9000, 2); }},
+        {"altered installer, old form", false,
          [](Offer& o) {
              o.SignWith(COMMENT, {"-l"});
              Alter(o.installer, 9000, 2);
          }},
-        {"more than the installer", [](Offer& o) { o.installer += "rm -r ~\n"; }},
-        {"altered signature", [](Offer& o) { Alter(o.signature, 1, 40); }},
-        {"altered trusted comment",
+        {"more than the installer", false, [](Offer& o) { o.installer += "rm -r ~\n"; }},
+        {"altered signature", false, [](Offer& o) { Alter(o.signature, 1, 40); }},
+        {"altered trusted comment", false,
          [](Offer& o) {
              o.signature.replace(o.signature.find("2.0.0.0"), 1, "3");
              o.version = "3.0.0.0";
          }},
-        {"altered global signature", [](Offer& o) { Alter(o.signature, 3, 40); }},
-        {"an older version's", [](Offer& o) { o.SignWith("file:setup.bin version:1.9.0.0"); }},
-        {"a version that begins alike", [](Offer& o) { o.SignWith("file:setup.bin version:2.0.0.01"); }},
-        {"another file's", [](Offer& o) { o.SignWith("file:content.bin version:2.0.0.0"); }},
-        {"a file's that ends alike", [](Offer& o) { o.SignWith("file:my-setup.bin version:2.0.0.0"); }},
-        {"two versions", [](Offer& o) { o.SignWith("file:setup.bin version:1.9.0.0 version:2.0.0.0"); }},
-        {"no version", [](Offer& o) { o.SignWith("file:setup.bin"); }},
-        {"an offer without a file name",
-         [](Offer& o) {
-             o.file.clear();
-             o.SignWith("file: version:2.0.0.0");
-         }},
-        {"cut within the global signature", [](Offer& o) { o.signature.resize(o.signature.size() - 9); }},
-        {"a line too many", [](Offer& o) { o.signature += "\n"; }},
-        {"a control character", [](Offer& o) { o.SignWith(COMMENT + std::string(" \v")); }},
-        {"a huge signature", [](Offer& o) { o.signature.insert(o.signature.find('\n'), 20'000, 'x'); }},
-        {"a key cut short", [](Offer& o) { o.key.resize(o.key.size() - 4); }},
-        {"a huge key", [](Offer& o) { o.key.insert(o.key.find('\n'), 5'000, 'x'); }},
+        {"altered global signature", false, [](Offer& o) { Alter(o.signature, 3, 40); }},
+        {"cut within it", false, [](Offer& o) { o.signature.resize(o.signature.size() - 9); }},
+        {"a line too many", false, [](Offer& o) { o.signature += "\n"; }},
+        {"a huge signature", false,
+         [](Offer& o) { o.signature.insert(o.signature.find('\n'), 20'000, 'x'); }},
+        {"a key cut short", false, [](Offer& o) { o.key.resize(o.key.size() - 4); }},
+        {"a huge key", false, [](Offer& o) { o.key.insert(o.key.find('\n'), 5'000, 'x'); }},
     };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.situation);
+    for (const auto& [situation, opens, change] : cases) {
+        SCOPED_TRACE(situation);
         Offer offer;
-        row.change(offer);
-        shared_.Write("VardoProductUpdate.pub", offer.key);
-        EXPECT_EQ(PathFor(offer), "");
-        EXPECT_TRUE(fs::is_empty(TempFolder()));
+        change(offer);
+        Expect(opens, offer);
     }
-}
-
-TEST_F(InstallerSeal, IsNeededAsSoonAsTheKeysNameIsTaken) {
     const fs::path key = shared_.Path("VardoProductUpdate.pub");
-    fs::create_symlink("nowhere", key);
-    EXPECT_EQ(PathFor(Offer()), "");
-    fs::remove(key);
-    fs::create_directory(key);
-    EXPECT_EQ(PathFor(Offer()), "");
+    downloader_->installers.clear();
+    for (const bool isLink : {true, false}) {
+        fs::remove(key);
+        isLink ? fs::create_symlink("nowhere", key) : void(fs::create_directory(key));
+        EXPECT_EQ(PathFor(Offer()), "") << "needed as soon as the key's name is taken";
+    }
     EXPECT_TRUE(downloader_->installers.empty()) << "nothing is fetched in vain";
 }
 

@@ -1,22 +1,26 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Which language is chosen, and what the language tables say of it.
+// Which language is chosen, what the language tables say of it, and what texts come of its files.
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QSettings>
 #include <filesystem>
 #include <optional>
 
+#include "DataTable.h"
+#include "i18n/CResourceManagerLinux.h"
 #include "i18n/CVARDOLanguageSettingsCache.h"
 #include "i18n/Language.h"
 #include "i18n/LanguageTable.h"
 #include "i18n/QStringsTranslator.h"
+#include "i18n/ResourceManager.h"
 #include "i18n/startup/InstallLanguage.h"
 #include "platform/settings/CSettingsIdentity.h"
+#include "platform/text/ResultCodes.h"
 #include "support/ScopedEnvironment.h"
-#include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
+#include "support/Utf16Bytes.h"
 
 namespace {
 
@@ -54,6 +58,10 @@ protected:
         tree_.Write(folder + TABLE, "<Table>" + languages + "</Table>");
         return tree_.Path(folder);
     }
+    void WriteStrings(const std::string& name, const std::u16string& text) const {
+        tree_.Write(name + ".strings", Utf16Bytes(text));
+    }
+    QString Folder(const char* relative) const { return QString::fromStdString(tree_.Path(relative)); }
     static CAtlString Chosen() { return GetLanguageSettings({})->GetLanguage(); }
 
     TemporaryTree tree_;
@@ -125,44 +133,17 @@ TEST_F(Language, TheTableIsTheFirstThatExistsAndTheOwnOneAnswersAfterIt) {
     }
 }
 
-// What the user may write behind -locale, and what becomes of it with the shipped files.
 TEST_F(Language, EveryWayToNameALanguage) {
-    const struct {
-        const char* language;
-        int id;
-        bool rightToLeft;
-        const char* code;
-        const char* close;
-    } cases[] = {
-        {"de", 0x407, false, "de", "Schließen"},
-        {"0407", 0x407, false, "de", "Schließen"},
-        {"de_AT", 0x407, false, "de_AT", "Schließen"},
-        {"ar", 0x401, true, "ar", "إغلاق"},
-        {"ar_EG", 0x401, true, "ar_EG", "إغلاق"},
-        {"HE", 0x40D, true, "he", "סגירה"},
-        {"zh_CN", 0x804, false, "zh_CN", "关闭"},
-        {"en_GB", 0x809, false, "en_GB", "Close"},
-        {"0409", 0x409, false, "en_US", "Close"},
-        {"pt_PT", 0, false, "pt_PT", "Close"},
-        {"da", 0xDA, false, "da", "Close"},
-        {"40c", 0x40C, false, "fr", "Fermer"},
-        {"0x409", 0, false, "0x409", "Close"},
-        {" 0409", 0, false, " 0409", "Close"},
-        {"80000000", 0, false, "80000000", "Close"},
-        {"10000000000000409", 0, false, "10000000000000409", "Close"},
-        {"../../etc", 0, false, "../../etc", "Close"},
-        {"../de", 0, false, "../de", "Close"},
-        {"_", 0, false, "_", "Close"},
-    };
-    for (const auto& one : cases) {
-        SCOPED_TRACE(one.language);
-        SetLocaleOverride(one.language);
-        EXPECT_EQ(ResolveLanguageId(QString(one.language)), one.id);
-        EXPECT_EQ(LanguageCode(one.language), one.code);
+    for (const QStringList& row : DataTable("language-names.txt")) {
+        SCOPED_TRACE(row[0].toStdString());
+        SetLocaleOverride(row[0]);
+        EXPECT_EQ(ResolveLanguageId(row[0]), row[1].toInt(nullptr, 16));
+        EXPECT_EQ(LanguageCode(row[0]), row[3]);
         EXPECT_TRUE(InstallLanguage("VARDOProductUpdate", qApp, true));
-        EXPECT_EQ(QApplication::layoutDirection() == Qt::RightToLeft, one.rightToLeft);
-        EXPECT_EQ(QCoreApplication::translate("AnyContext", "Close"), one.close);
+        EXPECT_EQ(QApplication::layoutDirection() == Qt::RightToLeft, row[2] == "right-to-left");
+        EXPECT_EQ(QCoreApplication::translate("AnyContext", "Close"), row[4]);
     }
+    EXPECT_EQ(ResolveLanguageId(L" 0409"), 0);
     EXPECT_FALSE(InstallLanguage({}, qApp, true)) << "without an application's name only English will do";
     SetLocaleOverride("en_GB");
     EXPECT_TRUE(InstallLanguage({}, qApp, true));
@@ -181,4 +162,60 @@ TEST_F(Language, TheDirectionComesFromTheLanguageSetupsOwnTable) {
     EXPECT_FALSE(IsRightToLeft(L"de")) << "only 1 counts";
     Set(MACHINE, SETUP, "Path", MakeTable("setup", languages + "'1'/>"));
     EXPECT_TRUE(IsRightToLeft(L"de"));
+}
+
+TEST_F(Language, AnotherLanguageStartsAfreshAndTheSameOneAddsItsFiles) {
+    Set(MACHINE, "", SETUP_PATH,
+        MakeTable("setup",
+                  "<L ID='0001' Code='one'/><L ID='0002' Code='two'/><L ID='0003' Code='../outside'/>"));
+    WriteStrings("Languages/one/App",
+                 uR"("Save" = "Sichern"; Empty = ""; Twice = 1; Twice = 2; "Größe" = ok)");
+    WriteStrings("Languages/one/More", u"Open=Auf; Save=Ab");
+    WriteStrings("Languages/two/App", u"Open=Ouvrir");
+    WriteStrings("outside/App", u"Save=Outside");
+    QStringsTranslator translator;
+    const auto text = [&](const char* key) { return translator.translate("Any context", key, "comment", 2); };
+    EXPECT_EQ(text("Save"), "Save") << "nothing loaded yet";
+    translator.load("0001", "App", Folder(""));
+    for (const char* untranslated : {"save", "Empty", "Open", "", static_cast<const char*>(nullptr)})
+        EXPECT_EQ(text(untranslated), QString(untranslated));
+    EXPECT_EQ(text("Save"), "Sichern");
+    EXPECT_EQ(text("Größe"), "ok");
+    translator.load("one", "More", Folder("Languages/"));
+    EXPECT_EQ(text("Open"), "Auf");
+    EXPECT_EQ(text("Save"), "Ab") << "the later file wins";
+    EXPECT_EQ(text("Twice"), "2") << "what it does not name stays";
+    translator.load("0001", "Missing", Folder("Languages/"));
+    EXPECT_EQ(text("Open"), "Auf");
+    translator.load("0002", "App", Folder("Languages/"));
+    EXPECT_EQ(text("Open"), "Ouvrir");
+    EXPECT_EQ(text("Save"), "Save");
+    EXPECT_TRUE(translator.load("nowhere", "App", Folder("Languages/"))) << "a load always succeeds";
+    EXPECT_EQ(text("Open"), "Open");
+    for (const char* outside : {"0003", "../outside"}) {
+        translator.load(outside, "App", Folder("Languages/"));
+        EXPECT_EQ(text("Save"), "Save") << "a code never leads out of the folder";
+    }
+    DestroyResourceManager();
+}
+
+TEST_F(Language, FilesThatCannotBeStringsChangeNothing) {
+    WriteStrings("Languages/en_US/App", u"Save=Sichern");
+    tree_.Write("odd/Empty.strings", "");
+    tree_.MakeDirectory("odd/Folder.strings");
+    std::filesystem::resize_file(tree_.Write("odd/Huge.strings", ""),
+                                 CResourceManagerLinux::MAX_STRINGS_BYTES + 1);
+    CResourceManagerLinux manager;
+    EXPECT_FALSE(manager.Init(0x409, L"", L"App"));
+    EXPECT_FALSE(manager.Init(7, Folder("Languages"), L"App"));
+    EXPECT_TRUE(manager.Init(0x409, Folder("Languages"), L"Missing")) << "the folder is there";
+    const auto load = [&](const char* folder, const wchar_t* name, bool append) {
+        return manager.LoadStrings(CVardoDirectoryPath(CAtlString(Folder(folder))), name, append);
+    };
+    EXPECT_EQ(load("Languages/en_US", L"App", false), RESULT_OK);
+    for (const wchar_t* name : {L"Missing", L"Empty", L"Folder", L"Huge"})
+        EXPECT_EQ(load("odd", name, true), RESULT_INVALID_ARGUMENT) << name;
+    EXPECT_EQ(manager.GetString("Save"), L"Sichern");
+    EXPECT_EQ(load("Languages/en_US", L"Missing", false), RESULT_INVALID_ARGUMENT);
+    EXPECT_EQ(manager.GetString("Save"), L"Save") << "what does not append drops what was there";
 }

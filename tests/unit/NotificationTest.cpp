@@ -3,16 +3,10 @@
 
 // Notifications: which messages show, in which language, and how they are dismissed. And the board software
 // that they are for. (Their dates are those of docs/formats.md; why one does not show, an observer learns.)
-#include <gtest/gtest.h>
-#include <string>
-#include <tuple>
-#include <vector>
-
+#include "DataTable.h"
 #include "ProductTest.h"
 #include "app/settings/DefaultSettings.h"
 #include "i18n/Language.h"
-#include "platform/settings/SettingsStore.h"
-#include "products/CProductListController.h"
 
 namespace {
 
@@ -65,24 +59,12 @@ TEST_F(Notifications, SpeakTheUsersLanguage) {
     setup.Write("Languages/languages.xml", "<l><x ID='0407' Code='de'/><x ID='0C07' Code='de_AT'/></l>");
     const CAtlString key("Software\\VARDO Technologies\\Language Setup");
     WriteRegistryString(HKEY_LOCAL_MACHINE, key, "Path", setup.Root().c_str());
-    const std::string en = "<en value='hello'/>";
-    const std::string de = "<de value='früher'/><de value='grüß'/>";
-    const std::string austrian = "<de_AT value='servus'/>";
-    const std::tuple<const char*, const char*, std::string, const char*> cases[] = {
-        {"its own text; the last one of a code", "de", en + de, "grüß"},
-        {"English for want of its own", "fr", en + de, "hello"},
-        {"none at all", "fr", de, ""},
-        {"known by its ID", "0407", en + de, "grüß"},
-        {"an unknown ID", "040C", en + de, "hello"},
-        {"with its region", "de_AT", en + de + austrian, "servus"},
-        {"without its region", "de_AT", en + de, "grüß"},
-        {"without its region, written with a dash", "de-CH", en + de, "grüß"},
-        {"an ID without its region", "0C07", en + de, "grüß"},
-        {"no other region's", "de", en + austrian, "hello"},
-    };
-    for (const auto& [situation, language, texts, shown] : cases) {
-        SetLocaleOverride(language);
-        EXPECT_EQ(Checked(texts)->GetName(), QString(shown)) << situation;
+    for (const QStringList& row : DataTable("notification-languages.txt")) {
+        QString texts;
+        for (const QString& text : row[1].split(", "))
+            texts += '<' + text.section(' ', 0, 0) + " value='" + text.section(' ', 1) + "'/>";
+        SetLocaleOverride(row[0]);
+        EXPECT_EQ(Checked(texts.toStdString())->GetName(), row[2]) << row.join(" | ").toStdString();
     }
     WriteRegistryString(HKEY_LOCAL_MACHINE, key, "Path", "");
 }

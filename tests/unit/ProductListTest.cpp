@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <string>
 #include <tuple>
-#include <vector>
 
 #include "ProductTest.h"
 #include "products/CProductListController.h"
@@ -81,25 +80,29 @@ TEST_F(ProductList, IsReadInOrderWithoutWhatItDoesNotKnow) {
 }
 
 TEST_F(ProductList, TheNewerCopyIsTaken) {
-    const auto user = [](const char* version) { return List(version, Element("u")); };
-    const auto installed = [](const char* version) { return List(version, Element("i")); };
-    const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
-        {"no copy", "", "", ""},
-        {"the installed copy alone", "", installed("1.0.0.0"), "i"},
-        {"the user's alone", user("1.0.0.0"), "", "u"},
-        {"the user's is newer", user("1.0.0.1"), installed("1.0.0.0"), "u"},
-        {"the user's is newer and empty", List("1.0.0.1", "<Other/>"), installed("1.0.0.0"), ""},
-        {"the installed is newer", user("1.0.0.0"), installed("1.0.0.1"), "i"},
-        {"the same version", user("1.0.0.0"), installed("1.0.0.0"), "u"},
-        {"the user's has no version", user(""), installed("0.0.0.0"), "i"},
-        {"the user's is damaged", "<Products Version='9.0.0.0'", installed("1.0.0.0"), "i"},
+    // "-" stands for no copy.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"-", "-", ""},
+        {"-", "1.0.0.0", "i"},
+        {"1.0.0.0", "-", "u"},
+        {"1.0.0.1", "1.0.0.0", "u"},
+        {"1.0.0.0", "1.0.0.1", "i"},
+        {"1.0.0.0", "1.0.0.0", "u"},
+        {"", "0.0.0.0", "i"},
     };
-    for (const auto& [situation, usersCopy, installedCopy, taken] : cases) {
-        Put(USERS, usersCopy);
-        Put(INSTALLED, installedCopy);
-        EXPECT_EQ(controller_.LoadProductList(), !taken.empty()) << situation;
-        EXPECT_EQ(Keys(), taken) << situation;
+    const auto copy = [](const std::string& version, const char* key) {
+        return version == "-" ? "" : List(version, Element(key));
+    };
+    for (const auto& [users, installed, taken] : cases) {
+        Put(USERS, copy(users, "u"));
+        Put(INSTALLED, copy(installed, "i"));
+        EXPECT_EQ(controller_.LoadProductList(), *taken != '\0') << users << " and " << installed;
+        EXPECT_EQ(Keys(), taken) << users << " and " << installed;
     }
+    Put(USERS, "<Products Version='9.0.0.0'");
+    EXPECT_TRUE(controller_.LoadProductList() && Keys() == "i") << "a damaged copy counts for nothing";
+    Put(USERS, List("1.0.0.1", "<Other/>"));
+    EXPECT_FALSE(controller_.LoadProductList()) << "a newer copy that is empty does count";
 }
 
 TEST_F(ProductList, IsRefreshedFromItsAddress) {
@@ -130,6 +133,7 @@ TEST_F(ProductList, IsRefreshedFromItsAddress) {
         controller_.LoadProductList();
         EXPECT_EQ(controller_.UpdateProductList(), refreshed);
         EXPECT_EQ(downloader_->addresses.size(), fetched ? 1U : 0U);
+        EXPECT_FALSE(fetched && fs::exists(downloader_->files.back())) << "what was fetched must not stay";
         EXPECT_EQ(Keys(), keys);
         EXPECT_EQ(ReadWholeFile(shared_.Path(INSTALLED)), keys == "new" ? served : current);
     }

@@ -48,7 +48,10 @@ protected:
     }
     bool Check(const Product& product) {
         product->SetDownloader(downloader_);
-        return product->CheckForUpdates();
+        const bool isChecked = product->CheckForUpdates();
+        for (const std::string& file : downloader_->files)
+            EXPECT_FALSE(std::filesystem::exists(file)) << "what was fetched must not stay";
+        return isChecked;
     }
     // What the window shows of the list's products: name, versions, caption of the button and the page that
     // it opens. Presses every button.

@@ -5,9 +5,8 @@
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <memory>
-#include <string>
-#include <vector>
 
+#include "DataTable.h"
 #include "i18n/StringsReader.h"
 #include "support/TextPrinting.h"
 #include "support/Utf16Bytes.h"
@@ -31,66 +30,33 @@ Texts Read(const std::string& bytes) {
     return texts;
 }
 
-struct Case {
-    const char* situation;
-    std::u16string file;
-    Texts texts;
-};
-
 }  // namespace
 
 TEST(StringsReader, TokensBecomePairsInBothByteOrders) {
-    const Case cases[] = {
-        {"nothing but the mark", u"", {}},
-        {"a quoted pair", u"\"Save As\" = \"Save &As\";", {L"Save As", L"Save &As"}},
-        {"every separator", u"a=b;c d\te\rf\ng\0h"s, {L"a", L"b", L"c", L"d", L"e", L"f", L"g", L"h"}},
-        {"runs of separators", u";;= a == b ;; \r\n c=\td;", {L"a", L"b", L"c", L"d"}},
-        {"separators in quotes", u"\"A;B\"=\"1 = 2;\n\t\";", {L"A;B", L"1 = 2;\n\t"}},
-        {"the six escapes", uR"("k"="\"\\\n\t\rx\ty\u00E9\u4e2D")", {L"k", L"\"\\\n\t\rx\ty\u00E9\u4E2D"}},
-        {"an unknown escape", uR"("k"="a\qb" c=d)", {L"k", L"aqb", L"c", L"d"}},
-        {"escaped digits that are none", uR"("k"="\u0g4Zz")", {L"k", L"\u0004z"}},
-        {"escaped surrogates are one character", uR"("k"="\ud83d\uDE00")", {L"k", L"\U0001F600"}},
-        {"a backslash outside of quotes", u"a\\n=b\\;", {L"a\\n", L"b\\"}},
-        {"quotes inside a token", u"a\" b\"c=d;", {L"a bc", L"d"}},
-        {"a comment between two pairs", u"a = b /* = ; \" */ c = d", {L"a", L"b", L"c", L"d"}},
-        {"a comment does not end a token", u"a/**/b=c//x\nd;", {L"ab", L"cd"}},
-        {"the shortest thing like a comment", u"/*/ a = b */ c = d", {L"c", L"d"}},
-        {"a comment's sign in quotes", u"\"http://x/*\" = \"*/\"", {L"http://x/*", L"*/"}},
-        {"a single slash", u"a/b = /", {L"a/b", L"/"}},
-        {"an empty key is ignored", u"\"\" = x; a = b", {L"a", L"b"}},
-        {"an empty text is a text", u"a = \"\"; c = d", {L"a", L"", L"c", L"d"}},
-        {"the same key twice, in order", u"a=1;a=2", {L"a", L"1", L"a", L"2"}},
-        {"a last key without a text", u"a=b;c", {L"a", L"b"}},
-        {"the end inside quotes", u"a=\"b c", {L"a", L"b c"}},
-        {"the end behind an opening quote", u"a=\"", {L"a", L""}},
-        {"the end inside an escape", u"a=\"b\\", {L"a", L"b"}},
-        {"the end inside four digits", u"a=\"b\\u41", {L"a", L"bA"}},
-        {"the end inside a comment", u"a=b/*", {L"a", L"b"}},
-        {"a comment without an end", u"a=b // c=d", {L"a", L"b"}},
+    std::vector<std::pair<std::u16string, Texts>> cases = {
+        {u"", {}},
+        {u"a=b;c d\te\rf\ng\0h;=\r\n"s, {L"a", L"b", L"c", L"d", L"e", L"f", L"g", L"h"}},
+        {u"\"A;B\"=\"1 = 2;\n\t\";", {L"A;B", L"1 = 2;\n\t"}},
+        {uR"("k"="\n\t\rx")", {L"k", L"\n\t\rx"}},
+        {uR"("k"="\u0g4Zz")", {L"k", L"\u0004z"}},
+        {u"a/**/b=c//x\nd;", {L"ab", L"cd"}},
     };
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.situation);
-        EXPECT_EQ(Read(Utf16Bytes(one.file)), one.texts);
-        EXPECT_EQ(Read(Utf16Bytes(one.file, true)), one.texts);
+    for (const QStringList& row : DataTable("strings-files.txt"))
+        cases.emplace_back(row[0].toStdU16String(), Texts(row.begin() + 1, row.end()));
+    for (const auto& [file, texts] : cases) {
+        EXPECT_EQ(Read(Utf16Bytes(file)), texts) << QString::fromStdU16String(file).toStdString();
+        EXPECT_EQ(Read(Utf16Bytes(file, true)), texts) << QString::fromStdU16String(file).toStdString();
     }
 }
 
 TEST(StringsReader, BytesOutOfTheOrdinary) {
-    const std::string little = Utf16Bytes(u"a=b");
-    const struct {
-        const char* situation;
-        std::string bytes;
-        Texts texts;
-    } cases[] = {
-        {"no bytes", "", {}},
-        {"one byte", "\xFE", {}},
-        {"no mark: the first unit is skipped all the same", Utf16Bytes(u"a=b;c").substr(2), {L"b", L"c"}},
-        {"a last odd byte is dropped", little + 'x', {L"a", L"b"}},
-        {"big-endian needs an even size", Utf16Bytes(u"a=b", true) + 'x', {}},
-        {"a lone surrogate does not end the token", Utf16Bytes(u"a=x\xD800y"), {L"a", L"x\uFFFDy"}},
-    };
-    for (const auto& one : cases)
-        EXPECT_EQ(Read(one.bytes), one.texts) << one.situation;
+    const Texts pair{L"a", L"b"};
+    EXPECT_EQ(Read(""), Texts());
+    EXPECT_EQ(Read("\xFE"), Texts());
+    EXPECT_EQ(Read(Utf16Bytes(u"xa=b;c").substr(2)), pair) << "without a mark, the first unit is skipped";
+    EXPECT_EQ(Read(Utf16Bytes(u"a=b") + 'x'), pair) << "a last odd byte is dropped";
+    EXPECT_EQ(Read(Utf16Bytes(u"a=b", true) + 'x'), Texts()) << "big-endian needs an even size";
+    EXPECT_EQ(Read(Utf16Bytes(u"a=x\xD800y")), (Texts{L"a", L"x\uFFFDy"})) << "a lone surrogate";
 }
 
 TEST(StringsReader, LongTokensAreCutAndTheNextIsRead) {

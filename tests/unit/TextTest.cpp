@@ -53,42 +53,28 @@ TEST(TextLayout, SharesUntilChangedUnlessLocked) {
     const CAtlString copy(first);  // NOLINT(performance-unnecessary-copy-initialization): the test.
     EXPECT_EQ(copy, L"abc");
     EXPECT_EQ(HeaderOf(copy), (Fields{1, 3, 3}));
+    CAtlString full;
+    std::fill_n(full.GetBuffer(3), 4, L'z');
+    full.ReleaseBuffer();
+    EXPECT_EQ(full, L"zzz");
 }
 
-TEST(TextLayout, ABufferEndsAtTheFirst0OrFull) {
-    CAtlString text;
-    std::wcscpy(text.GetBuffer(10), L"four");
-    text.ReleaseBuffer();
-    EXPECT_EQ(text.GetLength(), 4);
-    text.Empty();
-    std::fill_n(text.GetBuffer(3), 4, L'z');
-    text.ReleaseBuffer();
-    EXPECT_EQ(text, L"zzz");
-}
-
-TEST(TextOperations, MayTakeTheirOwnTextAndAnyNumber) {
+TEST(TextOperations, AreSafeAtTheirEnds) {
     CAtlString text(L"abc");
     text += text;
     text += text.GetString() + 4;
     text = text.GetString() + 5;
     text.Format(L"%s+%s", text.GetString(), text.GetString());
-    EXPECT_EQ(text, L"cbc+cbc");
+    EXPECT_EQ(text, L"cbc+cbc") << "a text that takes from itself";
     EXPECT_EQ(text.Mid(2, INT32_MAX), L"c+cbc");
     EXPECT_EQ(text.Delete(INT32_MIN, 1), 7);
     EXPECT_EQ(text.Delete(1, INT32_MAX), 6);
     EXPECT_EQ(text, L"b");
-}
-
-TEST(TextOperations, CompareUpToTheFirst0) {
-    const CAtlString text(L"ab\0c", 4);
-    EXPECT_EQ(text, CAtlString(L"ab\0d", 4));
-    EXPECT_LT(text, CAtlString(L"ac\0a", 4));
-    EXPECT_GT(text, L"a");
+    const CAtlString cut(L"ab\0c", 4);
+    EXPECT_EQ(cut, CAtlString(L"ab\0d", 4)) << "compared up to the first 0";
+    EXPECT_LT(cut, CAtlString(L"ac\0a", 4));
+    EXPECT_GT(cut, L"a");
     EXPECT_EQ(CAtlString(L"Stra\u00DFe \u00C4").CompareNoCase(L"STRA\u00DFE \u00E4"), 0);
-}
-
-TEST(TextOperations, Formats) {
-    CAtlString text;
     for (const int length : {254, 255, 70000}) {
         text.Format(L"%s|", CAtlString(L'x', length).GetString());
         EXPECT_EQ(text, CAtlString(L'x', length) + L"|");
@@ -105,15 +91,10 @@ TEST(TextOperations, Formats) {
 }
 
 TEST(TextEncodings, StopAtWhatIsIllegal) {
-    const char* const sequences[] = {
-        "\xC3(", "\xE4\xB8", "\xC0\x80", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80z",
-    };
-    for (const char* sequence : sequences)
+    for (const char* sequence :
+         {"\xC3(", "\xE4\xB8", "\xC0\x80", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80z"})
         EXPECT_EQ(CAtlString((std::string("\U0010FFFF") + sequence).c_str()), L"\U0010FFFF") << sequence;
-    EXPECT_STREQ(DuplicateAsUtf8(L"ab\xDFFF"
-                                 L"c")
-                     .get(),
-                 "ab");
+    EXPECT_STREQ(DuplicateAsUtf8(L"ab\xDFFF!").get(), "ab");
     const wchar_t beyond[] = {static_cast<wchar_t>(0x200000), static_cast<wchar_t>(-1), L'!', 0};
     EXPECT_STREQ(CAtlStringA(beyond).GetString(), "\xEF\xBF\xBD\xEF\xBF\xBD!");
 }
