@@ -76,7 +76,7 @@ endforeach()
 vardo_gzip(${sources}/debian/changelog ${made}/changelog.gz)
 file(RELATIVE_PATH documents / ${VARDO_DOCUMENTS})
 vardo_desktop_install(${documents} ${sources}/debian/copyright ${made}/changelog.gz)
-foreach(document administration formats packaging publishing signing)
+foreach(document administration formats packaging publishing settings signing)
   vardo_desktop_install(${documents} ${CMAKE_SOURCE_DIR}/docs/${document}.md)
 endforeach()
 install(FILES ${sources}/debian/lintian-overrides DESTINATION usr/share/lintian/overrides COMPONENT desktop

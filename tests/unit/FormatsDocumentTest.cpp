@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The examples and tables of docs/formats.md, read by the program: they mean what is written beside them.
+// The examples and tables of docs/formats.md and docs/settings.md, read by the program: they mean what is written beside them.
 #include <gmock/gmock.h>
 #include <QLocale>
 #include <map>
@@ -24,7 +24,7 @@ namespace {
 const std::string SITE = "http://updates.example.com/";
 
 const QString& Document() {
-    static const QString text = SourceText("docs/formats.md");
+    static const QString text = SourceText("docs/formats.md") + SourceText("docs/settings.md");
     return text;
 }
 
