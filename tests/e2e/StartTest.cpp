@@ -4,20 +4,32 @@
 // How the installed program starts: alone, by a scheduler that sees it only when it has something to say, or
 // not at all; and what it says of itself.
 #include "e2e/ProgramTest.h"
+#include "support/LoopbackServer.h"
 
 using StartTest = ProgramTest;
 
-TEST_F(StartTest, ASecondCopySaysSoAndAKilledOneDoesNotCount) {
+TEST_F(StartTest, ASecondCopySaysSoAndOneThatEndsFreesTheLock) {
+    machine_.KnowBoardSoftwareOnly();
     Open();
     const auto second = machine_.Start(desktop_.Name(), {});
     EXPECT_TRUE(second->EndsWell());
     EXPECT_EQ(second->Errors(), "VARDO Product Update is already running.\n");
+    EXPECT_EQ(SampleMachine::StartReport({})->ExitCode(), 0) << "the report does not mind";
     EXPECT_TRUE(program_->IsRunning());
-
     program_->Signal(SIGKILL);
     ASSERT_TRUE(program_->WaitForEnd());
+
+    LoopbackServer proxy;
+    ProxySettings().setValue("HttpProxyHost", "127.0.0.1");
+    ProxySettings().setValue("HttpProxyPort", proxy.Port());
+    proxy.Serve(LoopbackServer::ANY, {LoopbackAnswer::Status(404), LoopbackAnswer::Silence()});
     Open();
-    ASSERT_TRUE(WaitUntilChecked(PRODUCTS)) << program_->Output();
+    EXPECT_TRUE(WaitUntil([&] { return proxy.RequestCount() == 2; }));
+    desktop_.Click(window_, -40, -20);
+    EXPECT_TRUE(program_->WaitForEnd(std::chrono::seconds(1))) << "the check ends at once";
+    EXPECT_EQ(Setting("LastChecked"), 0);
+    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Status(404));
+    Open();
     EXPECT_TRUE(Close());
 }
 
@@ -25,11 +37,11 @@ TEST_F(StartTest, WithoutADisplayItSaysWhatNeedsNone) {
     const std::string noDisplay =
         "VARDO Product Update needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set; "
         "VARDOUpdateReport checks without one.\n";
-    const std::pair<const char*, bool> rows[] = {
-        {"interactive", true}, {"-silent", true},    {"-nonsense", false},
-        {"-username", false},  {"-platform", false},
-    };
-    for (const auto& [argument, needsDisplay] : rows) {
+    for (const auto& [argument, needsDisplay] : {std::pair("interactive", true),
+                                                 {"-silent", true},
+                                                 {"-nonsense", false},
+                                                 {"-username", false},
+                                                 {"-platform", false}}) {
         program_ = machine_.Start("", {argument});
         EXPECT_TRUE(program_->EndsWell()) << argument;
         EXPECT_EQ(program_->Output(), needsDisplay ? "" : "error in parameters\n") << argument;

@@ -3,6 +3,7 @@
 
 // When the proxy handler answers by itself, when it asks the user, and what it stores.
 #include <gtest/gtest.h>
+#include <QAccessible>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -43,20 +44,20 @@ protected:
     }
 
     // "user:password" of the answer to a 407, "-" for a refusal.
-    QString Answer() {
+    static QString Answer(ProxyHandlerBase& handler) {
         CAtlString user(L"?");
         CAtlString password(L"?");
-        if (!handler_.OnProxyAuthRequired(L"asking.example", 3128, user, password))
+        if (!handler.OnProxyAuthRequired(L"asking.example", 3128, user, password))
             return "-";
         return user.ToQString() + ":" + password.ToQString();
     }
 
-    QString Settings() const {
+    static QString Settings(const ProxyHandlerBase& handler) {
         CAtlString host;
         CAtlString user;
         CAtlString password;
         int port = 0;
-        handler_.GetProxySettings(host, port, user, password);
+        handler.GetProxySettings(host, port, user, password);
         return QStringLiteral("%1:%2 %3:%4")
             .arg(host.ToQString(), QString::number(port), user.ToQString(), password.ToQString());
     }
@@ -73,10 +74,7 @@ struct Asking {
     QStringList userDoes;
     // One answer for each 407 in a row.
     QStringList answers;
-    friend void PrintTo(const Asking& row, std::ostream* out) { *out << row.situation; }
 };
-
-class ProxyHandlerAsking : public ProxyHandler, public testing::WithParamInterface<Asking> {};
 
 const Asking ASKING[] = {
     {"SilentWithoutCredentials", "", false, {}, {"-", "-"}},
@@ -90,38 +88,39 @@ const Asking ASKING[] = {
 
 }  // namespace
 
-TEST_P(ProxyHandlerAsking, AnswersOncePerRunAndThenAsks) {
-    const Asking& row = GetParam();
-    handler_.SetProxyHost(L"set.example");
-    handler_.SetCredentials(row.heldUserName, L"word");
-    handler_.SetInteractive(row.interactive);
-    QStringList toDo = row.userDoes;
-    const ModalDialogDriver driver([&](QDialog& dialog) {
-        const QString action = toDo.isEmpty() ? "unexpected dialog" : toDo.takeFirst();
-        EXPECT_EQ(dialog.windowTitle(), "Proxy Authentication Required");
-        EXPECT_EQ(dialog.focusWidget(), Edit(dialog, "proxyUserNameEdit"));
-        for (const auto& [name, shown] :
-             {std::pair("proxyHostEdit", "asking.example"), {"proxyPortEdit", "3128"}})
-            EXPECT_TRUE(Edit(dialog, name)->isReadOnly() && Edit(dialog, name)->text() == shown) << name;
-        Type(dialog, "proxyUserNameEdit", "typed");
-        Type(dialog, "proxyPasswordEdit", "secret");
-        if (action == "Close")
-            dialog.close();
-        else
-            Press(dialog, action == "OK" ? "okButton" : "cancelButton");
-    });
-    for (const QString& answer : row.answers)
-        EXPECT_EQ(Answer(), answer);
-    EXPECT_EQ(driver.Count(), row.userDoes.size());
-    EXPECT_TRUE(Settings().startsWith("set.example:0 ")) << "the handler's own proxy stays";
+TEST_F(ProxyHandler, AnswersOncePerRunAndThenAsks) {
+    for (const Asking& row : ASKING) {
+        SCOPED_TRACE(row.situation);
+        ProxyHandlerBase handler;
+        handler.SetDialog(boost::make_shared<CProxyDialog>());
+        handler.SetProxyHost(L"set.example");
+        handler.SetCredentials(row.heldUserName, L"word");
+        handler.SetInteractive(row.interactive);
+        QStringList toDo = row.userDoes;
+        const ModalDialogDriver driver([&](QDialog& dialog) {
+            const QString action = toDo.isEmpty() ? "unexpected dialog" : toDo.takeFirst();
+            EXPECT_EQ(dialog.windowTitle(), "Proxy Authentication Required");
+            EXPECT_EQ(dialog.focusWidget(), Edit(dialog, "proxyUserNameEdit"));
+            for (const auto& [name, shown] :
+                 {std::pair("proxyHostEdit", "asking.example"), {"proxyPortEdit", "3128"}})
+                EXPECT_TRUE(Edit(dialog, name)->isReadOnly() && Edit(dialog, name)->text() == shown) << name;
+            Type(dialog, "proxyUserNameEdit", "typed");
+            Type(dialog, "proxyPasswordEdit", "secret");
+            if (action == "Close")
+                dialog.close();
+            else
+                Press(dialog, action == "OK" ? "okButton" : "cancelButton");
+        });
+        for (const QString& answer : row.answers)
+            EXPECT_EQ(Answer(handler), answer);
+        EXPECT_EQ(driver.Count(), row.userDoes.size());
+        EXPECT_TRUE(Settings(handler).startsWith("set.example:0 ")) << "the handler's own proxy stays";
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, ProxyHandlerAsking, testing::ValuesIn(ASKING),
-                         [](const auto& row) { return row.param.situation; });
 
 TEST_F(ProxyHandler, StoresInTheOrganisationsFileWhateverTheApplicationIsCalled) {
     handler_.LoadProxySettings();
-    EXPECT_EQ(Settings(), ":8080 :");
+    EXPECT_EQ(Settings(handler_), ":8080 :");
     QCoreApplication::setOrganizationName("Another Organisation");
     QCoreApplication::setApplicationName("Another Application");
     handler_.SetProxyHost(L"saved.example");
@@ -133,7 +132,7 @@ TEST_F(ProxyHandler, StoresInTheOrganisationsFileWhateverTheApplicationIsCalled)
     QCoreApplication::setOrganizationName("");
     QCoreApplication::setApplicationName("");
     EXPECT_EQ(stored_.value("HttpProxyHost"), "saved.example");
-    EXPECT_EQ(Settings(), "saved.example:3128 :");
+    EXPECT_EQ(Settings(handler_), "saved.example:3128 :");
 }
 
 TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) {
@@ -172,7 +171,7 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
             Press(dialog, row.button);
         });
         EXPECT_EQ(handler_.ShowProxyOptionsDialog(&parent), row.button == QString("okButton"));
-        EXPECT_EQ(Settings(), row.settings);
+        EXPECT_EQ(Settings(handler_), row.settings);
         QStringList stored;
         for (const QString& key : stored_.childKeys())
             stored << stored_.value(key).toString();
@@ -183,11 +182,11 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
 TEST_F(ProxyHandler, OnlyAcceptedOptionsLiftARefusal) {
     handler_.SetCredentials(L"held", L"word");
     handler_.OnProxyAuthCanceled();
-    EXPECT_EQ(Answer(), "-");
+    EXPECT_EQ(Answer(handler_), "-");
     for (const auto& [button, answer] : {std::pair("cancelButton", "-"), {"okButton", "held:word"}}) {
         const ModalDialogDriver driver([&](QDialog& dialog) { Press(dialog, button); });
         handler_.ShowProxyOptionsDialog(nullptr);
-        EXPECT_EQ(Answer(), answer);
+        EXPECT_EQ(Answer(handler_), answer);
     }
 }
 
@@ -201,10 +200,7 @@ TEST_F(ProxyHandler, DoesNotHandOutWhatTheProxyHasRefused) {
 }
 
 TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
-    const struct {
-        const char* typed;
-        const char* taken;
-    } rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"proxy.example", "proxy.example:8080"},
         {" proxy ", "proxy:8080"},
         {"", ":8080"},
@@ -215,24 +211,24 @@ TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
         {"pro xy:3128", "pro xy:3128?"},
         {"proxy/path", "proxy/path?"},
     };
-    for (const auto& row : rows) {
-        QString taken = row.typed + QString("?");
-        const ModalDialogDriver user([&](QDialog& message) {
+    for (const auto& [typed, expected] : rows) {
+        QString taken = typed + QString("?");
+        const ModalDialogDriver user([text = QString(typed)](QDialog& message) {
             const auto* box = qobject_cast<QMessageBox*>(&message);
-            EXPECT_TRUE(box && box->text().endsWith("address of a proxy: " + QString(row.typed)));
+            EXPECT_TRUE(box && box->text().endsWith("address of a proxy: " + text));
         });
         ProxyAuth dialog(nullptr);
         dialog.SetPort(8080);
-        dialog.SetHost(row.typed);
+        dialog.SetHost(typed);
         dialog.findChild<QPushButton*>("okButton")->click();
         if (dialog.result() == QDialog::Accepted)
             taken = dialog.GetHost().ToQString() + ":" + QString::number(dialog.GetPort());
-        EXPECT_EQ(taken, row.taken);
+        EXPECT_EQ(taken, expected);
         EXPECT_EQ(user.Count(), taken.endsWith('?') ? 1 : 0);
     }
 }
 
-TEST(ProxyDialog, KeepsToPortsThatExistAndHidesThePassword) {
+TEST(ProxyDialog, KeepsToPortsThatExistAndHidesThePasswordAndNamesItsFields) {
     ProxyAuth dialog(nullptr);
     const std::pair<const char*, bool> rows[] = {{"1", true},      {"8080", true}, {"65534", true},
                                                  {"65535", false}, {"0", false},   {"12a", false}};
@@ -242,4 +238,9 @@ TEST(ProxyDialog, KeepsToPortsThatExistAndHidesThePassword) {
         EXPECT_EQ(port->hasAcceptableInput() && port->text() == typed, acceptable) << typed;
     }
     EXPECT_EQ(Edit(dialog, "proxyPasswordEdit")->echoMode(), QLineEdit::Password);
+    for (const auto& [edit, name] : {std::pair("proxyHostEdit", "Proxy Host:"),
+                                     {"proxyPortEdit", "Proxy Port"},
+                                     {"proxyUserNameEdit", "User Name:"},
+                                     {"proxyPasswordEdit", "Password:"}})
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(Edit(dialog, edit))->text(QAccessible::Name), name);
 }

@@ -100,6 +100,9 @@ TEST_F(WorkFlow, CheckOfNothingKeepsTheRecordAndIsSeenWhenInteractive) {
     EXPECT_EQ(StoredSettings(), "CheckUpdates=2 Interval=90 LastChecked=2451545");
     Run({"x"}, [](QWidget& window) { EXPECT_EQ(window.findChild<QSpinBox*>("spinBox")->value(), 90); });
     EXPECT_EQ(StoredSettings(), "CheckUpdates=0 Interval=90 LastChecked=2451545");
+    StoreSettings(1, 91, Today() + 1000);
+    Run({"-silent"});
+    EXPECT_EQ(downloader_->addresses.size(), 2U) << "after the clock was set back, none is due";
     StoreSettings(1, 91, 2451545);
     Run({"-silent"});
     EXPECT_EQ(latest_, QStringList("N/A")) << "the interactive one";
@@ -113,12 +116,11 @@ TEST_F(WorkFlow, RemovesWhatAnEarlierRunLeftBehindOnlyForACheck) {
     std::ofstream(left) << "left";
     std::filesystem::last_write_time(left,
                                      std::filesystem::file_time_type::clock::now() - std::chrono::hours(200));
-    StoreSettings(0, 30, 0);
-    Run({"-silent"});
-    EXPECT_TRUE(std::filesystem::exists(left)) << "no check is due";
-    StoreSettings(1, 30, 0);
-    Run({"-silent"});
-    EXPECT_FALSE(std::filesystem::exists(left));
+    for (const int checkUpdates : {0, 1}) {
+        StoreSettings(checkUpdates, 30, 0);
+        Run({"-silent"});
+        EXPECT_EQ(std::filesystem::exists(left), checkUpdates == 0);
+    }
 }
 
 TEST_F(WorkFlow, TakesTheProxyFromTheCommandLineOnlyWhenToldTo) {
@@ -151,13 +153,16 @@ TEST_F(WorkFlow, TakesTheProxyFromTheCommandLineOnlyWhenToldTo) {
 }
 
 TEST_F(WorkFlow, SelfUpdateStartsTheInstallerAndEndsWithoutSaving) {
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{}, {"-silent"}}) {
-        StoreSettings(1, 7, 2451545);
-        OfferSelfUpdate();
-        environment_->selfUpdateConfirmed = true;
+    StoreSettings(1, 7, 2451545);
+    OfferSelfUpdate();
+    environment_->selfUpdateConfirmed = true;
+    // A silent check says that it waits only after the user's consent.
+    for (const auto& [argument, waiting] :
+         {std::pair("x", "program . installer 1/2 ."), {"-silent", ". installer 1/2 ."}}) {
         environment_->startedPrograms.clear();
+        environment_->progress.clear();
         downloader_->addresses.clear();
-        Run(arguments);
+        Run({argument});
         EXPECT_EQ(downloader_->addresses,
                   std::vector<std::string>({"http://self/self.xml", "http://self/get/setup.bin"}));
         EXPECT_EQ(downloader_->installers.back(), "http://self/get/setup.bin");
@@ -165,40 +170,28 @@ TEST_F(WorkFlow, SelfUpdateStartsTheInstallerAndEndsWithoutSaving) {
         EXPECT_EQ(environment_->startedPrograms.at(0).first.toStdString(), installer);
         EXPECT_EQ(environment_->startedPrograms.at(0).second, QStringList("-quiet now"));
         EXPECT_EQ(std::filesystem::status(installer).permissions(), std::filesystem::perms::owner_all);
+        EXPECT_EQ(environment_->progress.join(' '), waiting);
         EXPECT_TRUE(latest_.isEmpty());
         EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=7 LastChecked=2451545");
     }
-}
-
-TEST_F(WorkFlow, UserSeesWaitingOnlyAfterConsentWhenTheCheckIsSilent) {
-    OfferSelfUpdate();
-    Install();
-    environment_->selfUpdateConfirmed = true;
-    Run({});
-    EXPECT_EQ(environment_->progress.join(' '), "program . installer 1/2 .");
-    environment_->progress.clear();
-    Run({"-silent"});
-    EXPECT_EQ(environment_->progress.join(' '), ". installer 1/2 .");
 }
 
 TEST_F(WorkFlow, CancelEndsOneStepOfTheWaitingForTheWindow) {
     AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
     Install();
     OfferSelfUpdate();
-    const auto givesUpAtRequest = [this](std::size_t number) {
+    const std::vector<std::string> all{"http://self/self.xml", "http://site/products.xml",
+                                       "http://site/Planner.xml"};
+    for (const std::size_t request : {1U, 2U}) {
         downloader_->addresses.clear();
-        downloader_->whileDownloading = [this, number] {
-            if (downloader_->addresses.size() == number)
+        downloader_->whileDownloading = [&] {
+            if (downloader_->addresses.size() == request)
                 environment_->cancelWaiting();
         };
         Run({});
-        return downloader_->addresses;
-    };
-    const std::string planner = "http://site/Planner.xml";
-    const std::vector<std::string> all{"http://self/self.xml", "http://site/products.xml", planner};
-    EXPECT_EQ(givesUpAtRequest(1), all);
-    EXPECT_EQ(environment_->selfUpdateQuestions, 0);
-    EXPECT_EQ(givesUpAtRequest(2), all);
+        EXPECT_EQ(downloader_->addresses, all);
+    }
+    EXPECT_EQ(environment_->selfUpdateQuestions, 1) << "none about what was not found";
     EXPECT_EQ(latest_, QStringList({"2.0.0.0", "2.0.0.0"}));
 }
 
