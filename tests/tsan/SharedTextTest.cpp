@@ -8,58 +8,35 @@
 #include <vector>
 
 #include "platform/text/CAtlString.h"
-#include "platform/text/CAtlStringA.h"
 
-namespace {
-
-constexpr int THREADS = 4;
-constexpr int ROUNDS = 2000;
-
-template <typename Work>
-void InThreads(Work work) {
-    std::vector<std::thread> threads;
-    threads.reserve(THREADS);
-    for (int i = 0; i < THREADS; ++i)
-        threads.emplace_back(work, i);
-    for (std::thread& thread : threads)
-        thread.join();
-}
-
-}  // namespace
-
-TEST(SharedTexts, AreCopiedReadAndChangedInThreads) {
+// In each round every owner tries to be the last one, or the one that may write in place.
+TEST(SharedTexts, AreCopiedChangedAndFreedInThreads) {
+    constexpr int THREADS = 4;
     const CAtlString original(L"shared \u4E2D text");
-    InThreads([&](int thread) {
-        const std::wstring changed = std::to_wstring(thread) + L"hared_\u4E2D_text_text";
-        for (int round = 0; round < ROUNDS; ++round) {
-            CAtlString copy(original);
-            const CAtlString second = copy;
-            copy.Replace(L's', static_cast<wchar_t>(L'0' + thread));
-            copy += second.Right(5);
-            copy.Replace(L' ', L'_');
-            EXPECT_EQ(copy, changed.c_str());
-            // The empty text belongs to all, too.
-            copy = CAtlString();
-            copy += L"x";
-            copy.Empty();
-        }
-    });
+    for (int round = 0; round < 500; ++round) {
+        std::vector<CAtlString> owners(THREADS, CAtlString(L"one array"));
+        std::vector<std::thread> threads;
+        for (int i = 0; i < THREADS; ++i)
+            threads.emplace_back([&, i] {
+                CAtlString copy(original);
+                const CAtlString second = copy;
+                copy.Replace(L's', static_cast<wchar_t>(L'0' + i));
+                copy += second.Right(5);
+                EXPECT_EQ(copy, (std::to_wstring(i) + L"hared \u4E2D text text").c_str());
+                // The empty text belongs to all, too.
+                copy = CAtlString();
+                copy += L"x";
+                CAtlString& mine = owners[static_cast<std::size_t>(i)];
+                if (i % 2 == 0)
+                    return mine.Empty();
+                *mine.GetBuffer(0) = static_cast<wchar_t>(L'0' + i);
+                mine.ReleaseBuffer();
+            });
+        for (std::thread& thread : threads)
+            thread.join();
+        EXPECT_EQ(owners[1], L"1ne array");
+        EXPECT_EQ(owners[3], L"3ne array");
+    }
     EXPECT_EQ(original, L"shared \u4E2D text");
     EXPECT_TRUE(CAtlString().IsEmpty());
-}
-
-// Each round every owner tries to be the last one, or the one that may write in place.
-TEST(SharedTexts, TheLastOwnerFreesOrWritesInPlace) {
-    for (int round = 0; round < ROUNDS / 10; ++round) {
-        std::vector<CAtlStringA> owners(THREADS, CAtlStringA("one array"));
-        InThreads([&](int thread) {
-            CAtlStringA& mine = owners[static_cast<std::size_t>(thread)];
-            if (thread % 2 == 0)
-                return mine.Empty();
-            *mine.GetBuffer(0) = static_cast<char>('0' + thread);
-            mine.ReleaseBuffer();
-        });
-        EXPECT_STREQ(owners[1].GetString(), "1ne array");
-        EXPECT_STREQ(owners[3].GetString(), "3ne array");
-    }
 }
