@@ -8,7 +8,32 @@
 
 namespace {
 
-// Why a file does not count; empty when it does.
+QString Text(const CAtlString& text) {
+    return text.ToQString();
+}
+
+// How the text was read.
+QJsonObject Version(const CVersionString& version) {
+    return {{"text", Text(version.GetSource())},
+            {"read", Text(version.GetString())},
+            {"valid", version.IsValid()}};
+}
+
+QJsonObject Range(const CVersionStringRange& range) {
+    return {{"from", Text(range.GetFrom().GetString())}, {"to", Text(range.GetTo().GetString())}};
+}
+
+QJsonObject Judgement(Verdict verdict) {
+    return {{"used", verdict == Verdict::COUNTS}, {"reason", VerdictText(verdict)}};
+}
+
+QString Proxy(const TransferRecord& record) {
+    return record.proxyHost.IsEmpty() ? QString()
+                                      : Text(record.proxyHost) + ':' + QString::number(record.proxyPort);
+}
+
+}  // namespace
+
 QString VerdictText(Verdict verdict) {
     switch (verdict) {
         case Verdict::NOT_READ:
@@ -62,32 +87,6 @@ QString VerdictText(Verdict verdict) {
     }
     return {};
 }
-
-QString Text(const CAtlString& text) {
-    return text.ToQString();
-}
-
-// How the text was read.
-QJsonObject Version(const CVersionString& version) {
-    return {{"text", Text(version.GetSource())},
-            {"read", Text(version.GetString())},
-            {"valid", version.IsValid()}};
-}
-
-QJsonObject Range(const CVersionStringRange& range) {
-    return {{"from", Text(range.GetFrom().GetString())}, {"to", Text(range.GetTo().GetString())}};
-}
-
-QJsonObject Judgement(Verdict verdict) {
-    return {{"used", verdict == Verdict::COUNTS}, {"reason", VerdictText(verdict)}};
-}
-
-QString Proxy(const TransferRecord& record) {
-    return record.proxyHost.IsEmpty() ? QString()
-                                      : Text(record.proxyHost) + ':' + QString::number(record.proxyPort);
-}
-
-}  // namespace
 
 void CExplanation::OnLocalFile(const CVardoFilePath& file, Verdict verdict, const CVersionString& installed) {
     QJsonObject entry = Judgement(verdict);

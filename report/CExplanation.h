@@ -12,6 +12,9 @@
 #include <QJsonObject>
 #include <QString>
 
+// Why a file does not count, in words; empty when it does.
+QString VerdictText(Verdict verdict);
+
 // Keeps what it is told, in the order of the telling, as it goes into the report; docs/administration.md says
 // what is where. GUI thread only.
 class CExplanation : public IDecisionObserver {

@@ -5,7 +5,7 @@
 #include "DataTable.h"
 #include "ProductTest.h"
 #include "products/IDecisionObserver.h"
-#include "report/VerdictText.h"
+#include "report/CExplanation.h"
 
 namespace {
 
