@@ -6,7 +6,7 @@
 #include "app/CPreparation.h"
 #include "net/Downloader.h"
 #include "net/ProxyAddress.h"
-#include "net/dialog/CProxyDialog.h"
+#include "net/dialog/ProxyAuth.h"
 #include "ui/MainWindow.h"
 
 #include <QTimer>

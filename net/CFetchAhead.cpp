@@ -26,7 +26,7 @@ CAtlString AheadTransfer::HandOut(const CVardoFilePath& target) {
 }
 
 void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {
-    // All before any is waited for.
+    // Cancel all before the destructors wait for each.
     for (const Entry& entry : entries_)
         if (entry.ahead)
             entry.ahead->transfer.Cancel();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What will be asked for soon, and the transfers that are ahead of the asking.
+// The files that the check will ask for soon, and their transfers, which run ahead of it.
 #pragma once
 
 #include "net/QtDownloader.h"
@@ -12,8 +12,8 @@
 #include <memory>
 #include <vector>
 
-// A transfer that is started before its file is asked for, with the settings of then. The destructor ends it
-// if it still runs, and deletes a file that was not handed out.
+// A transfer that starts before the check asks for its file, with the settings of that moment. The destructor
+// ends it if it still runs, and deletes the file unless it was handed out.
 struct AheadTransfer {
     CAtlString url;
     Route route;
@@ -22,29 +22,28 @@ struct AheadTransfer {
 
     ~AheadTransfer();
 
-    // After a success: gives the file its name, by which it belongs to the caller from now on, and returns
-    // its path. An empty target, or one that cannot be had, leaves the file's own name.
+    // After a success: renames the file to target, gives it to the caller and returns its path. The file
+    // keeps its own name when target is empty or cannot be had.
     CAtlString HandOut(const CVardoFilePath& target);
 };
 
-// A queue of addresses, the first of which may be on their way. GUI thread only. Files that nobody took are
-// deleted, and transfers that nobody waits for are ended, with the next plan and with this object.
+// A queue of addresses; the transfers of the first ones may run already. The next plan and the destructor end
+// transfers and delete files that were not taken. GUI thread only.
 class CFetchAhead {
 public:
-    // The most transfers that are started and wait to be taken: so many files lie about at most.
+    // The most transfers that are started and not taken, and so the most files that wait.
     static constexpr std::size_t MOST_AHEAD = 24;
 
-    // Each transfer is held to the bounds.
+    // The bounds hold for each transfer.
     CFetchAhead(const TransferBounds& bounds, const boost::shared_ptr<CTransferThreads>& threads)
         : bounds_(bounds), threads_(threads) {}
     ~CFetchAhead() { Plan({}); }
 
-    // Replaces what was planned and started.
+    // Replaces the earlier plan.
     void Plan(const std::vector<CAtlString>& urls);
-    // Starts the next transfers by this route, until MOST_AHEAD are; those that were held are started again.
+    // Starts the next transfers by this route, up to MOST_AHEAD, and starts those again that were held.
     void Start(const Route& route);
-    // The transfer that was started for an address; null when there is none. Forgets the address and whatever
-    // was planned before it: its turn is over.
+    // The transfer that was started for an address, or null. Forgets the address and those planned before it.
     std::unique_ptr<AheadTransfer> Take(const CAtlString& url);
 
 private:
@@ -56,6 +55,6 @@ private:
     TransferBounds bounds_;
     boost::shared_ptr<CTransferThreads> threads_;
     std::deque<Entry> entries_;
-    // Makes the names of files differ that do not exist yet.
+    // Makes the names of the files differ before the files exist.
     int serial_ = 0;
 };

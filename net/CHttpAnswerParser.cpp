@@ -3,6 +3,9 @@
 
 #include "net/CHttpAnswerParser.h"
 
+#include <QList>
+#include <QSet>
+#include <algorithm>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/basic_dynamic_body.hpp>
 #include <boost/beast/http/parser.hpp>
@@ -15,7 +18,60 @@ namespace {
 
 constexpr int LOWEST_STATUS = 100;
 
+// The end of the list's element that begins there: the next comma outside of quotes (RFC 9110, 5.6.1), or the
+// end of the list.
+qsizetype EndOfElement(const QByteArray& list, qsizetype begin) {
+    bool isQuoted = false;
+    qsizetype i = begin;
+    for (; i < list.size() && (isQuoted || list[i] != ','); ++i) {
+        if (list[i] == '"')
+            isQuoted = !isQuoted;
+        else if (isQuoted && list[i] == '\\')
+            ++i;
+    }
+    return std::min(i, list.size());
+}
+
+// The scheme of the challenge that an element begins; empty when the element is one more parameter of the
+// challenge before it: "name = value" (RFC 9110, 11.6.1).
+QByteArray SchemeOf(const QByteArray& element) {
+    const QByteArray text = element.trimmed().replace('\t', ' ');
+    const QByteArray name = text.first(std::find(text.begin(), text.end(), ' ') - text.begin());
+    const bool isParameter = name.contains('=') || text.sliced(name.size()).trimmed().startsWith('=');
+    return isParameter ? QByteArray() : name.toLower();
+}
+
+// Qt 6.4 knows no other Digest than that with MD5.
+bool IsMd5(const QByteArray& challenge) {
+    const QByteArray text = challenge.toLower().replace(' ', "").replace('"', "");
+    const qsizetype algorithm = text.indexOf("algorithm=");
+    return algorithm < 0 || text.sliced(algorithm).startsWith("algorithm=md5,") ||
+           text.endsWith("algorithm=md5");
+}
+
 }  // namespace
+
+QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
+    if (statusCode_ != PROXY_AUTHENTICATION_REQUIRED)
+        return ProxyScheme::NONE;
+    QSet<QByteArray> offered;
+    // Qt's classes see only the first challenge of each field. They answer with Basic unless they see a
+    // Digest that they know, or NTLM.
+    QSet<QByteArray> seenByQt;
+    for (const QByteArray& field : proxyChallenges_.split('\n'))
+        for (qsizetype begin = 0; begin < field.size();) {
+            const qsizetype end = EndOfElement(field, begin);
+            const QByteArray scheme = SchemeOf(field.sliced(begin, end - begin));
+            offered << scheme;
+            if (begin == 0 && (scheme != "digest" || IsMd5(field)))
+                seenByQt << scheme;
+            begin = end + 1;
+        }
+    if (offered.contains("basic") && !offered.intersects({"digest", "ntlm", "negotiate"}))
+        return ProxyScheme::BASIC;
+    const bool isTwisted = seenByQt.contains("basic") && !seenByQt.intersects({"digest", "ntlm"});
+    return isTwisted ? ProxyScheme::TWISTED : ProxyScheme::BETTER;
+}
 
 struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_body<beast::flat_buffer>> {
     Parser(std::size_t maxHead, qint64 maxBody) {
@@ -27,8 +83,8 @@ struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_bod
 
     int Status() const { return static_cast<int>(get().result_int()); }
     bool IsInterim() const { return Status() < QHttpResponseHeader::OK; }
-    // Whether the status is one (RFC 9110, 15) and the body comes out as it was meant. True as long as the
-    // head has not arrived whole.
+    // Whether the status is valid (RFC 9110, 15) and the body is in a known coding. True until the whole head
+    // has arrived.
     bool IsUnderstood() const {
         if (Status() < LOWEST_STATUS)
             return false;
@@ -51,12 +107,12 @@ struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_bod
             values.append(field->value().data(), static_cast<qsizetype>(field->value().size())).append('\n');
         return values;
     }
-    // Returns how many bytes it has taken.
+    // Returns the number of bytes that it has taken.
     std::size_t Take(const QByteArray& bytes, beast::error_code& error) {
         try {
             return put({bytes.constData(), static_cast<std::size_t>(bytes.size())}, error);
         } catch (const std::length_error&) {
-            // A field of more than 64 KiB, which its container has no room for.
+            // Beast's container takes fields of up to 64 KiB.
             error = http::error::header_limit;
             return 0;
         }
@@ -74,28 +130,28 @@ QByteArray CHttpAnswerParser::Read(const QByteArray& bytes) {
         End();
     rest_ += bytes;
     QByteArray body;
-    bool goesOn = true;
-    while (goesOn && IsOpen() && !rest_.isEmpty()) {
+    bool isDone = true;
+    while (isDone && IsOpen() && !rest_.isEmpty()) {
         beast::error_code error;
         const std::size_t taken = parser_->Take(rest_, error);
         rest_.remove(0, static_cast<qsizetype>(taken));
         if (parser_->is_header_done() && !parser_->IsInterim() && header_.statusCode() == 0)
             header_ = {parser_->Status(), parser_->ProxyChallenges(), parser_->ContentLength()};
         body += parser_->TakeBody();
-        goesOn = parser_->is_done();
-        const bool isTooLong = !goesOn && rest_.size() > MAX_HEAD;
+        isDone = parser_->is_done();
+        const bool isTooLong = !isDone && rest_.size() > MAX_HEAD;
         if ((error && error != http::error::need_more) || isTooLong || !parser_->IsUnderstood())
             state_ = State::BROKEN;
-        else if (goesOn && !parser_->IsInterim())
+        else if (isDone && !parser_->IsInterim())
             state_ = State::COMPLETE;
-        else if (goesOn)
-            PassOver(taken);
+        else if (isDone)
+            Skip(taken);
     }
     return body;
 }
 
-void CHttpAnswerParser::PassOver(std::size_t bytes) {
-    // Nobody asked for another protocol, and the announcements of one answer share a bound.
+void CHttpAnswerParser::Skip(std::size_t bytes) {
+    // The request asked for no other protocol; and the skipped answers and the head share one bound.
     maxHead_ -= std::min(maxHead_, bytes);
     if (parser_->Status() == QHttpResponseHeader::SWITCHING_PROTOCOLS || maxHead_ == 0)
         state_ = State::BROKEN;

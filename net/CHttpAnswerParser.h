@@ -1,37 +1,70 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Takes an HTTP answer apart while it arrives.
+// An HTTP answer: its head, and the parser that reads it while it arrives.
 #pragma once
-
-#include "net/QHttpResponseHeader.h"
 
 #include <QByteArray>
 #include <memory>
 
-// One answer to a GET (RFC 9112), in pieces of any size, by Boost.Beast's parser. Answers that only announce
-// another one (1xx) are passed over. What that parser refuses is broken, and so is a body in a coding that
-// nobody here could undo.
+// The head of an HTTP answer.
+class QHttpResponseHeader {
+public:
+    // RFC 9110, 15.
+    static constexpr int SWITCHING_PROTOCOLS = 101;
+    static constexpr int OK = 200;
+    static constexpr int PROXY_AUTHENTICATION_REQUIRED = 407;
+
+    // The ways that a proxy offers for sending it credentials.
+    enum class ProxyScheme {
+        NONE,     // the proxy did not ask
+        BASIC,    // only Basic, which everybody on the way can read (RFC 7617)
+        BETTER,   // Digest, NTLM or Negotiate, alone or beside others; or only schemes that are unknown here
+        TWISTED,  // the same, written so that Qt's network classes would answer with Basic
+    };
+
+    QHttpResponseHeader() = default;
+    // proxyChallenges holds the values of the fields "Proxy-Authenticate", with line feeds between;
+    // contentLength is in bytes, 0 when the head does not give it.
+    QHttpResponseHeader(int statusCode, const QByteArray& proxyChallenges, qint64 contentLength)
+        : statusCode_(statusCode), proxyChallenges_(proxyChallenges), contentLength_(contentLength) {}
+
+    // 0 when there was no answer.
+    int statusCode() const { return statusCode_; }
+    qint64 contentLength() const { return contentLength_; }
+    // NONE unless the status is PROXY_AUTHENTICATION_REQUIRED. Takes linear time.
+    ProxyScheme proxyScheme() const;
+
+private:
+    int statusCode_ = 0;
+    QByteArray proxyChallenges_;
+    qint64 contentLength_ = 0;
+};
+
+// Reads one answer to a GET (RFC 9112) in pieces of any size, with Boost.Beast's parser. It skips answers
+// that only announce another one (1xx). An answer is broken when that parser refuses it, when its status is
+// below 100, or when its body has a transfer coding that this program cannot undo.
 class CHttpAnswerParser {
 public:
-    // The most bytes of a head with what was passed over before it, and of what lies between two chunks.
+    // The most bytes of a head together with the skipped answers before it, and of the text between two
+    // chunks.
     static constexpr qsizetype MAX_HEAD = 262'144;
 
     // maxBody is in bytes.
     explicit CHttpAnswerParser(qint64 maxBody);
     ~CHttpAnswerParser();
 
-    // Takes the next bytes of the connection, of which there are none only when it has ended, and returns
-    // those of the body among them.
+    // Takes the next bytes of the connection and returns the bytes of the body among them. An empty array
+    // says that the connection has ended.
     QByteArray Read(const QByteArray& bytes);
 
-    // Its status is 0 until the head has arrived whole.
+    // Its status is 0 until the whole head has arrived.
     const QHttpResponseHeader& Header() const { return header_; }
     bool IsComplete() const { return state_ == State::COMPLETE; }
-    // Nothing that still comes can change that.
+    // For good: no later byte changes it.
     bool IsBroken() const { return state_ == State::BROKEN; }
-    // The connection is good for another request: the answer is complete, nothing lies behind its end, and
-    // the server said that it keeps the connection (RFC 9112, 9.3).
+    // The connection can carry another request: the answer is complete, no byte follows it, and the server
+    // keeps the connection (RFC 9112, 9.3).
     bool LeavesConnectionOpen() const;
 
 private:
@@ -40,8 +73,8 @@ private:
 
     bool IsOpen() const { return state_ == State::OPEN; }
     void End();
-    // Goes on behind an interim answer of so many bytes.
-    void PassOver(std::size_t bytes);
+    // Starts anew behind an interim answer of so many bytes.
+    void Skip(std::size_t bytes);
 
     State state_ = State::OPEN;
     QHttpResponseHeader header_;

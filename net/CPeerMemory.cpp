@@ -12,7 +12,7 @@
 
 namespace {
 
-// Blocks as long as the system's resolver takes, whose order it keeps (RFC 6724).
+// Blocks as long as the system's resolver takes. Keeps the resolver's order (RFC 6724).
 QList<QHostAddress> LookUp(const QByteArray& host) {
     QList<QHostAddress> addresses;
     addrinfo hints{};

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What the hosts and proxies of a run have shown of themselves.
+// How the hosts and proxies of a run have behaved.
 #pragma once
 
+#include "net/CHttpAnswerParser.h"
 #include "net/ConnectionInfo.h"
-#include "net/QHttpResponseHeader.h"
 
 #include <QFuture>
 #include <QHostAddress>
@@ -14,38 +14,40 @@
 #include <map>
 #include <mutex>
 
-// Shared by all transfers of a downloader; any thread.
+// All transfers of a downloader share it; any thread.
 class CPeerMemory {
 public:
     using ProxyScheme = QHttpResponseHeader::ProxyScheme;
 
-    // What is known of a host, or of a proxy.
+    // A host or a proxy.
     struct Peer {
         // It let a request run into a time-out in this check.
         bool isSilent = false;
         // It has answered a request in this check.
         bool hasAnswered = false;
-        // Of a proxy: it let the last request pass.
+
+        // The rest is for a proxy. It let the last request pass.
         bool isOpen = false;
-        // Of a proxy: the best that it has asked for.
+        // The best scheme that it has asked for.
         ProxyScheme scheme = ProxyScheme::NONE;
-        // Of a proxy: the credentials that it took last, and those that it refused last.
+        // The last credentials that it accepted, and the last that it refused.
         Credentials accepted;
         Credentials refused;
     };
 
     Peer Of(const QString& name) const;
-    // Calls change with what is known of the peer, while no other thread looks at it.
+    // Calls change with the peer, under the lock.
     template <typename Change>
     void Update(const QString& name, const Change& change) {
         const std::lock_guard lock(mutex_);
         change(peers_[name]);
     }
-    // The addresses of a host, looked up once for all that ask; empty when it has none. The look-up cannot be
-    // stopped, so it runs on a thread that nobody waits for, not even the end of the process: Qt's own does
-    // (QHostInfo), and the system tries a dead name server for up to half a minute.
+    // The addresses of a host, looked up once for all transfers; empty when the host has none. The system
+    // tries a dead name server for up to half a minute, and the look-up cannot be stopped. It runs on a
+    // detached thread, so that the process can end meanwhile; with QHostInfo the end of the process would
+    // wait.
     QFuture<QList<QHostAddress>> AddressesOf(const QString& host);
-    // The check is over: names are looked up, and silent peers are asked again.
+    // The next check looks names up and asks silent peers again.
     void EndCheck();
 
 private:

@@ -40,24 +40,17 @@ void CTransferThreads::End() {
 
 int CTransferThreads::Serve() {
     QHttp http(memory_);
-    {
-        const std::lock_guard lock(mutex_);
-        ++idle_;
-    }
-    for (Waiting next = Next(); next.task; next = Next()) {
+    for (Waiting next = Next(nullptr); next.task; next = Next(next.ended))
         next.task(http);
-        // Whoever adds the next task now finds this thread idle.
-        {
-            const std::lock_guard lock(mutex_);
-            ++idle_;
-        }
-        next.ended->Set();
-    }
     return RESULT_OK;
 }
 
-CTransferThreads::Waiting CTransferThreads::Next() {
+CTransferThreads::Waiting CTransferThreads::Next(WakingFlag* ended) {
     std::unique_lock lock(mutex_);
+    ++idle_;
+    // The owner may add the next task at once, and must find this thread idle.
+    if (ended)
+        ended->Set();
     changed_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
     if (waiting_.empty())
         return {};

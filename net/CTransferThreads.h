@@ -6,7 +6,7 @@
 
 #include "net/CPeerMemory.h"
 #include "net/events/QThreadWithLoop.h"
-#include "net/events/WakingFlag.h"
+#include "net/events/WaitWithQtEvents.h"
 
 #include <boost/function.hpp>
 #include <condition_variable>
@@ -17,23 +17,24 @@
 
 class QHttp;
 
-// Up to so many threads that carry out one task after another. Each has an HTTP client of its own, whose
-// connection it keeps for its next task. One thread owns this object and calls its functions.
+// A pool of threads. Each has an HTTP client of its own, which keeps its connection for the thread's next
+// task. One thread owns this object and calls its functions.
 class CTransferThreads {
 public:
-    // Called on one of the threads. It may wait for events there with WaitWithQtEvents.
+    // Runs on one of the threads, where it may wait with WaitWithQtEvents.
     using Task = boost::function<void(QHttp&)>;
 
+    // limit is the most threads.
     explicit CTransferThreads(std::size_t limit) : limit_(limit) {}
-    // The tasks must have been carried out.
+    // All tasks must have ended.
     ~CTransferThreads() { End(); }
 
-    // Has a task carried out, after all others or before those that wait, and sets ended when it is over: at
-    // once when no thread can be started for it.
+    // Runs a task before or after those that wait, and sets ended when it is over. When no thread can be
+    // started, it drops the task and sets ended at once.
     void Add(const Task& task, WakingFlag& ended, bool isFirst);
     // Ends the threads and their connections, until the next task.
     void End();
-    // Shared by the tasks; any thread.
+    // The tasks share it; any thread.
     CPeerMemory& Memory() { return memory_; }
 
 private:
@@ -42,10 +43,11 @@ private:
         WakingFlag* ended;
     };
 
-    // What each thread does until the end: RESULT_OK.
+    // The work of each thread. Returns RESULT_OK.
     int Serve();
-    // Waits for a task; an empty one at the end.
-    Waiting Next();
+    // Reports the end of the last task, unless ended is null, and waits for the next; an empty one at the
+    // end.
+    Waiting Next(WakingFlag* ended);
 
     const std::size_t limit_;
     CPeerMemory memory_;

@@ -5,8 +5,8 @@
 
 #include <QCoreApplication>
 
-#include "net/FailureText.h"
 #include "net/QtDownloader.h"
+#include "net/Transfer.h"
 #include "platform/files/Addresses.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "platform/files/CVardoDirectoryPath.h"

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "net/CFetchAhead.h"
-#include "net/ConnectionInfo.h"
 #include "net/IDownloader.h"
 #include "net/ProxyHandlerBase.h"
 
@@ -13,38 +12,36 @@
 #include <boost/shared_ptr.hpp>
 
 // Fetches over HTTP into a fresh file of the temporary directory, through the proxy that its handler knows.
-// GUI thread only: transfers have threads of their own, and questions for credentials come back here while
-// Download waits.
+// GUI thread only: transfers have threads of their own, and their questions for credentials come to the GUI
+// thread while Download waits.
 //
-// From the first Download on, what FetchAhead announced is on its way before Download is asked for it, up to
-// LIMIT files at once, over connections that last. Through a proxy that is only so after it has let a request
-// pass, so that there is one question for credentials at a time. What waits its turn asks nobody. A host or
-// proxy that was silent is not waited for again until FetchAhead is given an empty list.
+// FetchAhead starts the announced transfers, up to LIMIT at once, over connections that last. Through a proxy
+// they start after it has let one request pass, so that only one question for credentials comes at a time. A
+// host or proxy that was silent is not asked again until FetchAhead gets an empty list.
 class Downloader : public IDownloader, public ConnectionInfo {
 public:
-    // What the names of fetched files begin with.
+    // The beginning of the names of fetched files.
     static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
     // The most transfers that run at a time.
     static constexpr std::size_t LIMIT = 6;
     using TransferCallback = boost::function<void(const TransferRecord&)>;
-    // No file that was fetched is still needed when it is older.
+    // Older fetched files are no longer needed.
     static constexpr std::chrono::hours LONGEST_USE{7 * 24};
 
-    // Removes what earlier runs fetched and left behind, when it is older than LONGEST_USE and no other
-    // program of the maker's can have made it (CTemporaryFolder::OWN_NAME).
+    // Removes files that earlier runs fetched and left behind: those older than LONGEST_USE whose names only
+    // this program gives (CTemporaryFolder::OWN_NAME).
     static void RemoveStaleFiles();
 
-    // What is fetched is held to the bounds, installers to those that follow from them. The names of fetched
-    // files begin with baseName; another one than BASE_NAME keeps out of the way of a process of the same
-    // user that fetches at the same time.
+    // The bounds hold for each transfer, and bounds.ForInstaller() for installers. The names of fetched files
+    // begin with baseName; one of its own keeps a process apart from another that fetches at the same time.
     explicit Downloader(const TransferBounds& bounds = {}, const CAtlString& baseName = BASE_NAME)
         : bounds_(bounds), baseName_(baseName), ahead_(bounds, threads_) {}
 
-    // Told of every transfer that Download and DownloadInstaller waited for, when it has ended; a file may
-    // take two. Empty, as at first: nobody is.
+    // Called at the end of every transfer that Download and DownloadInstaller waited for; a file may take two
+    // transfers. May be empty.
     void SetTransferCallback(const TransferCallback& callback) { transferEnded_ = callback; }
-    // Takes the proxy settings of every later fetch from handler, and its answers when a proxy wants
-    // credentials; an empty handler leaves such questions unanswered.
+    // Every later fetch takes its proxy settings from the handler, and the handler answers when a proxy wants
+    // credentials. With an empty handler such questions stay unanswered.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;
     void SetFailureCallback(const FailureCallback& callback) override { failed_ = callback; }
     CAtlString Download(const CAtlString& url) override;
@@ -55,18 +52,18 @@ public:
 
 private:
     void TakeProxySettings();
-    // A name for a fetched file: that of nothing else at this moment.
+    // A name for a fetched file, free at this moment.
     CVardoFilePath TargetOf(const CAtlString& url) const;
-    // Keeps what became of a transfer that has ended, and tells who wants to know of it.
+    // Keeps the record of a transfer that has ended, and calls transferEnded_.
     void Note(const TransferRecord& record);
-    // A transfer that starts now; the file's path, or an empty text.
+    // Runs a transfer that starts now. Returns the file's path; empty when it failed.
     CAtlString Fetch(const CAtlString& url, const TransferBounds& bounds);
-    // Waits for a transfer that was started ahead and hands out its file, or an empty text. False when it
-    // must be started now instead: it met a question for credentials, or failed by a route that has changed.
+    // Waits for a transfer that was started ahead and hands out its file; an empty text when it failed. False
+    // when a new one must start instead: it met a question for credentials, or failed on an earlier route.
     bool Receive(AheadTransfer& ahead, CAtlString& file);
-    // Waits for a transfer that was started, which Cancel ends meanwhile; one of the RESULT_ codes.
+    // Waits for a started transfer, unless Cancel ends it; one of the RESULT_ codes.
     int Finish(QtDownloader& transfer);
-    // Starts what may be on its way by now.
+    // Starts announced transfers when the proxy lets requests pass.
     void StartAhead();
 
     TransferBounds bounds_;
@@ -75,11 +72,11 @@ private:
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     boost::shared_ptr<CTransferThreads> threads_ = boost::make_shared<CTransferThreads>(LIMIT);
     CFetchAhead ahead_;
-    // The download in hand was cancelled.
+    // Cancel ended the current download.
     bool isCancelled_ = false;
     FailureCallback failed_;
     // How the last fetch ended.
     TransferRecord last_;
-    // The transfer that Download waits for; null when there is none.
+    // The transfer that Download waits for, or null.
     QtDownloader* inHand_ = nullptr;
 };

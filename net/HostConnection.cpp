@@ -29,14 +29,14 @@ std::unique_ptr<QTcpSocket> ConnectToAny(const QList<QHostAddress>& addresses, q
     std::vector<std::unique_ptr<QTcpSocket>> attempts;
     const auto isConnected = isIn(QAbstractSocket::ConnectedState);
     const auto hasFailed = isIn(QAbstractSocket::UnconnectedState);
-    // Its event lets the wait look again.
+    // Its event makes the wait look again.
     QTimer alarm;
     alarm.setSingleShot(true);
     alarm.setTimerType(Qt::PreciseTimer);
     QList<QHostAddress> left = InTurns(addresses);
     while (!left.isEmpty()) {
         attempts.push_back(std::make_unique<QTcpSocket>());
-        // Whatever the environment says.
+        // Ignores the proxy that the environment may name.
         attempts.back()->setProxy(QNetworkProxy::NoProxy);
         attempts.back()->connectToHost(left.takeFirst(), port);
         const QDeadlineTimer headStart =

@@ -15,14 +15,14 @@
 // RFC 8305, 5.
 inline constexpr std::chrono::milliseconds HEAD_START{250};
 
-// Serves the thread's events while the given function answers true; false when it had to end before.
+// Serves the thread's events while the given function answers true; false when it gave up earlier.
 using EventWait = boost::function<bool(const boost::function<bool()>&)>;
 
-// The order in which addresses are tried: IPv4 and IPv6 in turns, and otherwise as they come.
+// The addresses with IPv4 and IPv6 in turns, and otherwise in the given order.
 QList<QHostAddress> InTurns(QList<QHostAddress> addresses);
 
 // Tries the addresses in turns, and gives each a head start before the next joins it; the first connection
-// wins (RFC 8305). So an address that swallows what is sent to it costs a moment and not the fetch. Null when
-// the wait ended before, and when all have failed, with the last one's error then.
+// wins (RFC 8305). So an address that never answers costs a moment and not the fetch. Null when the wait gave
+// up, and when all addresses have failed: then error is that of the last one.
 std::unique_ptr<QTcpSocket> ConnectToAny(const QList<QHostAddress>& addresses, quint16 port,
                                          const EventWait& wait, QString& error);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Fetching, as everything above the network sees it.
+// Fetching, as the rooms above the network see it.
 #pragma once
 
 #include "platform/text/CAtlString.h"
@@ -16,30 +16,27 @@ class ProxyHandlerBase;
 // Fetches one address into one file. GUI thread only.
 class IDownloader {
 public:
-    // Why a fetch failed, in words for the user, with the host.
+    // Gets the host and the reason of a failure, in words for the user.
     using FailureCallback = boost::function<void(const QString&)>;
-    // Bytes that have arrived, and in all (0 or less when unknown); may be empty.
+    // Gets the bytes that have arrived, and the total (0 or less when unknown); may be empty.
     using ProgressCallback = boost::function<void(int, int)>;
 
     virtual ~IDownloader() = default;
-    // Who knows the proxy and its credentials; does nothing unless a downloader needs it.
+    // The handler knows the proxy and its credentials.
     virtual void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& /*handler*/) {}
-    // Called once for each Download that fails and was not cancelled, before it returns; may be empty.
+    // Download calls it before it returns a failure, except after Cancel; may be empty.
     virtual void SetFailureCallback(const FailureCallback& /*callback*/) {}
-    // The path of a new temporary file with the contents of url, which the caller deletes; empty when the
-    // fetch failed, for whatever reason. Serves the thread's events while it waits, and must not be entered
-    // again meanwhile.
+    // The path of a new temporary file with the contents of url; empty when the fetch failed. The caller
+    // deletes the file. Serves the thread's events while it waits, and must not be entered again meanwhile.
     virtual CAtlString Download(const CAtlString& url) = 0;
-    // The same for a program to be started: it may be as large and take as long as it needs, but nothing less
-    // than all of it counts. progress is called now and then meanwhile.
+    // The same for an installer, which may be large and take long. Calls progress now and then.
     virtual CAtlString DownloadInstaller(const CAtlString& url, const ProgressCallback& /*progress*/) {
         return Download(url);
     }
-    // Says what Download will be asked for next, in that order and as often as it stands here, in place of
-    // what was said before; with an empty list, that the check is over. A downloader may begin to
-    // fetch them.
+    // Announces the addresses of the next Downloads in their order, and replaces earlier announcements. A
+    // downloader may begin to fetch them. An empty list says that the check is over.
     virtual void FetchAhead(const std::vector<CAtlString>& /*urls*/) {}
-    // Ends the Download that waits, which fails at once, and drops what FetchAhead announced. The next
-    // Download fetches again. To be called while Download serves events.
+    // Makes the Download that waits fail at once, and drops what FetchAhead announced. The next Download
+    // fetches again. To be called while Download serves events.
     virtual void Cancel() {}
 };

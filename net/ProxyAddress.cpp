@@ -14,7 +14,7 @@ bool IsIPv6(const QString& text) {
     return QHostAddress(text).protocol() == QAbstractSocket::IPv6Protocol;
 }
 
-// Without what a browser's address has around host and port.
+// The text without blanks, "http://" and the "/" at the end.
 QString HostAndPort(const QString& text) {
     const QLatin1String scheme("http://");
     const QString trimmed = text.trimmed();

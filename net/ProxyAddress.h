@@ -9,14 +9,14 @@
 #include <optional>
 
 struct ProxyAddress {
-    // A name or an address, as it was written; an IPv6 address has no brackets here.
+    // A name or an address, as it was written; an IPv6 address without its brackets.
     CAtlString host;
     // 1 to 65535.
     std::optional<int> port = std::nullopt;
 };
 
-// Reads HOST, HOST:PORT, [IPv6], [IPv6]:PORT, and an IPv6 address without brackets, which then has no port.
-// Blanks around the text do not matter, nor does "http://" before it, with or without a "/" at the end. Any
-// other text gives nothing: an empty host, another scheme, a user, a path, a port that is no number from 1 to
-// 65535. Nobody asks here whether there is such a host. GUI thread.
+// Reads HOST, HOST:PORT, [IPv6], [IPv6]:PORT, and an IPv6 address without brackets or port. Ignores blanks
+// around the text, and "http://" before it with or without "/" behind it. Any other text gives nothing: an
+// empty host, another scheme, a user, a path, a port outside of 1 to 65535. Does not look the host up. GUI
+// thread.
 std::optional<ProxyAddress> ParseProxyAddress(const CAtlString& text);

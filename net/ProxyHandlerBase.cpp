@@ -27,16 +27,6 @@ bool ProxyHandlerBase::SaveProxySettings() const {
     return WriteRegistryDword(HKEY_LOCAL_MACHINE, KEY, PORT_NAME, proxyPort_) == REGISTRY_OK;
 }
 
-void ProxyHandlerBase::SetProxy(const CAtlString& host, int port) {
-    proxyHost_ = host;
-    proxyPort_ = port;
-}
-
-void ProxyHandlerBase::SetCredentials(const CAtlString& userName, const CAtlString& password) {
-    userName_ = userName;
-    password_ = password;
-}
-
 void ProxyHandlerBase::GetProxySettings(CAtlString& host, int& port, CAtlString& userName,
                                         CAtlString& password) const {
     host = proxyHost_;
@@ -50,8 +40,8 @@ bool ProxyHandlerBase::OnProxyAuthRequired(const CAtlString& host, int port, CAt
     if (cancelled_)
         return false;
     const bool areRefused = userName_.Compare(userName) == 0 && password_.Compare(password) == 0;
-    const bool heldAreUntried = !storedCredentialsUsed_ && !userName_.IsEmpty() && !areRefused;
-    if (!heldAreUntried && !AskForCredentials(host, port))
+    const bool areUntried = !storedCredentialsUsed_ && !userName_.IsEmpty() && !areRefused;
+    if (!areUntried && !AskForCredentials(host, port))
         return false;
     storedCredentialsUsed_ = true;
     userName = userName_;
@@ -74,17 +64,11 @@ bool ProxyHandlerBase::ShowProxyOptionsDialog(QWidget* parent) {
     ProxyEntry options{proxyHost_, proxyPort_, userName_, password_};
     if (!dialog_ || !dialog_->EditOptions(options, parent))
         return false;
-    TakeOptions(options);
-    return true;
-}
-
-void ProxyHandlerBase::TakeOptions(const ProxyEntry& options) {
-    const CAtlString previousHost = proxyHost_;
-    const int previousPort = proxyPort_;
+    const bool isOtherProxy = proxyHost_.Compare(options.host) != 0 || proxyPort_ != options.port;
     cancelled_ = false;
-    proxyHost_ = options.host;
-    proxyPort_ = options.port;
+    SetProxy(options.host, options.port);
     SetCredentials(options.userName, options.password);
-    if (proxyHost_.Compare(previousHost) != 0 || proxyPort_ != previousPort)
+    if (isOtherProxy)
         SaveProxySettings();
+    return true;
 }

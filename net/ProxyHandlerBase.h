@@ -4,9 +4,33 @@
 // The proxy of this user: where it is, and how its credentials are obtained.
 #pragma once
 
-#include "net/IProxyDialog.h"
+#include "platform/text/CAtlString.h"
 
 #include <boost/shared_ptr.hpp>
+
+class QWidget;
+
+// What the user sees and edits.
+struct ProxyEntry {
+    // Empty for a direct connection.
+    CAtlString host;
+    // 0 when the user gave no port.
+    int port = 0;
+    CAtlString userName;
+    CAtlString password;
+};
+
+// The questions to the user: a program without windows leaves them out, and a test answers them. Each
+// question returns true when the user has answered it. When the user declines or closes it, it returns false
+// and leaves the entry as it was. GUI thread only.
+class IProxyDialog {
+public:
+    virtual ~IProxyDialog() = default;
+    // The proxy of the entry wants credentials; the user may change only these.
+    virtual bool AskForCredentials(ProxyEntry& entry) = 0;
+    // The user may change all of the entry. The dialog belongs to parent while it is open.
+    virtual bool EditOptions(ProxyEntry& entry, QWidget* parent) = 0;
+};
 
 // Holds proxy host, port, user name and password. Host and port are stored in the settings that the program
 // shares with the maker's board software; user name and password stay in memory. GUI thread only; the
@@ -18,37 +42,41 @@ public:
 
     virtual ~ProxyHandlerBase() = default;
 
-    // Reads host (default: none) and port from the settings.
+    // Reads host and port from the settings, or their defaults: an empty host and DEFAULT_PORT.
     void LoadProxySettings();
-    // Writes host and port; whether the port could be written.
+    // Writes host and port; true when the port could be written.
     bool SaveProxySettings() const;
     void SetProxyHost(const CAtlString& host) { proxyHost_ = host; }
-    // Port is 1 to 65535; without a host connections are direct. Not stored before SaveProxySettings.
-    void SetProxy(const CAtlString& host, int port);
-    void SetCredentials(const CAtlString& userName, const CAtlString& password);
+    // Port is 1 to 65535; without a host connections are direct. SaveProxySettings stores both.
+    void SetProxy(const CAtlString& host, int port) {
+        proxyHost_ = host;
+        proxyPort_ = port;
+    }
+    void SetCredentials(const CAtlString& userName, const CAtlString& password) {
+        userName_ = userName;
+        password_ = password;
+    }
     void GetProxySettings(CAtlString& host, int& port, CAtlString& userName, CAtlString& password) const;
 
-    // How the user is asked. Without it, as at first, nobody is.
+    // How the user is asked. At first there is no dialog, and the user is not asked.
     void SetDialog(const boost::shared_ptr<IProxyDialog>& dialog) { dialog_ = dialog; }
     // Whether the user may be asked for credentials.
     void SetInteractive(bool interactive) { interactive_ = interactive; }
-    bool IsInteractive() const { return interactive_; }
 
     // The proxy at host and port wants credentials, and has refused those that userName and password hold.
-    // The held ones are handed out once, unless it is they; after that the user is asked, when that is
-    // allowed. True when userName and password hold what is to be tried. One refusal by the user ends all
-    // asking until the connection options are accepted.
+    // Hands out the stored credentials once, unless the proxy has refused them; after that asks the user,
+    // when that is allowed. True when userName and password hold what is to be tried. When the user declines
+    // once, all asking ends until the user accepts the connection options.
     bool OnProxyAuthRequired(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     void OnProxyAuthCanceled() { cancelled_ = true; }
 
-    // Lets the user edit host, port, user name and password; true when OK was pressed. Host and port are
-    // saved when either has changed.
+    // Lets the user edit host, port, user name and password; true when the user pressed OK. Saves host and
+    // port when either has changed.
     bool ShowProxyOptionsDialog(QWidget* parent);
 
 private:
-    // True when the user gave credentials, which are then the held ones.
+    // Stores the credentials that the user gives; false when the user gives none.
     bool AskForCredentials(const CAtlString& host, int port);
-    void TakeOptions(const ProxyEntry& options);
 
     CAtlString proxyHost_;
     int proxyPort_ = 0;

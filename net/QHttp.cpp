@@ -18,8 +18,7 @@ int ToInt(qint64 bytes) {
     return static_cast<int>(std::clamp<qint64>(bytes, 0, std::numeric_limits<int>::max()));
 }
 
-// RFC 9112, 3; a proxy gets the whole address. The network classes' encodings leave nothing in it that could
-// end a line.
+// RFC 9112, 3; a proxy gets the whole address. QUrl encodes every byte that could end a line.
 QByteArray Written(const QNetworkRequest& request, bool isForProxy) {
     const QUrl url = request.url();
     const QByteArray target = isForProxy ? url.toEncoded() : url.path(QUrl::FullyEncoded).toLatin1();
@@ -30,7 +29,7 @@ QByteArray Written(const QNetworkRequest& request, bool isForProxy) {
     return text + "\r\n";
 }
 
-// Without the challenges, which the manager has answered.
+// Without the challenges, since the manager answers them.
 QHttpResponseHeader HeaderOf(const QNetworkReply& reply) {
     return {reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
             {},
@@ -50,21 +49,6 @@ QString QHttp::BadAnswer() {
 QHttp::QHttp(CPeerMemory& memory) : memory_(memory) {
     alarm_.setSingleShot(true);
     alarm_.setTimerType(Qt::PreciseTimer);
-}
-
-void QHttp::setBounds(const TransferBounds& bounds) {
-    bounds_ = bounds;
-    challenges_ = 0;
-}
-
-void QHttp::setHost(const QString& host, int port) {
-    host_ = host;
-    port_ = port;
-}
-
-void QHttp::setProxy(const QNetworkProxy& proxy, Authentication authentication) {
-    proxy_ = proxy;
-    authentication_ = authentication;
 }
 
 QHttp::Error QHttp::get(const QString& path, QIODevice* to, WakingFlag& cancelled) {
@@ -97,7 +81,7 @@ QNetworkRequest QHttp::MakeRequest(const QString& path) const {
     url.setPath(path.isEmpty() ? QStringLiteral("/") : path, QUrl::TolerantMode);
 
     QNetworkRequest request(url);
-    // What the network access manager says; some servers turn away whoever says nothing.
+    // The same as the network access manager's; some servers refuse requests without this field.
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Mozilla/5.0"));
     request.setRawHeader("Accept-Encoding", "identity");
     if (!proxy_.user().isEmpty() && authentication_ == Authentication::BASIC)
@@ -116,7 +100,7 @@ void QHttp::FetchByManager(QNetworkRequest request) {
         manager_->setProxy(proxy_);
     }
     std::unique_ptr<QNetworkReply> reply(manager_->get(request));
-    // The manager sends the request once more for each challenge, and reports the answer to the last alone.
+    // The manager sends the request once more for each challenge, and reports only the last answer.
     int sent = 0;
     int seen = 0;
     connect(reply.get(), &QNetworkReply::requestSent, this, [&] { ++sent; });
@@ -137,7 +121,7 @@ void QHttp::FetchByManager(QNetworkRequest request) {
     if (reply->isFinished() && header_.statusCode() <= QHttpResponseHeader::OK) {
         if (reply->error() != QNetworkReply::NoError)
             SetError(Error::NETWORK, reply->errorString());
-        // The reply reports most bodies that were cut off, but not all.
+        // The reply does not report every body that was cut off.
         else if (received_ < header_.contentLength())
             SetError(Error::NETWORK, BadAnswer());
     }
@@ -152,11 +136,11 @@ void QHttp::FetchBySocket(const QNetworkRequest& request) {
     const int port = isForProxy ? proxy_.port() : port_;
     const QString peer = host + u':' + QString::number(port);
     const QByteArray text = Written(request, isForProxy);
-    // The other side may have closed it meanwhile, or said that it will.
+    // The other side may have closed the kept connection meanwhile.
     const bool isKept = socket_ && peer == peer_ && !socket_->waitForReadyRead(0) &&
                         socket_->state() == QAbstractSocket::ConnectedState;
     peer_ = peer;
-    // RFC 9112, 9.3.1: such a connection may end just as the request is sent; then, and only then, once more.
+    // RFC 9112, 9.3.1: a kept connection may end just as the request is sent; only then is it sent once more.
     if (isKept && Converse(text))
         return;
     wasSent_ = false;
@@ -168,7 +152,7 @@ bool QHttp::Open(const QString& host, int port) {
     socket_.reset();
     next_.setRemainingTime(bounds_.connect);
     const auto lookup = memory_.AddressesOf(host);
-    // Its event lets the wait look again.
+    // Its event makes the wait look again.
     QFutureWatcher<QList<QHostAddress>> watcher;
     watcher.setFuture(lookup);
     if (!Wait([&] { return !lookup.isFinished(); }))

@@ -4,9 +4,9 @@
 // A plain HTTP client: one GET at a time, into a file or another device.
 #pragma once
 
-#include "net/QHttpResponseHeader.h"
-#include "net/TransferBounds.h"
-#include "net/events/WakingFlag.h"
+#include "net/CHttpAnswerParser.h"
+#include "net/Transfer.h"
+#include "net/events/WaitWithQtEvents.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
@@ -22,62 +22,71 @@
 class CPeerMemory;
 class QIODevice;
 
-// Keeps its connection from one request to the next. Redirects are not followed; there is no cache, no cookie
-// and no compression, and the proxy is the given one or none, whatever the environment says. Lives on one
+// Keeps its connection from one request to the next. It follows no redirects, and has no cache, cookies or
+// compression. It uses the given proxy and ignores the one that the environment may name. Lives on one
 // thread, whose events it serves while it waits.
 //
-// A request goes over a socket of its own, which costs a fraction of what Qt's network access manager does;
-// only to negotiate with a proxy does the manager carry it: it knows Digest and NTLM.
+// Requests go over a socket, which costs a fraction of what Qt's network access manager does. The manager
+// carries only those that negotiate with a proxy, since it knows Digest and NTLM.
 class QHttp : public QObject {
     Q_OBJECT
 
 public:
     // How the last request ended.
     enum class Error {
-        NONE,         // with a whole answer, or one whose status is not OK and whose body was not read
-        NETWORK,      // the connection failed or broke off, or what arrived was no HTTP
+        NONE,         // with a whole answer; of one whose status is not OK the body was not read
+        NETWORK,      // the connection failed or broke off, or the answer was no HTTP
         TOO_LATE,     // the answer passed one of the bounds of time
-        TOO_MUCH,     // the answer is too large, or the proxy does not stop to ask for credentials
-        NOT_WRITTEN,  // the device did not take what arrived
+        TOO_MUCH,     // the answer is too large, or the proxy does not stop asking for credentials
+        NOT_WRITTEN,  // the device did not take the body
         CANCELLED,
     };
-    // What user and password of the proxy are for.
+    // How user and password are sent to the proxy.
     enum class Authentication {
-        BASIC,       // to be sent at once, readable, in UTF-8 (RFC 7617)
-        NEGOTIATED,  // to answer a challenge with
+        BASIC,       // at once, readable, in UTF-8 (RFC 7617)
+        NEGOTIATED,  // as the answer to a challenge
     };
 
     static constexpr int DEFAULT_PORT = 80;
-    // So often a proxy may ask for credentials before it has answered a file; more is no conversation.
+    // The most times that a proxy may ask for credentials for one file.
     static constexpr int MAX_CHALLENGES = 5;
-    // Between two reports of progress, the last of which comes with the end.
+    // Between two reports of progress; the last report comes with the end.
     static constexpr std::chrono::milliseconds PROGRESS_INTERVAL{100};
     // The text of TOO_LATE.
     static QString NoAnswer();
     // The text for an answer that is not whole, or too much.
     static QString BadAnswer();
 
-    // memory looks names up, and must outlive this object.
+    // Looks names up in memory, which must outlive this object.
     explicit QHttp(CPeerMemory& memory);
 
-    // For the requests of the next file; challenges are counted anew.
-    void setBounds(const TransferBounds& bounds);
-    void setHost(const QString& host, int port);
+    // For the requests of the next file. Begins to count challenges anew.
+    void setBounds(const TransferBounds& bounds) {
+        bounds_ = bounds;
+        challenges_ = 0;
+    }
+    void setHost(const QString& host, int port) {
+        host_ = host;
+        port_ = port;
+    }
     // QNetworkProxy::NoProxy, or an HTTP proxy, with user and password or without.
-    void setProxy(const QNetworkProxy& proxy, Authentication authentication);
+    void setProxy(const QNetworkProxy& proxy, Authentication authentication) {
+        proxy_ = proxy;
+        authentication_ = authentication;
+    }
 
-    // Requests path (percent-encoded; "/" when empty) and writes the body to a device as it arrives; only
-    // that of an answer OK. Returns when the request has finished, at the latest when a bound is passed or
-    // cancelled is set.
+    // Requests path (percent-encoded; "/" when empty) and writes the body of an answer OK to a device as it
+    // arrives. Returns when the request has finished, at the latest when it passes a bound or cancelled is
+    // set.
     Error get(const QString& path, QIODevice* to, WakingFlag& cancelled);
 
     // About the last request.
     Error error() const { return error_; }
     // In Qt's words or the program's.
     QString errorString() const { return errorString_; }
-    // Of its answer; the status is 0 when there was none.
+    // Of its answer; the status is 0 without an answer.
     const QHttpResponseHeader& header() const { return header_; }
-    // A connection was there; else the error is that of reaching the host, or the proxy.
+    // The connection opened; otherwise the host, or the proxy, could not be reached.
     bool wasSent() const { return wasSent_; }
     // Bytes of the body.
     qint64 received() const { return received_; }
@@ -92,18 +101,18 @@ private:
     QNetworkRequest MakeRequest(const QString& path) const;
     void FetchByManager(QNetworkRequest request);
     void FetchBySocket(const QNetworkRequest& request);
-    // Connects to a host; whether that was possible.
+    // Connects to a host. Sets the error when that fails, and returns false.
     bool Open(const QString& host, int port);
     // Sends a request and takes the answer; false when the connection ended before the first byte of one.
     bool Converse(const QByteArray& request);
-    // Serves events while keepWaiting answers true. False, with the error, when a bound is passed before or
-    // the request is cancelled.
+    // Serves events while keepWaiting answers true. When a bound passes first or the request is cancelled,
+    // sets the error and returns false.
     bool Wait(const boost::function<bool()>& keepWaiting);
     void OnSent();
-    // Takes more of the answer. Whether it is over, since its body does not count.
+    // Takes more of the answer. True when its status is not OK, so that its body is not read.
     bool OnAnswer(const QHttpResponseHeader& header, const QByteArray& body);
     void ReportProgress();
-    // Only the first error of a request counts.
+    // Keeps the first error of a request.
     void SetError(Error error, const QString& text);
 
     CPeerMemory& memory_;
@@ -117,7 +126,7 @@ private:
     // Of the request in hand.
     QIODevice* to_ = nullptr;
     WakingFlag* cancelled_ = nullptr;
-    // When the next bytes must have come, and when all of them; the alarm's event lets a wait look again.
+    // The times for the next bytes and for the last; the alarm's event makes a wait look at them.
     QDeadlineTimer next_;
     QDeadlineTimer end_;
     QTimer alarm_;
@@ -128,7 +137,7 @@ private:
     QString errorString_;
     QElapsedTimer sinceProgress_;
 
-    // What is kept for the next request: the connection and where it leads, or what a proxy has agreed to.
+    // Kept for the next request: the connection and its peer, or the manager with what it has negotiated.
     std::unique_ptr<QTcpSocket> socket_;
     QString peer_;
     std::unique_ptr<QNetworkAccessManager> manager_;

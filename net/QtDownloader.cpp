@@ -25,14 +25,14 @@ QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
                          credentials.password.ToQString());
 }
 
-// By its name: QFile::remove keeps a file whose last bytes cannot be written.
+// The static remove: the other one keeps a file whose last bytes cannot be written.
 void Discard(QFile& file) {
     file.close();
     QFile::remove(file.fileName());
 }
 
-// For its owner alone, and only where nothing is: neither what another put there meanwhile is written to, nor
-// what a link leads to. A file that cannot be had stays closed.
+// Creates the file for its owner alone. It never opens a file or follows a link that another user put there
+// meanwhile; the file then stays closed.
 void Create(QFile& file) {
     file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
 }
@@ -114,7 +114,7 @@ void QtDownloader::Attempt(const QUrl& address, QFile& file) {
 
 bool QtDownloader::HasCredentialsToTry() const {
     const Peer proxy = Memory().Of(proxy_);
-    // Until they have been of use once, one transfer tries them at a time.
+    // Only the transfer that the check waits for tries credentials that the proxy has not accepted yet.
     const bool areWelcome = IsAhead() ? credentials_ == proxy.accepted : !(credentials_ == proxy.refused);
     return !GetRoute().IsDirect() && !areTried_ && !credentials_.IsEmpty() &&
            (proxy.scheme == ProxyScheme::BASIC || proxy.scheme == ProxyScheme::BETTER) && areWelcome;
@@ -128,12 +128,12 @@ bool QtDownloader::IsChallenged() const {
 void QtDownloader::NoteChallenge() {
     const ProxyScheme scheme = Http().header().proxyScheme();
     Memory().Update(proxy_, [&](Peer& proxy) {
-        // What was sent in another way than the proxy wants now was not refused.
+        // Credentials that were sent in another way than the proxy now wants are not refused.
         if (areSent_ && scheme <= proxy.scheme && scheme != ProxyScheme::NONE)
             proxy.refused = credentials_;
         else if (scheme > proxy.scheme)
             areTried_ = false;
-        // Once it has asked for better, a password is never sent readably.
+        // A proxy that has asked for better once never gets the password readably.
         proxy.scheme = std::max(proxy.scheme, scheme);
         proxy.isOpen = false;
         proxy.hasAnswered = true;
@@ -157,7 +157,7 @@ bool QtDownloader::IsKnownToBeSilent() {
     const bool isProxys = !GetRoute().IsDirect() && Memory().Of(proxy_).isSilent;
     if (!isProxys && !Memory().Of(site_).isSilent)
         return false;
-    isProxys ? Blame(Culprit::PROXY, tr("No answer")) : Blame(Culprit::SITE, QHttp::NoAnswer());
+    Blame(isProxys ? Culprit::PROXY : Culprit::SITE, isProxys ? tr("No answer") : QHttp::NoAnswer());
     if (!IsAhead())
         emit ConnectionFailedSignal(record_.error);
     return true;
@@ -171,7 +171,7 @@ void QtDownloader::NoteOutcome() {
         Memory().Update(proxy_, [&](Peer& proxy) {
             proxy.hasAnswered = proxy.hasAnswered || isAnswered;
             const bool isPassed = isAnswered && !isChallenged;
-            // Those that wait their turn do not open it again for their kind.
+            // A transfer that was started ahead does not open the proxy for others.
             proxy.isOpen = isPassed && (proxy.isOpen || !IsAhead());
             if (isPassed && areSent_)
                 proxy.accepted = credentials_;
@@ -190,7 +190,7 @@ void QtDownloader::NoteOutcome() {
 }
 
 int QtDownloader::Judge(QFile& file) {
-    // Then whatever bears its name is not of this transfer.
+    // A file of this name is then not this transfer's.
     if (!file.isOpen())
         return RESULT_FAILED;
     const bool isWritten = file.flush();

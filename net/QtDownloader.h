@@ -5,33 +5,30 @@
 #pragma once
 
 #include "net/QtDownloaderBase.h"
-#include "net/TransferBounds.h"
-#include "net/TransferRecord.h"
+#include "net/Transfer.h"
 
 class QFile;
 class QUrl;
 
-// The transfer: direct or through a proxy, with as many attempts as the proxy's questions for credentials are
-// answered, up to QHttp::MAX_CHALLENGES. RESULT_OK for a status up to 200 and a whole body that is not empty.
-// Of a failure at most an empty file is left. Redirections are not followed.
+// The transfer: direct or through a proxy, with one more attempt for each answered question of the proxy for
+// credentials, up to QHttp::MAX_CHALLENGES. RESULT_OK for a status up to 200 and a whole body that is not
+// empty. A failure leaves no file or an empty one. The transfer does not follow redirections.
 //
-// The first request to a proxy goes without credentials, and its challenge decides how they are sent. Those
-// that a proxy has refused are not sent to it again until they are answered to a question. A host or proxy
-// that was silent once in a check is not waited for again.
+// The first request to a proxy goes without credentials, and its challenge decides how to send them. When a
+// proxy has refused credentials, it gets them again only as the answer to a question. A host or proxy that
+// was silent once in a check is not asked again in that check.
 class QtDownloader : public QtDownloaderBase {
     Q_OBJECT
 
 public:
-    // Whether an address is of the kind that is fetched at all.
+    // Whether the address is an http address; a transfer fetches no other.
     static bool CanFetch(const QUrl& address);
 
     explicit QtDownloader(const TransferBounds& bounds,
                           const boost::shared_ptr<CTransferThreads>& threads = {});
-    // Abandons what was not finished.
     ~QtDownloader() override { Abandon(); }
 
-    // Of a transfer that was started ahead: it has ended because somebody would have had to be asked for
-    // credentials.
+    // A transfer that was started ahead has ended because it would have had to ask for credentials.
     bool IsHeld() const { return HasEnded() && wasHeld_; }
     // After Finish.
     const TransferRecord& GetRecord() const { return record_; }
@@ -40,34 +37,35 @@ protected:
     int Download(const CAtlString& url, const CAtlString& file) override;
 
 private:
-    // Attempts until the proxy lets the request through or credentials are declined.
+    // Attempts until the proxy lets the request pass or the user declines to give credentials.
     int Transfer(const QUrl& address, QFile& file);
-    // One request into a fresh file; returns when it has finished.
+    // One request into a fresh file.
     void Attempt(const QUrl& address, QFile& file);
-    // Credentials are there which the proxy may want, and which this attempt shall send.
+    // Whether the next attempt sends the credentials in hand.
     bool HasCredentialsToTry() const;
-    // The proxy wants credentials, and others than were sent.
+    // The proxy wants other credentials than the last attempt sent.
     bool IsChallenged() const;
     void NoteChallenge();
-    // New credentials, or whether there is nobody to give them.
+    // Gets new credentials; false when there are none.
     bool AskForCredentials();
     // Fails at once when the host or the proxy was silent before.
     bool IsKnownToBeSilent();
-    // Remembers what the host and the proxy have shown, and whose fault a failure is.
+    // Remembers how the host and the proxy have behaved, and which of them is to blame for a failure.
     void NoteOutcome();
+    // The result; deletes the file of a failure unless it is empty.
     int Judge(QFile& file);
     void Blame(TransferRecord::Culprit culprit, const QString& error);
 
     TransferBounds bounds_;
-    // What peers are remembered by.
+    // The names of the peers in CPeerMemory.
     QString proxy_;
     QString site_;
-    // Of the last header received, be it of an earlier attempt.
+    // Of the last header received, even when an earlier attempt received it.
     int status_ = 0;
-    // In hand, and whether the last attempt sent them.
     Credentials credentials_;
+    // The last attempt sent the credentials.
     bool areSent_ = false;
-    // They are not to be sent by this transfer any more.
+    // This transfer sends them no more.
     bool areTried_ = false;
     bool wasHeld_ = false;
     TransferRecord record_;

@@ -6,20 +6,6 @@
 #include <QCoreApplication>
 #include <boost/make_shared.hpp>
 
-#include "platform/text/ResultCodes.h"
-
-void QtDownloaderSignalProxy::ConnectionFailedSlot(const CAtlString& error) {
-    receiver_->ConnectionFailed(error);
-}
-
-void QtDownloaderSignalProxy::ProxyAuthCanceledSlot() {
-    receiver_->ProxyAuthCanceled();
-}
-
-void QtDownloaderSignalProxy::DataReadProgressSlot(int done, int total) {
-    receiver_->DataReadProgress(done, total);
-}
-
 bool QtDownloaderSignalProxy::ProxyAuthRequiredSlot(const CAtlString& host, int port,
                                                     const CAtlString& userName, const CAtlString& password) {
     CAtlString givenUserName(userName);
@@ -31,8 +17,7 @@ bool QtDownloaderSignalProxy::ProxyAuthRequiredSlot(const CAtlString& host, int 
 
 QtDownloaderBase::QtDownloaderBase(const boost::shared_ptr<CTransferThreads>& threads)
     : forwarder_(new QtDownloaderSignalProxy(this)),
-      threads_(threads ? threads : boost::make_shared<CTransferThreads>(1)),
-      result_(RESULT_FAILED) {
+      threads_(threads ? threads : boost::make_shared<CTransferThreads>(1)) {
     using Base = QtDownloaderBase;
     using Forwarder = QtDownloaderSignalProxy;
     constexpr auto QUEUED = Qt::QueuedConnection;
@@ -74,7 +59,7 @@ void QtDownloaderBase::Run(const CAtlString& url, const CAtlString& file) {
 int QtDownloaderBase::Finish() {
     ended_.Wait();
     if (info_ && !IsCancelled()) {
-        // What was told before the end may still lie in this thread's queue.
+        // Notifications from before the end may still lie in this thread's queue.
         QCoreApplication::sendPostedEvents(forwarder_);
         info_->SetCredentials(GetRoute().credentials.userName, GetRoute().credentials.password);
     }

@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A transfer on a thread of its own, and its talk with the thread that asked for it.
+// A transfer on a thread of its own, and its messages to the thread that asked for it.
 #pragma once
 
 #include "net/CTransferThreads.h"
 #include "net/ConnectionInfo.h"
-#include "net/events/WakingFlag.h"
+#include "net/events/WaitWithQtEvents.h"
 #include "platform/text/CAtlString.h"
+#include "platform/text/ResultCodes.h"
 
 #include <QObject>
 #include <boost/shared_ptr.hpp>
@@ -23,7 +24,7 @@ class QtDownloaderSignalProxy : public QObject {
 public:
     explicit QtDownloaderSignalProxy(QObject* parent) : QObject(parent) {}
 
-    // Whose notifications are called; not owned.
+    // The receiver of the notifications; not owned.
     void SetHandler(ConnectionInfo* receiver) { receiver_ = receiver; }
 
 signals:
@@ -31,9 +32,9 @@ signals:
     void ProxyAuthRequestDoneSignal(bool, const CAtlString& userName, const CAtlString& password);
 
 protected slots:
-    void ConnectionFailedSlot(const CAtlString& error);
-    void ProxyAuthCanceledSlot();
-    void DataReadProgressSlot(int done, int total);
+    void ConnectionFailedSlot(const CAtlString& error) { receiver_->ConnectionFailed(error); }
+    void ProxyAuthCanceledSlot() { receiver_->ProxyAuthCanceled(); }
+    void DataReadProgressSlot(int done, int total) { receiver_->DataReadProgress(done, total); }
     // Asks for credentials, which may show a dialog, and sends the answer back.
     bool ProxyAuthRequiredSlot(const CAtlString& host, int port, const CAtlString& userName,
                                const CAtlString& password);
@@ -42,14 +43,14 @@ private:
     ConnectionInfo* receiver_ = nullptr;
 };
 
-// One object serves one transfer. It lives on the asking thread, which waits in DownloadOnThread or Finish
-// with its events flowing; Download runs on the transfer's thread. Notifications reach the ConnectionInfo on
-// the asking thread, so a dialog that one of them opens is in the right place when that is the GUI thread.
+// One object serves one transfer. It lives on the asking thread, which serves its events while it waits in
+// DownloadOnThread or Finish; Download runs on the transfer's thread. Notifications reach the ConnectionInfo
+// on the asking thread, which must be the GUI thread when one of them opens a dialog.
 class QtDownloaderBase : public QObject {
     Q_OBJECT
 
 public:
-    // The threads are shared with other transfers; without any, the transfer has one of its own.
+    // Transfers share the threads; without threads, this transfer makes one of its own.
     explicit QtDownloaderBase(const boost::shared_ptr<CTransferThreads>& threads = {});
 
     // Fetches url into file with the settings of info, which must outlive the call and gets the credentials
@@ -59,14 +60,14 @@ public:
     // The same in two steps: Start returns at once, Finish waits and returns the result.
     void Start(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
     int Finish();
-    // Starts a transfer that tells nobody anything and asks nobody: it fails where another would ask. It
-    // waits for its turn, behind those that were started before.
+    // Starts a transfer without notifications: it fails where another would ask for credentials. It waits for
+    // a thread until those that were started before it have theirs.
     void StartAhead(const CAtlString& url, const CAtlString& file, const Route& route);
-    // Ends a started transfer, whose result nobody wants any more: Finish returns soon, with a failure unless
-    // the transfer had ended before. A question that it has asked is not answered any more.
+    // Ends a started transfer: Finish returns soon, with a failure unless the transfer had ended before. A
+    // question that it has asked gets no answer.
     void Cancel();
-    // The same, and waits for its end without serving events. Needed before the destruction of a transfer
-    // that was started and not finished.
+    // The same, and waits for its end without serving events. A transfer that was started and not finished
+    // must be abandoned before its destruction.
     void Abandon();
 
 signals:
@@ -80,19 +81,19 @@ protected:
     // The transfer itself, on its thread.
     virtual int Download(const CAtlString& url, const CAtlString& file) = 0;
     // On the transfer's thread: asks for the credentials of the proxy at host and port and waits for the
-    // answer, however long the user takes. userName and password say what the proxy has refused. Whether what
-    // replaces them is to be tried.
+    // answer, however long the user takes. userName and password hold what the proxy has refused. True when
+    // the transfer is to try what replaces them.
     bool RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     bool IsCancelled() const { return cancelled_.IsSet(); }
-    // What Cancel sets.
+    // Cancel sets it.
     WakingFlag& Cancelled() { return cancelled_; }
     bool HasEnded() const { return ended_.IsSet(); }
-    // On the transfer's thread.
+    // StartAhead started it. On the transfer's thread.
     bool IsAhead() const { return !info_; }
     QHttp& Http() const { return *http_; }
     CPeerMemory& Memory() const { return threads_->Memory(); }
     const Route& GetRoute() const { return route_; }
-    // The credentials that info gets at the end.
+    // Finish gives these credentials to the ConnectionInfo.
     void SetCredentials(const Credentials& credentials) { route_.credentials = credentials; }
 
 protected slots:
@@ -101,7 +102,7 @@ protected slots:
 private:
     void Run(const CAtlString& url, const CAtlString& file);
 
-    // Whom a cancelled transfer tells.
+    // The receiver without callbacks, for a transfer that was cancelled or started ahead.
     ConnectionInfo nobody_;
     QtDownloaderSignalProxy* forwarder_;
     boost::shared_ptr<CTransferThreads> threads_;
@@ -109,7 +110,7 @@ private:
     ConnectionInfo* info_ = nullptr;
     Route route_;
     QHttp* http_ = nullptr;
-    int result_;
+    int result_ = RESULT_FAILED;
     WakingFlag ended_{true};
     WakingFlag answerReceived_;
     bool answer_ = false;

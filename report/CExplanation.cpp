@@ -3,7 +3,7 @@
 
 #include "report/CExplanation.h"
 
-#include "net/FailureText.h"
+#include "net/Transfer.h"
 #include "platform/files/Addresses.h"
 
 namespace {

@@ -4,7 +4,7 @@
 // How the result of one product came about.
 #pragma once
 
-#include "net/TransferRecord.h"
+#include "net/Transfer.h"
 #include "products/IDecisionObserver.h"
 #include "products/Verdict.h"
 

@@ -20,6 +20,18 @@ void DrawAsBackground(QLineEdit* edit) {
     edit->setPalette(palette);
 }
 
+void Fill(ProxyAuth& dialog, const ProxyEntry& entry) {
+    dialog.SetHost(entry.host);
+    dialog.SetPort(entry.port);
+    dialog.SetUserName(entry.userName);
+    dialog.SetPassword(entry.password);
+}
+
+bool Ask(ProxyAuth& dialog) {
+    dialog.show();
+    return dialog.exec() == QDialog::Accepted;
+}
+
 }  // namespace
 
 ProxyAuth::ProxyAuth(QWidget* parent) : QDialog(parent), form_(std::make_unique<Ui::ProxyAuth>()) {
@@ -90,6 +102,24 @@ bool ProxyAuth::TakeAddress() {
     return true;
 }
 
-void ProxyAuth::reject() {
-    QDialog::reject();
+bool CProxyDialog::AskForCredentials(ProxyEntry& entry) {
+    ProxyAuth dialog(nullptr);
+    Fill(dialog, entry);
+    dialog.SetAuthenticationMode();
+    if (!Ask(dialog))
+        return false;
+    entry.userName = dialog.GetUserName();
+    entry.password = dialog.GetPassword();
+    return true;
+}
+
+bool CProxyDialog::EditOptions(ProxyEntry& entry, QWidget* parent) {
+    ProxyAuth dialog(parent);
+    Fill(dialog, entry);
+    const bool isAccepted = Ask(dialog);
+    // The dialog is this function's, whatever becomes of its parent.
+    dialog.setParent(nullptr);
+    if (isAccepted)
+        entry = {dialog.GetHost(), dialog.GetPort(), dialog.GetUserName(), dialog.GetPassword()};
+    return isAccepted;
 }

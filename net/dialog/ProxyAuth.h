@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The dialog for a proxy and its credentials.
+// The dialog for a proxy and its credentials, and the questions that it asks.
 #pragma once
 
-#include "platform/text/CAtlString.h"
+#include "net/ProxyHandlerBase.h"
 
 #include <QDialog>
 #include <memory>
@@ -41,15 +41,20 @@ public:
     void SetAuthenticationMode();
 
 protected slots:
-    // Only when the host is empty or can be one: what else its field holds of an address goes where it
-    // belongs
-    // ("http://proxy:3128/"), and what cannot be one is told to the user.
+    // Takes the address in the field of the host apart ("http://proxy:3128/"). When it can be no address, the
+    // user is told and the dialog stays open.
     void accept() override;
-    void reject() override;
 
 private:
-    // Whether the field of the host holds one now, or nothing.
+    // Whether the field of the host is empty or holds a host afterwards.
     bool TakeAddress();
 
     std::unique_ptr<Ui::ProxyAuth> form_;
+};
+
+// Opens a ProxyAuth for each question. GUI thread only.
+class CProxyDialog : public IProxyDialog {
+public:
+    bool AskForCredentials(ProxyEntry& entry) override;
+    bool EditOptions(ProxyEntry& entry, QWidget* parent) override;
 };

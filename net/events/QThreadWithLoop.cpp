@@ -9,7 +9,7 @@
 #include "net/events/WaitWithQtEvents.h"
 
 QThreadWithLoop::QThreadWithLoop(const boost::function<int()>& work) : work_(work) {
-    // Does nothing but arrive: an event of the owner's thread, which ends its sleep.
+    // The event does nothing but arrive on the owner's thread, which ends its sleep.
     connect(
         this, &QThread::finished, this, [] {}, Qt::QueuedConnection);
 }

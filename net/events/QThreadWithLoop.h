@@ -9,7 +9,7 @@
 #include <QThread>
 #include <boost/function.hpp>
 
-// Used by one owner thread: construct, start(), WaitWithEvents(), GetResult(), destroy. The work is the first
+// One owner thread uses it: construct, start(), WaitWithEvents(), GetResult(), destroy. The work is the first
 // event of the new thread's loop, so objects that it makes there get their events whenever it waits.
 class QThreadWithLoop : public QThread {
 public:

@@ -13,11 +13,11 @@ class Qtfier : public QObject {
     Q_OBJECT
 
 public:
-    explicit Qtfier(const boost::function<void()>& action);
+    explicit Qtfier(const boost::function<void()>& action) : action_(action) {}
 
 public slots:
     // Calls the action; an empty one throws boost::bad_function_call.
-    void Slot();
+    void Slot() { action_(); }
 
 private:
     boost::function<void()> action_;

@@ -33,3 +33,26 @@ void WaitWithQtEvents::timerEvent(QTimerEvent* /*event*/) {
     if (QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance())
         dispatcher->interrupt();
 }
+
+void WakingFlag::Set() {
+    const std::lock_guard lock(mutex_);
+    set_.store(true, std::memory_order_release);
+    set_.notify_all();
+    if (waiter_)
+        waiter_->wakeUp();
+}
+
+void WakingFlag::WaitWhile(const boost::function<bool()>& keepWaiting) {
+    {
+        const std::lock_guard lock(mutex_);
+        waiter_ = QAbstractEventDispatcher::instance();
+    }
+    WaitWithQtEvents([&] { return !IsSet() && keepWaiting(); }).Wait();
+    const std::lock_guard lock(mutex_);
+    waiter_ = nullptr;
+}
+
+void WakingFlag::Block() {
+    set_.wait(false);
+    const std::lock_guard lock(mutex_);
+}

@@ -1,18 +1,20 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Waiting for something while the waiting thread's events go on being served.
+// Waiting for something while the waiting thread goes on serving its events.
 #pragma once
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <atomic>
 #include <boost/function.hpp>
+#include <mutex>
+
+class QAbstractEventDispatcher;
 
 // Lives on the stack of the waiting thread. While it waits, queued slots, timers and modal dialogs of that
-// thread run inside the wait. The condition is looked at before the first event, after every event, and
-// at least every POLL_INTERVAL; in between the thread sleeps. Whoever makes the condition true on another
-// thread should also wake this one (see WakingFlag), so that nobody waits for the poll.
+// thread run inside the wait. It looks at the condition before the first event, after every event, and at
+// least every POLL_INTERVAL; in between the thread sleeps. A WakingFlag ends the sleep at once.
 class WaitWithQtEvents : public QObject {
     Q_OBJECT
 
@@ -39,4 +41,33 @@ protected:
 private:
     boost::function<bool()> keepWaiting_;
     QElapsedTimer elapsed_;
+};
+
+// A flag that wakes the thread which waits for it. One thread clears the flag, asks for something and waits;
+// another sets the flag. After Wait the waiter sees what the setter wrote before Set, and may destroy the
+// flag.
+class WakingFlag {
+public:
+    explicit WakingFlag(bool isSet = false) : set_(isSet) {}
+
+    // On the thread that will wait, before it asks for what Set will report.
+    void Clear() { set_.store(false, std::memory_order_relaxed); }
+    // On any thread.
+    void Set();
+    // On any thread, which then sees what Wait would show it.
+    bool IsSet() const { return set_.load(std::memory_order_acquire); }
+    // Returns once the flag is set, or keepWaiting answers false; serves the calling thread's events
+    // meanwhile.
+    void WaitWhile(const boost::function<bool()>& keepWaiting);
+    void Wait() {
+        WaitWhile([] { return true; });
+    }
+    // The same, but serves no event.
+    void Block();
+
+private:
+    std::atomic<bool> set_;
+    // The waiter may go on only after Set is done with the flag and with the waiter's dispatcher.
+    std::mutex mutex_;
+    QAbstractEventDispatcher* waiter_ = nullptr;
 };

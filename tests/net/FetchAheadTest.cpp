@@ -241,18 +241,6 @@ TEST_F(FetchAheadThroughProxy, GoesOneByOneWhileTheProxyLetsNothingPass) {
     EXPECT_THAT(requestsBeforeQuestion_, ElementsAre(1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U));
 }
 
-TEST_F(FetchAheadThroughProxy, AsksInTurnWhenTheProxyChangesItsMind) {
-    const std::vector<CAtlString> urls = ServeThroughProxy(12);
-    for (const int number : {4, 5, 6, 9})
-        server_.Serve("http://updates.invalid" + Target(number),
-                      {CHALLENGE, CHALLENGE, LoopbackAnswer::Body("late")});
-    const std::vector<std::string> contents = TakeAll(urls);
-    EXPECT_EQ(contents[3], Target(3));
-    EXPECT_EQ(contents[4], "late");
-    EXPECT_EQ(contents[9], "late");
-    EXPECT_FALSE(requestsBeforeQuestion_.empty());
-}
-
 TEST_F(FetchAheadThroughProxy, CancelEndsATransferWhoseQuestionIsOpen) {
     const std::vector<CAtlString> urls = ServeThroughProxy(2);
     ChallengeOnce(0);

@@ -12,7 +12,6 @@
 
 #include "net/events/QThreadWithLoop.h"
 #include "net/events/WaitWithQtEvents.h"
-#include "net/events/WakingFlag.h"
 #include "platform/text/ResultCodes.h"
 
 using namespace std::chrono_literals;

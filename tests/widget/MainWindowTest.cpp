@@ -19,7 +19,7 @@
 #include <QToolTip>
 
 #include "net/Downloader.h"
-#include "net/dialog/CProxyDialog.h"
+#include "net/dialog/ProxyAuth.h"
 
 namespace {
 

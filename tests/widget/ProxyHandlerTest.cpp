@@ -12,7 +12,6 @@
 #include <boost/make_shared.hpp>
 
 #include "net/ProxyHandlerBase.h"
-#include "net/dialog/CProxyDialog.h"
 #include "net/dialog/ProxyAuth.h"
 #include "support/ModalDialogDriver.h"
 #include "support/TextPrinting.h"

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "net/FailureText.h"
-
-#include "net/QHttpResponseHeader.h"
+#include "net/Transfer.h"
 
 #include <QCoreApplication>
 #include <QUrl>
+
+#include "net/CHttpAnswerParser.h"
 
 namespace {
 

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// What a transfer may ask of this computer, what it reports, and its failure in words.
+#pragma once
+
+#include "platform/text/CAtlString.h"
+
+#include <QString>
+#include <chrono>
+
+// As constructed, the bounds suit small files: descriptions, lists and messages. Each bound is for one
+// request with its answer; the time that a user takes to answer a proxy's question does not count.
+struct TransferBounds {
+    // The most bytes of an installer, so that no server fills the disk.
+    static constexpr qint64 INSTALLER_BYTES = qint64{4} * 1024 * 1024 * 1024;
+
+    // Until the connection is open, with the look-up of the host's name.
+    std::chrono::milliseconds connect{10'000};
+    // Without a byte from the server.
+    std::chrono::milliseconds silence{30'000};
+    // From the request to the end of the answer's head; also to the end of its body, unless mayTakeItsTime.
+    std::chrono::milliseconds wholeTime{60'000};
+    bool mayTakeItsTime = false;
+    // The bytes of the body.
+    qint64 bodyBytes = 16 * 1024 * 1024;
+
+    // The same for a file that may be large and take its time.
+    TransferBounds ForInstaller() const { return {connect, silence, wholeTime, true, INSTALLER_BYTES}; }
+};
+
+// What happened in one transfer. It never holds a user name or a password of the proxy. An address that is
+// not http is not asked at all, and the members behind url keep their defaults.
+struct TransferRecord {
+    // Who is to blame for a failure.
+    enum class Culprit {
+        SITE,
+        PROXY,     // it could not be reached, has not answered any request, or wants credentials
+        COMPUTER,  // this one
+    };
+
+    CAtlString url{};
+    // The proxy that was asked; the host is empty when the connection was direct.
+    CAtlString proxyHost{};
+    int proxyPort = 0;
+    // Of the last header that arrived; 0 without a header.
+    int status = 0;
+    // Of the last answer's body, as far as it was read.
+    qint64 bytes = 0;
+    // From the transfer's start to its end, all attempts and questions included.
+    qint64 milliseconds = 0;
+    // What went wrong, in Qt's words or the program's; empty when a whole answer came, of whatever status.
+    CAtlString error{};
+    Culprit culprit = Culprit::SITE;
+    bool succeeded = false;
+};
+
+// Why a transfer failed, in the user's language: one line of plain text. It begins with the host, or with the
+// proxy when the proxy is to blame, and leaves both out when this computer is. The reason is the record's
+// error, or what the answer's status means. Any thread.
+QString FailureText(const TransferRecord& record);
