@@ -4,7 +4,7 @@
 #include "catalog/Checks.h"
 #include "catalog/LanguageCodes.h"
 #include "i18n/CResourceManagerLinux.h"
-#include "i18n/StringsReader.h"
+#include "i18n/CStringsReader.h"
 
 #include <algorithm>
 #include <map>
@@ -58,7 +58,7 @@ private:
     }
 
     void ReadPairs(std::string_view bytes) {
-        StringsReader reader(bytes);
+        CStringsReader reader(bytes);
         CAtlString key;
         CAtlString text;
         while (reader.ReadAnyPair(key, text))
@@ -74,9 +74,9 @@ private:
                 QStringLiteral("a comment does not end: all behind it is lost"));
     }
 
-    void CheckPair(const StringsReader& reader, const QString& key, const CAtlString& text) {
-        const StringsReader::Token& keyToken = reader.GetKeyToken();
-        const StringsReader::Token& textToken = reader.GetTextToken();
+    void CheckPair(const CStringsReader& reader, const QString& key, const CAtlString& text) {
+        const CStringsReader::Token& keyToken = reader.GetKeyToken();
+        const CStringsReader::Token& textToken = reader.GetTextToken();
         const int line = LineAt(reader, keyToken.begin);
         CheckStep(reader, line);
         CheckToken(reader, keyToken);
@@ -99,7 +99,7 @@ private:
 
     // Keys and texts take turns, whatever stands between them. Who writes them puts "=" in between, and ";"
     // behind. Said once: all that follows is out of step too.
-    void CheckStep(const StringsReader& reader, int line) {
+    void CheckStep(const CStringsReader& reader, int line) {
         const QStringView all(reader.GetText());
         const QStringView before = all.sliced(lastEnd_, reader.GetKeyToken().begin - lastEnd_);
         const qsizetype keyEnd = reader.GetKeyToken().end;
@@ -116,7 +116,7 @@ private:
         isDamaged_ = isDamaged_ || isOut;
     }
 
-    void CheckToken(const StringsReader& reader, const StringsReader::Token& token) {
+    void CheckToken(const CStringsReader& reader, const CStringsReader::Token& token) {
         const int line = LineAt(reader, token.begin);
         isDamaged_ = isDamaged_ || token.isUnclosed;
         if (token.isUnclosed)
@@ -124,7 +124,7 @@ private:
         if (token.isCut)
             Add(line, Code::CUT_TEXT,
                 QStringLiteral("the program reads the first %1 characters only")
-                    .arg(StringsReader::MAX_TOKEN_UNITS));
+                    .arg(CStringsReader::MAX_TOKEN_UNITS));
         if (token.hasOddEscape)
             Add(line, Code::ODD_ESCAPE,
                 QStringLiteral(
@@ -133,7 +133,7 @@ private:
     }
 
     // Positions only go up, but for those within one pair.
-    int LineAt(const StringsReader& reader, qsizetype position) {
+    int LineAt(const CStringsReader& reader, qsizetype position) {
         const QStringView text(reader.GetText());
         if (position < countedTo_)
             return line_ - static_cast<int>(text.sliced(position, countedTo_ - position).count(u'\n'));

@@ -3,8 +3,8 @@
 
 #include "i18n/CResourceManagerLinux.h"
 
+#include "i18n/CStringsReader.h"
 #include "i18n/LanguageTable.h"
-#include "i18n/StringsReader.h"
 #include "platform/text/ResultCodes.h"
 
 #include <memory>
@@ -50,7 +50,7 @@ int CResourceManagerLinux::LoadStrings(const CVardoDirectoryPath& folder, const 
     const long size = file.ReadAll(buffer);
     if (size <= 0)
         return RESULT_INVALID_ARGUMENT;
-    StringsReader reader(std::string_view(buffer.get(), static_cast<size_t>(size)));
+    CStringsReader reader(std::string_view(buffer.get(), static_cast<size_t>(size)));
     CAtlString key;
     CAtlString text;
     while (reader.ReadPair(key, text))

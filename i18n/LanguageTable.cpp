@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-#include "i18n/StringsReader.h"
+#include "i18n/CStringsReader.h"
 #include "platform/files/CVardoFilePath.h"
 #include "platform/settings/SettingsStore.h"
 #include "platform/xml/XmlFile.h"

@@ -5,7 +5,7 @@
 
 #include "net/QHttp.h"
 
-void CTransferThreads::Add(const Task& task, WakingFlag& ended, bool isFirst) {
+void CTransferThreads::Add(const Task& task, CWakingFlag& ended, bool isFirst) {
     bool isShort = false;
     {
         const std::lock_guard lock(mutex_);
@@ -45,7 +45,7 @@ int CTransferThreads::Serve() {
     return RESULT_OK;
 }
 
-CTransferThreads::Waiting CTransferThreads::Next(WakingFlag* ended) {
+CTransferThreads::Waiting CTransferThreads::Next(CWakingFlag* ended) {
     std::unique_lock lock(mutex_);
     ++idle_;
     // The owner may add the next task at once, and must find this thread idle.

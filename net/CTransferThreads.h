@@ -31,7 +31,7 @@ public:
 
     // Runs a task before or after those that wait, and sets ended when it is over. When no thread can be
     // started, it drops the task and sets ended at once.
-    void Add(const Task& task, WakingFlag& ended, bool isFirst);
+    void Add(const Task& task, CWakingFlag& ended, bool isFirst);
     // Ends the threads and their connections, until the next task.
     void End();
     // The tasks share it; any thread.
@@ -40,14 +40,14 @@ public:
 private:
     struct Waiting {
         Task task;
-        WakingFlag* ended;
+        CWakingFlag* ended;
     };
 
     // The work of each thread. Returns RESULT_OK.
     int Serve();
     // Reports the end of the last task, unless ended is null, and waits for the next; an empty one at the
     // end.
-    Waiting Next(WakingFlag* ended);
+    Waiting Next(CWakingFlag* ended);
 
     const std::size_t limit_;
     CPeerMemory memory_;

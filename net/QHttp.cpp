@@ -51,7 +51,7 @@ QHttp::QHttp(CPeerMemory& memory) : memory_(memory) {
     alarm_.setTimerType(Qt::PreciseTimer);
 }
 
-QHttp::Error QHttp::get(const QString& path, QIODevice* to, WakingFlag& cancelled) {
+QHttp::Error QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
     to_ = to;
     cancelled_ = &cancelled;
     wasSent_ = false;

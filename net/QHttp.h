@@ -78,7 +78,7 @@ public:
     // Requests path (percent-encoded; "/" when empty) and writes the body of an answer OK to a device as it
     // arrives. Returns when the request has finished, at the latest when it passes a bound or cancelled is
     // set.
-    Error get(const QString& path, QIODevice* to, WakingFlag& cancelled);
+    Error get(const QString& path, QIODevice* to, CWakingFlag& cancelled);
 
     // About the last request.
     Error error() const { return error_; }
@@ -125,7 +125,7 @@ private:
 
     // Of the request in hand.
     QIODevice* to_ = nullptr;
-    WakingFlag* cancelled_ = nullptr;
+    CWakingFlag* cancelled_ = nullptr;
     // The times for the next bytes and for the last; the alarm's event makes a wait look at them.
     QDeadlineTimer next_;
     QDeadlineTimer end_;

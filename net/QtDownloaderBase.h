@@ -86,7 +86,7 @@ protected:
     bool RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     bool IsCancelled() const { return cancelled_.IsSet(); }
     // Cancel sets it.
-    WakingFlag& Cancelled() { return cancelled_; }
+    CWakingFlag& Cancelled() { return cancelled_; }
     bool HasEnded() const { return ended_.IsSet(); }
     // StartAhead started it. On the transfer's thread.
     bool IsAhead() const { return !info_; }
@@ -106,13 +106,13 @@ private:
     ConnectionInfo nobody_;
     QtDownloaderSignalProxy* forwarder_;
     boost::shared_ptr<CTransferThreads> threads_;
-    WakingFlag cancelled_;
+    CWakingFlag cancelled_;
     ConnectionInfo* info_ = nullptr;
     Route route_;
     QHttp* http_ = nullptr;
     int result_ = RESULT_FAILED;
-    WakingFlag ended_{true};
-    WakingFlag answerReceived_;
+    CWakingFlag ended_{true};
+    CWakingFlag answerReceived_;
     bool answer_ = false;
     CAtlString answeredUserName_;
     CAtlString answeredPassword_;

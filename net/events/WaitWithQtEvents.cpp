@@ -34,7 +34,7 @@ void WaitWithQtEvents::timerEvent(QTimerEvent* /*event*/) {
         dispatcher->interrupt();
 }
 
-void WakingFlag::Set() {
+void CWakingFlag::Set() {
     const std::lock_guard lock(mutex_);
     set_.store(true, std::memory_order_release);
     set_.notify_all();
@@ -42,7 +42,7 @@ void WakingFlag::Set() {
         waiter_->wakeUp();
 }
 
-void WakingFlag::WaitWhile(const boost::function<bool()>& keepWaiting) {
+void CWakingFlag::WaitWhile(const boost::function<bool()>& keepWaiting) {
     {
         const std::lock_guard lock(mutex_);
         waiter_ = QAbstractEventDispatcher::instance();
@@ -52,7 +52,7 @@ void WakingFlag::WaitWhile(const boost::function<bool()>& keepWaiting) {
     waiter_ = nullptr;
 }
 
-void WakingFlag::Block() {
+void CWakingFlag::Block() {
     set_.wait(false);
     const std::lock_guard lock(mutex_);
 }

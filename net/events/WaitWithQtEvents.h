@@ -14,7 +14,7 @@ class QAbstractEventDispatcher;
 
 // Lives on the stack of the waiting thread. While it waits, queued slots, timers and modal dialogs of that
 // thread run inside the wait. It looks at the condition before the first event, after every event, and at
-// least every POLL_INTERVAL; in between the thread sleeps. A WakingFlag ends the sleep at once.
+// least every POLL_INTERVAL; in between the thread sleeps. A CWakingFlag ends the sleep at once.
 class WaitWithQtEvents : public QObject {
     Q_OBJECT
 
@@ -46,9 +46,9 @@ private:
 // A flag that wakes the thread which waits for it. One thread clears the flag, asks for something and waits;
 // another sets the flag. After Wait the waiter sees what the setter wrote before Set, and may destroy the
 // flag.
-class WakingFlag {
+class CWakingFlag {
 public:
-    explicit WakingFlag(bool isSet = false) : set_(isSet) {}
+    explicit CWakingFlag(bool isSet = false) : set_(isSet) {}
 
     // On the thread that will wait, before it asks for what Set will report.
     void Clear() { set_.store(false, std::memory_order_relaxed); }

@@ -5,13 +5,13 @@
 #include <utility>
 
 #include "fuzz/Fuzzing.h"
-#include "i18n/StringsReader.h"
+#include "i18n/CStringsReader.h"
 
 namespace {
 
 using Pairs = std::vector<std::pair<CAtlString, CAtlString>>;
 
-void CheckPlace(const StringsReader& reader) {
+void CheckPlace(const CStringsReader& reader) {
     const auto& key = reader.GetKeyToken();
     const auto& text = reader.GetTextToken();
     Require(0 <= key.begin && key.begin < key.end && key.end <= text.begin && text.begin < text.end &&
@@ -21,7 +21,7 @@ void CheckPlace(const StringsReader& reader) {
 
 Pairs Read(std::string_view bytes) {
     Pairs pairs;
-    StringsReader reader(bytes);
+    CStringsReader reader(bytes);
     CAtlString key;
     CAtlString text;
     while (reader.ReadPair(key, text)) {

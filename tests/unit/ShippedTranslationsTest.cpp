@@ -16,8 +16,8 @@
 #include <memory>
 #include <set>
 
+#include "i18n/CStringsReader.h"
 #include "i18n/LanguageTable.h"
-#include "i18n/StringsReader.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
 
@@ -88,7 +88,7 @@ Texts TextsOfQt() {
 std::map<QString, QString> ShippedPairs(const QString& code) {
     const std::string bytes =
         ReadWholeFile((OwnLanguagesFolder() + code + "/VARDOProductUpdate.strings").toStdString());
-    StringsReader reader(bytes);
+    CStringsReader reader(bytes);
     std::map<QString, QString> pairs;
     CAtlString key;
     CAtlString text;

@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "DataTable.h"
-#include "i18n/StringsReader.h"
+#include "i18n/CStringsReader.h"
 #include "support/TextPrinting.h"
 #include "support/Utf16Bytes.h"
 
@@ -21,7 +21,7 @@ using Texts = std::vector<CAtlString>;
 Texts Read(const std::string& bytes) {
     const auto copy = std::make_unique<char[]>(bytes.size());
     bytes.copy(copy.get(), bytes.size());
-    StringsReader reader(std::string_view(copy.get(), bytes.size()));
+    CStringsReader reader(std::string_view(copy.get(), bytes.size()));
     Texts texts;
     CAtlString key;
     CAtlString text;
@@ -32,7 +32,7 @@ Texts Read(const std::string& bytes) {
 
 }  // namespace
 
-TEST(StringsReader, TokensBecomePairsInBothByteOrders) {
+TEST(CStringsReader, TokensBecomePairsInBothByteOrders) {
     std::vector<std::pair<std::u16string, Texts>> cases = {
         {u"", {}},
         {u"a=b;c d\te\rf\ng\0h;=\r\n"s, {L"a", L"b", L"c", L"d", L"e", L"f", L"g", L"h"}},
@@ -49,7 +49,7 @@ TEST(StringsReader, TokensBecomePairsInBothByteOrders) {
     }
 }
 
-TEST(StringsReader, BytesOutOfTheOrdinary) {
+TEST(CStringsReader, BytesOutOfTheOrdinary) {
     const Texts pair{L"a", L"b"};
     EXPECT_EQ(Read(""), Texts());
     EXPECT_EQ(Read("\xFE"), Texts());
@@ -59,8 +59,8 @@ TEST(StringsReader, BytesOutOfTheOrdinary) {
     EXPECT_EQ(Read(Utf16Bytes(u"a=x\xD800y")), (Texts{L"a", L"x\uFFFDy"})) << "a lone surrogate";
 }
 
-TEST(StringsReader, LongTokensAreCutAndTheNextIsRead) {
-    const int most = StringsReader::MAX_TOKEN_UNITS;
+TEST(CStringsReader, LongTokensAreCutAndTheNextIsRead) {
+    const int most = CStringsReader::MAX_TOKEN_UNITS;
     for (const int length : {most - 1, most, most + 1, most * 3}) {
         const std::u16string word(static_cast<size_t>(length), u'x');
         const CAtlString kept(L'x', std::min(length, most));

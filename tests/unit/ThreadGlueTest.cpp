@@ -46,7 +46,7 @@ TEST(Wait, SeesAnotherThreadsUnannouncedFlagWithTheNextPoll) {
 }
 
 TEST(AWakingFlag, EndsTheWaitAtOnceAndShowsWhatWasWrittenBefore) {
-    WakingFlag flag;
+    CWakingFlag flag;
     int value = 0;
     for (int round = 1; round <= 10; ++round) {
         flag.Clear();

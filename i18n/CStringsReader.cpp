@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "i18n/StringsReader.h"
+#include "i18n/CStringsReader.h"
 
 #include <QStringView>
 
@@ -26,16 +26,16 @@ bool IsSeparator(QChar unit) {
 
 }  // namespace
 
-StringsReader::StringsReader(std::string_view bytes) : text_(DecodeUnits(bytes)) {}
+CStringsReader::CStringsReader(std::string_view bytes) : text_(DecodeUnits(bytes)) {}
 
-bool StringsReader::ReadPair(CAtlString& key, CAtlString& text) {
+bool CStringsReader::ReadPair(CAtlString& key, CAtlString& text) {
     while (ReadAnyPair(key, text))
         if (!key.IsEmpty())
             return true;
     return false;
 }
 
-bool StringsReader::ReadAnyPair(CAtlString& key, CAtlString& text) {
+bool CStringsReader::ReadAnyPair(CAtlString& key, CAtlString& text) {
     QString keyToken;
     QString textToken;
     if (!ReadToken(keyToken, keyToken_) || !ReadToken(textToken, textToken_))
@@ -45,7 +45,7 @@ bool StringsReader::ReadAnyPair(CAtlString& key, CAtlString& text) {
     return true;
 }
 
-bool StringsReader::ReadToken(QString& token, Token& facts) {
+bool CStringsReader::ReadToken(QString& token, Token& facts) {
     token.clear();
     facts = {};
     bool started = false;
@@ -81,7 +81,7 @@ bool StringsReader::ReadToken(QString& token, Token& facts) {
     return started;
 }
 
-bool StringsReader::SkipComment() {
+bool CStringsReader::SkipComment() {
     if (StartsWith(u"/*")) {
         const qsizetype begin = position_;
         position_ += 2;
@@ -95,7 +95,7 @@ bool StringsReader::SkipComment() {
     return true;
 }
 
-char16_t StringsReader::ReadEscape(Token& facts) {
+char16_t CStringsReader::ReadEscape(Token& facts) {
     const char16_t letter = text_[position_++].unicode();
     switch (letter) {
         case u'n':
@@ -115,7 +115,7 @@ char16_t StringsReader::ReadEscape(Token& facts) {
     }
 }
 
-char16_t StringsReader::ReadHexEscape(Token& facts) {
+char16_t CStringsReader::ReadHexEscape(Token& facts) {
     int value = 0;
     for (int i = 0; i < 4 && !AtEnd(); ++i) {
         const int digit = HexDigit(text_[position_++].unicode());
@@ -127,11 +127,11 @@ char16_t StringsReader::ReadHexEscape(Token& facts) {
     return static_cast<char16_t>(value);
 }
 
-bool StringsReader::StartsWith(const char16_t* word) const {
+bool CStringsReader::StartsWith(const char16_t* word) const {
     return QStringView(text_).sliced(position_).startsWith(QStringView(word));
 }
 
-bool StringsReader::SkipPast(const char16_t* word) {
+bool CStringsReader::SkipPast(const char16_t* word) {
     const qsizetype found = text_.indexOf(QStringView(word), position_);
     position_ = found < 0 ? text_.size() : found + QStringView(word).size();
     return found >= 0;

@@ -26,9 +26,9 @@ constexpr int HexDigit(char32_t ch) {
 // Tokens are taken in pairs and separated by "=", ";", blanks, tabs, line ends and 0. A double quote switches
 // the quoted mode, in which separators are ordinary and a backslash starts an escape; a token may be partly
 // quoted. Outside of quotes there are comments as in C and C++, which do not end a token.
-class StringsReader {
+class CStringsReader {
 public:
-    explicit StringsReader(std::string_view bytes);
+    explicit CStringsReader(std::string_view bytes);
 
     // The next pair whose key is not empty; false at the end of the text. A last key without text is dropped.
     bool ReadPair(CAtlString& key, CAtlString& text);
