@@ -23,15 +23,6 @@ Bytes ReadNext(const CFileDescriptor& file, std::size_t count) {
     return block;
 }
 
-// The rest of a file; of one that is larger than limit, more than limit bytes.
-Bytes ReadRest(const CFileDescriptor& file, std::size_t limit) {
-    Bytes rest;
-    for (Bytes block = ReadNext(file, BLOCK_BYTES); !block.empty() && rest.size() <= limit;
-         block = ReadNext(file, BLOCK_BYTES))
-        rest.insert(rest.end(), block.begin(), block.end());
-    return rest;
-}
-
 // BLAKE2b with 64 bytes (RFC 7693) of the rest of a file.
 Bytes HashOf(const CFileDescriptor& file) {
     crypto_generichash_state state;
@@ -49,16 +40,15 @@ std::optional<CMinisignSignature> CMinisignSignature::Parse(std::string_view byt
     CMinisignSignature parsed;
     if (bytes.size() > MAX_FILE_BYTES || !MinisignFormat::CutComment(bytes, "untrusted comment:"))
         return std::nullopt;
-    // The algorithm, "Ed" or "ED", then the key's number, then the signature.
+    // The algorithm, then the key's number, then the signature.
     std::array<unsigned char, 2 + sizeof parsed.keyId_ + sizeof parsed.signature_> content{};
     if (!MinisignFormat::DecodeBase64(MinisignFormat::CutLine(bytes), content) || content[0] != 'E' ||
-        (content[1] != 'd' && content[1] != 'D'))
+        content[1] != 'D')
         return std::nullopt;
     const auto comment = MinisignFormat::CutComment(bytes, "trusted comment: ");
     if (!comment || !MinisignFormat::DecodeBase64(MinisignFormat::CutLine(bytes), parsed.globalSignature_) ||
         !bytes.empty())
         return std::nullopt;
-    parsed.isPrehashed_ = content[1] == 'D';
     std::copy_n(content.begin() + 2, parsed.keyId_.size(), parsed.keyId_.begin());
     std::copy_n(content.begin() + 2 + sizeof parsed.keyId_, parsed.signature_.size(),
                 parsed.signature_.begin());
@@ -73,10 +63,5 @@ bool CMinisignSignature::IsBy(const CMinisignKey& key) const {
 }
 
 bool CMinisignSignature::IsOf(const CFileDescriptor& file, const CMinisignKey& key) const {
-    if (!file.IsOpen() || !IsBy(key))
-        return false;
-    if (isPrehashed_)
-        return key.HasSigned(HashOf(file), signature_);
-    const Bytes message = ReadRest(file, MAX_LEGACY_BYTES);
-    return message.size() <= MAX_LEGACY_BYTES && key.HasSigned(message, signature_);
+    return file.IsOpen() && IsBy(key) && key.HasSigned(HashOf(file), signature_);
 }

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A signature that the minisign tool made for a file.
+// A signature that the minisign tool made for a file, in the form that it has today ("ED"): that of the
+// contents' hash. The older form ("Ed") is no signature here: in it a hash that was signed could be passed
+// off as the file.
 #pragma once
 
 #include "platform/files/CFileDescriptor.h"
@@ -16,8 +18,6 @@ class CMinisignSignature {
 public:
     // A larger signature file is none; the tool's own comments have at most 8 KiB.
     static constexpr std::size_t MAX_FILE_BYTES = std::size_t{16} * 1024;
-    // The largest file whose signature in the old form is looked at: that form needs all of it in memory.
-    static constexpr std::size_t MAX_LEGACY_BYTES = std::size_t{64} * 1024 * 1024;
 
     // Reads the bytes of a signature file: its four lines, and nothing else. Nothing comes out of bytes that
     // are anything else. Any bytes may come.
@@ -26,7 +26,7 @@ public:
     // Whether this key made the signature and its trusted comment. Of the file this says nothing yet.
     bool IsBy(const CMinisignKey& key) const;
     // The same, and whether it is the signature of what file holds from its present position to its end. The
-    // file is read piece by piece, but for the old form.
+    // file is read piece by piece.
     bool IsOf(const CFileDescriptor& file, const CMinisignKey& key) const;
     // A line of any bytes but control characters; tabs may be in it.
     const std::string& GetTrustedComment() const { return trustedComment_; }
@@ -34,10 +34,8 @@ public:
 private:
     CMinisignSignature() = default;
 
-    // Whether the signature is that of the contents' BLAKE2b-512 hash, as the tool has it today ("ED"),
-    // instead of the contents' own ("Ed").
-    bool isPrehashed_ = false;
     MinisignFormat::KeyId keyId_{};
+    // Of the contents' BLAKE2b-512 hash.
     MinisignFormat::Signature signature_{};
     std::string trustedComment_;
     // Over the signature, directly followed by the trusted comment.
