@@ -5,6 +5,7 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/xml/XmlFile.h"
+#include "signing/LastDay.h"
 
 CSelfUpdate::CSelfUpdate(const CAtlString& fileName, const IEnvironment& environment)
     : sharedFolder_(environment.SharedDataFolder()),
@@ -13,10 +14,6 @@ CSelfUpdate::CSelfUpdate(const CAtlString& fileName, const IEnvironment& environ
 CVardoFilePath CSelfUpdate::SharedFile(const CAtlString& fileName) const {
     return sharedFolder_.IsEmpty() ? CVardoFilePath(fileName)
                                    : CVardoDirectoryPath::Combine(sharedFolder_, fileName);
-}
-
-CAtlString CSelfUpdate::GetRemoteFile() {
-    return downloader_ ? downloader_->Download(GetRemoteAddress()) : CAtlString();
 }
 
 bool CSelfUpdate::DownloadInstaller() {
@@ -42,8 +39,11 @@ CVardoFilePath CSelfUpdate::FetchSealed(const CAtlString& address, CInstallerSea
     const CVardoFilePath signature(downloader_->Download(address + CInstallerSeal::SIGNATURE_EXTENSION));
     const CAtlStringA bytes = ReadFileBytes(signature);
     signature.Delete();
-    const auto isOffered = [this](const CAtlString& version) { return IsUpdateVersion(version); };
-    if (!seal.Accept({bytes.begin(), bytes.end()}, GetUpdateInstallFile(), isOffered))
+    if (!seal.Accept({bytes.begin(), bytes.end()},
+                     {.file = GetUpdateInstallFile(),
+                      .argument = GetUpdateArgument(),
+                      .isVersion = [this](const CAtlString& version) { return IsUpdateVersion(version); },
+                      .today = TodayInUtc()}))
         return {};
     const CVardoFilePath installer = Fetch(address);
     return installer.IsEmpty() ? installer : seal.Secure(installer);

@@ -32,7 +32,7 @@ public:
 
 protected:
     CAtlString GetLocalFile() const override { return localDescription_; }
-    CAtlString GetRemoteFile() override;
+    IDownloader* GetDownloader() const override { return downloader_.get(); }
 
 private:
     // The path of a file in the shared data folder; its name when there is no such folder.

@@ -93,6 +93,25 @@ std::optional<QString> CCatalog::FileOf(const QString& address) const {
     return site_ ? site_->FileOf(address) : std::nullopt;
 }
 
+std::optional<QString> CCatalog::PublishedAt(const CCatalogFile& file) const {
+    const FileKind kind = file.GetKind();
+    const bool isFetched = kind == FileKind::REMOTE_DESCRIPTION || kind == FileKind::MESSAGE ||
+                           kind == FileKind::PUBLISHED_CATEGORIES ||
+                           (kind == FileKind::PRODUCT_LIST && !IsInstalledCopy(file));
+    return isFetched && site_ ? site_->AddressOf(file.GetPath()) : std::nullopt;
+}
+
+bool CCatalog::IsInstalledCopy(const CCatalogFile& list) const {
+    const auto installed = FilesOf(FileKind::LOCAL_DESCRIPTION);
+    const bool isAmongThem = std::any_of(installed.begin(), installed.end(), [&](const CCatalogFile* file) {
+        return file->GetFolder() == list.GetFolder();
+    });
+    return isAmongThem &&
+           std::none_of(references_.begin(), references_.end(), [&](const Reference& reference) {
+               return FileOf(reference.address) == list.GetPath();
+           });
+}
+
 const CCatalogFile* CCatalog::Find(const QString& path) const {
     return FindFile(path);
 }

@@ -43,6 +43,9 @@ public:
     // The path of the file that is published at an address, whether it exists or not; nothing when the site
     // is not known, or the address does not belong to it.
     std::optional<QString> FileOf(const QString& address) const;
+    // The address of a file that the program fetches from the site and reads as XML; nothing for all others,
+    // the copy of a product list that was installed among them.
+    std::optional<QString> PublishedAt(const CCatalogFile& file) const;
     // A world in which nothing is installed; today is today.
     const boost::shared_ptr<IEnvironment>& GetEnvironment() const { return environment_; }
 
@@ -52,6 +55,7 @@ private:
     void RecogniseByContents();
     void CollectReferences();
     void FindSite();
+    bool IsInstalledCopy(const CCatalogFile& list) const;
     void RecogniseReferenced();
     CCatalogFile* FindFile(const QString& path) const;
 

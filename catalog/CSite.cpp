@@ -25,3 +25,12 @@ std::optional<QString> CSite::FileOf(const QString& address) const {
         return std::nullopt;
     return folder_ + u'/' + relative;
 }
+
+std::optional<QString> CSite::AddressOf(const QString& path) const {
+    const QString beginning = folder_ + u'/';
+    if (!path.startsWith(beginning))
+        return std::nullopt;
+    QUrl address(address_);
+    address.setPath(address_.path() + path.mid(beginning.size()), QUrl::DecodedMode);
+    return address.toString(QUrl::FullyEncoded);
+}

@@ -18,6 +18,9 @@ public:
     // that does not belong to the site.
     std::optional<QString> FileOf(const QString& address) const;
 
+    // The address at which a file is published, by its path; nothing for one that is not in the folder.
+    std::optional<QString> AddressOf(const QString& path) const;
+
 private:
     QUrl address_;
     QString folder_;

@@ -56,5 +56,6 @@ CFindings CheckCatalog(const CCatalog& catalog) {
     CheckLanguageTables(catalog, findings);
     CheckStringsFiles(catalog, findings);
     CheckReferences(catalog, findings);
+    CheckSignatures(catalog, findings);
     return findings;
 }

@@ -27,5 +27,9 @@ void CheckStringsFiles(const CCatalog& catalog, CFindings& findings);
 // The files that other files name by their addresses, and the program's own installer.
 void CheckReferences(const CCatalog& catalog, CFindings& findings);
 
+// With the maker's key for XML files in the folder: the signatures of all that is published. And whether key
+// files are such.
+void CheckSignatures(const CCatalog& catalog, CFindings& findings);
+
 // All of these, and what concerns every file: XML that is malformed, files of no known kind.
 CFindings CheckCatalog(const CCatalog& catalog);

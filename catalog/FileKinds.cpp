@@ -5,6 +5,7 @@
 
 #include "catalog/FormatRules.h"
 #include "products/Products.h"
+#include "signing/CCatalogueSeal.h"
 #include "signing/CInstallerSeal.h"
 
 #include <algorithm>
@@ -58,7 +59,8 @@ FileKind KindByName(const QString& name) {
         return FileKind::PUBLISHED_CATEGORIES;
     if (name == QString::fromWCharArray(GalleryFormat::INSTALLED_FILE) + QLatin1String(".xml"))
         return FileKind::INSTALLED_CATEGORIES;
-    if (name == QString::fromWCharArray(CInstallerSeal::KEY_FILE))
+    if (name == QString::fromWCharArray(CInstallerSeal::KEY_FILE) ||
+        name == QString::fromWCharArray(CCatalogueSeal::KEY_FILE))
         return FileKind::PUBLIC_KEY;
     if (name.endsWith(QString::fromWCharArray(CInstallerSeal::SIGNATURE_EXTENSION)))
         return FileKind::SIGNATURE;

@@ -71,6 +71,13 @@ inline constexpr FindingCode NEVER_AN_UPDATE{"never-an-update", Severity::WARNIN
 inline constexpr FindingCode NO_INSTALLER{"no-installer", Severity::ERROR};
 inline constexpr FindingCode UNSIGNED_INSTALLER{"unsigned-installer", Severity::ERROR};
 
+// Signatures
+inline constexpr FindingCode BAD_KEY{"bad-key", Severity::ERROR};
+inline constexpr FindingCode UNSIGNED_FILE{"unsigned-file", Severity::ERROR};
+inline constexpr FindingCode SIGNED_ELSEWHERE{"signed-elsewhere", Severity::ERROR};
+inline constexpr FindingCode SIGNATURE_OVER{"signature-over", Severity::ERROR};
+inline constexpr FindingCode SIGNATURE_ENDS{"signature-ends", Severity::WARNING};
+
 // Notifications
 inline constexpr FindingCode BAD_DATE{"bad-date", Severity::ERROR};
 inline constexpr FindingCode NEVER_SHOWN{"never-shown", Severity::ERROR};

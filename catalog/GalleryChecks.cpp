@@ -56,7 +56,7 @@ void CheckPublished(const CCatalogFile& file, const CCatalog& catalog, CFindings
         installed.empty() || std::any_of(installed.begin(), installed.end(), [&](const CCatalogFile* list) {
             GalleryVersion gallery(catalog.GetEnvironment());
             return gallery.ReadInstalledCategories(list->GetFilePath()) &&
-                   gallery.ReadPublishedCategories(file.GetFilePath());
+                   gallery.ReadPublishedCategories(ReadFileBytes(file.GetFilePath()));
         });
     if (!isOfUse)
         findings.Add(

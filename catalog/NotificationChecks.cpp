@@ -115,7 +115,7 @@ void CheckMessage(const CCatalogFile& file, const CCatalog& catalog, const std::
             CheckLanguages(file, *element, texts, languages, findings);
         }
     }
-    if (!Notification(catalog.GetEnvironment()).ReadMessage(file.GetFilePath()))
+    if (!Notification(catalog.GetEnvironment()).ReadMessage(ReadFileBytes(file.GetFilePath())))
         AddRejected(file, findings);
 }
 

@@ -10,6 +10,9 @@
 #include "products/CProductVersion.h"
 #include "products/DescriptionFormat.h"
 #include "signing/CInstallerSeal.h"
+#include "signing/LastDay.h"
+
+#include <QUrl>
 
 namespace {
 
@@ -31,6 +34,12 @@ void CheckReference(const CCatalog& catalog, const Reference& reference, CFindin
                          .arg(reference.address, *path, KindName(reference.kind)));
 }
 
+// What a trusted comment must hold for an argument.
+QString ArgumentWord(const CAtlString& argument) {
+    return argument.IsEmpty() ? QString()
+                              : QLatin1String(" argument:") + QUrl::toPercentEncoding(argument.ToQString());
+}
+
 // Why an installation that holds the seal's key would not start the offered installer; empty when it would.
 QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& installer,
                        CInstallerSeal& seal) {
@@ -41,11 +50,15 @@ QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, 
         return QStringLiteral("there is no \"%1\"").arg(path.value_or(address.ToQString()));
     const CAtlStringA bytes = ReadFileBytes(signature->GetFilePath());
     const CAtlString file = reader.GetUpdateInstallFile();
-    const auto isOffered = [&reader](const CAtlString& version) { return reader.IsUpdateVersion(version); };
-    if (!seal.Accept({bytes.begin(), bytes.end()}, file, isOffered))
-        return QStringLiteral("\"%1\" is no signature with that key for \"file:%2 version:%3\"")
+    const CInstallerSeal::Offer offer{
+        .file = file,
+        .argument = reader.GetUpdateArgument(),
+        .isVersion = [&reader](const CAtlString& version) { return reader.IsUpdateVersion(version); },
+        .today = TodayInUtc()};
+    if (!seal.Accept({bytes.begin(), bytes.end()}, offer))
+        return QStringLiteral("\"%1\" is no signature with that key for \"file:%2 version:%3%4\"")
             .arg(signature->GetPath(), CVardoFilePath(file).GetFileName().ToQString(),
-                 reader.GetUpdateVersion().GetString().ToQString());
+                 reader.GetUpdateVersion().GetString().ToQString(), ArgumentWord(offer.argument));
     off_t size = 0;
     const bool isSigned =
         seal.IsOf(FileSystem::OpenForReading(installer.GetFilePath().GetFilePathString(), size));

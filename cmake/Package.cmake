@@ -59,7 +59,7 @@ vardo_desktop_install(usr/share/icons/hicolor/scalable/apps ${made}/icons/vardo-
 
 # Each program's name on the command line, and its manual page under both names.
 foreach(names VARDOProductUpdate=vardo-product-update VARDOUpdateReport=vardo-update-report
-        VARDOCatalogCheck=vardo-catalog-check)
+        VARDOCatalogCheck=vardo-catalog-check VARDOCatalogSign=vardo-catalog-sign)
   string(REPLACE "=" ";" names ${names})
   list(GET names 0 program)
   list(GET names 1 command)

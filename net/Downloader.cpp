@@ -39,10 +39,15 @@ CAtlString Downloader::Download(const CAtlString& url) {
     const std::unique_ptr<AheadTransfer> ahead = ahead_.Take(url);
     if (!ahead || !Receive(*ahead, file))
         file = Fetch(url, bounds_);
-    if (file.IsEmpty() && failed_ && !isCancelled_)
-        failed_(FailureText(last_));
+    if (file.IsEmpty())
+        TellFailure(FailureText(last_));
     StartAhead();
     return file;
+}
+
+void Downloader::TellFailure(const QString& reason) {
+    if (failed_ && !isCancelled_)
+        failed_(reason);
 }
 
 CAtlString Downloader::DownloadInstaller(const CAtlString& url,

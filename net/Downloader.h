@@ -44,6 +44,7 @@ public:
     // credentials. With an empty handler such questions stay unanswered.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;
     void SetFailureCallback(const FailureCallback& callback) override { failed_ = callback; }
+    void TellFailure(const QString& reason) override;
     CAtlString Download(const CAtlString& url) override;
     CAtlString DownloadInstaller(const CAtlString& url,
                                  const IDownloader::ProgressCallback& progress) override;

@@ -26,6 +26,9 @@ public:
     virtual void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& /*handler*/) {}
     // Download calls it before it returns a failure, except after Cancel; may be empty.
     virtual void SetFailureCallback(const FailureCallback& /*callback*/) {}
+    // Tells the failure callback, in such words, of a file that was fetched and may not be used; unless the
+    // fetch was cancelled.
+    virtual void TellFailure(const QString& /*reason*/) {}
     // The path of a new temporary file with the contents of url; empty when the fetch failed. The caller
     // deletes the file. Serves the thread's events while it waits, and must not be entered again meanwhile.
     virtual CAtlString Download(const CAtlString& url) = 0;

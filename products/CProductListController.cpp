@@ -3,6 +3,8 @@
 
 #include "products/CProductListController.h"
 
+#include "platform/xml/XmlFile.h"
+#include "products/CFetchedFile.h"
 #include "products/CProductsByKey.h"
 #include "products/ProductListFiles.h"
 
@@ -26,25 +28,36 @@ CProductListController::CProductListController(const boost::shared_ptr<IEnvironm
     : environment_(environment) {}
 
 bool CProductListController::LoadProductList() {
-    const auto users = boost::make_shared<Products>(environment_);
-    users->Load(UserProductList());
     const auto installed = boost::make_shared<Products>(environment_);
     installed->Load(InstalledProductList(*environment_));
-    products_ = users->GetVersion().IsLess(installed->GetVersion()) ? installed : users;
+    const auto users = boost::make_shared<Products>(environment_);
+    usersVerdict_ = LoadUsersList(*users, *installed);
+    const bool mayCount = usersVerdict_ == Verdict::COUNTS || usersVerdict_ == Verdict::MISSING;
+    products_ = mayCount && !users->GetVersion().IsLess(installed->GetVersion()) ? users : installed;
     return products_->IsLoaded();
+}
+
+Verdict CProductListController::LoadUsersList(Products& users, const Products& installed) const {
+    const CVardoFilePath path = UserProductList();
+    const CAtlStringA bytes = ReadFileBytes(path);
+    const Verdict verdict = path.Exists() ? CFetchedFile::Judge(bytes, installed.GetAddress(),
+                                                                environment_->SharedDataFolder(), QDate())
+                                          : Verdict::MISSING;
+    users.Load(path, verdict == Verdict::COUNTS ? bytes : CAtlStringA());
+    return verdict;
 }
 
 bool CProductListController::UpdateProductList() {
     if (!downloader_ || !products_ || !products_->IsLoaded() || products_->GetAddress().IsEmpty())
         return false;
-    const CVardoFilePath fetched(downloader_->Download(products_->GetAddress()));
+    const CFetchedFile fetched(downloader_.get(), products_->GetAddress(), environment_->SharedDataFolder());
+    listRefusal_ = fetched.GetRefusal();
     const auto newest = boost::make_shared<Products>(environment_);
-    const bool loaded = newest->Load(fetched);
+    const bool loaded = newest->Load(fetched.GetPath(), fetched.GetBytes());
     if (loaded && newest->GetVersion().IsGreater(products_->GetVersion())) {
-        StoreProductList(fetched, *environment_);
+        StoreProductList(fetched.GetPath(), *environment_);
         products_ = newest;
     }
-    fetched.Delete();
     return loaded;
 }
 
@@ -70,6 +83,8 @@ bool CProductListController::CheckForUpdates() {
     isStopped_ = false;
     if (downloader_)
         downloader_->SetFailureCallback(fetchFailed_);
+    if (fetchFailed_ && !listRefusal_.isEmpty())
+        fetchFailed_(listRefusal_);
     QTimer patience;
     QObject::connect(&patience, &QTimer::timeout, [this] { StopCheck(); });
     if (timeLimit_.count() > 0)

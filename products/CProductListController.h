@@ -27,12 +27,17 @@ public:
     void SetCheckStartedCallback(const ProductCallback& callback) { checkStarted_ = callback; }
     void SetCheckFinishedCallback(const ProductCallback& callback) { checkFinished_ = callback; }
 
-    // Called during a check with the reason why a fetch failed, in words for the user; may be empty.
+    // Called during a check with the reason why a fetch failed, in words for the user, and first of all with
+    // the reason why the last fetched list was refused, if it was; may be empty.
     void SetFailureCallback(const IDownloader::FailureCallback& callback) { fetchFailed_ = callback; }
 
     // Takes the newer of the user's and the installed list file; the user's when neither is newer. Whether it
     // holds a product.
+    // With the maker's key, the user's copy counts only with a good signature for the installed one's
+    // address; its last day is of no account.
     bool LoadProductList();
+    // Whether the user's copy of the list counted, in the last LoadProductList, or why it did not.
+    Verdict GetUsersVerdict() const { return usersVerdict_; }
     // Fetches the list from its own address; a newer one is stored (in the installation, else in the user's
     // folder) and becomes current. True when a list was fetched and could be read, newer or not.
     bool UpdateProductList();
@@ -59,7 +64,12 @@ public:
 
 private:
     bool CheckProduct(const boost::shared_ptr<IProduct>& product);
+    // Reads the user's copy of the list, if it counts.
+    Verdict LoadUsersList(Products& users, const Products& installed) const;
 
+    Verdict usersVerdict_ = Verdict::NOT_READ;
+    // Why a fetched list was refused, in words for the user.
+    QString listRefusal_;
     boost::shared_ptr<Products> products_;
     boost::shared_ptr<IDownloader> downloader_;
     std::chrono::milliseconds timeLimit_{0};

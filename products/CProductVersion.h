@@ -26,7 +26,7 @@ public:
 
 protected:
     CAtlString GetLocalFile() const override { return localDescription_; }
-    CAtlString GetRemoteFile() override;
+    IDownloader* GetDownloader() const override { return downloader_; }
 
 private:
     int row_ = 0;

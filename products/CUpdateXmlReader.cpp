@@ -7,6 +7,7 @@
 #include "platform/files/CVardoFilePath.h"
 #include "platform/files/FileSystem.h"
 #include "platform/xml/XmlFile.h"
+#include "products/CFetchedFile.h"
 #include "products/DescriptionFormat.h"
 
 #include <sys/stat.h>
@@ -69,12 +70,9 @@ bool CUpdateXmlReader::LoadLocal() {
 }
 
 bool CUpdateXmlReader::LoadRemote() {
-    const CVardoFilePath fetched(GetRemoteFile());
-    if (fetched.IsEmpty())
-        return Conclude(verdict_, Verdict::NOT_FETCHED);
-    const CAtlStringA text = ReadFileBytes(fetched);
-    fetched.Delete();
-    return ParseRemote(text);
+    const CVardoDirectoryPath sharedFolder{CVardoFilePath(GetLocalFile())};
+    const CFetchedFile fetched(GetDownloader(), GetRemoteAddress(), sharedFolder);
+    return Conclude(verdict_, fetched.GetVerdict()) && ParseRemote(fetched.GetBytes());
 }
 
 bool CUpdateXmlReader::IsUpdateAvailable() const {

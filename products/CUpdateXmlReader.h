@@ -5,6 +5,7 @@
 // remote one lies, the remote one what is offered.
 #pragma once
 
+#include "net/IDownloader.h"
 #include "platform/text/CAtlString.h"
 #include "platform/text/CAtlStringA.h"
 #include "products/CUpdateTable.h"
@@ -25,7 +26,7 @@ public:
 
     // Reads the file that GetLocalFile names.
     virtual bool LoadLocal();
-    // Reads the file that GetRemoteFile names, and deletes it in any case.
+    // Fetches the remote description and reads it.
     virtual bool LoadRemote();
     // Both descriptions were read, and the offered version is above the installed one.
     virtual bool IsUpdateAvailable() const;
@@ -61,10 +62,10 @@ public:
     CAtlString GetRemoteAddress() const { return remoteFolder_ + remoteFileName_; }
 
 protected:
-    // The path of the local description.
+    // The path of the local description, which lies in the shared data folder.
     virtual CAtlString GetLocalFile() const = 0;
-    // The path of a copy of the remote description that was fetched for this call; empty when that failed.
-    virtual CAtlString GetRemoteFile() = 0;
+    // Who fetches the remote description; null: nothing is fetched.
+    virtual IDownloader* GetDownloader() const = 0;
 
 private:
     Verdict verdict_ = Verdict::NOT_READ;

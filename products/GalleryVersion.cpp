@@ -6,6 +6,7 @@
 #include "platform/files/Addresses.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/xml/XmlFile.h"
+#include "products/CFetchedFile.h"
 #include "products/CGalleryExtensionInfo.h"
 #include "products/GalleryFormat.h"
 #include "products/ListFormat.h"
@@ -88,10 +89,8 @@ bool GalleryVersion::CheckForUpdates() {
     const CAtlString address = GetCheckAddress();
     if (!GetDownloader() || address.IsEmpty())
         return false;
-    const CVardoFilePath fetched(GetDownloader()->Download(address));
-    checked_ =
-        fetched.IsEmpty() ? Conclude(verdict_, Verdict::NOT_FETCHED) : ReadPublishedCategories(fetched);
-    fetched.Delete();
+    const CFetchedFile fetched(GetDownloader().get(), address, environment_->SharedDataFolder());
+    checked_ = Conclude(verdict_, fetched.GetVerdict()) && ReadPublishedCategories(fetched.GetBytes());
     TellCheck();
     return checked_;
 }
@@ -105,11 +104,9 @@ CAtlString GalleryVersion::GetPublishedAddress() const {
     return JoinTrimmed(defaultAddress_, PUBLISHED_FILE);
 }
 
-bool GalleryVersion::ReadPublishedCategories(const CVardoFilePath& file) {
+bool GalleryVersion::ReadPublishedCategories(const CAtlStringA& bytes) {
     TiXmlDocument document;
-    if (!file.Exists())
-        return Conclude(verdict_, Verdict::MISSING);
-    if (!LoadXml(file, document))
+    if (!LoadXml(bytes, document))
         return Conclude(verdict_, Verdict::NO_XML);
     const TiXmlElement* parent = document.RootElement()->FirstChildElement(CATEGORIES);
     if (!parent)

@@ -54,8 +54,8 @@ public:
     CAtlString GetPublishedAddress() const;
     // Reads a list of installed categories in place of what is known; whether it names any.
     bool ReadInstalledCategories(const CVardoFilePath& file);
-    // Reads a list of published categories; whether it names any that is installed.
-    bool ReadPublishedCategories(const CVardoFilePath& file);
+    // Reads the bytes of a list of published categories; whether it names any that is installed.
+    bool ReadPublishedCategories(const CAtlStringA& bytes);
     // Why what was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }
     // The date that a version text is; invalid when the text is no date.

@@ -9,6 +9,7 @@
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/settings/SettingsStore.h"
 #include "platform/xml/XmlFile.h"
+#include "products/CFetchedFile.h"
 #include "products/IsBoardInstalled.h"
 #include "products/ListFormat.h"
 #include "products/NotificationFormat.h"
@@ -54,11 +55,9 @@ bool Notification::FindInstalled() {
     return found;
 }
 
-const TiXmlElement* Notification::Load(const CVardoFilePath& file, TiXmlDocument& document) {
+const TiXmlElement* Notification::Load(const CAtlStringA& bytes, TiXmlDocument& document) {
     verdict_ = Verdict::COUNTS;
-    if (!file.Exists())
-        verdict_ = Verdict::MISSING;
-    else if (!LoadXml(file, document))
+    if (!LoadXml(bytes, document))
         verdict_ = Verdict::NO_XML;
     else if (document.RootElement()->ValueStr() != NOTIFICATION)
         verdict_ = Verdict::NO_NOTIFICATION;
@@ -68,8 +67,10 @@ const TiXmlElement* Notification::Load(const CVardoFilePath& file, TiXmlDocument
 bool Notification::ReadDescription(const CVardoFilePath& file) {
     messageFolder_.Empty();
     messageFile_.Empty();
+    if (!file.Exists())
+        return Conclude(verdict_, Verdict::MISSING);
     TiXmlDocument document;
-    const TiXmlElement* root = Load(file, document);
+    const TiXmlElement* root = Load(ReadFileBytes(file), document);
     if (!root)
         return false;
     messageFolder_ = XmlAttribute(*root, MESSAGE_FOLDER);
@@ -84,9 +85,8 @@ bool Notification::CheckForUpdates() {
     const CAtlString address = GetCheckAddress();
     if (!GetDownloader() || address.IsEmpty())
         return false;
-    const CVardoFilePath fetched(GetDownloader()->Download(address));
-    checked_ = fetched.IsEmpty() ? Conclude(verdict_, Verdict::NOT_FETCHED) : ReadMessage(fetched);
-    fetched.Delete();
+    const CFetchedFile fetched(GetDownloader().get(), address, environment_->SharedDataFolder());
+    checked_ = Conclude(verdict_, fetched.GetVerdict()) && ReadMessage(fetched.GetBytes());
     GetObserver().OnRemoteFile(checked_ ? JudgeToday() : verdict_);
     return checked_;
 }
@@ -96,9 +96,9 @@ CAtlString Notification::GetCheckAddress() const {
     return isDescribed ? JoinTrimmed(messageFolder_, messageFile_) : CAtlString();
 }
 
-bool Notification::ReadMessage(const CVardoFilePath& file) {
+bool Notification::ReadMessage(const CAtlStringA& bytes) {
     TiXmlDocument document;
-    const TiXmlElement* message = Load(file, document);
+    const TiXmlElement* message = Load(bytes, document);
     if (!message)
         return false;
     webPage_ = XmlAttribute(*message, WEB_PAGE);

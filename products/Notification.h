@@ -52,8 +52,8 @@ public:
 
     // Reads a local description; whether it says where the message lies.
     bool ReadDescription(const CVardoFilePath& file);
-    // Reads a message; whether it has all that a row needs.
-    bool ReadMessage(const CVardoFilePath& file);
+    // Reads a message's bytes; whether it has all that a row needs.
+    bool ReadMessage(const CAtlStringA& bytes);
     // Why what was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }
     // The codes under which the text for a language is looked for, in that order.
@@ -62,8 +62,8 @@ public:
     static QDate ReadDate(const CAtlString& text);
 
 private:
-    // The root of a description or message; null, with the verdict, when the file holds none.
-    const TiXmlElement* Load(const CVardoFilePath& file, TiXmlDocument& document);
+    // The root of a description or message; null, with the verdict, when the bytes hold none.
+    const TiXmlElement* Load(const CAtlStringA& bytes, TiXmlDocument& document);
     // Whether the message that was read is for today and for this machine.
     Verdict JudgeToday() const;
     void ReadTexts(const TiXmlElement& message);

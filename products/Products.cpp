@@ -31,13 +31,17 @@ bool Products::IsBounded(const TiXmlElement& root) {
 }
 
 bool Products::Load(const CVardoFilePath& path) {
+    return Load(path, ReadFileBytes(path));
+}
+
+bool Products::Load(const CVardoFilePath& path, const CAtlStringA& bytes) {
     path_ = path;
     version_.SetString(CAtlString());
     address_.Empty();
     products_.clear();
 
     TiXmlDocument document;
-    if (!path.Exists() || !LoadXml(path, document))
+    if (!LoadXml(bytes, document))
         return false;
     const TiXmlElement* root = document.RootElement();
     if (!IsBounded(*root))

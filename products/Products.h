@@ -7,6 +7,7 @@
 #include "platform/desktop/IEnvironment.h"
 #include "platform/files/CVardoFilePath.h"
 #include "platform/text/CAtlString.h"
+#include "platform/text/CAtlStringA.h"
 #include "products/CVersionString.h"
 #include "products/IProduct.h"
 
@@ -31,6 +32,8 @@ public:
     // Reads a list file in place of what is held. True when at least one product was made; a missing,
     // malformed or unbounded file gives false and an empty list.
     bool Load(const CVardoFilePath& path);
+    // The same with the file's bytes, which were read before.
+    bool Load(const CVardoFilePath& path, const CAtlStringA& bytes);
 
     // The file that was read, or was to be.
     const CVardoFilePath& GetPath() const { return path_; }

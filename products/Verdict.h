@@ -12,6 +12,10 @@ enum class Verdict {
     MISSING,      // there is no such file
     NOT_FETCHED,  // nothing came from the network
     NO_XML,       // not readable, malformed, or out of bounds
+    // Files of the maker's site, where the maker's key is installed.
+    UNSIGNED,          // no good signature
+    SIGNATURE_OVER,    // its last day has passed
+    SIGNED_ELSEWHERE,  // for another address
     // Descriptions.
     OTHER_NAME,       // its name goes on without a digit after the base name
     KNOWN_VERSION,    // an earlier file has the same version

@@ -42,6 +42,12 @@ QString VerdictText(Verdict verdict) {
             return "there is no such file";
         case Verdict::NOT_FETCHED:
             return "nothing was fetched";
+        case Verdict::UNSIGNED:
+            return "it is not signed by the maker";
+        case Verdict::SIGNATURE_OVER:
+            return "its signature has expired";
+        case Verdict::SIGNED_ELSEWHERE:
+            return "it is signed for another address";
         case Verdict::NO_XML:
             return "it cannot be read, or is no well-formed XML";
         case Verdict::OTHER_NAME:

@@ -15,13 +15,6 @@ QString PathText(const CVardoFilePath& path) {
     return path.GetFilePathString().ToQString();
 }
 
-// Why a list was passed over for another.
-QString WhyNot(const Products& list) {
-    if (!list.GetPath().Exists())
-        return "there is no such file";
-    return list.IsLoaded() ? "it is not newer" : "it holds no product";
-}
-
 QString Reason(const CRecordKeeper& keeper) {
     if (!keeper.GetCheckUpdates())
         return "automatic checks are switched off";
@@ -36,7 +29,7 @@ QString Reason(const CRecordKeeper& keeper) {
 // be forged. Empty when it is.
 QString OtherHost(const Products& users, const Products& installed) {
     const QUrl newest(users.GetAddress().ToQString());
-    if (newest.host() == QUrl(installed.GetAddress().ToQString()).host())
+    if (!installed.IsLoaded() || newest.host() == QUrl(installed.GetAddress().ToQString()).host())
         return {};
     return newest.host().isEmpty() ? QString("nowhere") : newest.host();
 }
@@ -130,16 +123,27 @@ QJsonObject CUpdateReport::Explain(const IProduct& product, const QJsonObject& c
     return explanation;
 }
 
+QString CUpdateReport::WhyNot(const CVardoFilePath& list, bool isInstalled) const {
+    const Verdict usersVerdict = controller_.GetUsersVerdict();
+    if (!list.Exists())
+        return "there is no such file";
+    if (!isInstalled && usersVerdict != Verdict::COUNTS)
+        return VerdictText(usersVerdict);
+    Products other(environment_);
+    return other.Load(list) ? "it is not newer" : "it holds no product";
+}
+
 QJsonObject CUpdateReport::ExplainList() const {
     const Products& list = *controller_.GetProductList();
     const CVardoFilePath users = UserProductList();
     const CVardoFilePath installed = InstalledProductList(*environment_);
     const bool isUsers = list.GetPath().GetFilePathString().Compare(users.GetFilePathString()) == 0;
-    Products other(environment_);
-    other.Load(isUsers ? installed : users);
+    const CVardoFilePath other = isUsers ? installed : users;
+    Products installedList(environment_);
+    installedList.Load(installed);
     return {{"file", PathText(list.GetPath())},
             {"version", list.GetVersion().GetString().ToQString()},
-            {"passedOver", PathText(other.GetPath())},
-            {"reason", WhyNot(other)},
-            {"otherHost", isUsers && other.IsLoaded() ? OtherHost(list, other) : QString()}};
+            {"passedOver", PathText(other)},
+            {"reason", WhyNot(other, isUsers)},
+            {"otherHost", isUsers ? OtherHost(list, installedList) : QString()}};
 }

@@ -43,6 +43,8 @@ private:
     void MakeRows();
     QJsonObject Explain(const IProduct& product, const QJsonObject& common) const;
     QJsonObject ExplainList() const;
+    // Why a list was passed over for the other one; a refused one is not read.
+    QString WhyNot(const CVardoFilePath& list, bool isInstalled) const;
 
     boost::shared_ptr<IEnvironment> environment_;
     boost::shared_ptr<Downloader> downloader_;

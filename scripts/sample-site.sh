@@ -7,8 +7,9 @@
 # Makes an installed program (the folder PROGRAM, with bin/ and share/ in it) into the sample installation of samples/,
 # and serves the sample site on a free port of 127.0.0.1 until it is ended. "Serving ADDRESS" on standard output says
 # that it is ready. STATE holds what belongs to the run: the site (site/), the machine's settings (machine/) and the
-# server's files, access.log among them. With --self-update the site offers a newer version of the program, signed with
-# a pair of keys of which the program has the public one; nothing keeps the other.
+# server's files, access.log among them. With --self-update the site offers a newer version of the program. The site's
+# XML files and that installer are signed, each with a pair of keys of which the program has the public one; nothing
+# keeps the other.
 source "$(dirname "$0")/lib.sh"
 
 # fill FROM TO: copies the tree FROM into TO and puts the port and the program's folder into every file.
@@ -23,17 +24,24 @@ fill() {
     done < <(cd "$1" && find . -type f -print0)
 }
 
-# As docs/signing.md tells the maker to do it. A program that is no longer offered an installer has no key either.
-sign_installer() {
-    local keys key=$PROGRAM/share/VardoProductUpdate.pub version
-    rm -f "$key"
-    [[ -n $SELF_UPDATE ]] || return 0
-    version=$(sed -n 's/.*UpdateVersion="\([^"]*\)".*/\1/p' "$STATE/site/program/VardoProductUpdate.xml")
+# attribute NAME: its first value in the description of the program on the site.
+attribute() { sed -n "s/.* $1=\"\([^\"]*\)\".*/\1/p;T;q" "$STATE/site/program/VardoProductUpdate.xml"; }
+
+# As docs/signing.md tells the maker to do it. A program that is no longer offered an installer has no key for one.
+sign_site() {
+    local keys share=$PROGRAM/share argument
+    rm -f "$share"/Vardo*.pub
     keys=$(mktemp -d)
     (
         trap 'rm -r "$keys"' EXIT
-        minisign -G -W -p "$key" -s "$keys/secret" >/dev/null
-        minisign -S -s "$keys/secret" -m "$STATE/site/program/installer.sh" -t "file:installer.sh version:$version" >/dev/null
+        minisign -G -W -p "$share/VardoCatalogue.pub" -s "$keys/catalogue" >/dev/null
+        "$PROGRAM/bin/VARDOCatalogSign" --key "$keys/catalogue" "$STATE/site" >"$STATE/signed.log" ||
+            fail "the sample site cannot be signed"
+        [[ -n $SELF_UPDATE ]] || exit 0
+        argument=$(attribute UpdateArgument)
+        minisign -G -W -p "$share/VardoProductUpdate.pub" -s "$keys/program" >/dev/null
+        minisign -S -s "$keys/program" -m "$STATE/site/program/installer.sh" \
+            -t "file:installer.sh version:$(attribute UpdateVersion) argument:${argument// /%20}" >/dev/null
     )
 }
 
@@ -42,7 +50,7 @@ lay_out() {
     fill samples/machine "$STATE/machine"
     fill samples/site "$STATE/site"
     [[ -z $SELF_UPDATE ]] || fill samples/self-update "$STATE/site"
-    sign_installer
+    sign_site
     sed "s/@PORT@/$PORT/" samples/nginx.conf >"$STATE/nginx.conf"
 }
 
@@ -67,7 +75,7 @@ fi
 PROGRAM=$(cd "$OLDPWD" && realpath -m "$1")
 STATE=$(cd "$OLDPWD" && realpath -m "$2")
 NGINX=$(PATH=$PATH:/usr/sbin command -v nginx) || fail "nginx is missing: apt-get install nginx"
-[[ -z $SELF_UPDATE ]] || command -v minisign >/dev/null || fail "minisign is missing: apt-get install minisign"
+command -v minisign >/dev/null || fail "minisign is missing: apt-get install minisign"
 mkdir -p "$STATE/scratch"
 rm -rf "$STATE/site" "$STATE/machine" "$STATE/access.log" "$STATE/error.log"
 end_with_script

@@ -3,55 +3,49 @@
 
 #include "signing/CInstallerSeal.h"
 
-#include "platform/files/FileSystem.h"
-#include "platform/xml/XmlFile.h"
 #include "signing/CPrivateFolder.h"
+#include "signing/LastDay.h"
+
+#include <QByteArray>
 
 namespace {
 
-// What follows beginning in the one word of text that begins so; nothing when no word does, or several do.
-std::optional<std::string> OnlyWordAfter(std::string_view beginning, std::string_view text) {
-    constexpr std::string_view SEPARATORS = " \t";
-    std::optional<std::string> found;
-    while (!text.empty()) {
-        const std::string_view word = text.substr(0, text.find_first_of(SEPARATORS));
-        text.remove_prefix(std::min(word.size() + 1, text.size()));
-        if (!word.starts_with(beginning))
-            continue;
-        if (found)
-            return std::nullopt;
-        found = word.substr(beginning.size());
-    }
-    return found;
+// Without the word only an empty argument is vouched for.
+bool VouchesForArgument(const CMinisignSignature& signature, const CAtlString& argument) {
+    const auto words = signature.GetWords("argument:");
+    if (words.empty())
+        return argument.IsEmpty();
+    const QByteArray decoded = QByteArray::fromPercentEncoding(QByteArray::fromStdString(words.front()));
+    return words.size() == 1 && CAtlString(decoded.constData()).Compare(argument) == 0;
 }
 
-// Whether a trusted comment vouches for an installer of that name and of an offered version.
-bool VouchesFor(std::string_view comment, const CAtlString& installer,
-                const boost::function<bool(const CAtlString&)>& isOffered) {
-    const auto file = OnlyWordAfter("file:", comment);
-    const auto version = OnlyWordAfter("version:", comment);
-    const CAtlString name = CVardoFilePath(installer).GetFileName();
+bool IsValidOn(const CMinisignSignature& signature, const QDate& today) {
+    const auto words = signature.GetWords("until:");
+    if (words.empty())
+        return true;
+    const QDate lastDay = ReadLastDay(words.front());
+    return words.size() == 1 && lastDay.isValid() && !IsOver(lastDay, today);
+}
+
+bool VouchesFor(const CMinisignSignature& signature, const CInstallerSeal::Offer& offer) {
+    const auto file = signature.GetOnlyWord("file:");
+    const auto version = signature.GetOnlyWord("version:");
+    const CAtlString name = CVardoFilePath(offer.file).GetFileName();
     return !name.IsEmpty() && file && version && *file == CAtlStringA(name.GetString()).GetString() &&
-           isOffered(CAtlString(version->c_str()));
+           offer.isVersion(CAtlString(version->c_str())) && VouchesForArgument(signature, offer.argument) &&
+           IsValidOn(signature, offer.today);
 }
 
 }  // namespace
 
-CInstallerSeal::CInstallerSeal(const CVardoFilePath& keyFile)
-    : isRequired_(FileSystem::IsTaken(keyFile.GetFilePathString())) {
-    const CAtlStringA bytes = ReadFileBytes(keyFile);
-    key_ = CMinisignKey::Parse({bytes.begin(), bytes.end()});
-}
-
-bool CInstallerSeal::Accept(std::string_view signature, const CAtlString& installer,
-                            const boost::function<bool(const CAtlString&)>& isOffered) {
+bool CInstallerSeal::Accept(std::string_view signature, const Offer& offer) {
     signature_ = CMinisignSignature::Parse(signature);
-    return key_ && signature_ && signature_->IsBy(*key_) &&
-           VouchesFor(signature_->GetTrustedComment(), installer, isOffered);
+    return signature_ && keys_.KeyOf(*signature_) && VouchesFor(*signature_, offer);
 }
 
 bool CInstallerSeal::IsOf(const CFileDescriptor& file) const {
-    return key_ && signature_ && signature_->IsOf(file, *key_);
+    const CMinisignKey* key = signature_ ? keys_.KeyOf(*signature_) : nullptr;
+    return key && signature_->IsOf(file, *key);
 }
 
 CVardoFilePath CInstallerSeal::Secure(const CVardoFilePath& fetched) const {

@@ -6,17 +6,21 @@
 
 #include "platform/files/CFileDescriptor.h"
 #include "platform/files/CVardoFilePath.h"
-#include "signing/CMinisignSignature.h"
+#include "signing/CKeyFile.h"
 
+#include <QDate>
 #include <boost/function.hpp>
+#include <optional>
 
-// Holds the maker's public key, when there is one on this machine, and the signature of one installer. The
+// Holds the maker's public keys, when there are any on this machine, and the signature of one installer. The
 // order of calls is that of the functions; each is called once, and of the last two one. One thread at a
 // time.
 //
 // The trusted comment of a signature must hold, among words that are separated by blanks and tabs, exactly
 // one "file:" with the installer's file name and exactly one "version:" with its version. So an old installer
-// cannot be passed off as a new one, nor another program of the maker's as this one's installer.
+// cannot be passed off as a new one, nor another program of the maker's as this one's installer. At most one
+// "argument:" has the argument, percent-encoded; without it the argument is empty. At most one "until:" has
+// the last day, as in a CCatalogueSeal.
 class CInstallerSeal {
 public:
     // The name of the key's file in the shared data folder, and what an installer's address ends in when it
@@ -24,15 +28,26 @@ public:
     static constexpr const wchar_t* KEY_FILE = L"VardoProductUpdate.pub";
     static constexpr const wchar_t* SIGNATURE_EXTENSION = L".minisig";
 
-    // Reads the key. A key file that cannot be read, or is none, is a key to which no signature belongs.
-    explicit CInstallerSeal(const CVardoFilePath& keyFile);
+    // What a description offers.
+    struct Offer {
+        // The folder in it is of no account.
+        CAtlString file{};
+        // What the installer is started with.
+        CAtlString argument{};
+        // Whether a text is the offered version.
+        boost::function<bool(const CAtlString&)> isVersion{};
+        // In UTC.
+        QDate today{};
+    };
+
+    // Reads the keys.
+    explicit CInstallerSeal(const CVardoFilePath& keyFile) : keys_(keyFile) {}
 
     // Whether something bears the name of the key file; only a verified installer may be started then.
-    bool IsRequired() const { return isRequired_; }
-    // Takes the bytes of the installer's signature file. Whether it is signed with the key, and for an
-    // installer of that name (its folder is of no account) and of a version for which isOffered answers true.
-    bool Accept(std::string_view signature, const CAtlString& installer,
-                const boost::function<bool(const CAtlString& version)>& isOffered);
+    bool IsRequired() const { return keys_.IsThere(); }
+    // Takes the bytes of the installer's signature file. Whether it is signed with one of the keys, and for
+    // what is offered.
+    bool Accept(std::string_view signature, const Offer& offer);
     // Whether an open file holds, from its present position to its end, what was signed; after an Accept that
     // was true. Changes nothing.
     bool IsOf(const CFileDescriptor& file) const;
@@ -41,7 +56,6 @@ public:
     CVardoFilePath Secure(const CVardoFilePath& fetched) const;
 
 private:
-    bool isRequired_;
-    std::optional<CMinisignKey> key_;
+    CKeyFile keys_;
     std::optional<CMinisignSignature> signature_;
 };

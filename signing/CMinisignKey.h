@@ -6,15 +6,17 @@
 
 #include "signing/MinisignFormat.h"
 
+#include <vector>
+
 // A value; any thread.
 class CMinisignKey {
 public:
-    // A larger public key file is none; real ones have some 110 bytes.
+    // A larger public key file is none; a key has some 110 bytes.
     static constexpr std::size_t MAX_FILE_BYTES = std::size_t{4} * 1024;
 
-    // Reads the bytes of a public key file: a line of comment and the key in base64, and nothing else.
-    // Nothing comes out of bytes that are anything else. Any bytes may come.
-    static std::optional<CMinisignKey> Parse(std::string_view bytes);
+    // Reads the bytes of a public key file: for each key a line of comment and the key in base64, and nothing
+    // else. No key comes out of bytes that hold anything else. Any bytes may come.
+    static std::vector<CMinisignKey> ParseAll(std::string_view bytes);
 
     const MinisignFormat::KeyId& GetId() const { return id_; }
     // Whether the secret half made this signature for message.
@@ -22,6 +24,8 @@ public:
 
 private:
     CMinisignKey() = default;
+    // Cuts the lines of the first key from bytes.
+    static std::optional<CMinisignKey> Cut(std::string_view& bytes);
 
     MinisignFormat::KeyId id_{};
     std::array<unsigned char, 32> key_{};

@@ -23,16 +23,24 @@ Bytes ReadNext(const CFileDescriptor& file, std::size_t count) {
     return block;
 }
 
-// BLAKE2b with 64 bytes (RFC 7693) of the rest of a file.
-Bytes HashOf(const CFileDescriptor& file) {
-    crypto_generichash_state state;
-    crypto_generichash_init(&state, nullptr, 0, crypto_generichash_BYTES_MAX);
-    for (Bytes block = ReadNext(file, BLOCK_BYTES); !block.empty(); block = ReadNext(file, BLOCK_BYTES))
-        crypto_generichash_update(&state, block.data(), block.size());
-    Bytes hash(crypto_generichash_BYTES_MAX);
-    crypto_generichash_final(&state, hash.data(), hash.size());
-    return hash;
-}
+// BLAKE2b with 64 bytes (RFC 7693) of all bytes that are added.
+class CHash {
+public:
+    CHash() { crypto_generichash_init(&state_, nullptr, 0, crypto_generichash_BYTES_MAX); }
+
+    void Add(std::span<const unsigned char> bytes) {
+        crypto_generichash_update(&state_, bytes.data(), bytes.size());
+    }
+    // To be called once, at the end.
+    Bytes Finish() {
+        Bytes hash(crypto_generichash_BYTES_MAX);
+        crypto_generichash_final(&state_, hash.data(), hash.size());
+        return hash;
+    }
+
+private:
+    crypto_generichash_state state_{};
+};
 
 }  // namespace
 
@@ -63,5 +71,33 @@ bool CMinisignSignature::IsBy(const CMinisignKey& key) const {
 }
 
 bool CMinisignSignature::IsOf(const CFileDescriptor& file, const CMinisignKey& key) const {
-    return file.IsOpen() && IsBy(key) && key.HasSigned(HashOf(file), signature_);
+    if (!file.IsOpen() || !IsBy(key))
+        return false;
+    CHash hash;
+    for (Bytes block = ReadNext(file, BLOCK_BYTES); !block.empty(); block = ReadNext(file, BLOCK_BYTES))
+        hash.Add(block);
+    return key.HasSigned(hash.Finish(), signature_);
+}
+
+bool CMinisignSignature::IsOf(std::string_view contents, const CMinisignKey& key) const {
+    CHash hash;
+    hash.Add({reinterpret_cast<const unsigned char*>(contents.data()), contents.size()});
+    return IsBy(key) && key.HasSigned(hash.Finish(), signature_);
+}
+
+std::vector<std::string> CMinisignSignature::GetWords(std::string_view beginning) const {
+    constexpr std::string_view SEPARATORS = " \t";
+    std::vector<std::string> found;
+    for (std::string_view text = trustedComment_; !text.empty();) {
+        const std::string_view word = text.substr(0, text.find_first_of(SEPARATORS));
+        text.remove_prefix(std::min(word.size() + 1, text.size()));
+        if (word.starts_with(beginning))
+            found.emplace_back(word.substr(beginning.size()));
+    }
+    return found;
+}
+
+std::optional<std::string> CMinisignSignature::GetOnlyWord(std::string_view beginning) const {
+    const auto words = GetWords(beginning);
+    return words.size() == 1 ? std::optional(words.front()) : std::nullopt;
 }

@@ -28,8 +28,15 @@ public:
     // The same, and whether it is the signature of what file holds from its present position to its end. The
     // file is read piece by piece.
     bool IsOf(const CFileDescriptor& file, const CMinisignKey& key) const;
+    // The same of these bytes.
+    bool IsOf(std::string_view contents, const CMinisignKey& key) const;
     // A line of any bytes but control characters; tabs may be in it.
     const std::string& GetTrustedComment() const { return trustedComment_; }
+    // What follows beginning in each word of the trusted comment that begins so. Words are separated by
+    // blanks and tabs.
+    std::vector<std::string> GetWords(std::string_view beginning) const;
+    // The same of the only such word; nothing when there is none, or there are several.
+    std::optional<std::string> GetOnlyWord(std::string_view beginning) const;
 
 private:
     CMinisignSignature() = default;

@@ -113,9 +113,10 @@ void MainWindow::OnConnectionError(const QString& message) {
     statusLabel->setText(Cut(message));
 }
 
-// A product without rows, such as one that is not installed, has none that could be "N/A".
+// A product without rows, such as one that is not installed, has none that could be "N/A". Without a product
+// it is the list that failed.
 void MainWindow::OnFetchFailed(const QString& reason) {
-    if (current_ && current_->GetItemCount() > 0)
+    if (!current_ || current_->GetItemCount() > 0)
         OnConnectionError(reason);
 }
 

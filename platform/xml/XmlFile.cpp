@@ -128,7 +128,11 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
 }
 
 bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document, TiXmlEncoding encoding, XmlFault* fault) {
-    return ParseXml(WithNormalLineEnds(ReadFileBytes(file)), encoding, document, fault);
+    return LoadXml(ReadFileBytes(file), document, encoding, fault);
+}
+
+bool LoadXml(const CAtlStringA& bytes, TiXmlDocument& document, TiXmlEncoding encoding, XmlFault* fault) {
+    return ParseXml(WithNormalLineEnds(bytes), encoding, document, fault);
 }
 
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name) {

@@ -46,5 +46,9 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
 bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document,
              TiXmlEncoding encoding = TIXML_ENCODING_UTF8, XmlFault* fault = nullptr);
 
+// The same of a file's bytes that were read before.
+bool LoadXml(const CAtlStringA& bytes, TiXmlDocument& document, TiXmlEncoding encoding = TIXML_ENCODING_UTF8,
+             XmlFault* fault = nullptr);
+
 // An element's attribute, UTF-8 decoded; empty when there is none.
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name);

@@ -11,7 +11,7 @@ namespace {
 class Reader : public CUpdateXmlReader {
 protected:
     CAtlString GetLocalFile() const override { return {}; }
-    CAtlString GetRemoteFile() override { return {}; }
+    IDownloader* GetDownloader() const override { return nullptr; }
 };
 
 void ReadLocal(const CAtlStringA& text) {

@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A key file and a signature file of minisign; the input is read as either. The corpus holds real signatures:
-// nothing that differs from them in more than its looks may count as signed.
-#include <stdexcept>
-
+// A key file and a signature file of minisign, and a file with a signature in it; the input is read as each.
+// The corpus holds real signatures: nothing that differs from them in more than its looks may count as signed.
 #include <fcntl.h>
 
 #include "fuzz/Fuzzing.h"
+#include "signing/CCatalogueSeal.h"
 #include "signing/CMinisignSignature.h"
 
 namespace {
@@ -29,10 +28,8 @@ bool IsOf(const CMinisignSignature& signature, const InputFile& file, const CMin
 }
 
 const CMinisignKey& RealKey() {
-    static const auto key = CMinisignKey::Parse(KEY);
-    if (!key)
-        throw std::logic_error("the real key is none");
-    return *key;
+    static const auto keys = CMinisignKey::ParseAll(KEY);
+    return keys.at(0);
 }
 
 // A file that was signed and one that was not.
@@ -56,13 +53,21 @@ void CheckSignature(const CMinisignSignature& signature, const CMinisignKey& key
     Require(!signature.IsOf(CFileDescriptor(), key), "nothing is the signature of no file");
 }
 
+const CCatalogueSeal& RealSeal() {
+    static InputFile keys("/tmp/fuzz/VardoCatalogue.pub");
+    keys.Write(KEY);
+    static const CCatalogueSeal seal(CVardoDirectoryPath("/tmp/fuzz"));
+    return seal;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view input = View(data, size);
+    Require(!RealSeal().Read(input), "nobody has signed an XML file with the real key");
     if (const auto signature = CMinisignSignature::Parse(input))
         CheckSignature(*signature, RealKey());
-    if (const auto other = CMinisignKey::Parse(input))
-        Require(!other->HasSigned(std::span(data, size), {}), "no key has made a signature of zeros");
+    for (const CMinisignKey& other : CMinisignKey::ParseAll(input))
+        Require(!other.HasSigned(std::span(data, size), {}), "no key has made a signature of zeros");
     return 0;
 }

@@ -42,6 +42,12 @@ public:
         return Download(url);
     }
 
+    void SetFailureCallback(const FailureCallback& callback) override { failed_ = callback; }
+    void TellFailure(const QString& reason) override {
+        if (failed_)
+            failed_(reason);
+    }
+
     void FetchAhead(const std::vector<CAtlString>& urls) override {
         announced.emplace_back();
         for (const CAtlString& url : urls)
@@ -67,5 +73,6 @@ public:
 private:
     std::map<std::string, std::string> contents_;
     TemporaryTree tree_;
+    FailureCallback failed_;
     bool isCancelled_ = false;
 };

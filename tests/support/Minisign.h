@@ -14,6 +14,7 @@ public:
 
     // The public key file.
     std::string Key() const { return ReadWholeFile(files_.Path("key.pub")); }
+    std::string SecretKeyFile() const { return files_.Path("key"); }
     // The signature file for these contents. Without a comment the tool writes its own, for "setup.bin"; with
     // "-l" among the options it signs in the old form.
     std::string Sign(const std::string& contents, const std::string& comment,

@@ -231,9 +231,13 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
 // "rejected" is for a file that a reader refuses for a reason that nobody thought of: there is none here.
 TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
     std::map<QString, QString> tested{
-        {"rejected", "error"},           {"not-utf8", "error"}, {"not-utf16", "error"},
-        {"unreadable", "error"},         {"cut-text", "error"}, {"no-installer", "error"},
-        {"unsigned-installer", "error"}, {"unlisted", "note"},  {"unknown-file", "note"},
+        {"rejected", "error"},           {"not-utf8", "error"},
+        {"not-utf16", "error"},          {"unreadable", "error"},
+        {"cut-text", "error"},           {"no-installer", "error"},
+        {"unsigned-installer", "error"}, {"unlisted", "note"},
+        {"unknown-file", "note"},        {"bad-key", "error"},
+        {"unsigned-file", "error"},      {"signed-elsewhere", "error"},
+        {"signature-over", "error"},     {"signature-ends", "warning"},
     };
     for (const Mistake& mistake : Mistakes())
         tested[mistake.code] = mistake.place.section(": ", 1);

@@ -90,6 +90,8 @@ protected:
         controller.LoadProductList();
         controller.UpdateProductList();
         controller.FindInstalled();
+        told_.clear();
+        controller.SetFailureCallback([this](const QString& reason) { told_ << reason; });
         controller.CheckForUpdates();
         return RowsOf(controller);
     }
@@ -99,6 +101,9 @@ protected:
         manager.Init(ParseHexLanguageId(LanguageIdFromCode("de")), languages.c_str(), "VARDOProductUpdate");
         return manager.GetString(key).ToQString().toStdString() + (IsRightToLeft("he") ? "|<" : "|>");
     }
+
+    // The refusals that the last check told.
+    QStringList told_;
 
 private:
     void CopyTree(const std::string& from, const std::filesystem::path& to) const {

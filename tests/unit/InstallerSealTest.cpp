@@ -43,6 +43,7 @@ struct Offer {
     std::string signature = Maker().Sign(installer, COMMENT);
     std::string file = "setup.bin";
     std::string version = "2.0.0.0";
+    std::string argument;
 
     void SignWith(const std::string& comment, const std::vector<std::string>& options = {}) {
         signature = Maker().Sign(installer, comment, options);
@@ -73,7 +74,8 @@ protected:
         Install("self.xml", "1.0.0.0");
         downloader_->Serve("http://h/r.xml", "<U Location='Server'><Product UpdateVersion='" + offer.version +
                                                  "' UpdateInstallFile='" + offer.file +
-                                                 "' UpdateInstallURL='http://s'/></U>");
+                                                 "' UpdateInstallURL='http://s' UpdateArgument='" +
+                                                 offer.argument + "'/></U>");
         downloader_->Serve(address, offer.installer);
         downloader_->Serve(address + ".minisig", offer.signature);
         if (offer.signature.empty())
@@ -130,6 +132,23 @@ TEST_F(InstallerSeal, StaysShutForWhatWasAltered) {
         {"a key from Windows", true, [](Offer& o) { o.key = WithWindowsLineEnds(o.key); }},
         {"from Windows", true, [](Offer& o) { o.signature = WithWindowsLineEnds(o.signature); }},
         {"no line end at the end", true, [](Offer& o) { o.signature.pop_back(); }},
+        {"an argument", true,
+         [](Offer& o) {
+             o.argument = "--to 100% größe";
+             o.SignWith(COMMENT + std::string(" argument:--to%20100%25%20gr%C3%B6%C3%9Fe until:29991231"));
+         }},
+        {"a new key before the old one", true, [](Offer& o) { o.key = Minisign().Key() + o.key; }},
+        {"an argument that nobody signed", false, [](Offer& o) { o.argument = "--from evil"; }},
+        {"another argument", false,
+         [](Offer& o) {
+             o.argument = "--from evil";
+             o.SignWith(COMMENT + std::string(" argument:--from"));
+         }},
+        {"no argument", false, [](Offer& o) { o.SignWith(COMMENT + std::string(" argument:--from")); }},
+        {"two arguments", false, [](Offer& o) { o.SignWith(COMMENT + std::string(" argument: argument:")); }},
+        {"past its last day", false, [](Offer& o) { o.SignWith(COMMENT + std::string(" until:20200131")); }},
+        {"a last day that is none", false,
+         [](Offer& o) { o.SignWith(COMMENT + std::string(" until:soon")); }},
         {"no signature", false, [](Offer& o) { o.signature.clear(); }},
         {"another maker's key", false, [](Offer& o) { o.key = other.Key(); }},
         {"another number of the key", false, [](Offer& o) { Alter(o.key, 1, 5); }},

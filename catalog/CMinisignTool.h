@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The tool that makes signatures (minisign(1)), with one secret key.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+#include <optional>
+
+// Runs the tool once for each signature. The secret key stays in its file, and the password goes to nobody
+// but the tool. One thread.
+class CMinisignTool {
+public:
+    // password: that of the key; of no account when the key has none.
+    CMinisignTool(const QString& keyFile, const QByteArray& password)
+        : keyFile_(keyFile), password_(password) {}
+
+    // Whether the tool will want a password for a secret key.
+    static bool NeedsPassword(const QString& keyFile);
+    // The four lines of a signature of content; nothing when the tool failed.
+    std::optional<QByteArray> Sign(const QByteArray& content, const QString& trustedComment);
+    // Why it failed, in the tool's words or the system's.
+    const QString& GetProblem() const { return problem_; }
+
+private:
+    QString keyFile_;
+    QByteArray password_;
+    QTemporaryDir folder_;
+    QString problem_;
+};

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "catalog/Checks.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "signing/CCatalogueSeal.h"
+#include "signing/LastDay.h"
+
+namespace {
+
+// Whoever signs by hand once a month is told in time.
+constexpr int WARNING_DAYS = 14;
+
+QString Text(const std::string& path) {
+    return QString::fromStdString(path);
+}
+
+void CheckLastDay(const CCatalogFile& file, const QDate& lastDay, CFindings& findings) {
+    const QDate today = TodayInUtc();
+    const QString day = lastDay.toString(Qt::ISODate);
+    if (today > lastDay)
+        findings.Add(
+            file.GetPath(), 0, Code::SIGNATURE_OVER,
+            QStringLiteral("the signature was good until %1: the program refuses the file").arg(day));
+    else if (today.daysTo(lastDay) < WARNING_DAYS)
+        findings.Add(file.GetPath(), 0, Code::SIGNATURE_ENDS,
+                     QStringLiteral("the signature is good until %1: sign the file again").arg(day));
+}
+
+// The file must be signed for the path by which each of the others names it, to the letter.
+void CheckPaths(const CCatalog& catalog, const CCatalogFile& file, const QString& address,
+                const std::string& path, CFindings& findings) {
+    if (CCatalogueSeal::PathOf(CAtlString(address)) != path)
+        findings.Add(file.GetPath(), 0, Code::SIGNED_ELSEWHERE,
+                     QStringLiteral("the file is signed for the path \"%1\", but is published at \"%2\"")
+                         .arg(Text(path), address));
+    for (const Reference& reference : catalog.GetReferences()) {
+        const std::string asked = CCatalogueSeal::PathOf(CAtlString(reference.address));
+        if (catalog.FileOf(reference.address) == file.GetPath() && asked != path)
+            findings.Add(
+                reference.from->GetPath(), reference.line, Code::SIGNED_ELSEWHERE,
+                QStringLiteral("the program asks for the path \"%1\", but \"%2\" is signed for \"%3\"")
+                    .arg(Text(asked), file.GetPath(), Text(path)));
+    }
+}
+
+void CheckPublished(const CCatalog& catalog, const CCatalogFile& key, CFindings& findings) {
+    const CCatalogueSeal seal(CVardoDirectoryPath(CAtlString(key.GetFolder())));
+    for (const auto& file : catalog.GetFiles()) {
+        const auto address = catalog.PublishedAt(*file);
+        if (!address)
+            continue;
+        const CAtlStringA bytes = ReadFileBytes(file->GetFilePath());
+        const auto statement = seal.Read({bytes.begin(), bytes.end()});
+        if (!statement) {
+            findings.Add(file->GetPath(), 0, Code::UNSIGNED_FILE,
+                         QStringLiteral("installations with the key \"%1\" refuse this file: it ends with no "
+                                        "good signature")
+                             .arg(key.GetPath()));
+            continue;
+        }
+        CheckPaths(catalog, *file, *address, statement->path, findings);
+        CheckLastDay(*file, statement->until, findings);
+    }
+}
+
+}  // namespace
+
+void CheckSignatures(const CCatalog& catalog, CFindings& findings) {
+    for (const CCatalogFile* key : catalog.FilesOf(FileKind::PUBLIC_KEY)) {
+        if (!CKeyFile(key->GetFilePath()).HasKeys())
+            findings.Add(key->GetPath(), 0, Code::BAD_KEY,
+                         QStringLiteral("this is no file of public keys, or holds something else as well: "
+                                        "installations with it refuse everything that must be signed"));
+        else if (key->GetName() == QString::fromWCharArray(CCatalogueSeal::KEY_FILE))
+            CheckPublished(catalog, *key, findings);
+    }
+}

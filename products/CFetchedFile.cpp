@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "products/CFetchedFile.h"
+
+#include "platform/xml/XmlFile.h"
+#include "signing/CCatalogueSeal.h"
+#include "signing/LastDay.h"
+
+#include <QUrl>
+
+CFetchedFile::CFetchedFile(IDownloader* downloader, const CAtlString& address,
+                           const CVardoDirectoryPath& sharedFolder)
+    : file_(downloader ? downloader->Download(address) : CAtlString()) {
+    if (file_.IsEmpty())
+        return;
+    bytes_ = ReadFileBytes(file_);
+    verdict_ = Judge(bytes_, address, sharedFolder, TodayInUtc());
+    if (verdict_ == Verdict::COUNTS)
+        return;
+    bytes_.Empty();
+    refusal_ = Refusal(address);
+    downloader->TellFailure(refusal_);
+}
+
+Verdict CFetchedFile::Judge(const CAtlStringA& bytes, const CAtlString& address,
+                            const CVardoDirectoryPath& sharedFolder, const QDate& today) {
+    const CCatalogueSeal seal(sharedFolder);
+    switch (seal.Judge({bytes.begin(), bytes.end()}, address, today)) {
+        case CCatalogueSeal::Judgement::UNSIGNED:
+            return Verdict::UNSIGNED;
+        case CCatalogueSeal::Judgement::WRONG_ADDRESS:
+            return Verdict::SIGNED_ELSEWHERE;
+        case CCatalogueSeal::Judgement::EXPIRED:
+            return Verdict::SIGNATURE_OVER;
+        case CCatalogueSeal::Judgement::GOOD:
+            break;
+    }
+    return Verdict::COUNTS;
+}
+
+QString CFetchedFile::Refusal(const CAtlString& address) const {
+    QString reason = tr("The file is not signed by the maker");
+    if (verdict_ == Verdict::SIGNATURE_OVER)
+        reason = tr("The signature of the file has expired");
+    else if (verdict_ == Verdict::SIGNED_ELSEWHERE)
+        reason = tr("The file is signed for another address");
+    return QUrl(address.ToQString()).host() + QStringLiteral(": ") + reason;
+}

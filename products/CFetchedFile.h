@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The one way in which an XML file of the network becomes something to be read.
+#pragma once
+
+#include "net/IDownloader.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/CVardoFilePath.h"
+#include "platform/text/CAtlStringA.h"
+#include "products/Verdict.h"
+
+#include <QCoreApplication>
+#include <QDate>
+
+// Fetches a file, judges its bytes before anybody parses them, and deletes it in the end. With the maker's
+// key for XML files in the shared data folder, a file without a good signature counts as not fetched. GUI
+// thread only.
+class CFetchedFile {
+    Q_DECLARE_TR_FUNCTIONS(CFetchedFile)
+
+public:
+    // Serves events while it waits, as IDownloader::Download does. Without a downloader nothing is fetched.
+    // The downloader's failure callback is told of a refused file.
+    CFetchedFile(IDownloader* downloader, const CAtlString& address, const CVardoDirectoryPath& sharedFolder);
+    ~CFetchedFile() { file_.Delete(); }
+    CFetchedFile(const CFetchedFile&) = delete;
+    CFetchedFile& operator=(const CFetchedFile&) = delete;
+
+    // COUNTS when there are bytes to be parsed; else why there are none.
+    Verdict GetVerdict() const { return verdict_; }
+    // Empty unless the file counts.
+    const CAtlStringA& GetBytes() const { return bytes_; }
+    // Where the file lies as long as this object lives.
+    const CVardoFilePath& GetPath() const { return file_; }
+    // Why the file was refused, with the host, in words for the user; empty when it was not.
+    const QString& GetRefusal() const { return refusal_; }
+
+    // What the maker's keys in that folder say of bytes from an address. An invalid date: the signature's
+    // last day does not count.
+    static Verdict Judge(const CAtlStringA& bytes, const CAtlString& address,
+                         const CVardoDirectoryPath& sharedFolder, const QDate& today);
+
+private:
+    QString Refusal(const CAtlString& address) const;
+
+    CVardoFilePath file_;
+    Verdict verdict_ = Verdict::NOT_FETCHED;
+    CAtlStringA bytes_;
+    QString refusal_;
+};

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The maker's public keys on this machine.
+#pragma once
+
+#include "platform/files/CVardoFilePath.h"
+#include "signing/CMinisignSignature.h"
+
+#include <vector>
+
+// What a file of public keys held when this object was made: one key or several, so that a new one can be
+// brought before the old one goes. A value; any thread.
+class CKeyFile {
+public:
+    // A file that cannot be read, or holds anything that is no key, is a key file to which nothing belongs.
+    explicit CKeyFile(const CVardoFilePath& file);
+
+    // Whether something bears the file's name: then a signature is needed.
+    bool IsThere() const { return isThere_; }
+    bool HasKeys() const { return !keys_.empty(); }
+    // The key that made a signature and its trusted comment; null when none of these did. Valid as long as
+    // this object.
+    const CMinisignKey* KeyOf(const CMinisignSignature& signature) const;
+
+private:
+    bool isThere_;
+    std::vector<CMinisignKey> keys_;
+};

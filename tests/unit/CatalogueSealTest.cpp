@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// With the maker's key for XML files beside the program: which of them are believed. Signatures are made by
+// the minisign tool.
+#include <gmock/gmock.h>
+#include <sstream>
+
+#include "CatalogTest.h"
+#include "catalog/RunCatalogCheck.h"
+#include "catalog/RunCatalogSign.h"
+#include "signing/CCatalogueSeal.h"
+#include "support/Minisign.h"
+#include "support/ScopedEnvironment.h"
+
+namespace {
+
+using enum CCatalogueSeal::Judgement;
+
+const std::string CONTENT = "<?xml version='1.0'?>\r\n<u Location='Server'/>\n";
+const std::string COMMENT = "path:/a%20b/u.xml until:20270131";
+
+const Minisign& Maker() {
+    static const Minisign maker;
+    return maker;
+}
+
+std::string Signed(const std::string& content, const std::string& comment,
+                   const std::vector<std::string>& options = {}) {
+    return content + "<!--minisign\n" + Maker().Sign(content, comment, options) + "-->\n";
+}
+
+// The text with the first place of one text replaced by another.
+std::string But(std::string text, const std::string& what, const std::string& with) {
+    return text.replace(text.find(what), what.size(), with);
+}
+
+struct Case {
+    const char* situation;
+    std::string file = Signed(CONTENT, COMMENT);
+    CCatalogueSeal::Judgement judgement = UNSIGNED;
+    QDate today{2027, 1, 31};
+    const char* address = "http://mirror:8080/a b/u.xml";
+    std::string key = Maker().Key();
+};
+
+TEST(CatalogueSeal, BelievesWhatTheMakerSignedForThisAddressAndThisDay) {
+    const Minisign other;
+    const std::string good = Signed(CONTENT, COMMENT);
+    const std::string block = good.substr(CONTENT.size());
+    const Case cases[] = {
+        {.situation = "as it is", .judgement = GOOD},
+        {.situation = "a day of grace", .judgement = GOOD, .today{2027, 2, 1}},
+        {.situation = "two days late", .judgement = EXPIRED, .today{2027, 2, 2}},
+        {.situation = "no day that counts", .judgement = GOOD, .today{}},
+        {.situation = "another path", .judgement = WRONG_ADDRESS, .address = "http://mirror:8080/a/u.xml"},
+        {.situation = "white space behind", .file = good + " \r\n\t", .judgement = GOOD},
+        {.situation = "two keys", .judgement = GOOD, .key = other.Key() + Maker().Key()},
+        {.situation = "another maker's key", .key = other.Key()},
+        {.situation = "a key and something else", .key = Maker().Key() + "\n"},
+        {.situation = "no signature", .file = CONTENT},
+        {.situation = "a byte changed", .file = But(good, "Server", "server")},
+        {.situation = "another line end", .file = But(good, "\r\n", "\n")},
+        {.situation = "the old form", .file = Signed(CONTENT, COMMENT, {"-l"})},
+        {.situation = "something behind", .file = good + "<!-- -->"},
+        {.situation = "an element in the comment that nobody signed",
+         .file = But(good, "comment: ", "comment: --><u/><!--")},
+        {.situation = "two signatures", .file = good + block},
+        {.situation = "a signature of a signature", .file = Signed(good, COMMENT)},
+        {.situation = "Windows line ends in the comment", .file = But(good, "\ntrusted", "\r\ntrusted")},
+        {.situation = "the comment cut", .file = good.substr(0, good.size() - 2)},
+        {.situation = "two paths", .file = Signed(CONTENT, COMMENT + " path:/x")},
+        {.situation = "no path", .file = Signed(CONTENT, "until:20270131")},
+        {.situation = "two last days", .file = Signed(CONTENT, COMMENT + " until:20290131")},
+        {.situation = "no last day", .file = Signed(CONTENT, "path:/a%20b/u.xml")},
+        {.situation = "a last day that is none", .file = Signed(CONTENT, "path:/a%20b/u.xml until:20270231")},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.situation);
+        const TemporaryTree share;
+        const CVardoDirectoryPath folder(share.Root().c_str());
+        EXPECT_EQ(CCatalogueSeal(folder).Judge(CONTENT, "", row.today), GOOD) << "without a key";
+        share.Write("VardoCatalogue.pub", row.key);
+        EXPECT_EQ(CCatalogueSeal(folder).Judge(row.file, row.address, row.today), row.judgement);
+    }
+}
+
+class SignedSite : public CatalogTest {
+protected:
+    // Signs the site for so many days with the maker's secret key.
+    int Sign(const char* days, const char* folder = "site") {
+        std::ostringstream out;
+        return RunCatalogSign({"VARDOCatalogSign", "--key", QString::fromStdString(Maker().SecretKeyFile()),
+                               "--days", days, QString::fromStdString(shared_.Path(folder))},
+                              out, out);
+    }
+    void InstallKey() { shared_.Write("program/share/VardoCatalogue.pub", Maker().Key()); }
+};
+
+TEST_F(SignedSite, IsBelievedFileByFile) {
+    EXPECT_EQ(Sign("90", ""), EXIT_ERRORS) << "the samples have a mistake";
+    const QStringList withoutKey = Check();
+    const auto rows = Rows();
+    LayOut();
+    InstallKey();
+    EXPECT_THAT(Rows(), testing::Each(testing::Not(testing::HasSubstr("|Update|")))) << "nothing is signed";
+    for (const char* file : {"products.xml", "updates/notebook.xml", "notices/courses.xml",
+                             "program/VardoProductUpdate.xml", "gallery/gallery_categories.xml"})
+        EXPECT_EQ(Count(Check(withoutKey), QString("site/%1:1: error").arg(file), "unsigned-file"), 1)
+            << file;
+
+    // Twice: a signature gives way to the next.
+    EXPECT_EQ(Sign("13") + Sign("14"), 0);
+    EXPECT_EQ(Check(withoutKey), QStringList());
+    EXPECT_EQ(Rows(), rows);
+    EXPECT_EQ(Sign("13"), 0);
+    EXPECT_EQ(Count(Check(), "site/products.xml:1: warning", "signature-ends"), 1);
+    shared_.Write("site/updates/notebook.xml", Signed(CONTENT, "path:/p.xml until:20200131"));
+    for (const char* code : {"signature-over", "signed-elsewhere"})
+        EXPECT_EQ(Count(Check(), "site/updates/notebook.xml:1: error", code), 1);
+    shared_.Write("program/share/VardoCatalogue.pub", "no key");
+    EXPECT_EQ(Count(Check(), "program/share/VardoCatalogue.pub:1: error", "bad-key"), 1);
+
+    // One altered file of each kind: what it says is not shown, and the reason is told.
+    for (const char* file :
+         {"products.xml", "updates/planner.xml", "notices/courses.xml", "gallery/gallery_categories.xml"}) {
+        SCOPED_TRACE(file);
+        LayOut();
+        InstallKey();
+        EXPECT_EQ(Sign("90"), 0);
+        const std::string path = std::string("site/") + file;
+        shared_.Write(path, But(ReadWholeFile(shared_.Path(path)), "<", " <"));
+        EXPECT_NE(Rows(), rows);
+        EXPECT_EQ(told_, QStringList{"127.0.0.1: The file is not signed by the maker"});
+    }
+}
+
+TEST_F(SignedSite, TheStoredListCountsWhenItIsSignedForTheInstalledOnesAddress) {
+    const ScopedEnvironment home("HOME", shared_.Path("home").c_str());
+    const std::string list = "<P Version='9.0.0.0'><Product Name='n' BaseXml='b'/></P>\n";
+    const std::pair<std::string, Verdict> cases[] = {
+        {list, Verdict::UNSIGNED},
+        {Signed(list, "path:/lists/products.xml until:29991231"), Verdict::SIGNED_ELSEWHERE},
+        {Signed(list, "path:/products.xml until:20200131"), Verdict::COUNTS},
+    };
+    InstallKey();
+    for (const auto& [contents, verdict] : cases) {
+        shared_.Write("home/.VARDO Technologies/Product Update/products.xml", contents);
+        CProductListController controller(environment_);
+        EXPECT_TRUE(controller.LoadProductList());
+        EXPECT_EQ(controller.GetUsersVerdict(), verdict);
+        EXPECT_EQ(controller.GetProducts().size(), verdict == Verdict::COUNTS ? 1U : 10U);
+    }
+}
+
+}  // namespace
