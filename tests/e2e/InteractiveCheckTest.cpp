@@ -17,8 +17,9 @@ protected:
         for (int y = 45; y < window_.height - 100; y += 12)
             desktop_.Click(window_, -60, y);
     }
+    // The pages that browsers were asked for, without the site's address.
     static std::set<std::string> OpenedPages() {
-        std::istringstream notes(SampleMachine::OpenedPages());
+        std::ifstream notes("/tmp/run/pages");
         return {std::istream_iterator<std::string>(notes), {}};
     }
     // Turns the mouse wheel far enough to reach the top.

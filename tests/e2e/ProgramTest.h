@@ -37,7 +37,7 @@ protected:
     // Closes the window with its own button; true when the program then ends by itself.
     bool Close() {
         desktop_.Click(window_, -40, -20);
-        return program_->EndsWell();
+        return program_->ExitCode() == 0;
     }
     static int Setting(const char* name) { return UpdateSettings().value(name, -1).toInt(); }
     static int Today() { return static_cast<int>(QDate::currentDate().toJulianDay()); }

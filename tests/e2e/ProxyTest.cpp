@@ -119,7 +119,7 @@ protected:
 
 TEST_P(ProxyTest, AsksAUserUntilTheCredentialsAreRightOrRefused) {
     Start({"-silent"});
-    EXPECT_TRUE(program_->EndsWell());
+    EXPECT_EQ(program_->ExitCode(), 0);
     ExpectAnswers({"407 -", "407 -"});
 
     Start({});

@@ -42,7 +42,7 @@ public:
         for (const char* path : {"/tmp/run/browsers/firefox", "/tmp/run/runtime"})
             std::filesystem::permissions(path, std::filesystem::perms::owner_all);
 
-        if (!ChildProcess(VARDO_CMAKE, {"--install", VARDO_BINARY_DIR, "--prefix", FOLDER}).EndsWell())
+        if (ChildProcess(VARDO_CMAKE, {"--install", VARDO_BINARY_DIR, "--prefix", FOLDER}).ExitCode() != 0)
             throw std::runtime_error("the program cannot be installed");
         std::vector<std::string> arguments{FOLDER, "/tmp/run"};
         if (selfUpdate)
@@ -72,8 +72,6 @@ public:
 
     // The site's requests so far: method, path and status, a line each.
     static std::string Requests() { return ReadWholeFile("/tmp/run/access.log"); }
-    // The pages that browsers were asked for, without the site's address, a line each.
-    static std::string OpenedPages() { return ReadWholeFile("/tmp/run/pages"); }
     // Replaces the installed product list by one that never changes and knows the board software only.
     static void KnowBoardSoftwareOnly() {
         std::ofstream(FOLDER + "/share/products.xml")

@@ -12,7 +12,7 @@ TEST_F(StartTest, ASecondCopySaysSoAndOneThatEndsFreesTheLock) {
     machine_.KnowBoardSoftwareOnly();
     Open();
     const auto second = machine_.Start(desktop_.Name(), {});
-    EXPECT_TRUE(second->EndsWell());
+    EXPECT_EQ(second->ExitCode(), 0);
     EXPECT_EQ(second->Errors(), "VARDO Product Update is already running.\n");
     EXPECT_EQ(SampleMachine::StartReport({})->ExitCode(), 0) << "the report does not mind";
     EXPECT_TRUE(program_->IsRunning());
@@ -43,7 +43,7 @@ TEST_F(StartTest, WithoutADisplayItSaysWhatNeedsNone) {
                                                  {"-username", false},
                                                  {"-platform", false}}) {
         program_ = machine_.Start("", {argument});
-        EXPECT_TRUE(program_->EndsWell()) << argument;
+        EXPECT_EQ(program_->ExitCode(), 0) << argument;
         EXPECT_EQ(program_->Output(), needsDisplay ? "" : "error in parameters\n") << argument;
         EXPECT_EQ(program_->Errors(), needsDisplay ? noDisplay : "") << argument;
     }
@@ -60,7 +60,7 @@ TEST_F(StartTest, SilentWithNothingNewAndNobodyWhoReadsItsOutputItNotesTheDay) {
         std::vector<std::string>{"-c", "exec > >(exec true); wait $!; exec \"$0\" -silent",
                                  SampleMachine::FOLDER + "/bin/VARDOProductUpdate"},
         std::map<std::string, std::string>{{"DISPLAY", ""}, {"QT_QPA_PLATFORM", "offscreen"}});
-    EXPECT_TRUE(program_->EndsWell());
+    EXPECT_EQ(program_->ExitCode(), 0);
     EXPECT_THAT(machine_.Requests(), HasSubstr("GET /updates/board.xml 200"));
     EXPECT_EQ(Setting("LastChecked"), Today());
 }

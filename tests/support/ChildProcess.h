@@ -70,10 +70,6 @@ public:
     bool WaitForEnd(std::chrono::seconds limit = std::chrono::seconds(30)) {
         return WaitUntil([this] { return !IsRunning(); }, limit);
     }
-    // Whether it came to its end by itself, and called that a success.
-    bool EndsWell() {
-        return WaitForEnd() && process_.exitStatus() == QProcess::NormalExit && process_.exitCode() == 0;
-    }
     // Waits for its end; its exit code, or -1 when it did not come to an end by itself.
     int ExitCode() {
         return WaitForEnd() && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;

@@ -29,7 +29,7 @@ public:
 
 private:
     static void Run(const std::vector<std::string>& arguments) {
-        if (!ChildProcess("minisign", arguments).EndsWell())
+        if (ChildProcess("minisign", arguments).ExitCode() != 0)
             throw std::runtime_error("minisign failed");
     }
 
