@@ -83,6 +83,7 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     if (!IsCheckDue() || Prepare(false))
         return 0;
     productList_->FindInstalled();
+    productList_->BeginFetching();
     MainWindow window(environment_);
     Connect(window);
     window.ShowProducts();

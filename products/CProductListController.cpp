@@ -72,9 +72,14 @@ bool CProductListController::FindInstalled() {
     const CProductsByKey all(products);
     for (const auto& product : products)
         product->ApplyDisablers(all);
-    if (downloader_)
-        downloader_->FetchAhead(CheckAddresses(products));
+    isFetching_ = false;
     return found;
+}
+
+void CProductListController::BeginFetching() {
+    isFetching_ = true;
+    if (downloader_)
+        downloader_->FetchAhead(CheckAddresses(GetProducts()));
 }
 
 bool CProductListController::CheckForUpdates() {
@@ -83,6 +88,9 @@ bool CProductListController::CheckForUpdates() {
     isStopped_ = false;
     if (downloader_)
         downloader_->SetFailureCallback(fetchFailed_);
+    if (!isFetching_)
+        BeginFetching();
+    isFetching_ = false;
     if (fetchFailed_ && !listRefusal_.isEmpty())
         fetchFailed_(listRefusal_);
     QTimer patience;

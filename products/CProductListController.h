@@ -42,8 +42,11 @@ public:
     // folder) and becomes current. True when a list was fetched and could be read, newer or not.
     bool UpdateProductList();
     // Lets every product find what is installed, then lets them disable one another. True when anything was
-    // found. The downloader, if one is set, begins to fetch what CheckForUpdates will ask for.
+    // found.
     bool FindInstalled();
+    // Begins to fetch what CheckForUpdates will ask for. CheckForUpdates does so itself unless this was
+    // called since FindInstalled: connections may open while the caller does something else.
+    void BeginFetching();
     // Checks every product in order. True when any check succeeded and StopCheck was not called meanwhile.
     bool CheckForUpdates();
     // A CheckForUpdates that takes longer is ended as by StopCheck; 0, as at first: none is.
@@ -75,6 +78,7 @@ private:
     std::chrono::milliseconds timeLimit_{0};
     bool lastCheckResult_ = false;
     bool isChecking_ = false;
+    bool isFetching_ = false;
     bool isStopped_ = false;
     ProductCallback checkStarted_;
     ProductCallback checkFinished_;

@@ -81,6 +81,8 @@ const CTemporaryFolder& CTemporaryFolder::OfProcess() {
 
 CVardoDirectoryPath CTemporaryFolder::Get() const {
     for (const CVardoDirectoryPath& folder : {shared_, own_}) {
+        if (IsSafe(folder))
+            return folder;
         ParentOf(folder).Create();
         CreateForOwner(folder);
         if (IsSafe(folder))

@@ -4,14 +4,9 @@
 // The fetch service: where files land, whose proxy it uses, and what it answers.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <QStandardPaths>
 #include <boost/make_shared.hpp>
-#include <ctime>
 #include <filesystem>
-#include <fstream>
-#include <set>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 #include "net/Downloader.h"
@@ -112,72 +107,6 @@ TEST_F(ADownloader, SaysWhoFailed) {
         EXPECT_EQ(Fetch(row.address), "");
         EXPECT_EQ(told, row.text);
     }
-}
-
-class StaleFiles : public ADownloader {
-protected:
-    static void Age(const std::string& path, int days) {
-        const timespec past{std::time(nullptr) - days * 24L * 60 * 60, 0};
-        const timespec both[] = {past, past};
-        ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), both, AT_SYMLINK_NOFOLLOW), 0) << path;
-    }
-    static void Leave(const std::string& path, int days) {
-        std::ofstream(path) << "left";
-        Age(path, days);
-    }
-    static std::set<std::string> Names(const std::string& folder) {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
-            names.insert(entry.path().filename());
-        return names;
-    }
-
-    const TemporaryTree elsewhere_;
-};
-
-TEST_F(StaleFiles, AreRemovedWhenTheyAreOldAndOurs) {
-    std::set<std::string> kept = {"NBKTemp.xml", "NBKTemp(12).bin", "NBKTemp-3", "VARDOProductUpdate",
-                                  "xVARDOProductUpdate-"};
-    for (const std::string& name : kept)
-        Leave(Folder() + "/" + name, 8);
-    const std::string ours = Folder() + "/VARDOProductUpdate-";
-    for (const auto& [name, days] : {std::pair("7-1.xml", 8), {"7", 8}, {"new", 6}, {"future", -1}})
-        Leave(ours + name, days);
-    for (const char* name : {"target", "NBKTemp.xml"})
-        Leave(elsewhere_.Path(name), 8);
-    std::filesystem::create_symlink(elsewhere_.Path("target"), ours + "link");
-    for (const char* name : {"older", "newer"}) {
-        std::filesystem::create_directory(ours + name);
-        Leave(ours + name + "/setup.bin", 8);
-    }
-    std::filesystem::create_directory_symlink(elsewhere_.Root(), ours + "folder link");
-    for (const char* name : {"link", "older", "folder link"})
-        Age(ours + name, 8);
-
-    const std::string own =
-        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation).toStdString() +
-        "/VARDOProductUpdate";
-    std::filesystem::create_directories(own);
-    for (const char* name : {"/NBKTemp.run", "/VARDOProductUpdate-7-1.xml", "/Other"})
-        Leave(own + name, 8);
-
-    Downloader::RemoveStaleFiles();
-    EXPECT_EQ(Names(own), std::set<std::string>({"Other"}));
-    std::filesystem::remove_all(own);
-    for (const char* name : {"new", "future", "link", "newer", "folder link"})
-        kept.insert(std::string("VARDOProductUpdate-") + name);
-    EXPECT_EQ(Names(Folder()), kept);
-    EXPECT_EQ(Names(elsewhere_.Root()), std::set<std::string>({"NBKTemp.xml", "target"}));
-}
-
-TEST_F(StaleFiles, StayInAFolderThatIsALink) {
-    const std::string folder = Folder();
-    Leave(elsewhere_.Path("VARDOProductUpdate-7.xml"), 8);
-    std::filesystem::remove(folder);
-    std::filesystem::create_directory_symlink(elsewhere_.Root(), folder);
-    Downloader::RemoveStaleFiles();
-    EXPECT_TRUE(std::filesystem::exists(elsewhere_.Path("VARDOProductUpdate-7.xml")));
-    std::filesystem::remove(folder);
 }
 
 TEST_F(ADownloader, UsesTheProxyThatItsHandlerHasNow) {

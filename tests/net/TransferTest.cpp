@@ -1,12 +1,14 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// One transfer: what is asked for, what counts as success and what is left of the file.
+// One transfer: what is asked for, what counts as success and what is left of the file; and how hosts with
+// several addresses are reached, not all of which answer.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QTcpServer>
 #include <QThread>
 #include <QTimer>
 #include <algorithm>
@@ -15,10 +17,13 @@
 
 #include <sys/resource.h>
 
+#include "net/CPeerMemory.h"
 #include "net/ConnectionInfo.h"
+#include "net/HostConnection.h"
 #include "net/QHttp.h"
 #include "net/QtDownloader.h"
 #include "net/Transfer.h"
+#include "net/events/WaitWithQtEvents.h"
 #include "platform/text/ResultCodes.h"
 #include "support/LoopbackServer.h"
 #include "support/ScopedEnvironment.h"
@@ -59,6 +64,8 @@ protected:
     // Forgets connections and what was seen of servers.
     void BeginAnew() { threads_ = boost::make_shared<CTransferThreads>(1); }
 
+    // Of no interest to a transfer: a proxy that refuses every connection.
+    const ScopedEnvironment environment_{"http_proxy", "http://127.0.0.1:1/"};
     LoopbackServer server_;
     boost::shared_ptr<CTransferThreads> threads_ = boost::make_shared<CTransferThreads>(1);
     ConnectionInfo info_;
@@ -69,12 +76,7 @@ protected:
 
 const std::string HEAD = "HTTP/1.1 200 OK\r\n";
 const std::string LARGE(3'000'000, 'x');
-const std::string LINES = [] {
-    std::string lines;
-    for (int i = 0; i < 100'000; ++i)
-        lines += "X: y\r\n";
-    return lines;
-}();
+const std::string LINES = QByteArray("X: y\r\n").repeated(100'000).toStdString();
 
 const TransferBounds PATIENT{.silence = 10s};
 const TransferBounds IMPATIENT{.silence = 100ms, .wholeTime = 10s};
@@ -234,35 +236,20 @@ TEST_F(Transfer, TellsTheAskingThread) {
     EXPECT_EQ(total, 300);
 }
 
-// For the length of a scope no file may grow beyond so many bytes.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &previous_);
-        const rlimit limit{bytes, previous_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &previous_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    void (*handler_)(int);
-    rlimit previous_{};
-};
-
 TEST_F(Transfer, BlamesThisComputerWhenTheFileCannotBeWritten) {
+    rlimit previous{};
+    getrlimit(RLIMIT_FSIZE, &previous);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     for (const std::string& body : {LARGE, std::string("small")}) {
         server_.Serve("/", LoopbackAnswer::Body(body));
-        const FullDisk full(body.size() / 2);
+        const rlimit full{body.size() / 2, previous.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
         EXPECT_EQ(Fetch(server_.Address("/")), RESULT_FAILED);
+        setrlimit(RLIMIT_FSIZE, &previous);
         EXPECT_EQ(Contents(), NO_FILE);
-        EXPECT_TRUE(FailureText(record_).startsWith("The file cannot be stored: "))
-            << FailureText(record_).toStdString();
+        EXPECT_TRUE(FailureText(record_).startsWith("The file cannot be stored: "));
     }
+    std::signal(SIGXFSZ, handler);
     target_ = L"/tmp/missing/transfer.dat";
     EXPECT_EQ(Fetch(server_.Address("/")), RESULT_FAILED);
     EXPECT_EQ(FailureText(record_), "The file cannot be stored: No such file or directory");
@@ -319,13 +306,14 @@ protected:
     int FetchThroughProxy() { return Fetch(ADDRESS); }
     void Serve(std::vector<LoopbackAnswer> answers) { server_.Serve(ADDRESS, std::move(answers)); }
 
-    std::vector<std::string> SentCredentials() const {
+    // With all requests but the first ones.
+    std::vector<std::string> SentCredentials(std::size_t without) const {
         std::vector<std::string> sent;
         for (const LoopbackRequest& request : server_.Requests()) {
             const auto found = request.headers.find("proxy-authorization");
             sent.push_back(found == request.headers.end() ? "" : found->second);
         }
-        return sent;
+        return {sent.begin() + static_cast<std::ptrdiff_t>(without), sent.end()};
     }
 
     static constexpr const char* WORD = "p\xc3\xa4ss:word";
@@ -362,7 +350,7 @@ TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.situation);
         BeginAnew();
-        const auto already = static_cast<std::ptrdiff_t>(server_.RequestCount());
+        const std::size_t before = server_.RequestCount();
         Serve(row.answers);
         questions_ = 0;
         info_.SetProxyAuthRequiredCallback({});
@@ -371,9 +359,7 @@ TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
             AnswerWith("user", WORD);
         EXPECT_EQ(FetchThroughProxy(), row.result);
         EXPECT_EQ(questions_, row.questions);
-        std::vector<std::string> sent = SentCredentials();
-        sent.erase(sent.begin(), sent.begin() + already);
-        EXPECT_EQ(sent, row.sent);
+        EXPECT_EQ(SentCredentials(before), row.sent);
         EXPECT_EQ(info_.GetRoute().credentials.password == CAtlString(WORD), row.known || row.questions > 0)
             << "for the next";
     }
@@ -423,12 +409,10 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
         EXPECT_EQ(FetchThroughProxy() == RESULT_OK, row.isFetched);
         // The manager has sent another one before it can be stopped.
         EXPECT_LE(server_.RequestCount(), before + QHttp::MAX_CHALLENGES + 1);
-        EXPECT_THAT(SentCredentials().back(), testing::StartsWith(row.last));
+        EXPECT_THAT(SentCredentials(before).back(), testing::StartsWith(row.last));
         const bool isBasicFirst = row.answers.front().headers == basic_.headers;
-        const auto readable = testing::Contains(testing::StartsWith("Basic"));
-        std::vector<std::string> sent = SentCredentials();
-        sent.erase(sent.begin(), sent.begin() + static_cast<std::ptrdiff_t>(before) + (isBasicFirst ? 2 : 0));
-        EXPECT_THAT(sent, testing::Not(readable));
+        EXPECT_THAT(SentCredentials(before + (isBasicFirst ? 2 : 0)),
+                    testing::Not(testing::Contains(testing::StartsWith("Basic"))));
     }
 }
 
@@ -441,9 +425,8 @@ TEST_F(ProxyTransfer, DoesNotSendRefusedCredentialsAgain) {
             info_.SetCredentials("user", "wrong");
             EXPECT_EQ(FetchThroughProxy(), RESULT_ABORTED);
         }
-        std::vector<std::string> sent = SentCredentials();
-        sent.erase(sent.begin(), sent.begin() + static_cast<std::ptrdiff_t>(before));
-        EXPECT_EQ(sent.size() - static_cast<std::size_t>(std::count(sent.begin(), sent.end(), "")), 1U);
+        const std::vector<std::string> sent = SentCredentials(before);
+        EXPECT_EQ(std::count(sent.begin(), sent.end(), ""), static_cast<std::ptrdiff_t>(sent.size()) - 1);
     }
     Serve({basic_, body_});
     info_.SetCredentials("user", "wrong");
@@ -463,13 +446,81 @@ TEST_F(ProxyTransfer, ReadsALongChallengeAtOnce) {
     }
 }
 
-TEST_F(ProxyTransfer, GoesDirectWithoutAProxyWhateverTheEnvironmentSays) {
-    const ScopedEnvironment environment("http_proxy", server_.Address("/").toUtf8().constData());
-    LoopbackServer origin;
-    origin.Serve("/a.xml", LoopbackAnswer::Body("direct"));
-    info_.SetProxy(CAtlString(), 0);
-    EXPECT_EQ(Fetch(origin.Address("/a.xml")), RESULT_OK);
-    EXPECT_EQ(server_.RequestCount(), 0U);
+// Lets nobody in who comes after the first two, and does not turn them away either: their requests for a
+// connection are dropped.
+class SilentServer {
+public:
+    explicit SilentServer(quint16 port) {
+        server_.setListenBacklogSize(0);
+        EXPECT_TRUE(server_.listen(QHostAddress(ADDRESS), port));
+        server_.pauseAccepting();
+        for (QTcpSocket& visitor : visitors_) {
+            visitor.connectToHost(ADDRESS, port);
+            visitor.waitForConnected(100);
+        }
+    }
+
+    static constexpr const char* ADDRESS = "127.0.0.2";
+
+private:
+    QTcpServer server_;
+    QTcpSocket visitors_[2];
+};
+
+QList<QHostAddress> Addresses(const QStringList& texts) {
+    QList<QHostAddress> addresses;
+    for (const QString& text : texts)
+        addresses << QHostAddress(text);
+    return addresses;
+}
+
+class HostConnection : public testing::Test {
+protected:
+    HostConnection() { EXPECT_TRUE(server_.listen(QHostAddress::LocalHost)); }
+
+    // Where the connection leads, or the error, within a second.
+    QString PeerOf(const QList<QHostAddress>& addresses) {
+        QString error = "nothing yet";
+        timer_.start();
+        const auto wait = [this](const boost::function<bool()>& keepWaiting) {
+            WaitWithQtEvents([&] { return keepWaiting() && timer_.elapsed() < 1000; }).Wait();
+            return !keepWaiting();
+        };
+        const auto socket = ConnectToAny(addresses, server_.serverPort(), wait, error);
+        return socket ? socket->peerAddress().toString() : error;
+    }
+
+    QTcpServer server_;
+    QElapsedTimer timer_;
+};
+
+TEST_F(HostConnection, FindsTheAddressThatAnswers) {
+    const SilentServer silent(server_.serverPort());
+    const struct {
+        const char* situation;
+        QStringList addresses;
+        QString expected;
+        qint64 atLeast, atMost;  // milliseconds
+    } rows[] = {
+        {"behind one that refuses", {"127.0.0.3", "127.0.0.1"}, "127.0.0.1", 0, 200},
+        {"behind a silent one", {SilentServer::ADDRESS, "127.0.0.1"}, "127.0.0.1", 250, 1000},
+        {"a silent one first", {SilentServer::ADDRESS, "127.0.0.3"}, "nothing yet", 1000, 2000},
+        {"none", {"127.0.0.3", "127.0.0.4"}, "Connection refused", 0, 200},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.situation);
+        EXPECT_EQ(PeerOf(Addresses(row.addresses)), row.expected);
+        EXPECT_GE(timer_.elapsed(), row.atLeast);
+        EXPECT_LE(timer_.elapsed(), row.atMost);
+    }
+}
+
+TEST(HostAddresses, AreLookedUpAndTakeTurns) {
+    CPeerMemory memory;
+    EXPECT_TRUE(memory.AddressesOf("localhost").result().contains(QHostAddress(QHostAddress::LocalHost)));
+    EXPECT_TRUE(memory.AddressesOf("").result().isEmpty());
+    EXPECT_EQ(InTurns(Addresses({"::1", "::2", "::3", "0.0.0.1", "0.0.0.2"})),
+              Addresses({"::1", "0.0.0.1", "::2", "0.0.0.2", "::3"}));
 }
 
 }  // namespace

@@ -5,10 +5,13 @@
 #include <gtest/gtest.h>
 #include <clocale>
 #include <csignal>
+#include <ctime>
 #include <cwchar>
 #include <filesystem>
 #include <functional>
+#include <tuple>
 
+#include <fcntl.h>
 #include <pwd.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -249,6 +252,46 @@ TEST(TemporaryFolders, AreOutOfTheReachOfOthers) {
         EXPECT_EQ(std::filesystem::status(taken).permissions(),
                   row.taken.empty() ? std::filesystem::perms::unknown : std::filesystem::perms(row.mode));
     }
+}
+
+TEST(TemporaryFolders, LoseOnlyWhatIsOldAndOurs) {
+    const TemporaryTree tree;
+    const auto age = [&tree](const std::string& name, int days) {
+        const timespec past{std::time(nullptr) - days * 24L * 60 * 60, 0};
+        const timespec both[] = {past, past};
+        EXPECT_EQ(utimensat(AT_FDCWD, tree.Path(name).c_str(), both, AT_SYMLINK_NOFOLLOW), 0) << name;
+    };
+    const std::tuple<std::string, int, bool> files[] = {
+        {"shared/NBKTemp.xml", 8, true},
+        {"shared/VARDOProductUpdate", 8, true},
+        {"shared/xVARDOProductUpdate-", 8, true},
+        {"shared/VARDOProductUpdate-7-1.xml", 8, false},
+        {"shared/VARDOProductUpdate-new", 6, true},
+        {"shared/VARDOProductUpdate-future", -1, true},
+        {"shared/VARDOProductUpdate-older/setup.bin", 8, false},
+        {"shared/VARDOProductUpdate-newer/setup.bin", 8, true},
+        {"own/NBKTemp.run", 8, false},
+        {"own/VARDOProductUpdate-7-1.xml", 8, false},
+        {"own/Other", 8, true},
+        {"elsewhere/VARDOProductUpdate-7-1.xml", 8, true},
+    };
+    for (const auto& [name, days, stays] : files) {
+        tree.Write(name, "left");
+        age(name, days);
+    }
+    const std::string link = "shared/VARDOProductUpdate-link";
+    std::filesystem::create_directory_symlink(tree.Path("elsewhere"), tree.Path(link));
+    std::filesystem::create_directory_symlink(tree.Path("elsewhere"), tree.Path("linked"));
+    age(link, 8);
+    age("shared/VARDOProductUpdate-older", 8);
+    for (const char* shared : {"shared", "linked"})
+        CTemporaryFolder(CVardoDirectoryPath(tree.Path(shared).c_str()),
+                         CVardoDirectoryPath(tree.Path("own").c_str()))
+            .RemoveStaleFiles(L"NBKTemp", std::chrono::days(7));
+    for (const auto& [name, days, stays] : files)
+        EXPECT_EQ(std::filesystem::exists(tree.Path(name)), stays) << name;
+    EXPECT_TRUE(std::filesystem::is_symlink(tree.Path(link)));
+    EXPECT_FALSE(std::filesystem::exists(tree.Path("shared/VARDOProductUpdate-older")));
 }
 
 TEST_F(Paths, AReplacementThatFailsLeavesTheOldFileAndNothingElse) {

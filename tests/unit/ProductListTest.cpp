@@ -202,6 +202,7 @@ TEST_F(ProductList, EveryProductIsFoundAndCheckedInOrder) {
         Install(key + ".xml", "1.0.0.0", key);
     downloader_->announced.clear();
     EXPECT_TRUE(controller_.FindInstalled());
+    controller_.BeginFetching();
     EXPECT_FALSE(controller_.IsAnyUpdateAvailable());
     std::string events;
     const auto record = [&events](const char* event) {
