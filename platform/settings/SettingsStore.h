@@ -45,7 +45,8 @@ int WriteRegistryDword(int hive, const CAtlString& key, const CAtlString& name, 
                        const CAtlString& domain = SETTINGS_DOMAIN);
 
 // Several integers of one key: a process that is killed meanwhile leaves all of them written, or none.
-void WriteRegistryDwords(int hive, const CAtlString& key, const std::vector<std::pair<CAtlString, int>>& values);
+void WriteRegistryDwords(int hive, const CAtlString& key,
+                         const std::vector<std::pair<CAtlString, int>>& values);
 
 // Appends the names of the key's sub-keys, then those of its values.
 void EnumRegistryKeys(int hive, const CAtlString& key, std::vector<CAtlString>& names,

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // A key file and a signature file of minisign, and a file with a signature in it; the input is read as each.
-// The corpus holds real signatures: nothing that differs from them in more than its looks may count as signed.
+// The corpus holds real signatures: nothing that differs from them in more than its looks may count as
+// signed.
 #include <fcntl.h>
 
 #include "fuzz/Fuzzing.h"

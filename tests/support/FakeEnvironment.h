@@ -47,6 +47,7 @@ public:
             wait_ = &wait;
             QTimer::singleShot(0, &wait, whileOpening);
             wait.exec();
+            wait_ = nullptr;
         }
         return pagesOpen;
     }
