@@ -23,7 +23,7 @@ struct TransferBounds {
     std::chrono::milliseconds wholeTime{60'000};
     bool mayTakeItsTime = false;
     // The bytes of the body.
-    qint64 bodyBytes = 16 * 1024 * 1024;
+    qint64 bodyBytes = qint64{16} * 1024 * 1024;
 
     // The same for a file that may be large and take its time.
     TransferBounds ForInstaller() const { return {connect, silence, wholeTime, true, INSTALLER_BYTES}; }

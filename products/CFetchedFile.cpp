@@ -12,7 +12,7 @@
 CFetchedFile::CFetchedFile(IDownloader* downloader, const CAtlString& address,
                            const CVardoDirectoryPath& sharedFolder)
     : file_(downloader ? downloader->Download(address) : CAtlString()) {
-    if (file_.IsEmpty())
+    if (!downloader || file_.IsEmpty())
         return;
     bytes_ = ReadFileBytes(file_);
     verdict_ = Judge(bytes_, address, sharedFolder, TodayInUtc());

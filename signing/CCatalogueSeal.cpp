@@ -35,7 +35,9 @@ CCatalogueSeal::CCatalogueSeal(const CVardoDirectoryPath& sharedFolder)
 std::optional<CCatalogueSeal::Statement> CCatalogueSeal::Read(std::string_view file) const {
     const std::string_view content = WithoutSignature(file);
     const auto signature = FindSignature(file.substr(content.size()));
-    const CMinisignKey* key = signature ? keys_.KeyOf(*signature) : nullptr;
+    if (!signature)
+        return std::nullopt;
+    const CMinisignKey* key = keys_.KeyOf(*signature);
     if (!key || !signature->IsOf(content, *key))
         return std::nullopt;
     const auto path = signature->GetOnlyWord("path:");

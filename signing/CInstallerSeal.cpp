@@ -44,7 +44,9 @@ bool CInstallerSeal::Accept(std::string_view signature, const Offer& offer) {
 }
 
 bool CInstallerSeal::IsOf(const CFileDescriptor& file) const {
-    const CMinisignKey* key = signature_ ? keys_.KeyOf(*signature_) : nullptr;
+    if (!signature_)
+        return false;
+    const CMinisignKey* key = keys_.KeyOf(*signature_);
     return key && signature_->IsOf(file, *key);
 }
 

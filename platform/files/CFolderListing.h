@@ -26,7 +26,7 @@ private:
     struct Name {
         CAtlString text;
         // In the order of the folder.
-        std::size_t place;
+        std::size_t place = 0;
     };
 
     CVardoDirectoryPath folder_;

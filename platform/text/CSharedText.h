@@ -95,7 +95,12 @@ protected:
     CSharedText(CSharedText&& other) noexcept : data_(std::exchange(other.data_, EmptyData())) {}
     ~CSharedText() { Release(); }
 
-    CSharedText& operator=(const CSharedText& other) { return *this = CSharedText(other); }
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the copy outlives what it replaces.
+    CSharedText& operator=(const CSharedText& other) {
+        CSharedText copy(other);
+        std::swap(data_, copy.data_);
+        return *this;
+    }
     CSharedText& operator=(CSharedText&& other) noexcept {
         std::swap(data_, other.data_);
         return *this;
