@@ -11,7 +11,6 @@
 
 #include "ProductTest.h"
 #include "products/CProductListController.h"
-#include "products/ProductListFiles.h"
 #include "support/ScopedEnvironment.h"
 
 namespace {
@@ -32,10 +31,7 @@ std::string List(const std::string& version, const std::string& products) {
 }
 
 std::string Repeated(const std::string& text, int times) {
-    std::string all;
-    for (int i = 0; i < times; ++i)
-        all += text;
-    return all;
+    return QByteArray::fromStdString(text).repeated(times).toStdString();
 }
 
 class ProductList : public ProductTest {
@@ -142,22 +138,19 @@ TEST_F(ProductList, IsRefreshedFromItsAddress) {
     Put(USERS, old);
     Put(INSTALLED, "");
     downloader_->Serve(ADDRESS, newer);
-    EXPECT_TRUE(controller_.LoadProductList() && controller_.UpdateProductList());
-    EXPECT_EQ(fs::status(shared_.Path(INSTALLED)).permissions(), fs::perms(0644)) << "for every user";
-
-    Put(USERS, old);
-    Put(INSTALLED, "");
     shared_.Write("others.xml", old);
     fs::create_symlink("others.xml", shared_.Path(INSTALLED));
     EXPECT_TRUE(controller_.LoadProductList() && controller_.UpdateProductList());
     EXPECT_EQ(ReadWholeFile(shared_.Path("others.xml")), old) << "nothing is written through a link";
     EXPECT_EQ(ReadWholeFile(shared_.Path(INSTALLED)), newer);
+    EXPECT_EQ(fs::status(shared_.Path(INSTALLED)).permissions(), fs::perms(0644)) << "for every user";
     controller_.SetDownloader(nullptr);
     EXPECT_FALSE(controller_.UpdateProductList());
 }
 
-TEST_F(ProductList, ANewerListGoesToTheUserWhenTheInstallationCannotBeWritten) {
+TEST_F(ProductList, ANewerListIsTheUsersAloneWhenTheInstallationCannotBeWritten) {
     const std::string usual = shared_.Path("home");
+    const mode_t mask = umask(0);
     downloader_->Serve(ADDRESS, List("2.0.0.0", Element("n")));
     for (const char* home : {usual.c_str(), static_cast<const char*>(nullptr), "", "/tmp/\xFFhome"}) {
         const ScopedEnvironment scope("HOME", home);
@@ -170,15 +163,7 @@ TEST_F(ProductList, ANewerListGoesToTheUserWhenTheInstallationCannotBeWritten) {
         for (const char* parent : {"/", "/tmp/", ""})
             EXPECT_FALSE(fs::exists(std::string(parent) + ".VARDO Technologies")) << parent;
     }
-}
-
-TEST_F(ProductList, TheUsersCopyIsForThatUserAlone) {
-    const CVardoFilePath fetched(shared_.Write("fetched", "list").c_str());
-    environment_->sharedDataFolder = CVardoDirectoryPath("/nowhere");
-    const mode_t mask = umask(0);
-    StoreProductList(fetched, *environment_);
     umask(mask);
-    EXPECT_EQ(ReadWholeFile(shared_.Path(USERS)), "list");
     EXPECT_EQ(fs::status(shared_.Path(USERS)).permissions(), fs::perms(0600));
     for (const char* folder : {"home/.VARDO Technologies", "home/.VARDO Technologies/Product Update"})
         EXPECT_EQ(fs::status(shared_.Path(folder)).permissions(), fs::perms(0700)) << folder;

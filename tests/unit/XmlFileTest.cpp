@@ -33,10 +33,7 @@ bool Parses(const std::string& text, TiXmlEncoding encoding) {
 }
 
 std::string Repeated(const std::string& text, int count) {
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
+    return QByteArray::fromStdString(text).repeated(count).toStdString();
 }
 
 std::string Nested(int levels) {
