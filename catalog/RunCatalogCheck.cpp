@@ -4,10 +4,8 @@
 #include "catalog/RunCatalogCheck.h"
 
 #include "catalog/Checks.h"
-#include "catalog/ValueChecks.h"
 
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <ostream>
 
 namespace {
@@ -41,18 +39,6 @@ struct Options {
     QString problem{};
 };
 
-QString ProblemOf(const Options& options, const QCommandLineParser& parser) {
-    if (options.isHelp || options.isVersion)
-        return {};
-    if (parser.positionalArguments().size() != 1)
-        return QStringLiteral("there must be one folder");
-    if (!options.site.isEmpty() && !CanBeFetched(options.site))
-        return QStringLiteral("--site takes an address with \"http://\" and a host");
-    if (const QFileInfo folder(options.folder); !folder.isDir() || !folder.isReadable())
-        return QStringLiteral("\"%1\" is no folder that can be read").arg(options.folder);
-    return {};
-}
-
 Options ReadOptions(const QStringList& arguments) {
     const QCommandLineOption json("json");
     const QCommandLineOption site("site", {}, "ADDRESS");
@@ -67,7 +53,8 @@ Options ReadOptions(const QStringList& arguments) {
                     .isJson = parser.isSet(json),
                     .isHelp = parser.isSet(help),
                     .isVersion = parser.isSet(version)};
-    options.problem = ProblemOf(options, parser);
+    if (!options.isHelp && !options.isVersion)
+        options.problem = FolderProblem(parser, options.site);
     return options;
 }
 
@@ -81,10 +68,8 @@ int ExitStatus(const CFindings& findings) {
 
 int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostream& err) {
     const Options options = ReadOptions(arguments);
-    if (!options.problem.isEmpty()) {
-        err << "VARDOCatalogCheck: " << options.problem.toStdString() << '\n' << USAGE;
-        return EXIT_WRONG_USAGE;
-    }
+    if (!options.problem.isEmpty())
+        return RefuseUsage("VARDOCatalogCheck", options.problem, USAGE, err);
     int status = EXIT_CLEAN;
     if (options.isHelp) {
         out << USAGE << HELP;
@@ -95,8 +80,5 @@ int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostrea
         out << (options.isJson ? findings.ToJson() : findings.ToText()).toStdString();
         status = ExitStatus(findings);
     }
-    if (out.flush())
-        return status;
-    err << "VARDOCatalogCheck: the output could not be written\n";
-    return EXIT_ERRORS;
+    return Finish("VARDOCatalogCheck", status, out, err);
 }

@@ -4,17 +4,10 @@
 // The program VARDOCatalogCheck, but for its main function.
 #pragma once
 
+#include "catalog/FolderProgram.h"
+
 #include <QStringList>
 #include <iosfwd>
-
-// What the program ends with.
-enum CatalogExit {
-    EXIT_CLEAN = 0,
-    EXIT_WARNINGS = 1,
-    EXIT_ERRORS = 2,
-    // As sysexits.h has it.
-    EXIT_WRONG_USAGE = 64,
-};
 
 // Checks the folder that the arguments name (the first one is the program's own name) and writes the findings
 // to out, as lines or as JSON, and what goes wrong otherwise to err; both as UTF-8. Needs a QCoreApplication.

@@ -5,8 +5,6 @@
 
 #include "catalog/CMinisignTool.h"
 #include "catalog/Checks.h"
-#include "catalog/RunCatalogCheck.h"
-#include "catalog/ValueChecks.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileReplacement.h"
 #include "signing/CCatalogueSeal.h"
@@ -65,17 +63,11 @@ struct SignedFile {
 QString ProblemOf(const Options& options, const QCommandLineParser& parser) {
     if (options.isHelp || options.isVersion)
         return {};
-    if (parser.positionalArguments().size() != 1)
-        return QStringLiteral("there must be one folder");
     if (!QFileInfo(options.key).isFile())
         return QStringLiteral("--key takes the file of a secret key");
     if (options.days < 1 || options.days > MOST_DAYS)
         return QStringLiteral("--days takes a number from 1 to %1").arg(MOST_DAYS);
-    if (!options.site.isEmpty() && !CanBeFetched(options.site))
-        return QStringLiteral("--site takes an address with \"http://\" and a host");
-    if (const QFileInfo folder(options.folder); !folder.isDir() || !folder.isReadable())
-        return QStringLiteral("\"%1\" is no folder that can be read").arg(options.folder);
-    return {};
+    return FolderProblem(parser, options.site);
 }
 
 Options ReadOptions(const QStringList& arguments) {
@@ -234,10 +226,8 @@ int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
 
 int RunCatalogSign(const QStringList& arguments, std::ostream& out, std::ostream& err) {
     const Options options = ReadOptions(arguments);
-    if (!options.problem.isEmpty()) {
-        err << "VARDOCatalogSign: " << options.problem.toStdString() << '\n' << USAGE;
-        return EXIT_WRONG_USAGE;
-    }
+    if (!options.problem.isEmpty())
+        return RefuseUsage("VARDOCatalogSign", options.problem, USAGE, err);
     int status = EXIT_CLEAN;
     if (options.isHelp)
         out << USAGE << HELP;
@@ -245,8 +235,5 @@ int RunCatalogSign(const QStringList& arguments, std::ostream& out, std::ostream
         out << "VARDOCatalogSign " << VARDO_VERSION << '\n';
     else
         status = SignFolder(options, out, err);
-    if (out.flush())
-        return status;
-    err << "VARDOCatalogSign: the output could not be written\n";
-    return EXIT_ERRORS;
+    return Finish("VARDOCatalogSign", status, out, err);
 }

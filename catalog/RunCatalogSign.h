@@ -4,6 +4,8 @@
 // The program VARDOCatalogSign, but for its main function.
 #pragma once
 
+#include "catalog/FolderProgram.h"
+
 #include <QStringList>
 #include <iosfwd>
 

@@ -47,7 +47,8 @@ CUpdateReport::CUpdateReport(const boost::shared_ptr<IEnvironment>& environment,
                              const boost::shared_ptr<Downloader>& downloader)
     : environment_(environment), downloader_(downloader), controller_(environment) {}
 
-bool CUpdateReport::Run(bool isOffline) {
+bool CUpdateReport::Run(bool isOffline, bool isExplained) {
+    isExplained_ = isExplained;
     isListed_ = controller_.LoadProductList();
     wasChecked_ = !isOffline;
     Observe();
@@ -63,8 +64,14 @@ bool CUpdateReport::Run(bool isOffline) {
 }
 
 void CUpdateReport::Observe() {
-    for (const auto& product : controller_.GetProducts())
-        product->SetObserver(explanations_[product.get()]);
+    for (const auto& product : controller_.GetProducts()) {
+        if (isExplained_)
+            product->SetObserver(explanations_[product.get()]);
+        else
+            product->SetObserver(deaf_);
+    }
+    if (!isExplained_)
+        return;
     controller_.SetCheckStartedCallback([this](const boost::shared_ptr<IProduct>& product) {
         CExplanation& explanation = explanations_[product.get()];
         downloader_->SetTransferCallback(
@@ -82,14 +89,14 @@ void CUpdateReport::MakeRows() {
     }
 }
 
-QJsonArray CUpdateReport::ToJson(bool isExplained) const {
-    const QJsonObject common = isExplained ? ExplainCommon() : QJsonObject();
+QJsonArray CUpdateReport::ToJson() const {
+    const QJsonObject common = isExplained_ ? ExplainCommon() : QJsonObject();
     QJsonArray rows;
     for (const auto& [row, product] : entries_) {
-        if (row.state == ReportState::NOT_INSTALLED && !isExplained)
+        if (row.state == ReportState::NOT_INSTALLED && !isExplained_)
             continue;
         QJsonObject object = ::ToJson(row);
-        if (isExplained)
+        if (isExplained_)
             object["explain"] = Explain(*product, common);
         rows.append(object);
     }

@@ -28,12 +28,13 @@ public:
     CUpdateReport(const boost::shared_ptr<IEnvironment>& environment,
                   const boost::shared_ptr<Downloader>& downloader);
 
-    // Loads the list, looks for what is installed and, unless offline, checks it. False without a list.
-    bool Run(bool isOffline);
+    // Loads the list, looks for what is installed and, unless offline, checks it. Only an explained report
+    // keeps what was decided. False without a list.
+    bool Run(bool isOffline, bool isExplained);
 
     // After Run: an object for each installed version. Explained, each has an "explain", and products that
     // are not installed are there as well.
-    QJsonArray ToJson(bool isExplained) const;
+    QJsonArray ToJson() const;
     // After Run: what every "explain" says of the "list" and of a "silentCheck". With no row as well.
     QJsonObject ExplainCommon() const;
     int GetExitStatus() const;
@@ -51,7 +52,10 @@ private:
     CProductListController controller_;
     bool isListed_ = false;
     bool wasChecked_ = false;
+    bool isExplained_ = false;
     std::map<const IProduct*, CExplanation> explanations_;
+    // Hears nothing.
+    IDecisionObserver deaf_;
     struct Entry {
         ReportRow row;
         boost::shared_ptr<IProduct> product;

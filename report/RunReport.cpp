@@ -64,13 +64,12 @@ int Report(const CReportOptions& options) {
     CUpdateReport report(boost::make_shared<CUnattendedEnvironment>(SharedDataFolder()), downloader);
     if (!options.IsOffline())
         Downloader::RemoveStaleFiles();
-    if (!report.Run(options.IsOffline()))
+    if (!report.Run(options.IsOffline(), options.IsExplained()))
         std::cerr << "VARDOUpdateReport: there is no product list\n";
     const bool isPrinted =
-        options.IsJson()
-            ? Print(QString::fromUtf8(PrintableJson(QJsonDocument(report.ToJson(options.IsExplained())))))
-            : Print(ReportText(report.ToJson(options.IsExplained()),
-                               options.IsExplained() ? report.ExplainCommon() : QJsonObject()));
+        options.IsJson() ? Print(QString::fromUtf8(PrintableJson(QJsonDocument(report.ToJson()))))
+                         : Print(ReportText(report.ToJson(),
+                                            options.IsExplained() ? report.ExplainCommon() : QJsonObject()));
     return isPrinted ? report.GetExitStatus() : CUpdateReport::NOT_ALL_CHECKED;
 }
 

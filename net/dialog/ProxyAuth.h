@@ -44,6 +44,7 @@ protected slots:
     // Takes the address in the field of the host apart ("http://proxy:3128/"). When it can be no address, the
     // user is told and the dialog stays open.
     void accept() override;
+    void reject() override { QDialog::reject(); }
 
 private:
     // Whether the field of the host is empty or holds a host afterwards.
