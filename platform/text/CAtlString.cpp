@@ -103,6 +103,7 @@ QString CAtlString::ToQString() const {
 
 CAtlString& CAtlString::operator+=(const CAtlString& text) {
     // Shares the characters, which may be those of this very text.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const CAtlString source(text);
     Append(source.GetString(), source.GetLength());
     return *this;
