@@ -8,9 +8,7 @@
 
 #include <unistd.h>
 
-#include "platform/files/Addresses.h"
 #include "platform/files/CTemporaryFolder.h"
-#include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileSystem.h"
 
 AheadTransfer::~AheadTransfer() {
@@ -31,20 +29,21 @@ void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {
         if (entry.ahead)
             entry.ahead->transfer.Cancel();
     entries_.clear();
+    folder_ = urls.empty() ? CVardoDirectoryPath() : CVardoDirectoryPath::GetTempDirectory();
     for (const CAtlString& url : urls)
         entries_.push_back({url, nullptr});
 }
 
 void CFetchAhead::Start(const Route& route) {
+    if (folder_.IsEmpty())
+        return;
     for (std::size_t i = 0; i < std::min(MOST_AHEAD, entries_.size()); ++i) {
         Entry& entry = entries_[i];
         if (entry.ahead && !entry.ahead->transfer.IsHeld())
             continue;
         CAtlString name;
         name.Format(L"%s%d-%d", CTemporaryFolder::OWN_NAME, getpid(), ++serial_);
-        const CVardoFilePath file = CVardoDirectoryPath::GetTempFilePath(AddressExtension(entry.url), name);
-        if (file.IsEmpty())
-            return;
+        const CVardoFilePath file = CVardoDirectoryPath::Combine(folder_, name);
         entry.ahead.reset(new AheadTransfer{entry.url, route, file, QtDownloader(bounds_, threads_)});
         entry.ahead->transfer.StartAhead(entry.url, file.GetFilePathString(), route);
     }

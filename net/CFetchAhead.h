@@ -5,6 +5,7 @@
 #pragma once
 
 #include "net/QtDownloader.h"
+#include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/CVardoFilePath.h"
 #include "platform/text/CAtlString.h"
 
@@ -55,6 +56,8 @@ private:
     TransferBounds bounds_;
     boost::shared_ptr<CTransferThreads> threads_;
     std::deque<Entry> entries_;
+    // For the files of one plan; empty when there is none for temporary files.
+    CVardoDirectoryPath folder_;
     // Makes the names of the files differ before the files exist.
     int serial_ = 0;
 };

@@ -174,6 +174,7 @@ bool QHttp::Converse(const QByteArray& request) {
     };
     OnSent();
     socket_->write(request);
+    socket_->flush();
     bool hasBegun = false;
     bool isOver = false;
     while (!isOver && Wait(isQuiet)) {

@@ -9,6 +9,8 @@
 #include <algorithm>
 
 CKeyFile::CKeyFile(const CVardoFilePath& file) : isThere_(FileSystem::IsTaken(file.GetFilePathString())) {
+    if (!isThere_)
+        return;
     const CAtlStringA bytes = ReadFileBytes(file);
     keys_ = CMinisignKey::ParseAll({bytes.begin(), bytes.end()});
 }
