@@ -4,7 +4,7 @@
 #
 # fuzz.sh MINUTES [FUZZER...]
 #
-# Runs the fuzzers (all of tests/fuzz, or the named ones, such as Versions) for so many minutes each, as many at a time as
+# Runs the fuzzers (all of tests/fuzz, or the named ones, such as Xml) for so many minutes each, as many at a time as
 # the machine has processors, with the lowest priority. Prints what each of them did; fails when one found anything.
 # What they learn stays in build/fuzz, and the next run goes on from there.
 source "$(dirname "$0")/lib.sh"

@@ -47,17 +47,6 @@ CAtlStringA Bytes(std::string_view input) {
     return CAtlStringA(input.data(), static_cast<int>(input.size()));
 }
 
-std::vector<std::string_view> Split(std::string_view input, char separator) {
-    std::vector<std::string_view> pieces;
-    for (std::size_t end = input.find(separator); end != std::string_view::npos;
-         end = input.find(separator)) {
-        pieces.push_back(input.substr(0, end));
-        input.remove_prefix(end + 1);
-    }
-    pieces.push_back(input);
-    return pieces;
-}
-
 InputFile::InputFile(std::string path) : path_(std::move(path)) {
     std::filesystem::create_directories(std::filesystem::path(path_).parent_path());
 }

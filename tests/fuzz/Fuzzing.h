@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "net/IDownloader.h"
 #include "platform/text/CAtlString.h"
@@ -25,9 +24,6 @@ inline std::string_view View(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 CAtlStringA Bytes(std::string_view input);
-
-// The pieces between the separators; an input without one is one piece.
-std::vector<std::string_view> Split(std::string_view input, char separator);
 
 // A file in the process's own /tmp, which lies in memory. Creates the folder.
 class InputFile {

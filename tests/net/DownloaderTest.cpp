@@ -4,13 +4,11 @@
 // The fetch service: where files land, whose proxy it uses, and what it answers.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <boost/make_shared.hpp>
 #include <filesystem>
 
 #include <sys/stat.h>
 
 #include "net/Downloader.h"
-#include "net/ProxyHandlerBase.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "support/LoopbackServer.h"
 #include "support/TemporaryTree.h"
@@ -107,14 +105,4 @@ TEST_F(ADownloader, SaysWhoFailed) {
         EXPECT_EQ(Fetch(row.address), "");
         EXPECT_EQ(told, row.text);
     }
-}
-
-TEST_F(ADownloader, UsesTheProxyThatItsHandlerHasNow) {
-    const auto handler = boost::make_shared<ProxyHandlerBase>();
-    downloader_.SetProxyHandler(handler);
-    handler->SetProxyHost(L"proxy.invalid");
-    EXPECT_EQ(Fetch(server_.Address("/a.xml")), "");
-    handler->SetProxyHost(CAtlString());
-    EXPECT_NE(Fetch(server_.Address("/a.xml")), "");
-    EXPECT_EQ(server_.RequestCount(), 1U);
 }

@@ -167,17 +167,6 @@ TEST_P(Servers, CountAsTheyAnswer) {
 const auto SITUATION = [](const auto& row) { return row.param.situation; };
 INSTANTIATE_TEST_SUITE_P(, Servers, testing::ValuesIn(SERVERS), SITUATION);
 
-TEST_F(Transfer, SendsAKeptRequestOnceMoreOnlyBeforeTheFirstByte) {
-    server_.Serve("/a.xml", {LoopbackAnswer::Body("x"), LoopbackAnswer::Raw(""),
-                             LoopbackAnswer::Body("again"), LoopbackAnswer::Raw("H")});
-    EXPECT_EQ(Fetch(server_.Address("/a.xml")), RESULT_OK);
-    EXPECT_EQ(Fetch(server_.Address("/a.xml")), RESULT_OK);
-    EXPECT_EQ(Contents(), "again");
-    EXPECT_EQ(Fetch(server_.Address("/a.xml")), RESULT_FAILED);
-    EXPECT_EQ(server_.RequestCount(), 4U);
-    EXPECT_EQ(server_.Connections(), 2);
-}
-
 TEST_F(Transfer, AsksForThePathAloneWithAPlainRequest) {
     const std::pair<const char*, const char*> rows[] = {
         {"/a/b.xml?x=1#top", "/a/b.xml"},
@@ -339,7 +328,7 @@ TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
         {"known before", {basic_, body_}, true, true, RESULT_OK, 0, {"", word}},
         {"refused twice", {basic_, basic_, basic_, body_}, false, true, RESULT_OK, 3, {"", word, word, word}},
         {"never content", {basic_}, false, true, RESULT_FAILED, 4, {"", word, word, word, word}},
-        {"the retry breaks off",
+        {"broken off",
          {basic_, LoopbackAnswer::Raw("x"), body_},
          false,
          true,

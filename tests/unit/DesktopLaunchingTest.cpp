@@ -3,7 +3,6 @@
 
 // Which program opens an address on which desktop, and what starting a process means.
 #include <gtest/gtest.h>
-#include <QTimer>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -128,15 +127,4 @@ TEST(ProcessStarter, LeavesASlowProgramRunning) {
         isLeft = endSleeper();
     }
     EXPECT_TRUE(isLeft);
-    QTimer user;
-    QObject::connect(&user, &QTimer::timeout, [&] {
-        if (!std::filesystem::exists("/tmp/pid"))
-            return;
-        user.stop();
-        EXPECT_TRUE(starter.RunAndWait("/bin/true", {}, 10000)) << "one inside another";
-        starter.StopWaiting();
-    });
-    user.start(5);
-    EXPECT_TRUE(starter.RunAndWait("/bin/sh", arguments, 25000)) << "nobody waits for it any more";
-    EXPECT_TRUE(endSleeper());
 }

@@ -3,7 +3,6 @@
 
 // What strings files mean, whoever wrote them.
 #include <gtest/gtest.h>
-#include <algorithm>
 #include <memory>
 
 #include "DataTable.h"
@@ -57,16 +56,4 @@ TEST(CStringsReader, BytesOutOfTheOrdinary) {
     EXPECT_EQ(Read(Utf16Bytes(u"a=b") + 'x'), pair) << "a last odd byte is dropped";
     EXPECT_EQ(Read(Utf16Bytes(u"a=b", true) + 'x'), Texts()) << "big-endian needs an even size";
     EXPECT_EQ(Read(Utf16Bytes(u"a=x\xD800y")), (Texts{L"a", L"x\uFFFDy"})) << "a lone surrogate";
-}
-
-TEST(CStringsReader, LongTokensAreCutAndTheNextIsRead) {
-    const int most = CStringsReader::MAX_TOKEN_UNITS;
-    for (const int length : {most - 1, most, most + 1, most * 3}) {
-        const std::u16string word(static_cast<size_t>(length), u'x');
-        const CAtlString kept(L'x', std::min(length, most));
-        const Texts expected = {kept, kept, L"a", L"b"};
-        std::u16string file = word + u"=\"";
-        file.append(word).append(u"\";a=b");
-        EXPECT_EQ(Read(Utf16Bytes(file)), expected) << length;
-    }
 }

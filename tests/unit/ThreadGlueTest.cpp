@@ -1,18 +1,14 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Waiting with events, waking, and work on a thread of its own.
+// Waiting with events, and waking.
 #include <gtest/gtest.h>
-#include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QTimer>
 #include <atomic>
 #include <ctime>
 #include <thread>
 
-#include "net/events/QThreadWithLoop.h"
 #include "net/events/WaitWithQtEvents.h"
-#include "platform/text/ResultCodes.h"
 
 using namespace std::chrono_literals;
 
@@ -61,34 +57,4 @@ TEST(AWakingFlag, EndsTheWaitAtOnceAndShowsWhatWasWrittenBefore) {
         setter.join();
     }
     flag.Set();
-}
-
-TEST(AThreadWithLoop, ServesEventsOnBothThreadsAndAnswersWhatItsWorkReturns) {
-    bool onOwner = false;
-    QTimer::singleShot(0, [&] { onOwner = true; });
-    QThreadWithLoop thread([] {
-        int ticks = 0;
-        QTimer timer;
-        QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
-        timer.start(5ms);
-        WaitWithQtEvents([&] { return ticks < 3; }).Wait();
-        return static_cast<int>(0x80004000U) + ticks;
-    });
-    thread.start(QThread::InheritPriority);
-    EXPECT_LT(MillisecondsOf([&] { thread.WaitWithEvents(); }), AT_ONCE);
-    EXPECT_EQ(thread.GetResult(), static_cast<int>(0x80004003U));
-    EXPECT_TRUE(onOwner);
-}
-
-TEST(AThreadWithLoop, AnswersWhetherItHadWorkAndCouldStart) {
-    QThreadWithLoop idle({});
-    idle.start(QThread::InheritPriority);
-    idle.WaitWithEvents();
-    EXPECT_EQ(idle.GetResult(), 1);
-    QThreadWithLoop tooSmall([] { return RESULT_OK; });
-    // Less than pthread_attr_setstacksize(3) takes.
-    tooSmall.setStackSize(1);
-    tooSmall.start(QThread::InheritPriority);
-    tooSmall.WaitWithEvents();
-    EXPECT_EQ(tooSmall.GetResult(), RESULT_FAILED);
 }

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 #include <QElapsedTimer>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <functional>
@@ -87,16 +86,6 @@ TEST_F(ProgressWindow, EveryWayToCloseItCancelsAndEnterIsNone) {
     }
     window_.Begin(Task::LOOKING_FOR_LIST);
     EXPECT_GE(TimeUntilVisible(), 600) << "a second click would cancel the next step, too";
-}
-
-TEST_F(ProgressWindow, StaysOutOfTheWayOfADialog) {
-    QMessageBox question;
-    question.open();
-    window_.Begin(Task::FETCHING_INSTALLER);
-    QTest::qWait(250);
-    EXPECT_FALSE(window_.isVisible());
-    question.close();
-    EXPECT_LE(TimeUntilVisible(), 200);
 }
 
 }  // namespace
