@@ -93,6 +93,7 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     RecordSuccess();
     if (productList_->IsAnyUpdateAvailable()) {
         proxyHandler_->SetInteractive(true);
+        window.ShowOutcome();
         window.exec();
     }
     recordKeeper_->Save();

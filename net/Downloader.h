@@ -24,7 +24,6 @@ public:
     static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
     // The most transfers that run at a time.
     static constexpr std::size_t LIMIT = 6;
-    using TransferCallback = boost::function<void(const TransferRecord&)>;
     // Older fetched files are no longer needed.
     static constexpr std::chrono::hours LONGEST_USE{7 * 24};
 
@@ -37,9 +36,7 @@ public:
     explicit Downloader(const TransferBounds& bounds = {}, const CAtlString& baseName = BASE_NAME)
         : bounds_(bounds), baseName_(baseName), ahead_(bounds, threads_) {}
 
-    // Called at the end of every transfer that Download and DownloadInstaller waited for; a file may take two
-    // transfers. May be empty.
-    void SetTransferCallback(const TransferCallback& callback) { transferEnded_ = callback; }
+    void SetTransferCallback(const TransferCallback& callback) override { transferEnded_ = callback; }
     // Every later fetch takes its proxy settings from the handler, and the handler answers when a proxy wants
     // credentials. With an empty handler such questions stay unanswered.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override;

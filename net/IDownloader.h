@@ -12,12 +12,14 @@
 #include <vector>
 
 class ProxyHandlerBase;
+struct TransferRecord;
 
 // Fetches one address into one file. GUI thread only.
 class IDownloader {
 public:
     // Gets the host and the reason of a failure, in words for the user.
     using FailureCallback = boost::function<void(const QString&)>;
+    using TransferCallback = boost::function<void(const TransferRecord&)>;
     // Gets the bytes that have arrived, and the total (0 or less when unknown); may be empty.
     using ProgressCallback = boost::function<void(int, int)>;
 
@@ -29,6 +31,9 @@ public:
     // Tells the failure callback, in such words, of a file that was fetched and may not be used; unless the
     // fetch was cancelled.
     virtual void TellFailure(const QString& /*reason*/) {}
+    // Called at the end of every transfer that Download and DownloadInstaller waited for; a file may take two
+    // transfers. May be empty.
+    virtual void SetTransferCallback(const TransferCallback& /*callback*/) {}
     // The path of a new temporary file with the contents of url; empty when the fetch failed. The caller
     // deletes the file. Serves the thread's events while it waits, and must not be entered again meanwhile.
     virtual CAtlString Download(const CAtlString& url) = 0;

@@ -10,7 +10,7 @@
 #include <QUrl>
 
 CFetchedFile::CFetchedFile(IDownloader* downloader, const CAtlString& address,
-                           const CVardoDirectoryPath& sharedFolder)
+                           const CVardoDirectoryPath& sharedFolder, Kind kind)
     : file_(downloader ? downloader->Download(address) : CAtlString()) {
     if (!downloader || file_.IsEmpty())
         return;
@@ -19,7 +19,7 @@ CFetchedFile::CFetchedFile(IDownloader* downloader, const CAtlString& address,
     if (verdict_ == Verdict::COUNTS)
         return;
     bytes_.Empty();
-    refusal_ = Refusal(address);
+    refusal_ = Refusal(address, kind);
     downloader->TellFailure(refusal_);
 }
 
@@ -39,11 +39,15 @@ Verdict CFetchedFile::Judge(const CAtlStringA& bytes, const CAtlString& address,
     return Verdict::COUNTS;
 }
 
-QString CFetchedFile::Refusal(const CAtlString& address) const {
-    QString reason = tr("The file is not signed by the maker");
+QString CFetchedFile::Refusal(const CAtlString& address, Kind kind) const {
+    const bool isList = kind == Kind::LIST;
+    QString reason =
+        isList ? tr("The list is not signed by the maker") : tr("The file is not signed by the maker");
     if (verdict_ == Verdict::SIGNATURE_OVER)
-        reason = tr("The signature of the file has expired");
+        reason = isList ? tr("The signature of the list has expired")
+                        : tr("The signature of the file has expired");
     else if (verdict_ == Verdict::SIGNED_ELSEWHERE)
-        reason = tr("The file is signed for another address");
+        reason = isList ? tr("The list is signed for another address")
+                        : tr("The file is signed for another address");
     return QUrl(address.ToQString()).host() + QStringLiteral(": ") + reason;
 }

@@ -20,9 +20,13 @@ class CFetchedFile {
     Q_DECLARE_TR_FUNCTIONS(CFetchedFile)
 
 public:
+    // How words for the user call it.
+    enum class Kind { DESCRIPTION, LIST };
+
     // Serves events while it waits, as IDownloader::Download does. Without a downloader nothing is fetched.
     // The downloader's failure callback is told of a refused file.
-    CFetchedFile(IDownloader* downloader, const CAtlString& address, const CVardoDirectoryPath& sharedFolder);
+    CFetchedFile(IDownloader* downloader, const CAtlString& address, const CVardoDirectoryPath& sharedFolder,
+                 Kind kind = Kind::DESCRIPTION);
     ~CFetchedFile() { file_.Delete(); }
     CFetchedFile(const CFetchedFile&) = delete;
     CFetchedFile& operator=(const CFetchedFile&) = delete;
@@ -42,7 +46,7 @@ public:
                          const CVardoDirectoryPath& sharedFolder, const QDate& today);
 
 private:
-    QString Refusal(const CAtlString& address) const;
+    QString Refusal(const CAtlString& address, Kind kind) const;
 
     CVardoFilePath file_;
     Verdict verdict_ = Verdict::NOT_FETCHED;

@@ -50,7 +50,8 @@ Verdict CProductListController::LoadUsersList(Products& users, const Products& i
 bool CProductListController::UpdateProductList() {
     if (!downloader_ || !products_ || !products_->IsLoaded() || products_->GetAddress().IsEmpty())
         return false;
-    const CFetchedFile fetched(downloader_.get(), products_->GetAddress(), environment_->SharedDataFolder());
+    const CFetchedFile fetched(downloader_.get(), products_->GetAddress(), environment_->SharedDataFolder(),
+                               CFetchedFile::Kind::LIST);
     listRefusal_ = fetched.GetRefusal();
     const auto newest = boost::make_shared<Products>(environment_);
     const bool loaded = newest->Load(fetched.GetPath(), fetched.GetBytes());
@@ -63,6 +64,7 @@ bool CProductListController::UpdateProductList() {
 
 bool CProductListController::FindInstalled() {
     const IProduct::List products = GetProducts();
+    Observe(products);
     // Read once, not once for each product: the time of that grows with the square of their number.
     environment_->LendSharedFiles(environment_->SharedFiles());
     bool found = false;
@@ -74,6 +76,17 @@ bool CProductListController::FindInstalled() {
         product->ApplyDisablers(all);
     isFetching_ = false;
     return found;
+}
+
+void CProductListController::Observe(const IProduct::List& products) {
+    explanations_.clear();
+    for (const auto& product : products)
+        product->SetObserver(explanations_.try_emplace(product.get(), *printer_).first->second);
+}
+
+const CExplanation* CProductListController::GetExplanation(const IProduct& product) const {
+    const auto found = explanations_.find(&product);
+    return found == explanations_.end() ? nullptr : &found->second;
 }
 
 void CProductListController::BeginFetching() {
@@ -104,6 +117,7 @@ bool CProductListController::CheckForUpdates() {
     if (downloader_) {
         downloader_->FetchAhead({});
         downloader_->SetFailureCallback({});
+        downloader_->SetTransferCallback({});
     }
     isChecking_ = false;
     lastCheckResult_ = succeeded && !isStopped_;
@@ -114,6 +128,10 @@ bool CProductListController::CheckProduct(const boost::shared_ptr<IProduct>& pro
     if (checkStarted_)
         checkStarted_(product);
     product->SetDownloader(downloader_);
+    const auto explanation = explanations_.find(product.get());
+    if (downloader_ && explanation != explanations_.end())
+        downloader_->SetTransferCallback(
+            [explanation](const TransferRecord& record) { explanation->second.OnTransfer(record); });
     const bool succeeded = product->CheckForUpdates();
     if (checkFinished_)
         checkFinished_(product);

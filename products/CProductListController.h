@@ -6,12 +6,14 @@
 
 #include "net/IDownloader.h"
 #include "platform/desktop/IEnvironment.h"
+#include "products/CExplanation.h"
 #include "products/IProduct.h"
 #include "products/Products.h"
 
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 #include <chrono>
+#include <map>
 
 // Loads and refreshes the list, finds what is installed, checks for updates. GUI thread only; the workflow
 // shares it with the main window. Callbacks are called on the same thread, inside CheckForUpdates.
@@ -23,6 +25,8 @@ public:
     virtual ~CProductListController() = default;
 
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
+    // Who is told of all comparisons with disablers, in place of ConsoleObserver(); not owned.
+    void SetPrinter(IDecisionObserver& printer) { printer_ = &printer; }
     // Called before and after each product's check; may be empty.
     void SetCheckStartedCallback(const ProductCallback& callback) { checkStarted_ = callback; }
     void SetCheckFinishedCallback(const ProductCallback& callback) { checkFinished_ = callback; }
@@ -60,12 +64,16 @@ public:
     bool IsAnyUpdateAvailable() const;
     // The same of one product.
     static bool HasWantedUpdate(const IProduct& product);
+    // How the result of a product of the current list came about since FindInstalled; null for any other.
+    const CExplanation* GetExplanation(const IProduct& product) const;
     // The current list; null before LoadProductList.
     boost::shared_ptr<const Products> GetProductList() const { return products_; }
     // A copy: the list may be replaced while the caller walks it.
     IProduct::List GetProducts() const;
 
 private:
+    // Forgets what is known of earlier lists, and begins to listen to the products of this one.
+    void Observe(const IProduct::List& products);
     bool CheckProduct(const boost::shared_ptr<IProduct>& product);
     // Reads the user's copy of the list, if it counts.
     Verdict LoadUsersList(Products& users, const Products& installed) const;
@@ -74,6 +82,8 @@ private:
     // Why a fetched list was refused, in words for the user.
     QString listRefusal_;
     boost::shared_ptr<Products> products_;
+    std::map<const IProduct*, CExplanation> explanations_;
+    IDecisionObserver* printer_ = &ConsoleObserver();
     boost::shared_ptr<IDownloader> downloader_;
     std::chrono::milliseconds timeLimit_{0};
     bool lastCheckResult_ = false;

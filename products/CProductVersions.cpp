@@ -121,16 +121,19 @@ CAtlString CProductVersions::PageOf(const CProductVersion& item) const {
 }
 
 void CProductVersions::ApplyDisablers(const CProductsByKey& all) {
-    if (!current_ || disablers_.empty())
+    if (!current_ || disabled_ || disablers_.empty())
         return;
     std::vector<CAtlString> keys;
     for (const Disabler& disabler : disablers_)
         keys.push_back(disabler.uid);
     const List others = GetObserver().WantsComparisons() ? all.GetAll() : all.WithKeys(keys);
-    disabled_ =
-        disabled_ || std::any_of(others.begin(), others.end(), [this](const auto& other) {
-            return other.get() != this && other->GetKey().Compare(baseName_) != 0 && IsDisabledBy(*other);
-        });
+    const auto disabler = std::find_if(others.begin(), others.end(), [this](const auto& other) {
+        return other.get() != this && other->GetKey().Compare(baseName_) != 0 && IsDisabledBy(*other);
+    });
+    if (disabler == others.end())
+        return;
+    disabled_ = true;
+    disablerName_ = (*disabler)->GetName();
 }
 
 bool CProductVersions::IsDisabledBy(const IProduct& other) const {

@@ -8,6 +8,7 @@
 #include "products/CProductVersion.h"
 #include "products/CVersionString.h"
 #include "products/IProduct.h"
+#include "products/SkippedVersion.h"
 
 #include <QCoreApplication>
 
@@ -35,7 +36,11 @@ public:
     QString GetName() const override { return name_; }
     bool IsChecked(unsigned item) const override { return items_[item]->IsRemoteLoaded(); }
     bool IsUpdateAvailable(unsigned item) const override { return items_[item]->IsUpdateAvailable(); }
-    bool IsWanted(unsigned /*item*/) const override { return true; }
+    // False for an update whose version the user skips.
+    bool IsWanted(unsigned item) const override {
+        return !IsUpdateAvailable(item) || !IsSkipped(*this, item);
+    }
+    CAtlString GetOffer(unsigned item) const override { return items_[item]->GetUpdateVersion().GetString(); }
     bool HasAction(unsigned item) const override;
     // Opens the item's page, or else the product's, in the browser.
     bool RunAction(unsigned item) override;
@@ -49,6 +54,7 @@ public:
     void ApplyDisablers(const CProductsByKey& all) override;
     bool IsCurrent(unsigned item) const override { return items_[item].get() == current_; }
     bool IsDisabled() const override { return disabled_; }
+    QString GetDisablerName() const override { return disablerName_; }
     CAtlString GetPage(unsigned item) const override { return PageOf(*items_[item]); }
     CAtlString GetDescriptionName() const override { return baseName_; }
     // The page about the current item's update, or else the product's.
@@ -75,6 +81,7 @@ private:
 
     std::vector<Disabler> disablers_;
     bool disabled_ = false;
+    QString disablerName_;
     std::vector<boost::shared_ptr<CProductVersion>> items_;
     // The one of items_ with the highest version.
     CProductVersion* current_ = nullptr;

@@ -152,6 +152,13 @@ CAtlString GalleryVersion::GetLatestVersion(unsigned /*item*/) const {
     return Newest(&Versions::latest);
 }
 
+CAtlString GalleryVersion::GetOffer(unsigned /*item*/) const {
+    QStringList versions;
+    for (const auto& [id, version] : categories_)
+        versions << version.latest.ToQString();
+    return CAtlString(versions.join(QLatin1Char(' ')).trimmed());
+}
+
 CAtlString GalleryVersion::Newest(CAtlString Versions::*which) const {
     const auto newest = std::max_element(
         categories_.begin(), categories_.end(),

@@ -7,6 +7,7 @@
 #include "platform/desktop/IEnvironment.h"
 #include "platform/files/CVardoFilePath.h"
 #include "products/IProduct.h"
+#include "products/SkippedVersion.h"
 
 #include <QCoreApplication>
 #include <QDate>
@@ -33,7 +34,13 @@ public:
     QString GetName() const override { return name_.ToQString(); }
     bool IsChecked(unsigned /*item*/) const override { return checked_; }
     bool IsUpdateAvailable(unsigned item) const override;
-    bool IsWanted(unsigned /*item*/) const override { return true; }
+    // False for an update whose versions the user skips.
+    bool IsWanted(unsigned item) const override {
+        return !IsUpdateAvailable(item) || !IsSkipped(*this, item);
+    }
+    // The published versions of the categories, in the order of their identifiers.
+    CAtlString GetOffer(unsigned item) const override;
+    bool OpensPage() const override { return false; }
     // Only after a check, and while the tool that maintains the content exists.
     bool HasAction(unsigned item) const override;
     // Starts the tool on the content.

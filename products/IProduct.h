@@ -68,6 +68,13 @@ public:
     virtual bool IsCurrent(unsigned /*item*/) const { return true; }
     // Another product keeps this one from offering updates.
     virtual bool IsDisabled() const { return false; }
+    // The name of that product; empty when there is none.
+    virtual QString GetDisablerName() const { return {}; }
+    // What the item is offered, in words that change when something newer is offered; empty for what cannot
+    // be skipped.
+    virtual CAtlString GetOffer(unsigned /*item*/) const { return {}; }
+    // RunAction opens a page, and nothing else.
+    virtual bool OpensPage() const { return true; }
     // The page that RunAction opens; empty when it opens no page.
     virtual CAtlString GetPage(unsigned /*item*/) const { return {}; }
 

@@ -51,32 +51,14 @@ bool CUpdateReport::Run(bool isOffline, bool isExplained) {
     isExplained_ = isExplained;
     isListed_ = controller_.LoadProductList();
     wasChecked_ = !isOffline;
-    Observe();
-    if (wasChecked_)
-        controller_.SetDownloader(downloader_);
+    controller_.SetPrinter(deaf_);
     controller_.FindInstalled();
     if (wasChecked_) {
+        controller_.SetDownloader(downloader_);
         controller_.CheckForUpdates();
-        downloader_->SetTransferCallback({});
     }
     MakeRows();
     return isListed_;
-}
-
-void CUpdateReport::Observe() {
-    for (const auto& product : controller_.GetProducts()) {
-        if (isExplained_)
-            product->SetObserver(explanations_[product.get()]);
-        else
-            product->SetObserver(deaf_);
-    }
-    if (!isExplained_)
-        return;
-    controller_.SetCheckStartedCallback([this](const boost::shared_ptr<IProduct>& product) {
-        CExplanation& explanation = explanations_[product.get()];
-        downloader_->SetTransferCallback(
-            [&explanation](const TransferRecord& record) { explanation.OnTransfer(record); });
-    });
 }
 
 void CUpdateReport::MakeRows() {
@@ -93,7 +75,7 @@ QJsonArray CUpdateReport::ToJson() const {
     const QJsonObject common = isExplained_ ? ExplainCommon() : QJsonObject();
     QJsonArray rows;
     for (const auto& [row, product] : entries_) {
-        if (row.state == ReportState::NOT_INSTALLED && !isExplained_)
+        if (row.state == ItemState::NOT_INSTALLED && !isExplained_)
             continue;
         QJsonObject object = ::ToJson(row);
         if (isExplained_)
@@ -104,13 +86,13 @@ QJsonArray CUpdateReport::ToJson() const {
 }
 
 int CUpdateReport::GetExitStatus() const {
-    const auto has = [this](ReportState state) {
+    const auto has = [this](ItemState state) {
         return std::any_of(entries_.begin(), entries_.end(),
                            [state](const Entry& entry) { return entry.row.state == state; });
     };
-    if (!isListed_ || has(ReportState::FAILED) || has(ReportState::NOT_CHECKED))
+    if (!isListed_ || has(ItemState::FAILED) || has(ItemState::NOT_CHECKED))
         return NOT_ALL_CHECKED;
-    return has(ReportState::UPDATE) ? UPDATES : ALL_CURRENT;
+    return has(ItemState::UPDATE) ? UPDATES : ALL_CURRENT;
 }
 
 QJsonObject CUpdateReport::ExplainCommon() const {
@@ -124,7 +106,7 @@ QJsonObject CUpdateReport::Explain(const IProduct& product, const QJsonObject& c
     QJsonObject check = common["silentCheck"].toObject();
     if (wasChecked_)
         check["forThisProduct"] = check["due"].toBool() && CProductListController::HasWantedUpdate(product);
-    QJsonObject explanation = explanations_.at(&product).ToJson();
+    QJsonObject explanation = controller_.GetExplanation(product)->ToJson();
     explanation["list"] = common["list"];
     explanation["silentCheck"] = check;
     return explanation;

@@ -7,14 +7,13 @@
 #include "net/Downloader.h"
 #include "platform/desktop/IEnvironment.h"
 #include "products/CProductListController.h"
-#include "report/CExplanation.h"
 #include "report/ReportRow.h"
 
 #include <QDate>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <boost/shared_ptr.hpp>
-#include <map>
+#include <vector>
 
 // Goes the way of a check, but for the refresh of the list. Writes nothing but the files that are fetched,
 // which are deleted. GUI thread only; serves one run.
@@ -28,8 +27,7 @@ public:
     CUpdateReport(const boost::shared_ptr<IEnvironment>& environment,
                   const boost::shared_ptr<Downloader>& downloader);
 
-    // Loads the list, looks for what is installed and, unless offline, checks it. Only an explained report
-    // keeps what was decided. False without a list.
+    // Loads the list, looks for what is installed and, unless offline, checks it. False without a list.
     bool Run(bool isOffline, bool isExplained);
 
     // After Run: an object for each installed version. Explained, each has an "explain", and products that
@@ -40,7 +38,6 @@ public:
     int GetExitStatus() const;
 
 private:
-    void Observe();
     void MakeRows();
     QJsonObject Explain(const IProduct& product, const QJsonObject& common) const;
     QJsonObject ExplainList() const;
@@ -53,8 +50,7 @@ private:
     bool isListed_ = false;
     bool wasChecked_ = false;
     bool isExplained_ = false;
-    std::map<const IProduct*, CExplanation> explanations_;
-    // Hears nothing.
+    // Hears nothing: comparisons are not printed.
     IDecisionObserver deaf_;
     struct Entry {
         ReportRow row;

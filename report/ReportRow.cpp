@@ -5,22 +5,6 @@
 
 #include "platform/files/Addresses.h"
 
-namespace {
-
-ReportState StateOf(const IProduct& product, unsigned item, bool wasChecked) {
-    if (product.IsHighlighted(item))
-        return product.IsWanted(item) ? ReportState::NOTICE : ReportState::DISMISSED;
-    if (!product.IsCurrent(item))
-        return ReportState::OLDER;
-    if (product.IsDisabled())
-        return ReportState::DISABLED;
-    if (!product.IsChecked(item))
-        return wasChecked ? ReportState::FAILED : ReportState::NOT_CHECKED;
-    return product.IsUpdateAvailable(item) ? ReportState::UPDATE : ReportState::CURRENT;
-}
-
-}  // namespace
-
 ReportRow MakeRow(const IProduct& product, unsigned item, bool wasChecked) {
     ReportRow row = MakeRow(product);
     row.installed = product.GetInstalledVersion(item).ToQString().trimmed();
@@ -39,25 +23,27 @@ ReportRow MakeRow(const IProduct& product) {
     return row;
 }
 
-QString StateWord(ReportState state) {
+QString StateWord(ItemState state) {
     switch (state) {
-        case ReportState::CURRENT:
+        case ItemState::CURRENT:
             return "current";
-        case ReportState::UPDATE:
+        case ItemState::UPDATE:
             return "update";
-        case ReportState::DISABLED:
+        case ItemState::SKIPPED:
+            return "skipped";
+        case ItemState::DISABLED:
             return "disabled";
-        case ReportState::OLDER:
+        case ItemState::OLDER:
             return "older";
-        case ReportState::NOTICE:
+        case ItemState::NOTICE:
             return "notice";
-        case ReportState::DISMISSED:
+        case ItemState::DISMISSED:
             return "dismissed";
-        case ReportState::NOT_CHECKED:
+        case ItemState::NOT_CHECKED:
             return "not checked";
-        case ReportState::FAILED:
+        case ItemState::FAILED:
             return "failed";
-        case ReportState::NOT_INSTALLED:
+        case ItemState::NOT_INSTALLED:
             break;
     }
     return "not installed";

@@ -4,22 +4,10 @@
 // One line of the report.
 #pragma once
 
-#include "products/IProduct.h"
+#include "products/ItemState.h"
 
 #include <QJsonObject>
 #include <QString>
-
-enum class ReportState {
-    CURRENT,
-    UPDATE,       // there is a newer version
-    DISABLED,     // another product keeps this one from being updated
-    OLDER,        // a higher version is installed beside it
-    NOTICE,       // a notification from the maker
-    DISMISSED,    // one that the user has seen
-    NOT_CHECKED,  // nobody tried
-    FAILED,       // the check failed
-    NOT_INSTALLED,
-};
 
 // What is known of one installed version; texts are empty where nothing is.
 struct ReportRow {
@@ -27,7 +15,7 @@ struct ReportRow {
     QString key;
     QString installed;
     QString latest;
-    ReportState state = ReportState::NOT_INSTALLED;
+    ItemState state = ItemState::NOT_INSTALLED;
     // What the row's button in the update program would open; empty when there is no such button.
     QString page;
 };
@@ -38,5 +26,5 @@ ReportRow MakeRow(const IProduct& product, unsigned item, bool wasChecked);
 ReportRow MakeRow(const IProduct& product);
 
 // The word for a state in the report.
-QString StateWord(ReportState state);
+QString StateWord(ItemState state);
 QJsonObject ToJson(const ReportRow& row);

@@ -10,6 +10,7 @@
 #include <QAccessible>
 #include <QHeaderView>
 #include <QSignalBlocker>
+#include <QTextDocument>
 
 namespace {
 
@@ -22,6 +23,9 @@ constexpr int ACTION_COLUMN_BLANKS = 29;
 // was 0.
 constexpr int ROWS_THAT_DECIDE_WIDTHS = 50;
 
+// The role of a cell's text before it was cut.
+constexpr int WHOLE_TEXT = Qt::UserRole;
+
 // A longer text would push the buttons out of the window.
 constexpr qsizetype LONGEST_VERSION = 20;
 
@@ -29,6 +33,12 @@ constexpr qsizetype LONGEST_VERSION = 20;
 void SetText(QTableWidgetItem& cell, const QString& text, qsizetype longest) {
     cell.setText(Cut(text, longest));
     cell.setToolTip(text.size() > longest ? Cut(text) : QString());
+    cell.setData(WHOLE_TEXT, text);
+}
+
+void SetReason(QTableWidgetItem& cell, const QString& reason) {
+    cell.setToolTip(Cut(reason));
+    cell.setData(Qt::AccessibleDescriptionRole, Cut(reason));
 }
 
 // The button cannot be pressed again while its action runs, which may serve events, and keeps the focus that
@@ -157,6 +167,29 @@ void CProductTable::SetLatest(QTableWidgetItem& cell, const QString& text) {
 // A mode that is set is carried out again, even when it is the one that was.
 void CProductTable::MeasureColumns() {
     table_.horizontalHeader()->setSectionResizeMode(LATEST, QHeaderView::ResizeToContents);
+}
+
+void CProductTable::ShowReasons(int row, const QString& latest, const QString& action) {
+    const QSignalBlocker quiet(table_.model());
+    if (!latest.isEmpty())
+        SetReason(*table_.item(row, LATEST), latest);
+    if (QPushButton* button = Button(row)) {
+        // A tool tip would carry out markup in this text.
+        button->setToolTip(action.isEmpty() ? QString() : Qt::convertFromPlainText(Cut(action)));
+        button->setAccessibleDescription(Cut(action));
+        return;
+    }
+    if (!table_.item(row, ACTION) && !action.isEmpty())
+        table_.setItem(row, ACTION, MakeCell());
+    if (table_.item(row, ACTION))
+        SetReason(*table_.item(row, ACTION), action);
+}
+
+QString CProductTable::RowText(int row) const {
+    QStringList texts;
+    for (const int column : {NAME, INSTALLED, LATEST})
+        texts << table_.item(row, column)->data(WHOLE_TEXT).toString().simplified();
+    return texts.join(QLatin1Char('\t'));
 }
 
 void CProductTable::ScrollTo(const QWidget* widget) {

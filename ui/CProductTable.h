@@ -39,6 +39,11 @@ public:
     // A busy bar in place of the latest version, until that is shown.
     void ShowBusy(int row);
     void ShowLatest(int row, const QString& text);
+    // Says in tool tips, and to screen readers, why the latest version is not shown, and why the row has no
+    // use for its button. Empty texts say nothing.
+    void ShowReasons(int row, const QString& latest, const QString& action);
+    // The whole texts of the first three columns, with tabs between them.
+    QString RowText(int row) const;
     // Scrolls to the row with that widget in one of its cells; does nothing for any other widget.
     void ScrollTo(const QWidget* widget);
     // Tints the row's name and scrolls to it.

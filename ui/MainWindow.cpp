@@ -4,12 +4,15 @@
 #include "ui/MainWindow.h"
 
 #include "platform/text/PrintableText.h"
+#include "products/ExplanationText.h"
+#include "ui/CWhyDialog.h"
 #include "ui/CWindowAccessible.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QSignalBlocker>
+#include <QUrl>
 #include <algorithm>
 #include <boost/bind.hpp>
 #include <iostream>
@@ -54,6 +57,7 @@ MainWindow::MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidg
     connect(&busyTimer_, &QTimer::timeout, this, &MainWindow::OnTooLong);
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { table_.ScrollTo(now); });
+    AddRowMenu();
     busyTimer_.setSingleShot(true);
     busyTimer_.setInterval(BUSY_AFTER);
 }
@@ -100,12 +104,32 @@ void MainWindow::ShowSchedule() {
     checkBox->setChecked(record_->GetCheckUpdates());
     spinBox->setMaximum(std::max(spinBox->maximum(), record_->GetInterval()));
     spinBox->setValue(record_->GetInterval());
+    ShowNextCheck();
 }
 
 // The form's minimum width is too narrow for some dates in large letters.
 void MainWindow::ShowDate(const QString& date) {
     labelDate->setText(date);
     labelDate->setMinimumWidth(std::max(labelDate->minimumWidth(), labelDate->sizeHint().width()));
+}
+
+void MainWindow::ShowNextCheck() {
+    const QDate day = QDate::fromJulianDay(record_->GetNextCheck());
+    QString tip = tr("The next automatic check is due.");
+    if (!record_->GetCheckUpdates())
+        tip = tr("Automatic checks are off.");
+    else if (day > environment_->Today())
+        tip = tr("The next automatic check is due on %1.")
+                  .arg(QLocale::system().toString(day, QLocale::ShortFormat));
+    for (QLabel* text : {label_2, labelDate}) {
+        text->setToolTip(tip);
+        text->setAccessibleDescription(tip);
+    }
+}
+
+void MainWindow::ShowOutcome() {
+    statusLabel->setText(Cut(outcome_.Summary(controller_->GetProducts())));
+    ShowNextCheck();
 }
 
 void MainWindow::OnConnectionError(const QString& message) {
@@ -116,8 +140,13 @@ void MainWindow::OnConnectionError(const QString& message) {
 // A product without rows, such as one that is not installed, has none that could be "N/A". Without a product
 // it is the list that failed.
 void MainWindow::OnFetchFailed(const QString& reason) {
-    if (!current_ || current_->GetItemCount() > 0)
+    if (!current_) {
+        outcome_.OnListRefused(reason);
         OnConnectionError(reason);
+    } else if (current_->GetItemCount() > 0) {
+        outcome_.OnFailed(*current_, reason, environment_->Now());
+        OnConnectionError(current_->GetName() + QStringLiteral(": ") + reason);
+    }
 }
 
 void MainWindow::OnProxyOptions() {
@@ -128,6 +157,7 @@ void MainWindow::OnCheckUpdates() {
     std::cout << std::endl;
     proxyHandler_->SetInteractive(true);
     statusLabel->clear();
+    outcome_.Forget();
     retryButton->setEnabled(false);
     proxyButton->setEnabled(false);
     controller_->LoadProductList();
@@ -136,6 +166,7 @@ void MainWindow::OnCheckUpdates() {
     controller_->CheckForUpdates();
     if (controller_->GetLastCheckResult())
         record_->SetNewLastChecked(static_cast<int>(environment_->Today().toJulianDay()));
+    ShowOutcome();
     retryButton->setEnabled(true);
     proxyButton->setEnabled(true);
 }
@@ -146,10 +177,12 @@ void MainWindow::OnClose() {
 
 void MainWindow::OnCheckboxChanged(int state) {
     record_->SetCheckUpdates(state == Qt::Checked);
+    ShowNextCheck();
 }
 
 void MainWindow::OnIntervalChanged(int value) {
     record_->SetInterval(value);
+    ShowNextCheck();
 }
 
 void MainWindow::OnTooLong() {
@@ -191,10 +224,10 @@ void MainWindow::OnProductChecked(const Product& product) {
     PrintProgress("- Done ", *product, "");
     current_.reset();
     busyTimer_.stop();
+    if (!isFailureTold_ && IsUnchecked(*product))
+        TellUnreadable(*product);
     for (unsigned item = 0; item < product->GetItemCount(); ++item)
         ShowCheckedItem(product, item);
-    if (!isFailureTold_ && IsUnchecked(*product))
-        OnConnectionError(tr("%1: the server's answer cannot be read").arg(Cut(product->GetName())));
 }
 
 int MainWindow::AddProductRow(const Product& product, unsigned item) {
@@ -220,6 +253,59 @@ void MainWindow::ShowCheckedItem(const Product& product, unsigned item) {
     } else {
         table_.ShowLatest(row, tr("N/A"));
     }
+    ShowReasons(*product, item);
     if (product->IsHighlighted(item))
         table_.Highlight(row);
+}
+
+void MainWindow::TellUnreadable(const IProduct& product) {
+    const QString host = QUrl(product.GetCheckAddress().ToQString()).host();
+    const QString reason = host + QStringLiteral(": ") + tr("The server's answer cannot be read");
+    outcome_.OnFailed(product, reason, environment_->Now());
+    OnConnectionError(product.GetName() + QStringLiteral(": ") + reason);
+}
+
+void MainWindow::ShowReasons(const IProduct& product, unsigned item) {
+    table_.ShowReasons(product.GetRow(item), outcome_.WhyNotAvailable(product, item),
+                       outcome_.Why(product, item));
+}
+
+void MainWindow::AddRowMenu() {
+    const auto showAgain = [this](const CRowMenu::Item& row) {
+        if (!table_.HasRow(row.product->GetRow(row.item)))
+            return;
+        ShowReasons(*row.product, row.item);
+        // A check that still runs sums up in its end.
+        if (retryButton->isEnabled())
+            ShowOutcome();
+    };
+    new CRowMenu(*tableWidget, {.itemOf = boost::bind(&MainWindow::ItemOf, this, _1),
+                                .textOf = boost::bind(&CProductTable::RowText, &table_, _1),
+                                .allText = boost::bind(&MainWindow::AllText, this),
+                                .explain = boost::bind(&MainWindow::Explain, this, _1),
+                                .showAgain = showAgain});
+}
+
+CRowMenu::Item MainWindow::ItemOf(int row) const {
+    for (const Product& product : controller_->GetProducts())
+        for (unsigned item = 0; item < product->GetItemCount(); ++item)
+            if (product->GetRow(item) == row)
+                return {product, item};
+    return {};
+}
+
+QString MainWindow::AllText() const {
+    QStringList rows;
+    for (int row = 0; row < tableWidget->rowCount(); ++row)
+        rows << table_.RowText(row);
+    return rows.join(QLatin1Char('\n'));
+}
+
+void MainWindow::Explain(const CRowMenu::Item& row) {
+    const IProduct& product = *row.product;
+    const CExplanation* explanation = controller_->GetExplanation(product);
+    const QString text = ExplanationText({{"name", product.GetName()},
+                                          {"key", product.GetKey().ToQString()},
+                                          {"explain", explanation ? explanation->ToJson() : QJsonObject()}});
+    (new CWhyDialog(Cut(product.GetName()), Cut(outcome_.Why(product, row.item)), text, this))->open();
 }

@@ -8,7 +8,9 @@
 #include "net/ProxyHandlerBase.h"
 #include "platform/desktop/IEnvironment.h"
 #include "products/CProductListController.h"
+#include "ui/CCheckOutcome.h"
 #include "ui/CProductTable.h"
+#include "ui/CRowMenu.h"
 
 #include <QDialog>
 #include <QTimer>
@@ -36,6 +38,8 @@ public:
     void SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record) { record_ = record; }
     // Builds the rows of what the controller holds, and shows the record.
     void ShowProducts();
+    // Says what came of a check that has ended.
+    void ShowOutcome();
 
 public slots:
     // Shows why a product could not be checked.
@@ -65,6 +69,14 @@ private:
     QTableWidget& SetUpForm();
     void ShowSchedule();
     void ShowDate(const QString& date);
+    // When a silent check is due, in the tool tip of the last check's date.
+    void ShowNextCheck();
+    void AddRowMenu();
+    CRowMenu::Item ItemOf(int row) const;
+    QString AllText() const;
+    void Explain(const CRowMenu::Item& item);
+    void TellUnreadable(const IProduct& product);
+    void ShowReasons(const IProduct& product, unsigned item);
     int AddProductRow(const Product& product, unsigned item);
     void AddButtonIfWanted(const Product& product, unsigned item, int row);
     void ShowCheckedItem(const Product& product, unsigned item);
@@ -75,6 +87,7 @@ private:
     boost::shared_ptr<CRecordKeeper> record_;
     QTimer busyTimer_;
     Product current_;
+    CCheckOutcome outcome_;
     // The reason why the current product cannot be checked is shown.
     bool isFailureTold_ = false;
     boost::shared_ptr<IEnvironment> environment_;

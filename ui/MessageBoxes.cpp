@@ -56,9 +56,13 @@ void WarnNoBrowser(const CAtlString& address) {
     Warn(text + Cut(PercentEncode(address).ToQString(), LONGEST_ADDRESS));
 }
 
+QString NoPageText(const QString& product) {
+    return QObject::tr("There is no Web page for the update of %1. Please ask its maker for the update.")
+        .arg(Cut(product, LONGEST_NAME));
+}
+
 void WarnNoPage(const QString& product) {
-    Warn(QObject::tr("There is no Web page for the update of %1. Please ask its maker for the update.")
-             .arg(Cut(product, LONGEST_NAME)));
+    Warn(NoPageText(product));
 }
 
 bool AskForSelfUpdate() {

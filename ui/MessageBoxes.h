@@ -12,7 +12,8 @@
 // No browser could be started: tells the user which address to open by hand.
 void WarnNoBrowser(const CAtlString& address);
 
-// A product's update has no page that could be opened.
+// A product's update has no page that could be opened: the text, and the warning.
+QString NoPageText(const QString& product);
 void WarnNoPage(const QString& product);
 
 // A new version of the program must be installed first; true only when the user pressed OK. Closing the box,

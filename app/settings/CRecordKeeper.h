@@ -21,6 +21,9 @@ public:
     // passed since the loaded date.
     bool IsCheckDue(int today) const;
 
+    // The Julian day of the next silent check, counted from what Save writes.
+    long long GetNextCheck() const { return static_cast<long long>(newLastChecked_) + interval_; }
+
     bool GetCheckUpdates() const { return checkUpdates_; }
     void SetCheckUpdates(bool on) { checkUpdates_ = on; }
     // In days.

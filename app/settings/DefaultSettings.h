@@ -11,6 +11,8 @@ struct DefaultSettings {
     static const CAtlString VPU_SETTINGS_KEY;
     // The key below it that holds one value per dismissed notification.
     static const CAtlString NOTIFICATION_KEY;
+    // The key below it that holds the version that the user skips, one value per product.
+    static const CAtlString SKIPPED_KEY;
     // 1: automatic checks are on; any other number: off.
     static const CAtlString CHECK_UPDATES;
     // Days between two automatic checks.

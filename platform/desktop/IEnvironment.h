@@ -8,7 +8,7 @@
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/text/CAtlString.h"
 
-#include <QDate>
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -21,6 +21,8 @@ public:
 
     // Today's date, in local time.
     virtual QDate Today() const = 0;
+    // The time of day, in local time.
+    virtual QTime Now() const { return QTime::currentTime(); }
     // The folder that installed software shares with the program: the parent of the executable's folder, then
     // "share".
     virtual CVardoDirectoryPath SharedDataFolder() const = 0;

@@ -171,6 +171,10 @@ TEST_F(ReportTest, AsJsonSaysTheSame) {
     EXPECT_FALSE(explanation["silentCheck"]["due"].toBool(true));
     EXPECT_FALSE(explanation["silentCheck"]["opensWindow"].toBool(true));
     EXPECT_EQ(rows[1]["state"].toString(), "not installed");
+    UpdateSettings().setValue("SkippedVersions/SoftwareUpdateVLP", "2.9.1.0");
+    EXPECT_EQ(Report({"--json"}), 0);
+    EXPECT_EQ(Json()[0]["state"].toString(), "skipped");
+    UpdateSettings().remove("SkippedVersions");
     UpdateSettings().remove("LastChecked");
 }
 

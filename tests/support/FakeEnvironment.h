@@ -35,6 +35,7 @@ public:
     std::function<void()> whileOpening;
 
     QDate Today() const override { return today; }
+    QTime Now() const override { return {14, 5}; }
     CVardoDirectoryPath SharedDataFolder() const override { return sharedDataFolder; }
     bool StartDetached(const QString& program, const QStringList& arguments) override {
         startedPrograms.emplace_back(program, arguments);

@@ -131,7 +131,8 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
         const std::string path = std::string("site/") + file;
         shared_.Write(path, But(ReadWholeFile(shared_.Path(path)), "<", " <"));
         EXPECT_NE(Rows(), rows);
-        EXPECT_EQ(told_, QStringList{"127.0.0.1: The file is not signed by the maker"});
+        const QString kind = path.ends_with("products.xml") ? "list" : "file";
+        EXPECT_EQ(told_, QStringList{"127.0.0.1: The " + kind + " is not signed by the maker"});
     }
 }
 

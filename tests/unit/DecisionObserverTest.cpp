@@ -5,7 +5,7 @@
 #include "DataTable.h"
 #include "ProductTest.h"
 #include "products/IDecisionObserver.h"
-#include "report/CExplanation.h"
+#include "products/CExplanation.h"
 
 namespace {
 

@@ -10,7 +10,10 @@
 
 #include <gmock/gmock.h>
 #include <QAccessible>
+#include <QClipboard>
 #include <QHelpEvent>
+#include <QMenu>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QSpinBox>
 #include <QTableWidget>
@@ -62,6 +65,15 @@ protected:
         }
         return rows;
     }
+    // What a screen reader says of a cell, or of the button in its place.
+    QString Described(int row, int column) const {
+        QWidget* button = table_.cellWidget(row, column);
+        const auto* table = QAccessible::queryAccessibleInterface(&table_)->tableInterface();
+        const auto* object =
+            button ? QAccessible::queryAccessibleInterface(button) : table->cellAt(row, column);
+        return object->text(QAccessible::Description);
+    }
+    QString Status() const { return Find<QLabel>("statusLabel")->text(); }
     QPushButton* Button(int row) const { return qobject_cast<QPushButton*>(table_.cellWidget(row, 3)); }
 
     boost::shared_ptr<CProductListController> controller_;
@@ -169,7 +181,7 @@ TEST_F(MainWindowTest, WhatHasNoRoomIsShownInATip) {
     auto* status = Find<QLabel>("statusLabel");
     for (const auto& [row, tip] : {std::pair(0, QString()), {1, longName}})
         EXPECT_EQ(tipAt(table_.viewport(), table_.visualItemRect(table_.item(row, 0)).center()), tip);
-    EXPECT_EQ(tipAt(status, QPoint(1, 1)), longName + ": the server's answer cannot be read");
+    EXPECT_EQ(tipAt(status, QPoint(1, 1)), longName + ": site: The server's answer cannot be read");
     EXPECT_LT(window_.minimumSizeHint().width(), status->fontMetrics().horizontalAdvance(status->text()));
     const QImage elided = status->grab().toImage();
     status->setText("short");
@@ -205,6 +217,7 @@ TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
     downloader->SetProxy("127.0.0.1", site.Port());
     controller_->SetDownloader(downloader);
     const auto* status = Find<QLabel>("statusLabel");
+    const QString time = QLocale::system().toString(QTime(14, 5), QLocale::ShortFormat) + ". ";
     const std::string answer = "<U Location=\"Server\"><Product/></U>";
     const std::vector<std::pair<LoopbackAnswer, QString>> cases{
         {LoopbackAnswer::Status(404), "site: The server does not have the file (404)"},
@@ -214,13 +227,103 @@ TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
         {LoopbackAnswer::Body(""), "site: The server's answer is empty"},
         {LoopbackAnswer::Challenge("Basic realm=\"r\""), "site: The proxy wants a user name and password"},
         {{.body = answer, .announcedLength = 999}, "site: The server's answer is incomplete or too large"},
-        {LoopbackAnswer::Body("no description"), "Planner: the server's answer cannot be read"},
+        {LoopbackAnswer::Body("no description"), "site: The server's answer cannot be read"},
         {LoopbackAnswer::Body(answer), ""}};
     for (const auto& [served, words] : cases) {
         site.Serve(LoopbackServer::ANY, served);
         window_.OnCheckUpdates();
-        EXPECT_EQ(status->text(), words);
+        EXPECT_EQ(status->text(), words.isEmpty() ? "Everything is up to date" : "Planner: " + words);
+        EXPECT_EQ(table_.item(0, 2)->toolTip(),
+                  words.isEmpty() ? "" : "Could not be checked at " + time + words);
     }
+}
+
+TEST_F(MainWindowTest, StatusSumsUpWhatCameOfTheCheck) {
+    const std::string lost = ": site: The server's answer cannot be read";
+    // What the site offers to A, B and C, where 1 is installed: a version, or nothing.
+    const std::vector<std::pair<std::array<std::string, 3>, std::string>> cases{
+        {{"1", "1", "1"}, "Everything is up to date"},
+        {{"1", "2", "1"}, "1 update"},
+        {{"2", "3", "1"}, "2 updates"},
+        {{"2", "", "1"}, "1 update. B" + lost},
+        {{"1", "", ""}, "2 products could not be checked" + lost},
+        {{"", "", ""}, "Nothing could be checked" + lost}};
+    CheckAndShow();
+    EXPECT_EQ(Status(), "No VARDO products were found on this computer");
+    for (const auto& [offers, summary] : cases) {
+        elements_.clear();
+        for (std::size_t i = 0; i < offers.size(); ++i) {
+            const std::string key(1, static_cast<char>('A' + i));
+            downloader_->Forget("http://site/" + key + ".xml");
+            AddProduct(key, {"1.0.0.0"}, offers[i].empty() ? "" : offers[i] + ".0.0.0");
+        }
+        CheckAndShow();
+        EXPECT_EQ(Status().toStdString(), summary);
+    }
+}
+
+TEST_F(MainWindowTest, RowsSayWhyAndTheirMenuSkipsAVersion) {
+    AddProduct("Notes", {"1.0.0.0", "3.0.0.0"}, "4.0.0.0");
+    AddProduct("Board", {"1.0.0.0"}, "1.0.0.0", "Board &lt;b&gt;");
+    elements_ +=
+        "<Product Name='Off' BaseXml='Off'><DisableUpdatesIfInstalled><Disabler uid='Board' "
+        "versionFrom='1.0.0.0' versionTo='2.0.0.0'/></DisableUpdatesIfInstalled></Product>";
+    tree_.Write("share/Off.xml",
+                "<U><Product CurrentVersion='1.0.0.0' RemoteVersionFile='Board.xml' "
+                "RemoteVersionFileURL='http://site'/></U>");
+    CheckAndShow();
+    const int newest = Rows()[0] == "Notes|3.0.0.0|4.0.0.0[Update]" ? 0 : 1;
+    for (const int column : {2, 3})
+        EXPECT_EQ(Described(1 - newest, column),
+                  "Version 3.0.0.0 is installed, too, and only the newest is checked.");
+    EXPECT_EQ(Described(2, 3), "") << "plainly current";
+    EXPECT_EQ(Described(3, 3), "Its updates are turned off, because Board <b> is installed.");
+    EXPECT_EQ(table_.item(3, 3)->toolTip(), Described(3, 3));
+
+    const auto menu = [&](int row) {
+        table_.setCurrentCell(row, 0);
+        QTest::keyClick(&table_, Qt::Key_F10, Qt::ShiftModifier);
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    };
+    const auto choose = [&](int row, const QString& text) {
+        QStringList all;
+        for (QAction* action : menu(row)->actions()) {
+            all << (action->isEnabled() ? "" : "!") + action->text();
+            if (action->text() == text)
+                action->trigger();
+        }
+        QApplication::activePopupWidget()->close();
+        return all.join('|');
+    };
+    window_.activateWindow();
+    table_.setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    EXPECT_EQ(choose(3, "Copy"), "!Open Page|Copy|Why?") << "switched off: nothing to skip";
+    EXPECT_EQ(QApplication::clipboard()->text(), "Off\t1.0.0.0\t1.0.0.0");
+    EXPECT_EQ(Status(), "1 update");
+    EXPECT_EQ(choose(newest, "Skip This Version"), "Open Page|Copy|Why?|Skip This Version");
+    EXPECT_EQ(Described(newest, 3), "You skip version 4.0.0.0.");
+    EXPECT_EQ(Status(), "Everything is up to date");
+    EXPECT_FALSE(controller_->IsAnyUpdateAvailable());
+    downloader_->Serve("http://site/Notes.xml",
+                       "<U Location='Server'><Product UpdateVersion='4.1.0.0'/></U>");
+    retry_.click();
+    EXPECT_TRUE(controller_->IsAnyUpdateAvailable()) << "a newer one";
+    choose(newest, "Skip This Version");
+    EXPECT_EQ(choose(newest, "Offer This Version Again"), "Open Page|Copy|Why?|Offer This Version Again");
+    EXPECT_EQ(Described(newest, 3), "");
+    choose(newest, "Open Page");
+    EXPECT_EQ(environment_->openedPages, std::vector<CAtlString>({"http://page/Notes"}));
+
+    choose(3, "Why?");
+    auto* why = Find<QPlainTextEdit>("explanation");
+    EXPECT_TRUE(why->toPlainText().contains("disabler      Board 1.0.0.0 is installed, which disables"));
+    for (QPushButton* button : why->window()->findChildren<QPushButton*>())
+        button->click();
+    EXPECT_EQ(QApplication::clipboard()->text(), Described(3, 3) + '\n' + why->toPlainText())
+        << "and it is closed";
+    QTest::keyClick(&table_, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(QApplication::clipboard()->text().endsWith("\nOff\t1.0.0.0\t1.0.0.0"));
 }
 
 TEST_F(MainWindowTest, ShowsBusyBarsWhenAProductTakesLong) {

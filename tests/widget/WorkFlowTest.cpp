@@ -78,6 +78,10 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
         box->click();
         EXPECT_EQ(window.findChild<QLabel*>("labelDate")->text(),
                   QLocale::system().toString(QDate(2000, 1, 1), QLocale::ShortFormat));
+        EXPECT_EQ(window.findChild<QLabel*>("labelDate")->toolTip(),
+                  "The next automatic check is due on " +
+                      QLocale::system().toString(environment_->today.addDays(60), QLocale::ShortFormat) +
+                      ".");
         window.findChild<QPushButton*>("rowButton")->click();
         EXPECT_EQ(StoredSettings(), before) << "nothing is written while the window is open";
     });

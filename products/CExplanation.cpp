@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "report/CExplanation.h"
+#include "products/CExplanation.h"
 
-#include "net/Transfer.h"
 #include "platform/files/Addresses.h"
+
+#include <QJsonArray>
 
 namespace {
 
@@ -30,6 +31,23 @@ QJsonObject Judgement(Verdict verdict) {
 QString Proxy(const TransferRecord& record) {
     return record.proxyHost.IsEmpty() ? QString()
                                       : Text(record.proxyHost) + ':' + QString::number(record.proxyPort);
+}
+
+QJsonObject Request(const TransferRecord& record) {
+    return {{"address", WithoutPassword(record.url)},
+            {"proxy", Proxy(record)},
+            {"status", record.status},
+            {"bytes", record.bytes},
+            {"milliseconds", record.milliseconds},
+            {"error", record.succeeded ? QString() : FailureText(record)}};
+}
+
+template <typename Facts, typename ToObject>
+QJsonArray Array(const std::vector<Facts>& all, ToObject toObject) {
+    QJsonArray array;
+    for (const Facts& facts : all)
+        array.append(toObject(facts));
+    return array;
 }
 
 }  // namespace
@@ -95,48 +113,55 @@ QString VerdictText(Verdict verdict) {
 }
 
 void CExplanation::OnLocalFile(const CVardoFilePath& file, Verdict verdict, const CVersionString& installed) {
-    QJsonObject entry = Judgement(verdict);
-    entry["file"] = Text(file.GetFilePathString());
-    if (!installed.GetSource().IsEmpty())
-        entry["version"] = Version(installed);
-    files_.append(entry);
+    files_.push_back({file, verdict, installed});
+}
+
+void CExplanation::OnComparison(const CAtlString& key, const CAtlString& disabler) {
+    printer_->OnComparison(key, disabler);
 }
 
 void CExplanation::OnDisabler(const CAtlString& key, const CVersionString& installed,
                               const CVersionStringRange& range, bool disables) {
-    disablers_.append(QJsonObject{{"key", Text(key)},
-                                  {"installed", Version(installed)},
-                                  {"range", Range(range)},
-                                  {"disables", disables}});
-}
-
-void CExplanation::OnRemoteFile(Verdict verdict) {
-    answer_ = Judgement(verdict);
+    disablers_.push_back({key, installed, range, disables});
 }
 
 void CExplanation::OnOffer(const CVersionStringRange* range, const CUpdateEntry& offer) {
-    offer_ = {{"version", Version(offer.version)}};
-    if (range)
-        offer_["range"] = Range(*range);
+    offer_ = {offer.version, range ? std::optional(*range) : std::nullopt};
 }
 
 void CExplanation::OnCategory(const CAtlString& id, const CAtlString& installed,
                               const CAtlString& published) {
-    categories_.append(
-        QJsonObject{{"id", Text(id)}, {"installed", Text(installed)}, {"published", Text(published)}});
-}
-
-void CExplanation::OnTransfer(const TransferRecord& record) {
-    const QString error = record.succeeded ? QString() : FailureText(record);
-    requests_.append(QJsonObject{{"address", WithoutPassword(record.url)},
-                                 {"proxy", Proxy(record)},
-                                 {"status", record.status},
-                                 {"bytes", record.bytes},
-                                 {"milliseconds", record.milliseconds},
-                                 {"error", error}});
+    categories_.push_back({id, installed, published});
 }
 
 QJsonObject CExplanation::ToJson() const {
-    return {{"files", files_},   {"disablers", disablers_},   {"requests", requests_},
-            {"answer", answer_}, {"categories", categories_}, {"offer", offer_}};
+    const auto file = [](const LocalFile& facts) {
+        QJsonObject entry = Judgement(facts.verdict);
+        entry["file"] = Text(facts.file.GetFilePathString());
+        if (!facts.installed.GetSource().IsEmpty())
+            entry["version"] = Version(facts.installed);
+        return entry;
+    };
+    const auto disabler = [](const Disabler& facts) {
+        return QJsonObject{{"key", Text(facts.key)},
+                           {"installed", Version(facts.installed)},
+                           {"range", Range(facts.range)},
+                           {"disables", facts.disables}};
+    };
+    const auto category = [](const Category& facts) {
+        return QJsonObject{{"id", Text(facts.id)},
+                           {"installed", Text(facts.installed)},
+                           {"published", Text(facts.published)}};
+    };
+    QJsonObject offer;
+    if (offer_)
+        offer["version"] = Version(offer_->version);
+    if (offer_ && offer_->range)
+        offer["range"] = Range(*offer_->range);
+    return {{"files", Array(files_, file)},
+            {"disablers", Array(disablers_, disabler)},
+            {"requests", Array(requests_, Request)},
+            {"answer", answer_ ? Judgement(*answer_) : QJsonObject()},
+            {"categories", Array(categories_, category)},
+            {"offer", offer}};
 }

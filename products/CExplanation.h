@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// How the result of one product came about.
+#pragma once
+
+#include "net/Transfer.h"
+#include "products/IDecisionObserver.h"
+#include "products/Verdict.h"
+
+#include <QJsonObject>
+#include <QString>
+#include <optional>
+#include <vector>
+
+// Why a file does not count, in words; empty when it does.
+QString VerdictText(Verdict verdict);
+
+// Keeps what it is told, in the order of the telling. docs/administration.md says what is where in the JSON.
+// GUI thread only.
+class CExplanation : public IDecisionObserver {
+public:
+    // Comparisons are not kept, but passed on to printer, who must outlive it.
+    explicit CExplanation(IDecisionObserver& printer) : printer_(&printer) {}
+
+    void OnLocalFile(const CVardoFilePath& file, Verdict verdict, const CVersionString& installed) override;
+    bool WantsComparisons() const override { return printer_->WantsComparisons(); }
+    void OnComparison(const CAtlString& key, const CAtlString& disabler) override;
+    void OnDisabler(const CAtlString& key, const CVersionString& installed, const CVersionStringRange& range,
+                    bool disables) override;
+    void OnRemoteFile(Verdict verdict) override { answer_ = verdict; }
+    void OnOffer(const CVersionStringRange* range, const CUpdateEntry& offer) override;
+    void OnCategory(const CAtlString& id, const CAtlString& installed, const CAtlString& published) override;
+    void OnTransfer(const TransferRecord& record) { requests_.push_back(record); }
+
+    QJsonObject ToJson() const;
+
+private:
+    struct LocalFile {
+        CVardoFilePath file;
+        Verdict verdict;
+        CVersionString installed;
+    };
+    struct Disabler {
+        CAtlString key;
+        CVersionString installed;
+        CVersionStringRange range;
+        bool disables;
+    };
+    struct Category {
+        CAtlString id;
+        CAtlString installed;
+        CAtlString published;
+    };
+    struct Offer {
+        CVersionString version;
+        std::optional<CVersionStringRange> range;
+    };
+
+    // As told: JSON made at once would take most of the memory of a long list's check.
+    std::vector<LocalFile> files_;
+    std::vector<Disabler> disablers_;
+    std::vector<TransferRecord> requests_;
+    std::vector<Category> categories_;
+    std::optional<Verdict> answer_;
+    std::optional<Offer> offer_;
+    IDecisionObserver* printer_;
+};

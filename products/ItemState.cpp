@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "products/ItemState.h"
+
+ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked) {
+    if (product.IsHighlighted(item))
+        return product.IsWanted(item) ? ItemState::NOTICE : ItemState::DISMISSED;
+    if (!product.IsCurrent(item))
+        return ItemState::OLDER;
+    if (product.IsDisabled())
+        return ItemState::DISABLED;
+    if (!product.IsChecked(item))
+        return wasChecked ? ItemState::FAILED : ItemState::NOT_CHECKED;
+    if (!product.IsUpdateAvailable(item))
+        return ItemState::CURRENT;
+    return product.IsWanted(item) ? ItemState::UPDATE : ItemState::SKIPPED;
+}

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Why a row is as it is: what the window and the report both speak from.
+#pragma once
+
+#include "products/IProduct.h"
+
+enum class ItemState {
+    CURRENT,
+    UPDATE,       // there is a newer version
+    SKIPPED,      // there is one, of which the user wants to hear no more
+    DISABLED,     // another product keeps this one from being updated
+    OLDER,        // a higher version is installed beside it
+    NOTICE,       // a notification from the maker
+    DISMISSED,    // one that the user has seen
+    NOT_CHECKED,  // nobody tried
+    FAILED,       // the check failed
+    NOT_INSTALLED,
+};
+
+// The state of a product's item after a check, or without one. Never NOT_INSTALLED: that has no item.
+ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked);

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// What came of a check, in words for the user: of one row, and of the whole.
+#pragma once
+
+#include "products/ItemState.h"
+
+#include <QCoreApplication>
+#include <QTime>
+#include <map>
+
+// Learns during a check why products could not be checked; all else it asks of the products themselves. Its
+// texts are plain. GUI thread only.
+class CCheckOutcome {
+    Q_DECLARE_TR_FUNCTIONS(MainWindow)
+
+public:
+    // A new check begins.
+    void Forget();
+    // The product's check failed at that time of day. A later reason takes the place of an earlier one.
+    void OnFailed(const IProduct& product, const QString& reason, const QTime& time);
+    // The newest list was refused.
+    void OnListRefused(const QString& reason) { listRefusal_ = reason; }
+
+    // Why the item's latest version is not available; empty when it is.
+    QString WhyNotAvailable(const IProduct& product, unsigned item) const;
+    // Why the item is neither plainly current nor an update that its button leads to; empty when it is.
+    QString Why(const IProduct& product, unsigned item) const;
+    // How many updates there are, and what could not be checked, in one line.
+    QString Summary(const IProduct::List& products) const;
+
+private:
+    struct Failure {
+        QString reason;
+        QTime time;
+    };
+
+    QString WhyFailed(const IProduct& product) const;
+    QString ReasonOf(const IProduct& product) const;
+    QString FailureSummary(const IProduct::List& failed, int checkable) const;
+
+    std::map<const IProduct*, Failure> failures_;
+    QString listRefusal_;
+};

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "ui/CWhyDialog.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+// In characters of the explanation's font, and in its lines: most explanations fit.
+constexpr int COLUMNS = 76;
+constexpr int LINES = 9;
+
+// Addresses, versions and English words, which begin at the left in every language.
+QPlainTextEdit* MakeExplanation(const QString& name, const QString& text) {
+    auto* field = new QPlainTextEdit(text);
+    field->setObjectName("explanation");
+    field->setAccessibleName(name);
+    field->setReadOnly(true);
+    field->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    field->setTabChangesFocus(true);
+    field->setLayoutDirection(Qt::LeftToRight);
+    field->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    const QFontMetrics metrics(field->font());
+    field->setMinimumSize(metrics.averageCharWidth() * COLUMNS, metrics.lineSpacing() * LINES);
+    return field;
+}
+
+}  // namespace
+
+CWhyDialog::CWhyDialog(const QString& product, const QString& reason, const QString& explanation,
+                       QWidget* parent)
+    : QDialog(parent) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    setObjectName("whyDialog");
+    setWindowTitle(product);
+    auto* layout = new QVBoxLayout(this);
+    if (!reason.isEmpty()) {
+        auto* label = new QLabel(reason);
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        layout->addWidget(label);
+    }
+    layout->addWidget(MakeExplanation(product, explanation));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    const QPushButton* copy = buttons->addButton(tr("Copy"), QDialogButtonBox::ActionRole);
+    layout->addWidget(buttons);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(copy, &QPushButton::clicked, this, [text = (reason + '\n' + explanation).trimmed() + '\n'] {
+        QApplication::clipboard()->setText(text);
+    });
+}
