@@ -26,10 +26,14 @@ public:
     bool Parse(int argc, char** argv);
     // Whether the chosen action needs a GUI.
     bool IsGuiEnabled() const { return gui_; }
+    // Whether the chosen action is the interactive check.
+    bool IsInteractive() const { return gui_ && !silentParameter_.IsChosen(); }
     // The language that the command line wants, else the current one.
     CAtlString GetLocale() const;
     // Runs the chosen action, the interactive check unless something else was chosen, and gives its result.
     int Run();
+    // See CWorkFlow::Activate.
+    void Activate() { workFlow_.Activate(); }
 
 private:
     void RegisterParameters();

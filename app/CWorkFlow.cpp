@@ -9,9 +9,11 @@
 #include "net/dialog/ProxyAuth.h"
 #include "ui/MainWindow.h"
 
+#include <QApplication>
 #include <QTimer>
 #include <boost/make_shared.hpp>
 #include <iostream>
+#include <utility>
 
 namespace {
 
@@ -20,6 +22,17 @@ constexpr std::chrono::minutes LONGEST_SILENT_CHECK{15};
 
 int JulianDay(const IEnvironment& environment) {
     return static_cast<int>(environment.Today().toJulianDay());
+}
+
+// An X server, like window managers, gives the focus to nobody who asks with a time that is older than the
+// last change of it (XSetInputFocus(3)), and Qt asks with the time of the last event that it saw. An icon
+// that is set, be it the same, brings an event with the present time.
+void Raise(QWidget& window) {
+    constexpr int ICON_IS_SET_AFTER_MS = 50;
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    window.setWindowIcon(window.windowIcon());
+    QTimer::singleShot(ICON_IS_SET_AFTER_MS, &window, &QWidget::activateWindow);
 }
 
 }  // namespace
@@ -87,17 +100,40 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     MainWindow window(environment_);
     Connect(window);
     window.ShowProducts();
-    productList_->SetTimeLimit(LONGEST_SILENT_CHECK);
-    productList_->CheckForUpdates();
-    productList_->SetTimeLimit({});
-    RecordSuccess();
-    if (productList_->IsAnyUpdateAvailable()) {
+    if (CheckBehind(window)) {
         proxyHandler_->SetInteractive(true);
         window.ShowOutcome();
         window.exec();
     }
     recordKeeper_->Save();
     return 0;
+}
+
+bool CWorkFlow::CheckBehind(MainWindow& window) {
+    hidden_ = &window;
+    if (isWanted_)
+        Activate();
+    productList_->SetTimeLimit(LONGEST_SILENT_CHECK);
+    productList_->CheckForUpdates();
+    productList_->SetTimeLimit({});
+    RecordSuccess();
+    window.SetChecking(false);
+    const bool wasShown = std::exchange(hidden_, nullptr) == nullptr;
+    return wasShown ? window.isVisible() : productList_->IsAnyUpdateAvailable();
+}
+
+void CWorkFlow::Activate() {
+    isWanted_ = true;
+    if (MainWindow* window = std::exchange(hidden_, nullptr)) {
+        window->SetChecking(true);
+        window->setModal(true);
+        window->show();
+    }
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && qobject_cast<QDialog*>(window))
+            Raise(*window);
+    if (QWidget* asking = QApplication::activeModalWidget())
+        Raise(*asking);
 }
 
 int CWorkFlow::ReportParameterError(const CCmdLineContext& /*context*/) {

@@ -38,6 +38,10 @@ public:
     int CheckInteractive(const CCmdLineContext& context);
     // Checks when a check is due, and opens the window only when something is new. Always 0.
     int CheckSilently(const CCmdLineContext& context);
+    // The user has started the program again, while an action runs: brings its windows to the front, those
+    // that are minimised too, and the dialog that waits for an answer before all. The window of a silent
+    // check comes once its rows are there, and stays until the user closes it.
+    void Activate();
     // The command line was faulty. Always 1.
     int ReportParameterError(const CCmdLineContext& context);
 
@@ -48,6 +52,9 @@ private:
     // program takes over.
     bool Prepare(bool isWatched);
     void Connect(MainWindow& window) const;
+    // Checks the products whose rows the window has, behind the user's back unless Activate shows it. Whether
+    // the user is to see the result.
+    bool CheckBehind(MainWindow& window);
     // Today becomes the date of the last check when any product could be checked.
     void RecordSuccess();
 
@@ -56,4 +63,7 @@ private:
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     boost::shared_ptr<CRecordKeeper> recordKeeper_;
     boost::shared_ptr<IAttendedEnvironment> environment_;
+    bool isWanted_ = false;
+    // The window of a silent check that runs and was not wanted yet.
+    MainWindow* hidden_ = nullptr;
 };

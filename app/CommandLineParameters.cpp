@@ -17,6 +17,7 @@ bool CActionParameter::SetValue(const CAtlString& name, const CAtlString& /*valu
     }
     target_ = action_;
     selected_ = true;
+    isChosen_ = true;
     gui_ = guiValue_;
     return true;
 }

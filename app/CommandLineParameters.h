@@ -87,6 +87,8 @@ public:
     void SetAction(const Action& action, bool guiValue);
     // Exclusive, as a new parameter is: refuses when an action was selected before.
     void SetExclusive(bool exclusive) { exclusive_ = exclusive; }
+    // The command line has it, and no other choice came before.
+    bool IsChosen() const { return isChosen_; }
 
     // Refused, and name kept as the error text, when another choice was made before.
     bool SetValue(const CAtlString& name, const CAtlString& value) override;
@@ -97,6 +99,7 @@ private:
     bool& gui_;
     bool guiValue_ = false;
     bool exclusive_ = true;
+    bool isChosen_ = false;
     Action& target_;
     Action action_;
     CAtlString error_;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // The entry point.
+#include "app/CActivationServer.h"
 #include "app/CApplicationFactory.h"
 #include "app/CSingleInstanceLock.h"
 #include "i18n/Language.h"
@@ -41,6 +42,7 @@ void DressUp() {
 void RunAction(CApplicationFactory& factory) {
     if (factory.IsGuiEnabled())
         DressUp();
+    const CActivationServer server(QCoreApplication::applicationFilePath(), [&] { factory.Activate(); });
     factory.Run();
     // One turn of the event loop delivers what is still pending, deferred deletions above all.
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
@@ -63,10 +65,13 @@ void RunApplication(int argc, char** argv) {
     // In UTF-8, as the file system has it.
     const QByteArray executable = QCoreApplication::applicationFilePath().toUtf8();
     const CSingleInstanceLock lock(executable.constData(), LOCK_PROJECT);
-    if (lock.IsHeld())
+    if (lock.IsHeld()) {
         RunAction(factory);
-    else
-        std::cerr << "VARDO Product Update is already running." << std::endl;
+        return;
+    }
+    std::cerr << "VARDO Product Update is already running." << std::endl;
+    if (factory.IsInteractive())
+        ActivateRunningCopy(QCoreApplication::applicationFilePath());
 }
 
 }  // namespace

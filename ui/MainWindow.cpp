@@ -158,8 +158,7 @@ void MainWindow::OnCheckUpdates() {
     proxyHandler_->SetInteractive(true);
     statusLabel->clear();
     outcome_.Forget();
-    retryButton->setEnabled(false);
-    proxyButton->setEnabled(false);
+    SetChecking(true);
     controller_->LoadProductList();
     controller_->FindInstalled();
     ShowProducts();
@@ -167,8 +166,12 @@ void MainWindow::OnCheckUpdates() {
     if (controller_->GetLastCheckResult())
         record_->SetNewLastChecked(static_cast<int>(environment_->Today().toJulianDay()));
     ShowOutcome();
-    retryButton->setEnabled(true);
-    proxyButton->setEnabled(true);
+    SetChecking(false);
+}
+
+void MainWindow::SetChecking(bool isChecking) {
+    retryButton->setEnabled(!isChecking);
+    proxyButton->setEnabled(!isChecking);
 }
 
 void MainWindow::OnClose() {

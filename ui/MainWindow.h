@@ -40,6 +40,8 @@ public:
     void ShowProducts();
     // Says what came of a check that has ended.
     void ShowOutcome();
+    // While a check runs, neither another one nor other connection options can be had.
+    void SetChecking(bool isChecking);
 
 public slots:
     // Shows why a product could not be checked.

@@ -56,12 +56,6 @@ bool KeepsWhatIsInIt(const CVardoDirectoryPath& folder) {
     return isTrusted && (IsOnlyOwnersToWrite(status) || (status.st_mode & S_ISVTX) != 0);
 }
 
-bool IsSafe(const CVardoDirectoryPath& folder) {
-    struct stat status {};
-    return KeepsWhatIsInIt(ParentOf(folder)) && lstat(SystemPath(folder).c_str(), &status) == 0 &&
-           S_ISDIR(status.st_mode) && status.st_uid == geteuid() && IsOnlyOwnersToWrite(status);
-}
-
 // The mode again, after the umask has had its say: where this is called nobody else can have exchanged the
 // folder.
 void CreateForOwner(const CVardoDirectoryPath& folder) {
@@ -77,6 +71,12 @@ const CTemporaryFolder& CTemporaryFolder::OfProcess() {
         CVardoDirectoryPath(L"/tmp/" + UserName()),
         CVardoDirectoryPath(CacheFolder().GetDirectoryPathString() + L"/VARDOProductUpdate"));
     return folder;
+}
+
+bool CTemporaryFolder::IsSafe(const CVardoDirectoryPath& folder) {
+    struct stat status {};
+    return KeepsWhatIsInIt(ParentOf(folder)) && lstat(SystemPath(folder).c_str(), &status) == 0 &&
+           S_ISDIR(status.st_mode) && status.st_uid == geteuid() && IsOnlyOwnersToWrite(status);
 }
 
 CVardoDirectoryPath CTemporaryFolder::Get() const {

@@ -22,6 +22,9 @@ public:
     // folder.
     static const CTemporaryFolder& OfProcess();
 
+    // Whether a folder is safe.
+    static bool IsSafe(const CVardoDirectoryPath& folder);
+
     // Two folders of the user: one that the maker's programs share, and one of this program's own.
     CTemporaryFolder(const CVardoDirectoryPath& shared, const CVardoDirectoryPath& own)
         : shared_(shared), own_(own) {}

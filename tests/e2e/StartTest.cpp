@@ -11,9 +11,18 @@ using StartTest = ProgramTest;
 TEST_F(StartTest, ASecondCopySaysSoAndOneThatEndsFreesTheLock) {
     machine_.KnowBoardSoftwareOnly();
     Open();
-    const auto second = machine_.Start(desktop_.Name(), {});
-    EXPECT_EQ(second->ExitCode(), 0);
-    EXPECT_EQ(second->Errors(), "VARDO Product Update is already running.\n");
+    EXPECT_TRUE(WaitUntil([] { return !std::filesystem::is_empty("/tmp/run/runtime"); }));
+    const auto focused = [this] { return desktop_.Do({"getwindowfocus", "-f"}) == window_.id + "\n"; };
+    desktop_.Do({"windowfocus", "--sync", window_.id});
+    ASSERT_TRUE(focused());
+    desktop_.Do({"search", "--maxdepth", "0", "", "windowfocus"});
+    ASSERT_FALSE(focused());
+    for (const char* argument : {"-silent", "interactive"}) {
+        const auto second = machine_.Start(desktop_.Name(), {argument});
+        EXPECT_EQ(second->ExitCode(), 0);
+        EXPECT_EQ(second->Errors(), "VARDO Product Update is already running.\n");
+        EXPECT_EQ(WaitUntil(focused, std::chrono::seconds(1)), argument == std::string("interactive"));
+    }
     EXPECT_EQ(SampleMachine::StartReport({})->ExitCode(), 0) << "the report does not mind";
     EXPECT_TRUE(program_->IsRunning());
     program_->Signal(SIGKILL);

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include "app/CActivationServer.h"
 #include "app/CSingleInstanceLock.h"
+#include "support/ScopedEnvironment.h"
 #include "support/TemporaryTree.h"
 
+#include <QTest>
 #include <functional>
 #include <optional>
 
@@ -60,6 +63,24 @@ TEST(SingleInstanceLock, IsSharedWithOtherUsersAndOutlivesNobody) {
     EXPECT_TRUE(AsNobody([&] { return theirs.emplace(file.c_str(), 'q').IsHeld(); }));
     EXPECT_NE(semget(ftok(file.c_str(), 'q'), 1, 0), -1) << "they left it behind";
     EXPECT_TRUE(IsHeld(file, 'q'));
+}
+
+TEST(ActivationServer, HearsOfTheSameFileInADirectoryThatNobodyElseCanChange) {
+    const TemporaryTree tree;
+    const QString program = QString::fromStdString(tree.Write("программа", ""));
+    const QString other = QString::fromStdString(tree.Write("other", ""));
+    tree.MakeDirectory("own");
+    std::filesystem::permissions(tree.MakeDirectory("open"), std::filesystem::perms::all);
+    for (const auto& [folder, isHeard] : {std::pair("own", true), {"open", false}, {"missing", false}}) {
+        const ScopedEnvironment runtime("XDG_RUNTIME_DIR", tree.Path(folder).c_str());
+        int heard = 0;
+        const CActivationServer server(program, [&heard] { ++heard; });
+        QTest::qWait(CActivationServer::LISTENS_AFTER + 50);
+        ActivateRunningCopy(program);
+        ActivateRunningCopy(other);
+        QTest::qWait(50);
+        EXPECT_EQ(heard == 1, isHeard) << folder;
+    }
 }
 
 }  // namespace

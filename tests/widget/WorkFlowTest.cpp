@@ -32,6 +32,7 @@ protected:
             argv.push_back(argument.data());
         CApplicationFactory factory(environment_, downloader_);
         factory.Parse(static_cast<int>(argv.size()), argv.data());
+        running_ = &factory;
         QTimer user;
         QObject::connect(&user, &QTimer::timeout, [&] {
             QWidget* window = QApplication::activeModalWidget();
@@ -62,7 +63,43 @@ protected:
 
     // The first row's latest version in each window that was shown.
     QStringList latest_;
+    CApplicationFactory* running_ = nullptr;
 };
+
+TEST_F(WorkFlow, StartedAgainItShowsItsWindowEvenBeforeASilentCheckHasEnded) {
+    AddProduct("Planner", {"1.0.0.0"}, "1.0.0.0");
+    Install();
+    const auto window = [] { return QApplication::activeModalWidget(); };
+    // While the list is fetched, or the product.
+    for (const std::size_t request : {1U, 2U}) {
+        downloader_->addresses.clear();
+        downloader_->whileDownloading = [&] {
+            if (downloader_->addresses.size() == request)
+                running_->Activate();
+            QTest::qWait(10);
+            EXPECT_EQ(window() != nullptr, downloader_->addresses.size() == 2) << "it has its rows";
+        };
+        StoreSettings(1, 30, 0);
+        Run({"-silent"}, [&](QWidget& seen) {
+            seen.showMinimized();
+            running_->Activate();
+            EXPECT_FALSE(seen.isMinimized());
+        });
+        EXPECT_EQ(latest_, QStringList(static_cast<int>(request), "1.0.0.0"));
+    }
+    downloader_->addresses.clear();
+    downloader_->whileDownloading = [&] {
+        if (downloader_->addresses.size() != 2)
+            return;
+        running_->Activate();
+        window()->close();
+        running_->Activate();
+        EXPECT_EQ(window(), nullptr) << "the user is done with it";
+    };
+    StoreSettings(1, 30, 0);
+    Run({"-silent"});
+    EXPECT_EQ(latest_.size(), 2);
+}
 
 TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
     StoreSettings(0, 7, 2451545);
