@@ -13,7 +13,7 @@
 
 #include "CatalogTest.h"
 #include "DataTable.h"
-#include "catalog/RunCatalogCheck.h"
+#include "publish/RunCatalogCheck.h"
 #include "products/CProductVersion.h"
 #include "support/Minisign.h"
 

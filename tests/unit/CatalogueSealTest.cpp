@@ -7,8 +7,8 @@
 #include <sstream>
 
 #include "CatalogTest.h"
-#include "catalog/RunCatalogCheck.h"
-#include "catalog/RunCatalogSign.h"
+#include "publish/RunCatalogCheck.h"
+#include "publish/RunCatalogSign.h"
 #include "signing/CCatalogueSeal.h"
 #include "support/Minisign.h"
 #include "support/ScopedEnvironment.h"

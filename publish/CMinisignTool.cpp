@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "catalog/CMinisignTool.h"
+#include "publish/CMinisignTool.h"
 
 #include <QFile>
 #include <QProcess>

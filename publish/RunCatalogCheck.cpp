@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "catalog/RunCatalogCheck.h"
+#include "publish/RunCatalogCheck.h"
 
 #include "catalog/Checks.h"
 

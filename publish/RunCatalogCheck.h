@@ -4,7 +4,7 @@
 // The program VARDOCatalogCheck, but for its main function.
 #pragma once
 
-#include "catalog/FolderProgram.h"
+#include "publish/FolderProgram.h"
 
 #include <QStringList>
 #include <iosfwd>

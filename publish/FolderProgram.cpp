@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "catalog/FolderProgram.h"
+#include "publish/FolderProgram.h"
 
 #include "catalog/ValueChecks.h"
 

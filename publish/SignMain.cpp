@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "catalog/RunCatalogCheck.h"
+#include "publish/RunCatalogSign.h"
 #include "platform/desktop/BrokenPipes.h"
 
 #include <QCoreApplication>
@@ -10,5 +10,5 @@
 int main(int argc, char** argv) {
     IgnoreBrokenPipes();
     const QCoreApplication application(argc, argv);
-    return RunCatalogCheck(QCoreApplication::arguments(), std::cout, std::cerr);
+    return RunCatalogSign(QCoreApplication::arguments(), std::cout, std::cerr);
 }

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "catalog/RunCatalogSign.h"
+#include "publish/RunCatalogSign.h"
 
-#include "catalog/CMinisignTool.h"
+#include "publish/CMinisignTool.h"
 #include "catalog/Checks.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileReplacement.h"
