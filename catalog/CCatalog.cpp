@@ -6,6 +6,7 @@
 #include "catalog/ElementChecks.h"
 #include "catalog/FileKinds.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
+#include "platform/files/Addresses.h"
 #include "products/CProductVersion.h"
 #include "products/CProductVersions.h"
 #include "products/DescriptionFormat.h"
@@ -61,24 +62,42 @@ void AddMessageReference(const CCatalogFile& file, const boost::shared_ptr<IEnvi
                               notification.GetCheckAddress().ToQString(), FileKind::MESSAGE});
 }
 
+// Of an element and all below it. The folder of gallery content has the name of a page.
+void AddLinks(const CCatalogFile& file, const TiXmlElement& element, std::vector<Reference>& links) {
+    using namespace DescriptionFormat;
+    const char* const pages[] = {WEB_PAGE, NotificationFormat::WEB_PAGE, ListFormat::DEFAULT_PAGE};
+    for (const char* name : pages)
+        if (const CAtlString page = XmlAttribute(element, name);
+            !page.IsEmpty() && element.ValueStr() != ListFormat::GALLERY)
+            links.push_back(
+                {&file, AttributeLine(element, name), WebAddress(page).ToQString(), FileKind::PAGE});
+    if (const CAtlString installer = XmlAttribute(element, INSTALL_FILE); !installer.IsEmpty())
+        links.push_back({&file, AttributeLine(element, INSTALL_FILE),
+                         JoinTrimmed(XmlAttribute(element, INSTALL_FOLDER), installer).ToQString(),
+                         FileKind::INSTALLER});
+    for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement())
+        AddLinks(file, *child, links);
+}
+
 }  // namespace
 
-CCatalog::CCatalog(const QString& folder, const QString& siteAddress)
-    : environment_(boost::make_shared<CUnattendedEnvironment>(CVardoDirectoryPath())) {
-    const QString root = QDir::cleanPath(folder);
-    QDirIterator entries(root, QDir::Files, QDirIterator::Subdirectories);
+CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QString& siteFolder)
+    : folder_(QDir::cleanPath(folder)),
+      environment_(boost::make_shared<CUnattendedEnvironment>(CVardoDirectoryPath())) {
+    QDirIterator entries(folder_, QDir::Files, QDirIterator::Subdirectories);
     while (entries.hasNext())
         files_.push_back(std::make_unique<CCatalogFile>(entries.next()));
     std::sort(files_.begin(), files_.end(),
               [](const auto& a, const auto& b) { return a->GetPath() < b->GetPath(); });
     if (!siteAddress.isEmpty())
-        site_.emplace(siteAddress, root);
+        site_.emplace(siteAddress, QDir::cleanPath(siteFolder));
     RecogniseByName();
     RecogniseByContents();
     CollectReferences();
     if (!site_)
         FindSite();
     RecogniseReferenced();
+    CollectLinks();
 }
 
 std::vector<const CCatalogFile*> CCatalog::FilesOf(FileKind kind) const {
@@ -121,6 +140,19 @@ CCatalogFile* CCatalog::FindFile(const QString& path) const {
         std::lower_bound(files_.begin(), files_.end(), path,
                          [](const auto& file, const QString& text) { return file->GetPath() < text; });
     return found != files_.end() && (*found)->GetPath() == path ? found->get() : nullptr;
+}
+
+const CCatalogFile* CCatalog::FindInOtherCase(const QString& path) const {
+    const auto found = std::find_if(files_.begin(), files_.end(), [&](const auto& file) {
+        return file->GetPath().compare(path, Qt::CaseInsensitive) == 0 && file->GetPath() != path;
+    });
+    return found == files_.end() ? nullptr : found->get();
+}
+
+bool CCatalog::HasFolder(const QString& path) const {
+    const QString beginning = path.endsWith(u'/') ? path : path + u'/';
+    return std::any_of(files_.begin(), files_.end(),
+                       [&](const auto& file) { return file->GetPath().startsWith(beginning); });
 }
 
 void CCatalog::RecogniseByName() {
@@ -201,5 +233,18 @@ void CCatalog::RecogniseReferenced() {
         CCatalogFile* file = path ? FindFile(*path) : nullptr;
         if (file && file != reference.from)
             file->SetKind(reference.kind);
+    }
+}
+
+void CCatalog::CollectLinks() {
+    for (const FileKind kind : {FileKind::PRODUCT_LIST, FileKind::REMOTE_DESCRIPTION, FileKind::MESSAGE})
+        for (const CCatalogFile* file : FilesOf(kind))
+            if (file->GetRoot())
+                AddLinks(*file, *file->GetRoot(), links_);
+    for (const Reference& link : links_) {
+        const auto path = FileOf(link.address);
+        CCatalogFile* file = path ? FindFile(*path) : nullptr;
+        if (file && file->GetKind() == FileKind::UNKNOWN)
+            file->SetKind(link.kind);
     }
 }

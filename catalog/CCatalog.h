@@ -13,11 +13,11 @@
 #include <optional>
 #include <vector>
 
-// A file that another one names by its address.
+// A file that another one names by its address, or a page.
 struct Reference {
     const CCatalogFile* from = nullptr;
     int line = 0;
-    // What is fetched, as the program puts it together.
+    // What is fetched or opened, as the program puts it together.
     QString address;
     // What it is read as.
     FileKind kind = FileKind::UNKNOWN;
@@ -29,16 +29,26 @@ struct Reference {
 // gives it, else by the address by which another file names it, else by what is in it.
 class CCatalog {
 public:
-    // The address at which the folder is published; when it is empty, the product lists say where which part
-    // of the folder is.
-    CCatalog(const QString& folder, const QString& siteAddress);
+    // The address at which siteFolder is published, which is folder or lies in it, under the same path; when
+    // the address is empty, the product lists say where which part of the folder is.
+    CCatalog(const QString& folder, const QString& siteAddress, const QString& siteFolder);
+    CCatalog(const QString& folder, const QString& siteAddress) : CCatalog(folder, siteAddress, folder) {}
 
+    // As it was given, without a "/" at its end.
+    const QString& GetFolder() const { return folder_; }
     const std::vector<std::unique_ptr<CCatalogFile>>& GetFiles() const { return files_; }
     std::vector<const CCatalogFile*> FilesOf(FileKind kind) const;
     // Null when there is none with that path.
     const CCatalogFile* Find(const QString& path) const;
 
+    // The first other file whose path differs in case alone; null when there is none.
+    const CCatalogFile* FindInOtherCase(const QString& path) const;
+    bool HasFolder(const QString& path) const;
+
+    // What the program reads as XML.
     const std::vector<Reference>& GetReferences() const { return references_; }
+    // Pages and installers.
+    const std::vector<Reference>& GetLinks() const { return links_; }
     bool HasSite() const { return site_.has_value(); }
     // The path of the file that is published at an address, whether it exists or not; nothing when the site
     // is not known, or the address does not belong to it.
@@ -46,6 +56,8 @@ public:
     // The address of a file that the program fetches from the site and reads as XML; nothing for all others,
     // the copy of a product list that was installed among them.
     std::optional<QString> PublishedAt(const CCatalogFile& file) const;
+    // Whether a file is a product list that was installed, beside local descriptions.
+    bool IsInstalledCopy(const CCatalogFile& list) const;
     // A world in which nothing is installed; today is today.
     const boost::shared_ptr<IEnvironment>& GetEnvironment() const { return environment_; }
 
@@ -55,12 +67,14 @@ private:
     void RecogniseByContents();
     void CollectReferences();
     void FindSite();
-    bool IsInstalledCopy(const CCatalogFile& list) const;
     void RecogniseReferenced();
+    void CollectLinks();
     CCatalogFile* FindFile(const QString& path) const;
 
+    QString folder_;
     std::vector<std::unique_ptr<CCatalogFile>> files_;
     std::vector<Reference> references_;
+    std::vector<Reference> links_;
     std::optional<CSite> site_;
     boost::shared_ptr<IEnvironment> environment_;
 };

@@ -10,7 +10,7 @@
 #include <QString>
 #include <memory>
 
-// As what the update program would read a file.
+// As what the update program would read a file; from STRINGS on, not as XML.
 enum class FileKind {
     UNKNOWN,
     PRODUCT_LIST,
@@ -24,6 +24,9 @@ enum class FileKind {
     STRINGS,
     PUBLIC_KEY,
     SIGNATURE,
+    // What an address leads to and the program does not read: a page, an installer.
+    PAGE,
+    INSTALLER,
 };
 
 // Its path, its kind and, when it is one in XML, its elements.

@@ -25,6 +25,11 @@ QString Name(Severity severity) {
     return QStringLiteral("note");
 }
 
+QString Counted(int count, const QString& noun) {
+    return QStringLiteral("%1 %2%3").arg(count == 0 ? QStringLiteral("no") : QString::number(count), noun,
+                                         count == 1 ? QString() : QStringLiteral("s"));
+}
+
 }  // namespace
 
 void CFindings::Add(const QString& file, int line, const FindingCode& code, const QString& text) {
@@ -49,6 +54,18 @@ int CFindings::CountErrors(const QString& file) const {
     return static_cast<int>(std::count_if(findings_.begin(), findings_.end(), [&](const Finding& finding) {
         return finding.code.severity == Severity::ERROR && finding.file == file;
     }));
+}
+
+QString CFindings::Summary() const {
+    return Counted(Count(Severity::ERROR), Name(Severity::ERROR)) + QStringLiteral(", ") +
+           Counted(Count(Severity::WARNING), Name(Severity::WARNING));
+}
+
+CFindings CFindings::WithoutNotes() const {
+    CFindings others(*this);
+    std::erase_if(others.findings_,
+                  [](const Finding& finding) { return finding.code.severity == Severity::NOTE; });
+    return others;
 }
 
 QByteArray CFindings::ToText() const {

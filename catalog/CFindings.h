@@ -32,6 +32,11 @@ public:
     // Of errors in one file.
     int CountErrors(const QString& file) const;
 
+    // "2 errors, 1 warning", or "no errors, no warnings".
+    QString Summary() const;
+    // Without the notes.
+    CFindings WithoutNotes() const;
+
     // One line each, "file:line: severity: text [code]", UTF-8.
     QByteArray ToText() const;
     // An array of objects with "file", "line", "severity", "code" and "text", UTF-8.

@@ -5,14 +5,35 @@
 #include "catalog/FileKinds.h"
 
 #include <QRegularExpression>
+#include <QXmlStreamReader>
+#include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace {
 
-// The parser takes an "&" that begins no entity for nothing. Comments and CDATA may hold any.
-void CheckAmpersands(const CCatalogFile& file, CFindings& findings) {
+void CheckComment(const CCatalogFile& file, int line, const QString& comment, CFindings& findings) {
+    // The other signs of a signature are the tool's.
+    if (comment.contains(QLatin1String("--")) && !comment.startsWith(QLatin1String("minisign")))
+        findings.Add(
+            file.GetPath(), line, Code::DOUBLE_HYPHEN,
+            QStringLiteral("this comment holds \"--\": the program reads the file, but it is no XML"));
+}
+
+void CheckAmpersand(const CCatalogFile& file, int line, const QString& entity, CFindings& findings) {
+    findings.Add(
+        file.GetPath(), line, Code::LONE_AMPERSAND,
+        entity.isEmpty()
+            ? QStringLiteral("an \"&\" that begins no entity is lost: write \"&amp;\"")
+            : QStringLiteral("the entity \"%1\" is unknown: write the character itself").arg(entity));
+}
+
+// What the parser takes without a word: an "&" that begins no entity, for nothing, and comments that are
+// none. Comments and CDATA may hold any "&".
+void CheckMarks(const CCatalogFile& file, CFindings& findings) {
     static const QRegularExpression piece(
-        QStringLiteral("<!--.*?-->|<!\\[CDATA\\[.*?\\]\\]>|"
-                       "(&)(?!(?:amp|lt|gt|quot|apos|#[0-9]+|#x[0-9a-fA-F]+);)"),
+        QStringLiteral("<!--(.*?)-->|<!\\[CDATA\\[.*?\\]\\]>|"
+                       "(&)(?!(?:amp|lt|gt|quot|apos|#[0-9]+|#x[0-9a-fA-F]+);)(?:([A-Za-z][A-Za-z0-9]*);)?"),
         QRegularExpression::DotMatchesEverythingOption);
     // Byte by byte: only ASCII is looked for.
     const QString text = ReadFileBytes(file.GetFilePath()).ToQString();
@@ -20,32 +41,72 @@ void CheckAmpersands(const CCatalogFile& file, CFindings& findings) {
     qsizetype countedTo = 0;
     for (auto matches = piece.globalMatch(text); matches.hasNext();) {
         const QRegularExpressionMatch match = matches.next();
-        if (!match.hasCaptured(1))
-            continue;
         line += static_cast<int>(
             QStringView(text).sliced(countedTo, match.capturedStart() - countedTo).count(u'\n'));
         countedTo = match.capturedStart();
-        findings.Add(file.GetPath(), line, Code::LONE_AMPERSAND,
-                     QStringLiteral("an \"&\" that begins no entity is lost: write \"&amp;\""));
+        if (match.hasCaptured(2))
+            CheckAmpersand(file, line, match.captured(3), findings);
+        else
+            CheckComment(file, line, match.captured(1), findings);
     }
 }
 
+// Looks for what is wrong with a malformed file with a reader that says it better than the program's: in the
+// reader's words, or which element is not closed, at the line where the element or the wrong tag begins.
+XmlFault Diagnose(const CCatalogFile& file) {
+    // The program lets an unknown entity pass.
+    const QString text = ReadFileBytes(file.GetFilePath()).ToQString().replace(u'&', u' ');
+    QXmlStreamReader reader(text);
+    const auto tagLine = [&] {
+        const qsizetype tag = text.lastIndexOf(u'<', std::max<qsizetype>(reader.characterOffset() - 1, 0));
+        return 1 + static_cast<int>(QStringView(text).left(tag).count(u'\n'));
+    };
+    std::vector<std::pair<QString, int>> open;
+    while (!reader.atEnd()) {
+        const auto token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement)
+            open.emplace_back(reader.qualifiedName().toString(), tagLine());
+        else if (token == QXmlStreamReader::EndElement)
+            open.pop_back();
+    }
+    if (!reader.hasError())
+        return file.GetFault();
+    const QString reason = reader.errorString();
+    const bool isUnclosed = reader.error() == QXmlStreamReader::PrematureEndOfDocumentError ||
+                            reason.contains(QLatin1String("tag mismatch"));
+    if (isUnclosed && !open.empty())
+        return {
+            open.back().second,
+            QStringLiteral("<%1>, which begins here, is not closed").arg(open.back().first).toStdString()};
+    return {tagLine(), reason.toStdString()};
+}
+
+// Below a folder of the organisation's name lie settings that the program reads.
+bool IsSettings(const CCatalogFile& file) {
+    return file.GetName().endsWith(QLatin1String(".conf")) &&
+           file.GetFolder().endsWith(QLatin1String("VARDO Technologies"));
+}
+
 void CheckForm(const CCatalogFile& file, CFindings& findings) {
-    const bool isXml = IsXmlKind(file.GetKind());
-    if ((isXml || IsXmlName(file.GetName())) && !file.GetRoot())
-        findings.Add(file.GetPath(), file.GetFault().line, Code::MALFORMED,
-                     QStringLiteral("the program takes this file for missing: %1")
-                         .arg(QString::fromStdString(file.GetFault().reason)));
-    else if (file.GetKind() == FileKind::UNKNOWN)
+    const FileKind kind = file.GetKind();
+    const bool mayBeXml = IsXmlKind(kind) || (kind == FileKind::UNKNOWN && IsXmlName(file.GetName()));
+    if (mayBeXml && !file.GetRoot()) {
+        const XmlFault fault = Diagnose(file);
+        findings.Add(file.GetPath(), fault.line, Code::MALFORMED,
+                     QStringLiteral("the program takes this file for missing: %1").arg(fault.reason.c_str()));
+    } else if (kind == FileKind::UNKNOWN && !IsSettings(file)) {
         findings.Add(file.GetPath(), 0, Code::UNKNOWN_FILE, QStringLiteral("the program reads no such file"));
-    else if (isXml)
-        CheckAmpersands(file, findings);
+    } else if (IsXmlKind(kind)) {
+        CheckMarks(file, findings);
+    }
 }
 
 }  // namespace
 
 CFindings CheckCatalog(const CCatalog& catalog) {
     CFindings findings;
+    if (catalog.GetFiles().empty())
+        findings.Add(catalog.GetFolder(), 0, Code::EMPTY_FOLDER, QStringLiteral("the folder holds no file"));
     for (const auto& file : catalog.GetFiles())
         CheckForm(*file, findings);
     CheckProductLists(catalog, findings);
@@ -56,6 +117,7 @@ CFindings CheckCatalog(const CCatalog& catalog) {
     CheckLanguageTables(catalog, findings);
     CheckStringsFiles(catalog, findings);
     CheckReferences(catalog, findings);
+    CheckInstallers(catalog, findings);
     CheckSignatures(catalog, findings);
     return findings;
 }

@@ -6,6 +6,7 @@
 
 #include "catalog/CCatalog.h"
 #include "catalog/CFindings.h"
+#include "products/CUpdateXmlReader.h"
 
 // Product lists: left out elements, disablers without effect, keys that come twice.
 void CheckProductLists(const CCatalog& catalog, CFindings& findings);
@@ -24,8 +25,15 @@ void CheckGalleries(const CCatalog& catalog, CFindings& findings);
 void CheckLanguageTables(const CCatalog& catalog, CFindings& findings);
 void CheckStringsFiles(const CCatalog& catalog, CFindings& findings);
 
-// The files that other files name by their addresses, and the program's own installer.
+// The files and pages that other files name by their addresses, and whether a web server may read them.
 void CheckReferences(const CCatalog& catalog, CFindings& findings);
+
+// The program's own installer, where an installed program is offered one: whether it can be fetched, is
+// accepted and can be started.
+void CheckInstallers(const CCatalog& catalog, CFindings& findings);
+// The same of what a reader of both descriptions offers, which these files are.
+void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
+                    const CCatalogFile& remote, CFindings& findings);
 
 // With the maker's key for XML files in the folder: the signatures of all that is published. And whether key
 // files are such.

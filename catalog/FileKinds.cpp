@@ -46,8 +46,7 @@ bool IsXmlName(const QString& name) {
 }
 
 bool IsXmlKind(FileKind kind) {
-    return kind != FileKind::UNKNOWN && kind != FileKind::STRINGS && kind != FileKind::PUBLIC_KEY &&
-           kind != FileKind::SIGNATURE;
+    return kind != FileKind::UNKNOWN && kind < FileKind::STRINGS;
 }
 
 FileKind KindByName(const QString& name) {
@@ -108,6 +107,10 @@ QString KindName(FileKind kind) {
             return QStringLiteral("the maker's public key");
         case FileKind::SIGNATURE:
             return QStringLiteral("an installer's signature");
+        case FileKind::PAGE:
+            return QStringLiteral("a page");
+        case FileKind::INSTALLER:
+            return QStringLiteral("an installer");
         case FileKind::UNKNOWN:
             break;
     }

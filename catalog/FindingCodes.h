@@ -33,6 +33,9 @@ inline constexpr FindingCode UNKNOWN_ATTRIBUTE{"unknown-attribute", Severity::WA
 inline constexpr FindingCode REPEATED_ELEMENT{"repeated-element", Severity::WARNING};
 inline constexpr FindingCode NOT_UTF8{"not-utf8", Severity::ERROR};
 inline constexpr FindingCode LONE_AMPERSAND{"lone-ampersand", Severity::ERROR};
+inline constexpr FindingCode DOUBLE_HYPHEN{"double-hyphen", Severity::NOTE};
+inline constexpr FindingCode EMPTY_FOLDER{"empty-folder", Severity::ERROR};
+inline constexpr FindingCode BLANK{"blank", Severity::ERROR};
 inline constexpr FindingCode BAD_VALUE{"bad-value", Severity::WARNING};
 inline constexpr FindingCode DUPLICATE_KEY{"duplicate-key", Severity::WARNING};
 
@@ -49,17 +52,24 @@ inline constexpr FindingCode NOT_HTTP{"not-http", Severity::ERROR};
 inline constexpr FindingCode NOT_SENT{"not-sent", Severity::ERROR};
 inline constexpr FindingCode PAGE_ADDRESS{"page-address", Severity::ERROR};
 inline constexpr FindingCode MISSING_FILE{"missing-file", Severity::ERROR};
+inline constexpr FindingCode MISSING_PAGE{"missing-page", Severity::WARNING};
+inline constexpr FindingCode NOT_FOLLOWED{"not-followed", Severity::WARNING};
+inline constexpr FindingCode ODD_HOST{"odd-host", Severity::WARNING};
 inline constexpr FindingCode ELSEWHERE{"elsewhere", Severity::NOTE};
+inline constexpr FindingCode PRIVATE_FILE{"private-file", Severity::NOTE};
 
 // Product lists
 inline constexpr FindingCode UNKNOWN_PRODUCT{"unknown-product", Severity::ERROR};
 inline constexpr FindingCode EMPTY_LIST{"empty-list", Severity::ERROR};
+inline constexpr FindingCode NOT_RAISED{"not-raised", Severity::ERROR};
 inline constexpr FindingCode NO_REFRESH{"no-refresh", Severity::WARNING};
 inline constexpr FindingCode NO_PAGE{"no-page", Severity::NOTE};
 inline constexpr FindingCode NO_EFFECT{"no-effect", Severity::WARNING};
 inline constexpr FindingCode AMBIGUOUS_NAME{"ambiguous-name", Severity::WARNING};
+inline constexpr FindingCode SAME_NAME{"same-name", Severity::NOTE};
 
 // Descriptions
+inline constexpr FindingCode WRONG_CASE{"wrong-case", Severity::ERROR};
 inline constexpr FindingCode UNLISTED{"unlisted", Severity::NOTE};
 inline constexpr FindingCode SAME_VERSION{"same-version", Severity::WARNING};
 inline constexpr FindingCode NOT_SERVER{"not-server", Severity::ERROR};
@@ -69,6 +79,7 @@ inline constexpr FindingCode OVERLAP{"overlap", Severity::WARNING};
 inline constexpr FindingCode UNREACHABLE_OFFER{"unreachable-offer", Severity::ERROR};
 inline constexpr FindingCode NEVER_AN_UPDATE{"never-an-update", Severity::WARNING};
 inline constexpr FindingCode NO_INSTALLER{"no-installer", Severity::ERROR};
+inline constexpr FindingCode NOT_STARTABLE{"not-startable", Severity::ERROR};
 inline constexpr FindingCode UNSIGNED_INSTALLER{"unsigned-installer", Severity::ERROR};
 
 // Signatures
@@ -81,6 +92,7 @@ inline constexpr FindingCode SIGNATURE_ENDS{"signature-ends", Severity::WARNING}
 // Notifications
 inline constexpr FindingCode BAD_DATE{"bad-date", Severity::ERROR};
 inline constexpr FindingCode NEVER_SHOWN{"never-shown", Severity::ERROR};
+inline constexpr FindingCode NO_BOARD{"no-board", Severity::NOTE};
 inline constexpr FindingCode EXPIRED{"expired", Severity::NOTE};
 inline constexpr FindingCode EMPTY_TEXT{"empty-text", Severity::WARNING};
 inline constexpr FindingCode NO_ENGLISH{"no-english", Severity::WARNING};

@@ -18,14 +18,15 @@ using namespace DescriptionFormat;
 
 inline constexpr XmlAttributeRule ROOT[] = {{LOCATION}};
 inline constexpr XmlAttributeRule INSTALLED[] = {{CURRENT_VERSION, XmlValue::VERSION, true},
-                                                 {REMOTE_FILE, XmlValue::TEXT, true},
+                                                 {REMOTE_FILE, XmlValue::KEY, true},
                                                  {REMOTE_FOLDER, XmlValue::ADDRESS, true},
                                                  {NO_UPDATES}};
 inline constexpr XmlElementRule LOCAL_CHILDREN[] = {{PRODUCT, INSTALLED, {}, true}};
 inline constexpr XmlElementRule LOCAL{nullptr, ROOT, LOCAL_CHILDREN};
 
 inline constexpr XmlAttributeRule OFFER[] = {
-    {UPDATE_VERSION, XmlValue::VERSION}, {INSTALL_FILE}, {INSTALL_FOLDER}, {INSTALL_SIZE},
+    {UPDATE_VERSION, XmlValue::VERSION}, {INSTALL_FILE, XmlValue::KEY},
+    {INSTALL_FOLDER, XmlValue::KEY},     {INSTALL_SIZE},
     {WEB_PAGE, XmlValue::PAGE},          {ARGUMENT}};
 inline constexpr XmlAttributeRule ENDS[] = {{VERSION_FROM, XmlValue::VERSION},
                                             {VERSION_TO, XmlValue::VERSION}};
@@ -46,14 +47,14 @@ using namespace ListFormat;
 
 inline constexpr XmlAttributeRule ROOT[] = {{VERSION, XmlValue::VERSION}, {URL, XmlValue::ADDRESS}};
 inline constexpr XmlAttributeRule PRODUCT_ATTRIBUTES[] = {
-    {NAME, XmlValue::TEXT, true}, {BASE_XML, XmlValue::TEXT, true}, {DEFAULT_PAGE, XmlValue::PAGE}};
-inline constexpr XmlAttributeRule DISABLER_ATTRIBUTES[] = {{DISABLER_UID, XmlValue::TEXT, true},
+    {NAME, XmlValue::KEY, true}, {BASE_XML, XmlValue::KEY, true}, {DEFAULT_PAGE, XmlValue::PAGE}};
+inline constexpr XmlAttributeRule DISABLER_ATTRIBUTES[] = {{DISABLER_UID, XmlValue::KEY, true},
                                                            {DISABLER_FROM, XmlValue::VERSION},
                                                            {DISABLER_TO, XmlValue::VERSION}};
 inline constexpr XmlAttributeRule GALLERY_ATTRIBUTES[] = {
-    {NAME, XmlValue::TEXT, true}, {GUID, XmlValue::TEXT, true}, {GALLERY_FOLDER, XmlValue::ADDRESS, true}};
-inline constexpr XmlAttributeRule NOTIFICATION_ATTRIBUTES[] = {{NOTIFICATION_NAME},
-                                                               {NOTIFICATION_BASE, XmlValue::TEXT, true}};
+    {NAME, XmlValue::KEY, true}, {GUID, XmlValue::KEY, true}, {GALLERY_FOLDER, XmlValue::ADDRESS, true}};
+inline constexpr XmlAttributeRule NOTIFICATION_ATTRIBUTES[] = {{NOTIFICATION_NAME, XmlValue::KEY},
+                                                               {NOTIFICATION_BASE, XmlValue::KEY, true}};
 inline constexpr XmlElementRule DISABLER_CHILDREN[] = {{DISABLER, DISABLER_ATTRIBUTES, {}}};
 inline constexpr XmlElementRule PRODUCT_CHILDREN[] = {{DISABLERS, {}, DISABLER_CHILDREN, true}};
 inline constexpr XmlElementRule LIST_CHILDREN[] = {{PRODUCT, PRODUCT_ATTRIBUTES, PRODUCT_CHILDREN},
@@ -69,7 +70,7 @@ namespace NotificationRules {
 using namespace NotificationFormat;
 
 inline constexpr XmlAttributeRule DESCRIPTION_ATTRIBUTES[] = {{MESSAGE_FOLDER, XmlValue::ADDRESS, true},
-                                                              {MESSAGE_FILE, XmlValue::TEXT, true}};
+                                                              {MESSAGE_FILE, XmlValue::KEY, true}};
 inline constexpr XmlElementRule DESCRIPTION{NOTIFICATION, DESCRIPTION_ATTRIBUTES, {}};
 
 inline constexpr XmlAttributeRule MESSAGE_ATTRIBUTES[] = {
@@ -86,7 +87,7 @@ namespace GalleryRules {
 
 using namespace GalleryFormat;
 
-inline constexpr XmlAttributeRule CATEGORY_ATTRIBUTES[] = {{ID, XmlValue::TEXT, true}, {VERSION}};
+inline constexpr XmlAttributeRule CATEGORY_ATTRIBUTES[] = {{ID, XmlValue::KEY, true}, {VERSION}};
 inline constexpr XmlElementRule INSTALLED_CHILDREN[] = {{CATEGORY, CATEGORY_ATTRIBUTES, {}}};
 inline constexpr XmlElementRule INSTALLED{nullptr, {}, INSTALLED_CHILDREN};
 inline constexpr XmlElementRule PUBLISHED_CHILDREN[] = {{CATEGORIES, {}, INSTALLED_CHILDREN, true}};
@@ -100,7 +101,7 @@ namespace LanguageRules {
 using namespace LanguageFormat;
 
 inline constexpr XmlAttributeRule LANGUAGE[] = {
-    {ID, XmlValue::TEXT, true}, {CODE, XmlValue::TEXT, true}, {NATIVE_NAME}, {RIGHT_TO_LEFT}};
+    {ID, XmlValue::KEY, true}, {CODE, XmlValue::KEY, true}, {NATIVE_NAME}, {RIGHT_TO_LEFT}};
 inline constexpr XmlElementRule TABLE_CHILDREN[] = {{nullptr, LANGUAGE, {}}};
 inline constexpr XmlElementRule TABLE{nullptr, {}, TABLE_CHILDREN};
 

@@ -66,6 +66,19 @@ void CheckVersions(std::vector<CVardoFilePath> files, CFindings& findings) {
     }
 }
 
+// A description that no list leads to: for a base name in another case, if there is one.
+void AddUnlisted(const CCatalogFile& file, const std::set<QString>& bases, CFindings& findings) {
+    for (const QString& base : bases)
+        if (file.GetName().startsWith(base, Qt::CaseInsensitive) &&
+            CProductVersions::IsDescriptionFile(CAtlString(base), file.GetFilePath()))
+            return findings.Add(file.GetPath(), 0, Code::WRONG_CASE,
+                                QStringLiteral("the name differs in case only from one of \"%1\", a BaseXml "
+                                               "of a product list: the program does not read the file")
+                                    .arg(base));
+    findings.Add(file.GetPath(), 0, Code::UNLISTED,
+                 QStringLiteral("no product list here has a BaseXml that leads to this description"));
+}
+
 void CheckAgainstLists(const CCatalog& catalog, CFindings& findings) {
     const std::set<QString> bases = BaseNames(catalog);
     if (bases.empty())
@@ -90,8 +103,7 @@ void CheckAgainstLists(const CCatalog& catalog, CFindings& findings) {
     }
     for (const CCatalogFile* file : files)
         if (!listed.contains(file->GetPath()) && file->GetName() != QString::fromWCharArray(OWN_FILE))
-            findings.Add(file->GetPath(), 0, Code::UNLISTED,
-                         QStringLiteral("no product list here has a BaseXml that leads to this description"));
+            AddUnlisted(*file, bases, findings);
 }
 
 }  // namespace

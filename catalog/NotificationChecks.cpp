@@ -5,11 +5,14 @@
 #include "catalog/ElementChecks.h"
 #include "catalog/FormatRules.h"
 #include "catalog/LanguageCodes.h"
+#include "platform/desktop/CUnattendedEnvironment.h"
+#include "products/IsBoardInstalled.h"
 #include "products/Notification.h"
 
+#include <QLocale>
 #include <algorithm>
+#include <boost/make_shared.hpp>
 #include <map>
-#include <set>
 
 namespace {
 
@@ -76,6 +79,36 @@ bool HasText(const std::map<QString, int>& texts, const QString& code) {
                        [&](const QString& candidate) { return texts.contains(candidate); });
 }
 
+// How Qt, by the standard (ISO 639, and ISO 3166 for regions), writes the code of a language; empty for what
+// is none.
+QString StandardCode(const QString& code) {
+    const QLocale locale(code);
+    if (locale.language() == QLocale::C)
+        return {};
+    return code.contains(u'_') ? locale.name() : QLocale::languageToCode(locale.language());
+}
+
+void CheckCodes(const CCatalogFile& file, const std::map<QString, int>& texts,
+                const std::vector<QString>& languages, CFindings& findings) {
+    const auto isKnown = [&](const QString& code) {
+        return std::any_of(languages.begin(), languages.end(), [&](const QString& language) {
+            return Notification::TextCodes(language).contains(code);
+        });
+    };
+    for (const auto& [code, line] : texts) {
+        const QString standard = StandardCode(code);
+        if (languages.empty() ? code == standard : isKnown(code))
+            continue;
+        const QString hint = standard.isEmpty() || standard == code
+                                 ? QString()
+                                 : QStringLiteral(": write \"%1\"").arg(standard);
+        findings.Add(file.GetPath(), line, Code::UNKNOWN_LANGUAGE,
+                     (languages.empty() ? QStringLiteral("there is no language \"%1\"%2")
+                                        : QStringLiteral("no language table here has a language \"%1\"%2"))
+                         .arg(code, hint));
+    }
+}
+
 void CheckLanguages(const CCatalogFile& file, const TiXmlElement& element,
                     const std::map<QString, int>& texts, const std::vector<QString>& languages,
                     CFindings& findings) {
@@ -87,13 +120,7 @@ void CheckLanguages(const CCatalogFile& file, const TiXmlElement& element,
         findings.Add(file.GetPath(), element.Row(), Code::MISSING_TRANSLATION,
                      QStringLiteral("there is no text for %1: it is shown in English there")
                          .arg(missing.join(QLatin1String(", "))));
-    for (const auto& [code, line] : texts)
-        if (!languages.empty() &&
-            std::none_of(languages.begin(), languages.end(), [&](const QString& language) {
-                return Notification::TextCodes(language).contains(code);
-            }))
-            findings.Add(file.GetPath(), line, Code::UNKNOWN_LANGUAGE,
-                         QStringLiteral("no language table here has a language \"%1\"").arg(code));
+    CheckCodes(file, texts, languages, findings);
 }
 
 void CheckMessage(const CCatalogFile& file, const CCatalog& catalog, const std::vector<QString>& languages,
@@ -119,24 +146,45 @@ void CheckMessage(const CCatalogFile& file, const CCatalog& catalog, const std::
         AddRejected(file, findings);
 }
 
+// An installation's description of a notification, and its board software. Any folder with local descriptions
+// stands for an installation.
+void CheckListedOne(const CCatalog& catalog, const CCatalogFile& list, const TiXmlElement& element,
+                    CFindings& findings) {
+    const int line = AttributeLine(element, ListFormat::NOTIFICATION_BASE);
+    const QString name = AttributeText(element, ListFormat::NOTIFICATION_BASE) + QLatin1String(".xml");
+    const auto files = catalog.FilesOf(FileKind::NOTIFICATION_DESCRIPTION);
+    const auto find = [&](Qt::CaseSensitivity sensitivity) {
+        return std::find_if(files.begin(), files.end(), [&](const CCatalogFile* file) {
+            return file->GetName().compare(name, sensitivity) == 0;
+        });
+    };
+    const auto found = find(Qt::CaseSensitive);
+    if (found == files.end()) {
+        const auto other = find(Qt::CaseInsensitive);
+        findings.Add(
+            list.GetPath(), line, Code::MISSING_FILE,
+            QStringLiteral("there is no description \"%1\": the notification has no row%2")
+                .arg(name, other == files.end()
+                               ? QString()
+                               : QStringLiteral("; \"%1\" differs in case only").arg((*other)->GetPath())));
+    } else if (!IsBoardInstalled(boost::make_shared<CUnattendedEnvironment>(
+                   CVardoDirectoryPath(CAtlString((*found)->GetFolder()))))) {
+        findings.Add((*found)->GetPath(), 0, Code::NO_BOARD,
+                     QStringLiteral("no board software below version 10.0.0.0 is in this folder, as in an "
+                                    "installation: the notification would have no row there"));
+    }
+}
+
 // Where local descriptions are at hand, those of the lists' notifications should be among them.
 void CheckListed(const CCatalog& catalog, CFindings& findings) {
     if (catalog.FilesOf(FileKind::LOCAL_DESCRIPTION).empty())
         return;
-    std::set<QString> names;
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::NOTIFICATION_DESCRIPTION))
-        names.insert(file->GetName());
     for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST)) {
         const TiXmlElement* element =
             list->GetRoot() ? list->GetRoot()->FirstChildElement(ListFormat::NOTIFICATION) : nullptr;
-        for (; element; element = element->NextSiblingElement(ListFormat::NOTIFICATION)) {
-            const QString base = AttributeText(*element, ListFormat::NOTIFICATION_BASE);
-            if (!base.isEmpty() && !names.contains(base + QLatin1String(".xml")))
-                findings.Add(list->GetPath(), AttributeLine(*element, ListFormat::NOTIFICATION_BASE),
-                             Code::MISSING_FILE,
-                             QStringLiteral("there is no description \"%1.xml\": the notification has no row")
-                                 .arg(base));
-        }
+        for (; element; element = element->NextSiblingElement(ListFormat::NOTIFICATION))
+            if (!XmlAttribute(*element, ListFormat::NOTIFICATION_BASE).IsEmpty())
+                CheckListedOne(catalog, *list, *element, findings);
     }
 }
 

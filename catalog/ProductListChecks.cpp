@@ -16,6 +16,28 @@ namespace {
 using namespace ListRules;
 using Keys = std::map<QString, int>;
 
+// What an element and those below it say, but for comments and layout.
+QString Meaning(const TiXmlElement& element) {
+    QString meaning = QLatin1Char('<') + QString::fromStdString(element.ValueStr());
+    for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next())
+        meaning += QStringLiteral(" %1=\"%2\"").arg(attribute->Name(), attribute->Value());
+    for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement())
+        meaning += Meaning(*child);
+    return meaning + QLatin1Char('>');
+}
+
+// Who has the installed list takes another one for a higher version only.
+void CheckRaised(const CCatalogFile& published, const CCatalogFile& installed, CFindings& findings) {
+    const CVersionString version(XmlAttribute(*published.GetRoot(), VERSION));
+    const CVersionString known(XmlAttribute(*installed.GetRoot(), VERSION));
+    if (!version.IsGreater(known) && Meaning(*published.GetRoot()) != Meaning(*installed.GetRoot()))
+        findings.Add(
+            published.GetPath(), AttributeLine(*published.GetRoot(), VERSION), Code::NOT_RAISED,
+            QStringLiteral("this list differs from \"%1\", and its version %2 is not above %3: who "
+                           "has that one never takes this one")
+                .arg(installed.GetPath(), version.GetString().ToQString(), known.GetString().ToQString()));
+}
+
 // The check of one list.
 class CListCheck {
 public:
@@ -60,7 +82,7 @@ private:
             AddUnknownElement(file_, element, LIST_CHILDREN, Code::UNKNOWN_PRODUCT, "it is left out",
                               findings_);
         if (product)
-            Remember(element, product->GetKey().ToQString());
+            Remember(element, *product);
         else if (findings_.CountErrors(file_.GetPath()) == errors)
             Add(element.Row(), Code::REJECTED, QStringLiteral("the program leaves this element out"));
         if (element.ValueStr() == PRODUCT && XmlAttribute(element, DEFAULT_PAGE).IsEmpty())
@@ -68,17 +90,20 @@ private:
                 QStringLiteral("without DefaultUrl, the button of an offer without a page opens none"));
     }
 
-    void Remember(const TiXmlElement& element, const QString& key) {
-        AddOnce(keys_, key, element.Row(), QStringLiteral("the key"));
-        if (element.ValueStr() == NOTIFICATION)
+    void Remember(const TiXmlElement& element, const IProduct& product) {
+        AddOnce(keys_, product.GetKey().ToQString(), element.Row(), QStringLiteral("the key"));
+        if (element.ValueStr() != NOTIFICATION)
+            AddOnce(names_, product.GetName(), element.Row(), QStringLiteral("the name"), Code::SAME_NAME);
+        else
             AddOnce(dismissals_, AttributeText(element, NOTIFICATION_NAME), element.Row(),
                     QStringLiteral("notifications are dismissed together whose Name is"));
     }
 
-    void AddOnce(Keys& keys, const QString& key, int line, const QString& what) {
+    void AddOnce(Keys& keys, const QString& key, int line, const QString& what,
+                 const FindingCode& code = Code::DUPLICATE_KEY) {
         const auto [first, isNew] = keys.try_emplace(key, line);
         if (!isNew)
-            Add(line, Code::DUPLICATE_KEY,
+            Add(line, code,
                 QStringLiteral("%1 \"%2\" is that of line %3 too").arg(what, key).arg(first->second));
     }
 
@@ -112,15 +137,21 @@ private:
     const CCatalogFile& file_;
     const CCatalog& catalog_;
     CFindings& findings_;
-    // By keys and by names of dismissals; the lines where they came first.
+    // By keys, names and names of dismissals; the lines where they came first.
     Keys keys_;
+    Keys names_;
     Keys dismissals_;
 };
 
 }  // namespace
 
 void CheckProductLists(const CCatalog& catalog, CFindings& findings) {
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::PRODUCT_LIST))
-        if (file->GetRoot())
-            CListCheck(*file, catalog, findings).Run();
+    std::vector<const CCatalogFile*> lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
+    std::erase_if(lists, [](const CCatalogFile* list) { return !list->GetRoot(); });
+    for (const CCatalogFile* list : lists) {
+        CListCheck(*list, catalog, findings).Run();
+        for (const CCatalogFile* other : lists)
+            if (catalog.PublishedAt(*list) && !catalog.PublishedAt(*other))
+                CheckRaised(*list, *other, findings);
+    }
 }

@@ -5,128 +5,140 @@
 #include "catalog/ElementChecks.h"
 #include "catalog/FileKinds.h"
 #include "catalog/ValueChecks.h"
-#include "platform/files/CVardoDirectoryPath.h"
-#include "platform/files/FileSystem.h"
-#include "products/CProductVersion.h"
-#include "products/DescriptionFormat.h"
-#include "signing/CInstallerSeal.h"
-#include "signing/LastDay.h"
 
+#include <QFile>
 #include <QUrl>
+#include <algorithm>
+#include <map>
+#include <set>
 
 namespace {
 
-using namespace DescriptionFormat;
+// For a file that is missing: what may be meant.
+QString CaseHint(const CCatalog& catalog, const QString& path) {
+    const CCatalogFile* other = catalog.FindInOtherCase(path);
+    return other ? QStringLiteral("; \"%1\" differs in case only").arg(other->GetPath()) : QString();
+}
 
 void CheckReference(const CCatalog& catalog, const Reference& reference, CFindings& findings) {
     const Place place{reference.from->GetPath(), reference.line};
     CheckWholeAddress(place, reference.address, findings);
-    if (!catalog.HasSite())
-        return;
     const auto path = catalog.FileOf(reference.address);
-    if (!path)
-        findings.Add(place.file, place.line, Code::ELSEWHERE,
-                     QStringLiteral("\"%1\" does not belong to the site of this folder: it was not followed")
-                         .arg(reference.address));
-    else if (!catalog.Find(*path))
+    if (path && !catalog.Find(*path))
         findings.Add(place.file, place.line, Code::MISSING_FILE,
-                     QStringLiteral("\"%1\" leads to nothing: there is no \"%2\" to be read as %3")
-                         .arg(reference.address, *path, KindName(reference.kind)));
+                     QStringLiteral("\"%1\" leads to nothing: there is no \"%2\" to be read as %3%4")
+                         .arg(reference.address, *path, KindName(reference.kind), CaseHint(catalog, *path)));
 }
 
-// What a trusted comment must hold for an argument.
-QString ArgumentWord(const CAtlString& argument) {
-    return argument.IsEmpty() ? QString()
-                              : QLatin1String(" argument:") + QUrl::toPercentEncoding(argument.ToQString());
-}
-
-// Why an installation that holds the seal's key would not start the offered installer; empty when it would.
-QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& installer,
-                       CInstallerSeal& seal) {
-    const CAtlString address = reader.GetInstallerAddress() + CInstallerSeal::SIGNATURE_EXTENSION;
-    const auto path = catalog.FileOf(address.ToQString());
-    const CCatalogFile* signature = path ? catalog.Find(*path) : nullptr;
-    if (!signature)
-        return QStringLiteral("there is no \"%1\"").arg(path.value_or(address.ToQString()));
-    const CAtlStringA bytes = ReadFileBytes(signature->GetFilePath());
-    const CAtlString file = reader.GetUpdateInstallFile();
-    const CInstallerSeal::Offer offer{
-        .file = file,
-        .argument = reader.GetUpdateArgument(),
-        .isVersion = [&reader](const CAtlString& version) { return reader.IsUpdateVersion(version); },
-        .today = TodayInUtc()};
-    if (!seal.Accept({bytes.begin(), bytes.end()}, offer))
-        return QStringLiteral("\"%1\" is no signature with that key for \"file:%2 version:%3%4\"")
-            .arg(signature->GetPath(), CVardoFilePath(file).GetFileName().ToQString(),
-                 reader.GetUpdateVersion().GetString().ToQString(), ArgumentWord(offer.argument));
-    off_t size = 0;
-    const bool isSigned =
-        seal.IsOf(FileSystem::OpenForReading(installer.GetFilePath().GetFilePathString(), size));
-    return isSigned ? QString()
-                    : QStringLiteral("\"%1\" is not what was signed with \"%2\"")
-                          .arg(installer.GetPath(), signature->GetPath());
-}
-
-// As an installation does, which needs a signature once the key lies beside its own description.
-void CheckSignature(const CCatalog& catalog, const CProductVersion& reader, const CCatalogFile& local,
-                    const CCatalogFile& installer, const Place& place, CFindings& findings) {
-    const CVardoDirectoryPath folder{CAtlString(local.GetFolder())};
-    const CVardoFilePath key = CVardoDirectoryPath::Combine(folder, CInstallerSeal::KEY_FILE);
-    CInstallerSeal seal(key);
-    if (!seal.IsRequired())
-        return;
-    if (const QString fault = SignatureFault(catalog, reader, installer, seal); !fault.isEmpty())
-        findings.Add(place.file, place.line, Code::UNSIGNED_INSTALLER,
-                     QStringLiteral("installations with the key \"%1\" refuse this update: %2")
-                         .arg(key.GetFilePathString().ToQString(), fault));
-}
-
-// When the program would offer its own update: whether there is an installer to be fetched, and to be
-// started.
-void CheckInstaller(const CCatalog& catalog, const Reference& reference, CFindings& findings) {
-    const auto path = catalog.FileOf(reference.address);
-    const CCatalogFile* remote = path ? catalog.Find(*path) : nullptr;
-    CProductVersion reader(reference.from->GetFilePath());
-    if (!remote || !remote->GetRoot() || !reader.LoadLocal() ||
-        !reader.ParseRemote(ReadFileBytes(remote->GetFilePath())) || !reader.IsUpdateAvailable())
-        return;
-    const TiXmlElement* element = remote->GetRoot()->FirstChildElement(PRODUCT);
-    const TiXmlElement& product = element ? *element : *remote->GetRoot();
-    const Place place{remote->GetPath(), AttributeLine(product, INSTALL_FILE)};
-    const CAtlString folder = reader.GetUpdateInstallURL();
-    if (folder.IsEmpty() || reader.GetUpdateInstallFile().IsEmpty()) {
-        findings.Add(
-            place.file, place.line, Code::NO_INSTALLER,
-            QStringLiteral("the program is offered this update, but UpdateInstallURL or UpdateInstallFile "
-                           "is missing: it cannot be installed"));
-        return;
+// A page of the site, once.
+void CheckPages(const CCatalog& catalog, CFindings& findings) {
+    std::set<QString> missing;
+    for (const Reference& link : catalog.GetLinks()) {
+        const auto path = link.kind == FileKind::PAGE ? catalog.FileOf(link.address) : std::nullopt;
+        if (path && !catalog.Find(*path) && !catalog.HasFolder(*path) && missing.insert(*path).second)
+            findings.Add(link.from->GetPath(), link.line, Code::MISSING_PAGE,
+                         QStringLiteral("the page \"%1\" leads to nothing: there is no \"%2\"%3")
+                             .arg(link.address, *path, CaseHint(catalog, *path)));
     }
-    CheckValue({remote->GetPath(), AttributeLine(product, INSTALL_FOLDER)},
-               {INSTALL_FOLDER, XmlValue::ADDRESS}, folder, findings);
-    const QString address = reader.GetInstallerAddress().ToQString();
-    CheckWholeAddress(place, address, findings);
-    const auto installerPath = catalog.FileOf(address);
-    const CCatalogFile* installer = installerPath ? catalog.Find(*installerPath) : nullptr;
-    if (installer)
-        CheckSignature(catalog, reader, *reference.from, *installer, place, findings);
-    else if (installerPath)
+}
+
+// The list, or what seems to be meant as one, to which it may be due that no address could be followed.
+const CCatalogFile* OddList(const CCatalog& catalog) {
+    const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
+    const auto odd = std::find_if(lists.begin(), lists.end(), [](const CCatalogFile* list) {
+        return KindByName(list->GetName()) != FileKind::PRODUCT_LIST;
+    });
+    if (odd != lists.end())
+        return *odd;
+    return lists.empty() ? nullptr : lists.front();
+}
+
+// True, and a finding, when there are addresses and none belongs to the site.
+bool CheckFollowed(const CCatalog& catalog, CFindings& findings) {
+    const auto& references = catalog.GetReferences();
+    if (std::any_of(references.begin(), references.end(),
+                    [&](const Reference& reference) { return catalog.FileOf(reference.address); }))
+        return true;
+    if (references.empty())
+        return false;
+    const CCatalogFile* list = OddList(catalog);
+    findings.Add(list ? list->GetPath() : references.front().from->GetPath(),
+                 list ? 0 : references.front().line, Code::NOT_FOLLOWED,
+                 catalog.HasSite()
+                     ? QStringLiteral("no address in this folder belongs to the site: none was followed")
+                     : QStringLiteral("no list here has a Url that ends in its own name, so nothing tells "
+                                      "which folder is the site (--site would): no address was followed"));
+    return false;
+}
+
+// Without a site: a list whose own address ends in a name that no file here has.
+void CheckOwnAddresses(const CCatalog& catalog, CFindings& findings) {
+    for (const Reference& reference : catalog.GetReferences()) {
+        const QString name = reference.address.section(u'/', -1);
+        const auto& files = catalog.GetFiles();
+        if (reference.kind == FileKind::PRODUCT_LIST &&
+            std::none_of(files.begin(), files.end(),
+                         [&](const auto& file) { return file->GetName() == name; }))
+            findings.Add(reference.from->GetPath(), reference.line, Code::MISSING_FILE,
+                         QStringLiteral("\"%1\" leads to nothing: no file here is named \"%2\"%3")
+                             .arg(reference.address, name,
+                                  CaseHint(catalog, reference.from->GetFolder() + u'/' + name)));
+    }
+}
+
+QString HostOf(const QString& address) {
+    const QUrl url(address);
+    return QStringLiteral("%1:%2").arg(url.host()).arg(url.port(80));
+}
+
+// The host and port of a single address where all others have another one; empty when there is no such.
+QString OddHost(const std::vector<Reference>& references) {
+    std::map<QString, std::set<QString>> addresses;
+    for (const Reference& reference : references)
+        if (CanBeFetched(reference.address))
+            addresses[HostOf(reference.address)].insert(reference.address);
+    if (addresses.size() != 2)
+        return {};
+    for (auto one = addresses.begin(), other = std::next(one); one != addresses.end();
+         other = addresses.begin(), ++one)
+        if (one->second.size() == 1 && other->second.size() > 1)
+            return one->first;
+    return {};
+}
+
+void CheckElsewhere(const CCatalog& catalog, CFindings& findings) {
+    const QString odd = OddHost(catalog.GetReferences());
+    for (const Reference& reference : catalog.GetReferences()) {
+        const bool isOdd = HostOf(reference.address) == odd;
+        if (!CanBeFetched(reference.address) || (!isOdd && catalog.FileOf(reference.address)))
+            continue;
         findings.Add(
-            place.file, place.line, Code::NO_INSTALLER,
-            QStringLiteral("the program is offered this update, but there is no \"%1\"").arg(*installerPath));
+            reference.from->GetPath(), reference.line, isOdd ? Code::ODD_HOST : Code::ELSEWHERE,
+            isOdd ? QStringLiteral("\"%1\" alone has this host and port: all other addresses have another")
+                        .arg(reference.address)
+                  : QStringLiteral("\"%1\" does not belong to the site of this folder: it was not followed")
+                        .arg(reference.address));
+    }
+}
+
+// A server that runs as another user cannot read such a file.
+void CheckPermissions(const CCatalog& catalog, CFindings& findings) {
+    for (const auto& file : catalog.GetFiles())
+        if ((catalog.PublishedAt(*file) || file->GetKind() >= FileKind::SIGNATURE) &&
+            !QFile::permissions(file->GetPath()).testFlag(QFile::ReadOther))
+            findings.Add(file->GetPath(), 0, Code::PRIVATE_FILE,
+                         QStringLiteral("not everybody may read this file, as a web server may have to"));
 }
 
 }  // namespace
 
 void CheckReferences(const CCatalog& catalog, CFindings& findings) {
-    if (const auto& references = catalog.GetReferences(); !catalog.HasSite() && !references.empty())
-        findings.Add(
-            references.front().from->GetPath(), references.front().line, Code::ELSEWHERE,
-            QStringLiteral("nothing here tells which folder is the site (--site would): this address "
-                           "and %1 others were not followed")
-                .arg(references.size() - 1));
-    for (const Reference& reference : catalog.GetReferences()) {
+    for (const Reference& reference : catalog.GetReferences())
         CheckReference(catalog, reference, findings);
-        if (reference.from->GetName() == QString::fromWCharArray(OWN_FILE))
-            CheckInstaller(catalog, reference, findings);
-    }
+    if (CheckFollowed(catalog, findings))
+        CheckElsewhere(catalog, findings);
+    if (!catalog.HasSite())
+        CheckOwnAddresses(catalog, findings);
+    CheckPages(catalog, findings);
+    CheckPermissions(catalog, findings);
 }

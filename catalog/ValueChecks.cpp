@@ -73,6 +73,11 @@ void CheckValue(const Place& place, const XmlAttributeRule& rule, const CAtlStri
     if (text.IsEmpty())
         return;
     const QString name = QLatin1String(rule.name);
+    const bool isLookedUp = rule.value != XmlValue::TEXT && rule.value != XmlValue::VERSION;
+    if (const QString written = text.ToQString(); isLookedUp && written.trimmed() != written)
+        return findings.Add(
+            place.file, place.line, Code::BLANK,
+            QStringLiteral("%1 \"%2\" begins or ends with a blank, which belongs to it").arg(name, written));
     switch (rule.value) {
         case XmlValue::VERSION:
             return CheckVersion(place, name, text, findings);
@@ -83,6 +88,7 @@ void CheckValue(const Place& place, const XmlAttributeRule& rule, const CAtlStri
         case XmlValue::DATE:
             return CheckDate(place, name, text, findings);
         case XmlValue::TEXT:
+        case XmlValue::KEY:
             break;
     }
 }

@@ -9,6 +9,8 @@
 // What a value is read as.
 enum class XmlValue {
     TEXT,
+    // Compared, or looked for: a blank at an end is part of it.
+    KEY,
     VERSION,
     // "yyyyMMdd".
     DATE,

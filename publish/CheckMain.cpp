@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "publish/RunCatalogCheck.h"
 #include "platform/desktop/BrokenPipes.h"
+#include "publish/RunCatalogCheck.h"
 
 #include <QCoreApplication>
 #include <iostream>

@@ -5,18 +5,39 @@
 
 #include "catalog/ValueChecks.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <ostream>
 
-QString FolderProblem(const QCommandLineParser& parser, const QString& site) {
-    const QStringList folders = parser.positionalArguments();
+namespace {
+
+// A folder within another one, or that one itself, by a path that begins with that of the other as it was
+// given; empty when it lies elsewhere.
+QString Within(const QString& folder, const QString& inner) {
+    const QString path =
+        QDir(QFileInfo(folder).canonicalFilePath()).relativeFilePath(QFileInfo(inner).canonicalFilePath());
+    if (path == QLatin1String("..") || path.startsWith(QLatin1String("../")) || !QFileInfo(inner).isDir())
+        return {};
+    return path == QLatin1String(".") ? folder : QDir::cleanPath(folder) + u'/' + path;
+}
+
+}  // namespace
+
+FolderArguments ReadFolder(const QStringList& folders, const QString& site) {
     if (folders.size() != 1)
-        return QStringLiteral("there must be one folder");
-    if (!site.isEmpty() && !CanBeFetched(site))
-        return QStringLiteral("--site takes an address with \"http://\" and a host");
-    if (const QFileInfo folder(folders.front()); !folder.isDir() || !folder.isReadable())
-        return QStringLiteral("\"%1\" is no folder that can be read").arg(folders.front());
-    return {};
+        return {.problem = QStringLiteral("there must be one folder")};
+    const QString& folder = folders.front();
+    if (const QFileInfo info(folder); !info.isDir() || !info.isReadable())
+        return {.problem = QStringLiteral("\"%1\" is no folder that can be read").arg(folder)};
+    const qsizetype sign = site.indexOf(u'=');
+    FolderArguments arguments{.folder = folder,
+                              .siteAddress = site.left(sign),
+                              .siteFolder = sign < 0 ? folder : Within(folder, site.mid(sign + 1))};
+    if (!site.isEmpty() && !CanBeFetched(arguments.siteAddress))
+        arguments.problem = QStringLiteral("--site takes an address with \"http://\" and a host");
+    else if (arguments.siteFolder.isEmpty())
+        arguments.problem = QStringLiteral("\"%1\" is no folder in \"%2\"").arg(site.mid(sign + 1), folder);
+    return arguments;
 }
 
 int RefuseUsage(const char* program, const QString& problem, const char* usage, std::ostream& err) {

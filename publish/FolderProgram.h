@@ -4,8 +4,8 @@
 // What the programs that take a folder of published files have in common.
 #pragma once
 
-#include <QCommandLineParser>
 #include <QString>
+#include <QStringList>
 #include <iosfwd>
 
 // What such a program ends with.
@@ -17,9 +17,19 @@ enum CatalogExit {
     EXIT_WRONG_USAGE = 64,
 };
 
-// Why the parsed arguments are not one readable folder, with a site that is an address or empty; empty when
-// they are.
-QString FolderProblem(const QCommandLineParser& parser, const QString& site);
+// The folder that is worked on, and what of it is published where.
+struct FolderArguments {
+    QString folder{};
+    // Empty when the product lists in the folder are to say.
+    QString siteAddress{};
+    // Below the folder, or the same.
+    QString siteFolder{};
+    // Why the arguments make no sense; empty when they do.
+    QString problem{};
+};
+
+// Takes a folder, and a site as the option --site has it: empty, "ADDRESS" or "ADDRESS=FOLDER".
+FolderArguments ReadFolder(const QStringList& folders, const QString& site);
 
 // Says on err, in the name of the program, what is wrong with its arguments and how it is used. The exit
 // status for that.

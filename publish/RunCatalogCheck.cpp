@@ -10,18 +10,24 @@
 
 namespace {
 
-constexpr const char* USAGE = "usage: VARDOCatalogCheck [--json] [--site ADDRESS] FOLDER\n";
+constexpr const char* USAGE =
+    "usage: VARDOCatalogCheck [--json] [--quiet] [--site ADDRESS[=FOLDER]] FOLDER\n";
 
 constexpr const char* HELP = R"(
 Reads a folder of files as they are published for VARDO Product Update (product lists, local and remote
 descriptions, notifications, gallery lists, language tables, strings files), with all folders below it, and
-says what the update program would ignore, reject or misread. Writes nothing but its findings, one in a line:
+says what the update program would ignore, reject or misread. Writes nothing but its findings, one in a line,
+and how many there are:
 
     FILE:LINE: error|warning|note: TEXT [CODE]
+    2 errors, 1 warning
 
   --json           writes an array of objects with "file", "line", "severity", "code" and "text" instead
-  --site ADDRESS   FOLDER is published at ADDRESS: every file that is named by an address below it must be
-                   there. Without it, a product list that names its own address tells where it is published.
+  --quiet          leaves out the notes and, when all is well, the last line
+  --site ADDRESS[=FOLDER]
+                   FOLDER, or the folder in it that is named here, is published at ADDRESS: every file that is
+                   named by an address below it must be there. Without it, a product list that names its own
+                   address tells where it is published.
   --help           this text
   --version        the version of the program
 
@@ -30,9 +36,9 @@ Exit status: 0 nothing found, or notes only; 1 warnings; 2 errors, or the output
 )";
 
 struct Options {
-    QString folder{};
-    QString site{};
+    FolderArguments arguments{};
     bool isJson = false;
+    bool isQuiet = false;
     bool isHelp = false;
     bool isVersion = false;
     // Why the arguments make no sense; empty when they do.
@@ -41,20 +47,21 @@ struct Options {
 
 Options ReadOptions(const QStringList& arguments) {
     const QCommandLineOption json("json");
+    const QCommandLineOption quiet("quiet");
     const QCommandLineOption site("site", {}, "ADDRESS");
     const QCommandLineOption help(QStringList{"h", "help"});
     const QCommandLineOption version("version");
     QCommandLineParser parser;
-    parser.addOptions({json, site, help, version});
+    parser.addOptions({json, quiet, site, help, version});
     if (!parser.parse(arguments))
         return {.problem = parser.errorText()};
-    Options options{.folder = parser.positionalArguments().value(0),
-                    .site = parser.value(site),
+    Options options{.arguments = ReadFolder(parser.positionalArguments(), parser.value(site)),
                     .isJson = parser.isSet(json),
+                    .isQuiet = parser.isSet(quiet),
                     .isHelp = parser.isSet(help),
                     .isVersion = parser.isSet(version)};
     if (!options.isHelp && !options.isVersion)
-        options.problem = FolderProblem(parser, options.site);
+        options.problem = options.arguments.problem;
     return options;
 }
 
@@ -62,6 +69,16 @@ int ExitStatus(const CFindings& findings) {
     if (findings.Count(Severity::ERROR) > 0)
         return EXIT_ERRORS;
     return findings.Count(Severity::WARNING) > 0 ? EXIT_WARNINGS : EXIT_CLEAN;
+}
+
+// Writes the findings; the exit status for them.
+int Tell(const CFindings& all, const Options& options, std::ostream& out) {
+    const CFindings findings = options.isQuiet ? all.WithoutNotes() : all;
+    const int status = ExitStatus(findings);
+    out << (options.isJson ? findings.ToJson() : findings.ToText()).toStdString();
+    if (!options.isJson && (!options.isQuiet || status != EXIT_CLEAN))
+        out << findings.Summary().toStdString() << '\n';
+    return status;
 }
 
 }  // namespace
@@ -76,9 +93,8 @@ int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostrea
     } else if (options.isVersion) {
         out << "VARDOCatalogCheck " << VARDO_VERSION << '\n';
     } else {
-        const CFindings findings = CheckCatalog(CCatalog(options.folder, options.site));
-        out << (options.isJson ? findings.ToJson() : findings.ToText()).toStdString();
-        status = ExitStatus(findings);
+        const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
+        status = Tell(CheckCatalog(CCatalog(folder, siteAddress, siteFolder)), options, out);
     }
     return Finish("VARDOCatalogCheck", status, out, err);
 }

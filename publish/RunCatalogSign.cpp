@@ -3,10 +3,10 @@
 
 #include "publish/RunCatalogSign.h"
 
-#include "publish/CMinisignTool.h"
 #include "catalog/Checks.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileReplacement.h"
+#include "publish/CMinisignTool.h"
 #include "signing/CCatalogueSeal.h"
 #include "signing/LastDay.h"
 
@@ -44,8 +44,7 @@ constexpr int USUAL_DAYS = 90;
 constexpr int MOST_DAYS = 3650;
 
 struct Options {
-    QString folder{};
-    QString site{};
+    FolderArguments arguments{};
     QString key{};
     int days = USUAL_DAYS;
     bool isHelp = false;
@@ -60,14 +59,14 @@ struct SignedFile {
     QByteArray contents;
 };
 
-QString ProblemOf(const Options& options, const QCommandLineParser& parser) {
+QString ProblemOf(const Options& options) {
     if (options.isHelp || options.isVersion)
         return {};
     if (!QFileInfo(options.key).isFile())
         return QStringLiteral("--key takes the file of a secret key");
     if (options.days < 1 || options.days > MOST_DAYS)
         return QStringLiteral("--days takes a number from 1 to %1").arg(MOST_DAYS);
-    return FolderProblem(parser, options.site);
+    return options.arguments.problem;
 }
 
 Options ReadOptions(const QStringList& arguments) {
@@ -80,13 +79,12 @@ Options ReadOptions(const QStringList& arguments) {
     parser.addOptions({key, days, site, help, version});
     if (!parser.parse(arguments))
         return {.problem = parser.errorText()};
-    Options options{.folder = parser.positionalArguments().value(0),
-                    .site = parser.value(site),
+    Options options{.arguments = ReadFolder(parser.positionalArguments(), parser.value(site)),
                     .key = parser.value(key),
                     .days = parser.value(days).toInt(),
                     .isHelp = parser.isSet(help),
                     .isVersion = parser.isSet(version)};
-    options.problem = ProblemOf(options, parser);
+    options.problem = ProblemOf(options);
     return options;
 }
 
@@ -208,7 +206,8 @@ private:
 };
 
 int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
-    const CCatalog catalog(options.folder, options.site);
+    const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
+    const CCatalog catalog(folder, siteAddress, siteFolder);
     if (const CFindings errors = ErrorsOf(catalog); errors.Count(Severity::ERROR) > 0) {
         err << errors.ToText().toStdString() << "VARDOCatalogSign: nothing was signed\n";
         return EXIT_ERRORS;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "publish/RunCatalogSign.h"
 #include "platform/desktop/BrokenPipes.h"
+#include "publish/RunCatalogSign.h"
 
 #include <QCoreApplication>
 #include <iostream>

@@ -27,20 +27,33 @@ bool IsValidOn(const CMinisignSignature& signature, const QDate& today) {
     return words.size() == 1 && lastDay.isValid() && !IsOver(lastDay, today);
 }
 
-bool VouchesFor(const CMinisignSignature& signature, const CInstallerSeal::Offer& offer) {
+bool VouchesForFile(const CMinisignSignature& signature, const CAtlString& offered) {
     const auto file = signature.GetOnlyWord("file:");
-    const auto version = signature.GetOnlyWord("version:");
-    const CAtlString name = CVardoFilePath(offer.file).GetFileName();
-    return !name.IsEmpty() && file && version && *file == CAtlStringA(name.GetString()).GetString() &&
-           offer.isVersion(CAtlString(version->c_str())) && VouchesForArgument(signature, offer.argument) &&
-           IsValidOn(signature, offer.today);
+    const CAtlString name = CVardoFilePath(offered).GetFileName();
+    return !name.IsEmpty() && file && *file == CAtlStringA(name.GetString()).GetString();
 }
 
 }  // namespace
 
 bool CInstallerSeal::Accept(std::string_view signature, const Offer& offer) {
     signature_ = CMinisignSignature::Parse(signature);
-    return signature_ && keys_.KeyOf(*signature_) && VouchesFor(*signature_, offer);
+    refusal_ = Examine(offer);
+    return refusal_ == Refusal::NOTHING;
+}
+
+CInstallerSeal::Refusal CInstallerSeal::Examine(const Offer& offer) const {
+    if (!signature_)
+        return Refusal::NO_SIGNATURE;
+    if (!keys_.KeyOf(*signature_))
+        return Refusal::KEY;
+    if (!VouchesForFile(*signature_, offer.file))
+        return Refusal::FILE_NAME;
+    const auto version = signature_->GetOnlyWord("version:");
+    if (!version || !offer.isVersion(CAtlString(version->c_str())))
+        return Refusal::VERSION;
+    if (!VouchesForArgument(*signature_, offer.argument))
+        return Refusal::ARGUMENT;
+    return IsValidOn(*signature_, offer.today) ? Refusal::NOTHING : Refusal::LAST_DAY;
 }
 
 bool CInstallerSeal::IsOf(const CFileDescriptor& file) const {

@@ -40,6 +40,17 @@ public:
         QDate today{};
     };
 
+    // What a signature was not accepted for: the first that applies.
+    enum class Refusal {
+        NOTHING,
+        NO_SIGNATURE,  // the bytes are no signature
+        KEY,           // none of the keys has made it
+        FILE_NAME,
+        VERSION,
+        ARGUMENT,
+        LAST_DAY,
+    };
+
     // Reads the keys.
     explicit CInstallerSeal(const CVardoFilePath& keyFile) : keys_(keyFile) {}
 
@@ -48,6 +59,10 @@ public:
     // Takes the bytes of the installer's signature file. Whether it is signed with one of the keys, and for
     // what is offered.
     bool Accept(std::string_view signature, const Offer& offer);
+    // Of the last Accept: why it was false, and the signature, if the bytes were one.
+    Refusal GetRefusal() const { return refusal_; }
+    const std::optional<CMinisignSignature>& GetSignature() const { return signature_; }
+    const CKeyFile& GetKeys() const { return keys_; }
     // Whether an open file holds, from its present position to its end, what was signed; after an Accept that
     // was true. Changes nothing.
     bool IsOf(const CFileDescriptor& file) const;
@@ -56,6 +71,9 @@ public:
     CVardoFilePath Secure(const CVardoFilePath& fetched) const;
 
 private:
+    Refusal Examine(const Offer& offer) const;
+
     CKeyFile keys_;
     std::optional<CMinisignSignature> signature_;
+    Refusal refusal_ = Refusal::NO_SIGNATURE;
 };

@@ -19,6 +19,7 @@ public:
     // Whether something bears the file's name: then a signature is needed.
     bool IsThere() const { return isThere_; }
     bool HasKeys() const { return !keys_.empty(); }
+    const std::vector<CMinisignKey>& GetKeys() const { return keys_; }
     // The key that made a signature and its trusted comment; null when none of these did. Valid as long as
     // this object.
     const CMinisignKey* KeyOf(const CMinisignSignature& signature) const;

@@ -30,6 +30,8 @@ public:
     bool IsOf(const CFileDescriptor& file, const CMinisignKey& key) const;
     // The same of these bytes.
     bool IsOf(std::string_view contents, const CMinisignKey& key) const;
+    // Says which key is meant; IsBy says whether it was that one.
+    const MinisignFormat::KeyId& GetKeyId() const { return keyId_; }
     // A line of any bytes but control characters; tabs may be in it.
     const std::string& GetTrustedComment() const { return trustedComment_; }
     // What follows beginning in each word of the trusted comment that begins so. Words are separated by

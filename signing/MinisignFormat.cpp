@@ -17,6 +17,14 @@ bool IsControl(char byte) {
 
 namespace MinisignFormat {
 
+std::string ToText(const KeyId& id) {
+    std::string text;
+    for (auto byte = id.rbegin(); byte != id.rend(); ++byte)
+        for (const int digit : {*byte >> 4, *byte & 0xF})
+            text += "0123456789ABCDEF"[digit];
+    return text;
+}
+
 std::string_view CutLine(std::string_view& text) {
     const std::size_t end = std::min(text.find('\n'), text.size());
     std::string_view line = text.substr(0, end);

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 // Pure functions over bytes that may have been written by anyone. Any thread.
@@ -18,6 +19,9 @@ namespace MinisignFormat {
 using Signature = std::array<unsigned char, 64>;
 // Says which pair of keys a signature belongs to. Not a secret, and no proof.
 using KeyId = std::array<unsigned char, 8>;
+
+// The number as the tool shows it: a 64-bit number, least byte first, as 16 hexadecimal digits.
+std::string ToText(const KeyId& id);
 
 // Cuts the first line from text; it ends with LF, CR LF or the text.
 std::string_view CutLine(std::string_view& text);

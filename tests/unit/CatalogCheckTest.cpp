@@ -13,8 +13,8 @@
 
 #include "CatalogTest.h"
 #include "DataTable.h"
-#include "publish/RunCatalogCheck.h"
 #include "products/CProductVersion.h"
+#include "publish/RunCatalogCheck.h"
 #include "support/Minisign.h"
 
 namespace {
@@ -32,6 +32,8 @@ const QString OWN_OFFERS_LINE = "site/program/VardoProductUpdate.xml:3: error";
 // A block of data/catalog-mistakes.txt.
 struct Mistake {
     QString situation, file, what, with;
+    // What the file is called instead; empty when it keeps its name.
+    QString renamed;
     // The finding: its file, line and severity, and its code.
     QString place, code;
     // What the program makes of it, and of which kind that is.
@@ -57,7 +59,7 @@ std::vector<Mistake> Mistakes() {
             continue;
         }
         const QString finding = lines[lines.size() - 2];
-        mistakes.push_back({lines[0], file, Behind("- ", lines), Behind("+ ", lines),
+        mistakes.push_back({lines[0], file, Behind("- ", lines), Behind("+ ", lines), Behind("> ", lines),
                             (finding[0].isDigit() ? file + ':' : "") + finding.section(" [", 0, 0),
                             finding.section(" [", 1).chopped(1), lines.last().section(": ", 0, 0),
                             lines.last().section(": ", 1)});
@@ -85,7 +87,11 @@ TEST_F(CatalogTest, WhatIsFoundIsWhatTheProgramDoes) {
         SCOPED_TRACE(mistake.situation.toStdString());
         const std::string file = mistake.file.toStdString();
         const std::string before = ReadWholeFile(shared_.Path(file));
-        Alter(file, mistake.what, mistake.with);
+        const std::string other = mistake.renamed.toStdString();
+        if (other.empty())
+            Alter(file, mistake.what, mistake.with);
+        else
+            std::filesystem::rename(shared_.Path(file), shared_.Path(other));
         const QStringList findings = Check(good);
         EXPECT_GT(Count(findings, mistake.place, mistake.code), 0) << findings.join('\n').toStdString();
         const auto isShown = testing::HasSubstr(mistake.shown.toStdString());
@@ -95,6 +101,8 @@ TEST_F(CatalogTest, WhatIsFoundIsWhatTheProgramDoes) {
             EXPECT_THAT(Rows(), testing::Not(testing::Contains(isShown)));
         else
             EXPECT_EQ(InGerman("Close", languages), mistake.shown.toStdString());
+        if (!other.empty())
+            std::filesystem::remove(shared_.Path(other));
         shared_.Write(file, before);
         // A newer list has taken its place.
         shared_.Write("program/share/products.xml", installedList);
@@ -147,7 +155,11 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
     Alter(OWN_OFFER, "3.1.555.0", "3.2.0.0");
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "no-installer"), 1) << "no such file";
     shared_.Write("site/program/installer", "#!/bin/sh\n");
-    EXPECT_EQ(Count(Check(), "", "no-installer"), 0);
+    EXPECT_EQ(Count(Check(), "", "no-installer") + Count(Check(), "", "not-startable"), 0);
+    std::filesystem::permissions(shared_.Path("site/program/installer"), std::filesystem::perms::owner_all);
+    EXPECT_EQ(Count(Check(), "site/program/installer:1: note", "private-file"), 1);
+    shared_.Write("site/program/installer", "!<arch>\n");
+    EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "not-startable"), 1);
     Alter(OWN_OFFER, "UpdateInstallFile=", "InstallFile=");
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "no-installer"), 1) << "no name";
     Alter(local, "CurrentVersion=", "NoUpdates=\"True\" CurrentVersion=");
@@ -170,9 +182,16 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
     EXPECT_EQ(Count(Check(withoutKey), OWN_OFFERS_LINE, "unsigned-installer"), 1) << "no signature";
     // The last is what is said of it; empty when nothing is.
     const std::tuple<const char*, std::string, const char*> cases[] = {
-        {"another maker's", Minisign().Sign(contents, comment), "installer.minisig\" is no signature with"},
+        {"another maker's", Minisign().Sign(contents, comment), "installer.minisig\" was made with the key "},
+        {"another file's", maker.Sign(contents, "file:old version:3.2.0.0"),
+         "is for the file \"old\", and the offer's is \"installer\""},
         {"an older version's", maker.Sign(contents, "file:installer version:3.1.0.0"),
-         "for \"file:installer version:3.2.0.0\""},
+         "is for the version \"3.1.0.0\", and the offer's is \"3.2.0.0\""},
+        {"the tool's own comment", maker.Sign(contents, ""), "is for the file \"setup.bin\""},
+        {"another argument's", maker.Sign(contents, comment + " argument:a%20b"),
+         "is for the argument \"a%20b\", and the offer's is \"\""},
+        {"an old one", maker.Sign(contents, comment + " until:20200131"), "was good until \"20200131\""},
+        {"no signature", "x", "installer.minisig\" is no signature of minisign's"},
         {"altered since", maker.Sign(contents + "x", comment), "installer\" is not what was signed with"},
         {"the very file", maker.Sign(contents, comment), ""},
     };
@@ -183,6 +202,12 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
         EXPECT_EQ(findings.size(), *text ? 1 : 0) << findings.join('\n').toStdString();
         EXPECT_EQ(Count(findings.filter(text), OWN_OFFERS_LINE, "unsigned-installer"), *text ? 1 : 0);
     }
+    // Both keys are told by the numbers that the tool gives them.
+    const Minisign other;
+    shared_.Write("site/program/installer.minisig", other.Sign(contents, comment));
+    const QString text = Check(withoutKey).value(0);
+    for (const std::string& key : {maker.Key(), other.Key()})
+        EXPECT_TRUE(text.contains(QString::fromStdString(key).section('\n', 0, 0).section(' ', -1))) << key;
 }
 
 TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {
@@ -206,9 +231,20 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
     const std::string message = shared_.Path(MESSAGE);
     EXPECT_THAT(run({root}, EXIT_ERRORS),
                 testing::HasSubstr(message + ":4: warning: there is no text for pt_BR"));
-    EXPECT_EQ(run({root + "/site/"}, EXIT_CLEAN),
-              shared_.Path("site/pages/page.html:1: note: the program reads no such file [unknown-file]\n"));
-    run({"--site", "http://127.0.0.1:8080/other", root + "/site"}, EXIT_CLEAN);
+    const std::string note = "page.html:1: note: the program reads no such file [unknown-file]\n";
+    EXPECT_THAT(run({root + "/site/"}, EXIT_WARNINGS),
+                testing::AllOf(testing::HasSubstr(note), testing::EndsWith("\nno errors, 18 warnings\n")));
+    EXPECT_THAT(run({"--site", "http://127.0.0.1:8080/other", root + "/site"}, EXIT_WARNINGS),
+                testing::HasSubstr("none was followed [not-followed]\n"));
+    EXPECT_EQ(run({root + "/site/pages"}, EXIT_CLEAN),
+              shared_.Path("site/pages/" + note) + "no errors, no warnings\n");
+    EXPECT_EQ(run({"--quiet", root + "/site/pages"}, EXIT_CLEAN), "");
+    std::filesystem::create_directory(shared_.Path("empty"));
+    EXPECT_EQ(
+        run({root + "/empty"}, EXIT_ERRORS),
+        shared_.Path("empty:1: error: the folder holds no file [empty-folder]\n1 error, no warnings\n"));
+    EXPECT_THAT(run({"--site=http://127.0.0.1:8080=" + root + "/site", root}, EXIT_ERRORS),
+                testing::EndsWith("\n1 error, 19 warnings\n"));
     std::filesystem::remove(shared_.Path("site/gallery/gallery_categories.xml"));
     EXPECT_THAT(run({root + "/site", "--site", "http://127.0.0.1:8080"}, EXIT_ERRORS),
                 testing::HasSubstr("products.xml:26: error: \"http://127.0.0.1:8080/gallery/"));
@@ -224,7 +260,8 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
     EXPECT_THAT(run({"--help"}, EXIT_CLEAN), testing::HasSubstr("Exit status: 0"));
     for (const QStringList& wrong :
          {QStringList(), QStringList{"--jsn", root}, QStringList{root, root}, QStringList{root + "/nowhere"},
-          QStringList{root, "--site"}, QStringList{"--site=127.0.0.1:8080", root}})
+          QStringList{root, "--site"}, QStringList{"--site=127.0.0.1:8080", root},
+          QStringList{"--site=http://127.0.0.1=" + root, root + "/site"}})
         run(wrong, EXIT_WRONG_USAGE);
 }
 
@@ -236,13 +273,15 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
         {"cut-text", "error"},           {"no-installer", "error"},
         {"unsigned-installer", "error"}, {"unlisted", "note"},
         {"unknown-file", "note"},        {"bad-key", "error"},
-        {"unsigned-file", "error"},      {"signed-elsewhere", "error"},
-        {"signature-over", "error"},     {"signature-ends", "warning"},
+        {"empty-folder", "error"},       {"not-startable", "error"},
+        {"private-file", "note"},        {"unsigned-file", "error"},
+        {"signed-elsewhere", "error"},   {"signature-over", "error"},
+        {"signature-ends", "warning"},
     };
     for (const Mistake& mistake : Mistakes())
-        tested[mistake.code] = mistake.place.section(": ", 1);
+        tested[mistake.code] = mistake.place.section(": ", 1, 1);
     std::map<QString, QString> explained;
-    for (const QString& line : SourceText("docs/publishing.md").split('\n'))
+    for (const QString& line : SourceText("docs/checking.md").split('\n'))
         if (const QStringList cells = line.split(" | "); cells.size() >= 4 && cells[0].startsWith("| `"))
             explained[cells[0].section('`', 1, 1)] = cells[1];
     EXPECT_EQ(explained, tested);
@@ -251,7 +290,7 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
 TEST(CatalogDocument, TheExampleGivesWhatStandsBelowIt) {
     const TemporaryTree tree;
     std::string expected;
-    const QStringList parts = SourceText("docs/publishing.md").split("\n```");
+    const QStringList parts = SourceText("docs/checking.md").split("\n```");
     for (qsizetype i = 1; i < parts.size(); i += 2) {
         const std::string title = parts[i].section('\n', 0, 0).section('"', 1, 1).toStdString();
         const std::string text = parts[i].section('\n', 1).toStdString() + '\n';

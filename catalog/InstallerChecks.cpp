@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "catalog/Checks.h"
+#include "catalog/ElementChecks.h"
+#include "catalog/ValueChecks.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/FileSystem.h"
+#include "products/CProductVersion.h"
+#include "products/DescriptionFormat.h"
+#include "signing/CInstallerSeal.h"
+#include "signing/LastDay.h"
+
+#include <QFile>
+#include <QUrl>
+
+namespace {
+
+using namespace DescriptionFormat;
+
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+// What follows a beginning in the trusted comment, in quotes.
+QString Said(const CMinisignSignature& signature, std::string_view beginning) {
+    const auto word = signature.GetOnlyWord(beginning);
+    return word ? QLatin1Char('"') + Text(*word) + QLatin1Char('"') : QStringLiteral("none");
+}
+
+QString KeyNumbers(const CKeyFile& keys) {
+    QStringList numbers;
+    for (const CMinisignKey& key : keys.GetKeys())
+        numbers << Text(MinisignFormat::ToText(key.GetId()));
+    return numbers.join(QLatin1String(", "));
+}
+
+// Why the seal refused a signature, after its file's name.
+QString RefusalText(const CInstallerSeal& seal, const CUpdateXmlReader& reader) {
+    using enum CInstallerSeal::Refusal;
+    const auto& signature = seal.GetSignature();
+    switch (seal.GetRefusal()) {
+        case KEY:
+            return QStringLiteral("was made with the key %1, and the installations' is %2")
+                .arg(Text(MinisignFormat::ToText(signature->GetKeyId())), KeyNumbers(seal.GetKeys()));
+        case FILE_NAME:
+            return QStringLiteral("is for the file %1, and the offer's is \"%2\"")
+                .arg(Said(*signature, "file:"),
+                     CVardoFilePath(reader.GetUpdateInstallFile()).GetFileName().ToQString());
+        case VERSION:
+            return QStringLiteral("is for the version %1, and the offer's is \"%2\"")
+                .arg(Said(*signature, "version:"), reader.GetUpdateVersion().GetString().ToQString());
+        case ARGUMENT:
+            return QStringLiteral("is for the argument %1, and the offer's is \"%2\"")
+                .arg(Said(*signature, "argument:"),
+                     QString::fromLatin1(QUrl::toPercentEncoding(reader.GetUpdateArgument().ToQString())));
+        case LAST_DAY:
+            return QStringLiteral("was good until %1").arg(Said(*signature, "until:"));
+        case NO_SIGNATURE:
+        case NOTHING:
+            break;
+    }
+    return QStringLiteral("is no signature of minisign's");
+}
+
+// Why an installation that holds the seal's key would not start the offered installer; empty when it would.
+QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& installer,
+                       CInstallerSeal& seal) {
+    const CAtlString address = reader.GetInstallerAddress() + CInstallerSeal::SIGNATURE_EXTENSION;
+    const auto path = catalog.FileOf(address.ToQString());
+    const CCatalogFile* signature = path ? catalog.Find(*path) : nullptr;
+    if (!signature)
+        return QStringLiteral("there is no \"%1\"").arg(path.value_or(address.ToQString()));
+    const CAtlStringA bytes = ReadFileBytes(signature->GetFilePath());
+    const CInstallerSeal::Offer offer{
+        .file = reader.GetUpdateInstallFile(),
+        .argument = reader.GetUpdateArgument(),
+        .isVersion = [&reader](const CAtlString& version) { return reader.IsUpdateVersion(version); },
+        .today = TodayInUtc()};
+    if (!seal.Accept({bytes.begin(), bytes.end()}, offer))
+        return QStringLiteral("\"%1\" %2").arg(signature->GetPath(), RefusalText(seal, reader));
+    off_t size = 0;
+    const bool isSigned =
+        seal.IsOf(FileSystem::OpenForReading(installer.GetFilePath().GetFilePathString(), size));
+    return isSigned ? QString()
+                    : QStringLiteral("\"%1\" is not what was signed with \"%2\"")
+                          .arg(installer.GetPath(), signature->GetPath());
+}
+
+// As an installation does, which needs a signature once the key lies beside its own description.
+void CheckSignature(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
+                    const CCatalogFile& installer, const Place& place, CFindings& findings) {
+    const CVardoDirectoryPath folder{CAtlString(local.GetFolder())};
+    const CVardoFilePath key = CVardoDirectoryPath::Combine(folder, CInstallerSeal::KEY_FILE);
+    CInstallerSeal seal(key);
+    if (!seal.IsRequired())
+        return;
+    if (const QString fault = SignatureFault(catalog, reader, installer, seal); !fault.isEmpty())
+        findings.Add(place.file, place.line, Code::UNSIGNED_INSTALLER,
+                     QStringLiteral("installations with the key \"%1\" refuse this update: %2")
+                         .arg(key.GetFilePathString().ToQString(), fault));
+}
+
+// What the system starts (execve(2)): a program of its own, or a script that names its interpreter.
+void CheckBeginning(const CCatalogFile& installer, const Place& place, CFindings& findings) {
+    QFile file(installer.GetPath());
+    file.open(QIODevice::ReadOnly);
+    const QByteArray beginning = file.read(4);
+    if (!beginning.startsWith("#!") && beginning !=
+                                           "\x7F"
+                                           "ELF")
+        findings.Add(
+            place.file, place.line, Code::NOT_STARTABLE,
+            QStringLiteral("\"%1\" begins with neither \"#!\" nor an ELF header: no system starts it")
+                .arg(installer.GetPath()));
+}
+
+}  // namespace
+
+void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
+                    const CCatalogFile& remote, CFindings& findings) {
+    const TiXmlElement* element = remote.GetRoot()->FirstChildElement(PRODUCT);
+    const TiXmlElement& product = element ? *element : *remote.GetRoot();
+    const Place place{remote.GetPath(), AttributeLine(product, INSTALL_FILE)};
+    const CAtlString folder = reader.GetUpdateInstallURL();
+    if (folder.IsEmpty() || reader.GetUpdateInstallFile().IsEmpty()) {
+        findings.Add(
+            place.file, place.line, Code::NO_INSTALLER,
+            QStringLiteral("the program is offered this update, but UpdateInstallURL or UpdateInstallFile "
+                           "is missing: it cannot be installed"));
+        return;
+    }
+    CheckValue({remote.GetPath(), AttributeLine(product, INSTALL_FOLDER)},
+               {INSTALL_FOLDER, XmlValue::ADDRESS}, folder, findings);
+    const QString address = reader.GetInstallerAddress().ToQString();
+    CheckWholeAddress(place, address, findings);
+    const auto path = catalog.FileOf(address);
+    const CCatalogFile* installer = path ? catalog.Find(*path) : nullptr;
+    if (installer) {
+        CheckBeginning(*installer, place, findings);
+        CheckSignature(catalog, reader, local, *installer, place, findings);
+    } else if (path) {
+        findings.Add(place.file, place.line, Code::NO_INSTALLER,
+                     QStringLiteral("the program is offered this update, but there is no \"%1\"").arg(*path));
+    }
+}
+
+void CheckInstallers(const CCatalog& catalog, CFindings& findings) {
+    for (const Reference& reference : catalog.GetReferences()) {
+        const auto path = catalog.FileOf(reference.address);
+        const CCatalogFile* remote = path ? catalog.Find(*path) : nullptr;
+        CProductVersion reader(reference.from->GetFilePath());
+        if (reference.from->GetName() == QString::fromWCharArray(OWN_FILE) && remote && remote->GetRoot() &&
+            reader.LoadLocal() && reader.ParseRemote(ReadFileBytes(remote->GetFilePath())) &&
+            reader.IsUpdateAvailable())
+            CheckInstaller(catalog, reader, *reference.from, *remote, findings);
+    }
+}
