@@ -8,6 +8,7 @@
 # under build/run, serves the sample site on loopback and runs the program with settings of its own. Without a display
 # it runs on one in memory, saves build/run/window.png when the check has ended, and closes the window.
 # With --self-update the site offers a newer version of the program.
+# POSE=tip, menu or why: the picture also shows that, of the product without an answer.
 source "$(dirname "$0")/lib.sh"
 source scripts/display.sh
 
@@ -16,6 +17,8 @@ PROGRAM=$RUN/program
 SITE=$RUN/site
 OUTPUT=$RUN/output.txt
 PICTURE=$RUN/window.png
+# Of that row, in pixels below the window's top.
+FAILURE_Y=225
 
 has_display() { [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; }
 
@@ -90,10 +93,36 @@ answer_self_update() {
     wait_until 30 test -s "$RUN/home/installer.log" || say "The installer did not run."
 }
 
+# The sample's row without an answer, at the place of the pointer, once the table is scrolled to its top.
+point_at_failure() {
+    local x=${1:-330}
+    xdotool mousemove --window "$(window)" "$x" 120 click --repeat 20 4 mousemove --window "$(window)" "$x" "$FAILURE_Y"
+}
+
+has_dialog() { [[ $(window) != "$1" ]]; }
+
+# Opens what POSE names beside the window.
+pose() {
+    local main
+    main=$(window)
+    xdotool windowfocus --sync "$main"
+    point_at_failure
+    case $POSE in
+        tip) xdotool mousemove_relative -- 1 0 ;;
+        menu) xdotool click 3 ;;
+        why) xdotool click 3 sleep 0.5 key Down Down Down Return ;;
+    esac
+    wait_until 10 has_dialog "$main" || say "Nothing opened for the pose $POSE."
+    sleep 0.5
+    take_picture root "$PICTURE"
+    convert "$PICTURE" -trim +repage "$PICTURE"
+    [[ $POSE == tip ]] || press "$(window)" Escape
+}
+
 show_check() {
     wait_until 120 check_ended || say "The check did not end within two minutes; this is how far it came."
     program_ended && return
-    take_picture "$(window)" "$PICTURE"
+    if [[ -n ${POSE:-} ]]; then pose; else take_picture "$(window)" "$PICTURE"; fi
     press "$(window)" Escape
 }
 

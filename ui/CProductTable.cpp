@@ -175,7 +175,8 @@ void CProductTable::ShowReasons(int row, const QString& latest, const QString& a
         SetReason(*table_.item(row, LATEST), latest);
     if (QPushButton* button = Button(row)) {
         // A tool tip would carry out markup in this text.
-        button->setToolTip(action.isEmpty() ? QString() : Qt::convertFromPlainText(Cut(action)));
+        const QString tip = Qt::convertFromPlainText(Cut(action), Qt::WhiteSpaceNormal);
+        button->setToolTip(action.isEmpty() ? QString() : tip);
         button->setAccessibleDescription(Cut(action));
         return;
     }
