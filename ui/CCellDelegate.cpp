@@ -25,6 +25,9 @@ bool CCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
 // The side of the cell stays that of the window: the alignment is settled before the direction is the text's.
 void CCellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    // A tint begins where the eye does.
+    if (option->direction == Qt::RightToLeft)
+        option->backgroundBrush.setTransform(QTransform(-1, 0, 0, 1, option->rect.width(), 0));
     option->displayAlignment =
         QStyle::visualAlignment(option->direction, option->displayAlignment) | Qt::AlignAbsolute;
     option->direction = option->text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;

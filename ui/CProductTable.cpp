@@ -8,9 +8,13 @@
 #include "ui/RowWidgets.h"
 
 #include <QAccessible>
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QSignalBlocker>
 #include <QTextDocument>
+#include <QTimer>
+#include <algorithm>
 
 namespace {
 
@@ -41,24 +45,32 @@ void SetReason(QTableWidgetItem& cell, const QString& reason) {
     cell.setData(Qt::AccessibleDescriptionRole, Cut(reason));
 }
 
-// The button cannot be pressed again while its action runs, which may serve events, and keeps the focus that
-// it had unless the user moves it meanwhile.
+// In milliseconds: the second press of a double click is not meant for a second browser.
+constexpr int SHORTEST_REST = 1000;
+
+// The button cannot be pressed again while its action runs, which may serve events, nor for a second in all.
+// It keeps the focus that it had unless the user moves it meanwhile; nothing else has it, for Enter would
+// press that.
 void Press(QPushButton& button, const CProductTable::Action& action) {
     if (!action)
         return;
     bool isGone = false;
     const auto watch = QObject::connect(&button, &QObject::destroyed, [&isGone] { isGone = true; });
-    const QWidget& window = *button.window();
-    const bool hadFocus = window.focusWidget() == &button;
+    const bool hadFocus = button.window()->focusWidget() == &button;
+    QElapsedTimer rest;
+    rest.start();
+    button.clearFocus();
     button.setEnabled(false);
-    const QWidget* neighbour = window.focusWidget();
     action();
     if (isGone)
         return;
     QObject::disconnect(watch);
-    button.setEnabled(true);
-    if (hadFocus && window.focusWidget() == neighbour)
-        button.setFocus();
+    const int remaining = std::max(0, SHORTEST_REST - static_cast<int>(rest.elapsed()));
+    QTimer::singleShot(remaining, &button, [&button, hadFocus] {
+        button.setEnabled(true);
+        if (hadFocus && !button.window()->focusWidget())
+            button.setFocus();
+    });
 }
 
 }  // namespace
@@ -66,6 +78,11 @@ void Press(QPushButton& button, const CProductTable::Action& action) {
 CProductTable::CProductTable(QTableWidget& table)
     : table_(table), highlight_(MakeHighlightBrush(table.palette().color(QPalette::Base))) {
     table_.setItemDelegate(new CCellDelegate(&table_));
+    // The table's own scrolling is off. A cell that is clicked stays where it is.
+    QObject::connect(&table_, &QTableWidget::currentItemChanged, [&table](const QTableWidgetItem* now) {
+        if (now && QApplication::mouseButtons() == Qt::NoButton)
+            table.scrollToItem(now);
+    });
     Reset();
 }
 
@@ -75,6 +92,7 @@ void CProductTable::Reset() {
         return;
     table_.setRowCount(0);
     table_.clear();
+    table_.clearSpans();
     rowActions_.clear();
     table_.setColumnCount(COLUMNS);
     table_.setHorizontalHeaderLabels(
@@ -149,6 +167,13 @@ void CProductTable::ShowLatest(int row, const QString& text) {
         table_.removeCellWidget(row, LATEST);
     }
     SetLatest(*table_.item(row, LATEST), text);
+    if (text.trimmed().isEmpty() && table_.item(row, INSTALLED)->text().trimmed().isEmpty())
+        table_.setSpan(row, NAME, 1, ACTION);
+}
+
+int CProductTable::WidthThatNamesLack(int widest) const {
+    const QAbstractItemView& view = table_;
+    return std::max(0, std::min(view.sizeHintForColumn(NAME), widest) - table_.columnWidth(NAME));
 }
 
 // An announced cell makes the header measure all columns anew, which takes longer than fetching what stands

@@ -30,6 +30,9 @@ public:
     void Reset();
     // Appends a row and returns its index.
     int AddRow(const QString& name, const QString& installed);
+    // How many pixels more the column of names needs for the longest of those in sight, if it may be that
+    // wide.
+    int WidthThatNamesLack(int widest) const;
     bool HasRow(int row) const { return row >= 0 && row < table_.rowCount(); }
     // A disabled button, captioned "Current".
     void AddButton(int row, const Action& action);
@@ -38,6 +41,7 @@ public:
     void SetButton(int row, const QString& caption, bool enabled);
     // A busy bar in place of the latest version, until that is shown.
     void ShowBusy(int row);
+    // A row that shows no version at all gives their room to its name.
     void ShowLatest(int row, const QString& text);
     // Says in tool tips, and to screen readers, why the latest version is not shown, and why the row has no
     // use for its button. Empty texts say nothing.

@@ -83,6 +83,11 @@ void MainWindow::SetProductListController(const boost::shared_ptr<CProductListCo
     controller_->SetFailureCallback(boost::bind(&MainWindow::OnFetchFailed, this, _1));
 }
 
+void MainWindow::SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record) {
+    record_ = record;
+    isWidthSettled_ = restoreGeometry(record->GetWindowPlace());
+}
+
 void MainWindow::ShowProducts() {
     ShowSchedule();
     ShowDate(DateText(record_->GetLastChecked()));
@@ -95,6 +100,16 @@ void MainWindow::ShowProducts() {
     for (const Product& product : products)
         for (unsigned item = 0; item < product->GetItemCount(); ++item)
             AddButtonIfWanted(product, item, product->GetRow(item));
+    QTimer::singleShot(0, this, &MainWindow::MakeRoomForNames);
+}
+
+void MainWindow::MakeRoomForNames() {
+    if (isWidthSettled_ || !isVisible() || !table_.HasRow(0))
+        return;
+    isWidthSettled_ = true;
+    const QRect free = screen()->availableGeometry();
+    resize(std::min(width() + table_.WidthThatNamesLack(free.width() / 2), free.width()), height());
+    move(x() - std::max(0, frameGeometry().right() - free.right()), y());
 }
 
 // Showing the record does not change it. An administrator may have set more days than the form offers.
@@ -102,6 +117,7 @@ void MainWindow::ShowSchedule() {
     const QSignalBlocker quietBox(checkBox);
     const QSignalBlocker quietDays(spinBox);
     checkBox->setChecked(record_->GetCheckUpdates());
+    spinBox->setEnabled(record_->GetCheckUpdates());
     spinBox->setMaximum(std::max(spinBox->maximum(), record_->GetInterval()));
     spinBox->setValue(record_->GetInterval());
     ShowNextCheck();
@@ -180,6 +196,7 @@ void MainWindow::OnClose() {
 
 void MainWindow::OnCheckboxChanged(int state) {
     record_->SetCheckUpdates(state == Qt::Checked);
+    spinBox->setEnabled(state == Qt::Checked);
     ShowNextCheck();
 }
 
@@ -199,8 +216,15 @@ void MainWindow::OnTooLong() {
 void MainWindow::reject() {
     if (controller_)
         controller_->StopCheck();
+    if (record_ && isVisible())
+        record_->SetWindowPlace(saveGeometry());
     environment_->StopWaiting();
     QDialog::reject();
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    QTimer::singleShot(0, this, &MainWindow::MakeRoomForNames);
 }
 
 void MainWindow::closeEvent(QCloseEvent* /*event*/) {

@@ -35,7 +35,8 @@ public:
     // The window hears of the controller's checks for as long as it lives.
     void SetProductListController(const boost::shared_ptr<CProductListController>& controller);
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) { proxyHandler_ = handler; }
-    void SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record) { record_ = record; }
+    // Takes the window to where the user left it.
+    void SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record);
     // Builds the rows of what the controller holds, and shows the record.
     void ShowProducts();
     // Says what came of a check that has ended.
@@ -57,6 +58,7 @@ public slots:
     void reject() override;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     // Enter presses the button that has the focus, and never another one.
     void keyPressEvent(QKeyEvent* event) override;
@@ -71,6 +73,8 @@ private:
     QTableWidget& SetUpForm();
     void ShowSchedule();
     void ShowDate(const QString& date);
+    // The first time that there are rows to be seen, and nothing is known of a place that the user chose.
+    void MakeRoomForNames();
     // When a silent check is due, in the tool tip of the last check's date.
     void ShowNextCheck();
     void AddRowMenu();
@@ -92,5 +96,7 @@ private:
     CCheckOutcome outcome_;
     // The reason why the current product cannot be checked is shown.
     bool isFailureTold_ = false;
+    // The window's width is the user's.
+    bool isWidthSettled_ = false;
     boost::shared_ptr<IEnvironment> environment_;
 };

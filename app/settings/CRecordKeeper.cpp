@@ -27,6 +27,10 @@ bool CRecordKeeper::Load() {
     lastChecked_ = ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
                                      DefaultSettings::LAST_CHECKED, 0, error);
     newLastChecked_ = lastChecked_;
+    int noWindow = REGISTRY_OK;
+    const CAtlString place = ReadRegistryString(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
+                                                DefaultSettings::WINDOW, {}, noWindow);
+    windowPlace_ = QByteArray::fromBase64(place.ToQString().toLatin1());
     return error == REGISTRY_OK;
 }
 
@@ -35,6 +39,9 @@ void CRecordKeeper::Save() const {
                         {{DefaultSettings::INTERVAL, interval_},
                          {DefaultSettings::CHECK_UPDATES, checkUpdates_ ? 1 : 0},
                          {DefaultSettings::LAST_CHECKED, newLastChecked_}});
+    if (!windowPlace_.isEmpty())
+        WriteRegistryString(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, DefaultSettings::WINDOW,
+                            CAtlString(QString::fromLatin1(windowPlace_.toBase64())));
 }
 
 bool CRecordKeeper::IsCheckDue(int today) const {

@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// When silent checks run: the user's choice and the date of the last check.
+// What is kept from one run to the next: when silent checks run, and where the window was.
 #pragma once
 
 #include "app/settings/DefaultSettings.h"
+
+#include <QByteArray>
 
 // Holds the update-check settings between Load and Save. Dates are Julian day numbers, as of
 // QDate::toJulianDay; 0 means never. GUI thread only; shared by the workflow and the main window.
@@ -15,7 +17,8 @@ public:
     // Reads the user's values; "CheckUpdates" and "Interval" fall back to the machine's, then to their
     // defaults. True when the user has a "LastChecked".
     bool Load();
-    // Writes the three values to the user's settings. Failures are not reported.
+    // Writes the three values to the user's settings, and the window's place when there is one. Failures are
+    // not reported.
     void Save() const;
     // Whether a silent check is due on the Julian day today: checks are on, and at least the interval has
     // passed since the loaded date.
@@ -34,10 +37,14 @@ public:
     // The date that Save writes.
     int GetNewLastChecked() const { return newLastChecked_; }
     void SetNewLastChecked(int day) { newLastChecked_ = day; }
+    // As QWidget::saveGeometry gives it; empty for a user who never had a window.
+    const QByteArray& GetWindowPlace() const { return windowPlace_; }
+    void SetWindowPlace(const QByteArray& place) { windowPlace_ = place; }
 
 private:
     bool checkUpdates_ = true;
     int interval_ = DefaultSettings::DEFAULT_INTERVAL;
     int lastChecked_ = 0;
     int newLastChecked_ = 0;
+    QByteArray windowPlace_;
 };

@@ -9,3 +9,4 @@ const CAtlString DefaultSettings::SKIPPED_KEY(VPU_SETTINGS_KEY + L"/SkippedVersi
 const CAtlString DefaultSettings::CHECK_UPDATES(L"CheckUpdates");
 const CAtlString DefaultSettings::INTERVAL(L"Interval");
 const CAtlString DefaultSettings::LAST_CHECKED(L"LastChecked");
+const CAtlString DefaultSettings::WINDOW(L"Window");

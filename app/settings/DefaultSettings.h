@@ -19,6 +19,8 @@ struct DefaultSettings {
     static const CAtlString INTERVAL;
     // Julian day of the last check that reached at least one product.
     static const CAtlString LAST_CHECKED;
+    // Size and place of the window, as QWidget::saveGeometry has them, in Base64.
+    static const CAtlString WINDOW;
 
     static constexpr int DEFAULT_INTERVAL = 30;
 };

@@ -6,6 +6,7 @@
 #include "app/settings/DefaultSettings.h"
 #include "platform/settings/SettingsStore.h"
 
+#include <QRegularExpression>
 #include <QSettings>
 
 CheckFixture::CheckFixture() {
@@ -54,7 +55,7 @@ std::string CheckFixture::StoredSettings() {
     QSettings settings(QSettings::UserScope, "VARDO Technologies");
     settings.beginGroup("Software/VARDO Technologies/Product Update");
     QStringList all;
-    for (const QString& name : settings.childKeys())
+    for (const QString& name : settings.childKeys().filter(QRegularExpression("^(?!Window$)")))
         all << name + "=" + settings.value(name).toString();
     return all.join(" ").toStdString();
 }

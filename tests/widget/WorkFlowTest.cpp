@@ -111,8 +111,9 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
         EXPECT_EQ(days->value(), 7);
         days->setValue(61);
         auto* box = window.findChild<QCheckBox*>("checkBox");
-        EXPECT_FALSE(box->isChecked());
+        EXPECT_FALSE(box->isChecked() || days->isEnabled());
         box->click();
+        EXPECT_TRUE(days->isEnabled());
         EXPECT_EQ(window.findChild<QLabel*>("labelDate")->text(),
                   QLocale::system().toString(QDate(2000, 1, 1), QLocale::ShortFormat));
         EXPECT_EQ(window.findChild<QLabel*>("labelDate")->toolTip(),
@@ -121,6 +122,7 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
                       ".");
         window.findChild<QPushButton*>("rowButton")->click();
         EXPECT_EQ(StoredSettings(), before) << "nothing is written while the window is open";
+        window.setGeometry(40, 50, 700, 450);
     });
     EXPECT_EQ(latest_, QStringList("2.0.0.0"));
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=60 LastChecked=" + std::to_string(Today()));
@@ -130,6 +132,9 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
     EXPECT_EQ(environment_->openedPages, std::vector<CAtlString>({"http://page/Planner"}));
     EXPECT_EQ(downloader_->addresses,
               std::vector<std::string>({"http://site/products.xml", "http://site/Planner.xml"}));
+    StoreSettings(1, 7, 0);
+    Run({"-silent"}, [](QWidget& window) { EXPECT_EQ(window.geometry(), QRect(40, 50, 700, 450)); });
+    EXPECT_EQ(latest_.size(), 2);
 }
 
 TEST_F(WorkFlow, CheckOfNothingKeepsTheRecordAndIsSeenWhenInteractive) {
