@@ -170,7 +170,7 @@ void CCatalog::RecogniseListed(const CCatalogFile& list) {
         const QString base = AttributeText(*child, ListFormat::BASE_XML);
         const QString notice = AttributeText(*child, ListFormat::NOTIFICATION_BASE) + QLatin1String(".xml");
         for (const auto& file : files_) {
-            const QString name = file->GetName();
+            const QString& name = file->GetName();
             const bool isProducts =
                 !base.isEmpty() && name.startsWith(base) && name.endsWith(QLatin1String(".xml")) &&
                 CProductVersions::IsDescriptionFile(CAtlString(base), file->GetFilePath());

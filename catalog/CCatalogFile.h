@@ -33,12 +33,12 @@ enum class FileKind {
 class CCatalogFile {
 public:
     // The path by which it is opened and shown. Reads nothing yet.
-    explicit CCatalogFile(const QString& path) : path_(path) {}
+    explicit CCatalogFile(const QString& path) : path_(path), name_(path.section(u'/', -1)) {}
 
     const QString& GetPath() const { return path_; }
     CVardoFilePath GetFilePath() const { return CVardoFilePath(CAtlString(path_)); }
     QString GetFolder() const { return path_.section(u'/', 0, -2); }
-    QString GetName() const { return path_.section(u'/', -1); }
+    const QString& GetName() const { return name_; }
 
     FileKind GetKind() const { return kind_; }
     void SetKind(FileKind kind);
@@ -53,6 +53,7 @@ private:
     void Load() const;
 
     QString path_;
+    QString name_;
     FileKind kind_ = FileKind::UNKNOWN;
     mutable XmlFault fault_;
     mutable std::unique_ptr<TiXmlDocument> document_;

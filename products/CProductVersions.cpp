@@ -112,12 +112,11 @@ CAtlString CProductVersions::GetLatestVersion(unsigned item) const {
 }
 
 CAtlString CProductVersions::GetWebPage() const {
-    return current_ ? PageOf(*current_) : defaultAddress_;
+    return current_ ? PageOf(current_->GetTable().ChooseOffer()) : defaultAddress_;
 }
 
-CAtlString CProductVersions::PageOf(const CProductVersion& item) const {
-    const CAtlString page = item.GetUpdateWebPage();
-    return page.IsEmpty() ? defaultAddress_ : page;
+CAtlString CProductVersions::PageOf(const CUpdateEntry& offer) const {
+    return offer.webPage.IsEmpty() ? defaultAddress_ : offer.webPage;
 }
 
 void CProductVersions::ApplyDisablers(const CProductsByKey& all) {

@@ -20,6 +20,13 @@ class CProductVersions : public IProduct {
     Q_DECLARE_TR_FUNCTIONS(CProductVersions)
 
 public:
+    // Another product whose presence, in the versions of the range, disables this one.
+    struct Disabler {
+        CAtlString uid;
+        CVersionString from;
+        CVersionString to;
+    };
+
     // The name of the product's element in the list file: "Product".
     static const CAtlString ELEMENT_NAME;
 
@@ -54,30 +61,27 @@ public:
     void ApplyDisablers(const CProductsByKey& all) override;
     bool IsCurrent(unsigned item) const override { return items_[item].get() == current_; }
     bool IsDisabled() const override { return disabled_; }
+    CAtlString GetPage(unsigned item) const override {
+        return PageOf(items_[item]->GetTable().ChooseOffer());
+    }
     QString GetDisablerName() const override { return disablerName_; }
-    CAtlString GetPage(unsigned item) const override { return PageOf(*items_[item]); }
     CAtlString GetDescriptionName() const override { return baseName_; }
     // The page about the current item's update, or else the product's.
     virtual CAtlString GetWebPage() const;
+    // The page of an offer, or else the product's.
+    CAtlString PageOf(const CUpdateEntry& offer) const;
+    const std::vector<Disabler>& GetDisablers() const { return disablers_; }
 
 protected:
     void SetBaseName(const CAtlString& baseName) { baseName_ = baseName; }
 
 private:
-    // Another product whose presence, in the versions of the range, disables this one.
-    struct Disabler {
-        CAtlString uid;
-        CVersionString from;
-        CVersionString to;
-    };
-
     void ReadDisablers(const TiXmlElement& element);
     bool IsKnown(const CVersionString& version) const;
     // Reads a file that begins with the base name into its item.
     Verdict Read(const CVardoFilePath& file, CProductVersion& item) const;
     bool IsDisabledBy(const IProduct& other) const;
     bool IsInRange(const CAtlString& version, const Disabler& disabler) const;
-    CAtlString PageOf(const CProductVersion& item) const;
 
     std::vector<Disabler> disablers_;
     bool disabled_ = false;

@@ -13,20 +13,6 @@
 // A value type: one offer for everybody, and offers for ranges of installed versions that come before it.
 class CUpdateTable {
 public:
-    // Adds an offer for the installed versions of a range. False, and nothing is added, when one is there
-    // whose range has an equal lower end.
-    bool AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer);
-    void SetDefaultOffer(const CUpdateEntry& offer) { defaultOffer_ = offer; }
-    void SetCurrentVersion(const CVersionString& version) { currentVersion_ = version; }
-
-    const CVersionString& GetCurrentVersion() const { return currentVersion_; }
-    // The offer of the lowest range that contains the current version, else the default one. Valid until the
-    // table changes.
-    const CUpdateEntry& ChooseOffer() const;
-    // The range of the offer that ChooseOffer gives; null for the default one. As long valid.
-    const CVersionStringRange* ChooseRange() const;
-
-private:
     struct ByLowerEnd {
         bool operator()(const CVersionStringRange& a, const CVersionStringRange& b) const {
             return a.IsLess(b);
@@ -35,6 +21,22 @@ private:
 
     using RangedOffers = std::map<CVersionStringRange, CUpdateEntry, ByLowerEnd>;
 
+    // Adds an offer for the installed versions of a range. False, and nothing is added, when one is there
+    // whose range has an equal lower end.
+    bool AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer);
+    void SetDefaultOffer(const CUpdateEntry& offer) { defaultOffer_ = offer; }
+    void SetCurrentVersion(const CVersionString& version) { currentVersion_ = version; }
+
+    const CVersionString& GetCurrentVersion() const { return currentVersion_; }
+    const RangedOffers& GetRangedOffers() const { return rangedOffers_; }
+    const CUpdateEntry& GetDefaultOffer() const { return defaultOffer_; }
+    // The offer of the lowest range that contains the current version, else the default one. Valid until the
+    // table changes.
+    const CUpdateEntry& ChooseOffer() const;
+    // The range of the offer that ChooseOffer gives; null for the default one. As long valid.
+    const CVersionStringRange* ChooseRange() const;
+
+private:
     RangedOffers::const_iterator FindRange() const;
 
     RangedOffers rangedOffers_;

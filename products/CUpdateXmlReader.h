@@ -41,6 +41,8 @@ public:
     // The local description says that the program must not look for updates of itself.
     bool IsNoUpdates() const { return noUpdates_; }
     const CVersionString& GetCurrentVersion() const { return table_.GetCurrentVersion(); }
+    // From now on answers as if that version were installed.
+    void SetCurrentVersion(const CVersionString& version) { table_.SetCurrentVersion(version); }
 
     const CUpdateTable& GetTable() const { return table_; }
     // What the offer for the installed version says.

@@ -4,6 +4,7 @@
 #include "publish/RunCatalogCheck.h"
 
 #include "catalog/Checks.h"
+#include "publish/CPreview.h"
 
 #include <QCommandLineParser>
 #include <ostream>
@@ -11,7 +12,8 @@
 namespace {
 
 constexpr const char* USAGE =
-    "usage: VARDOCatalogCheck [--json] [--quiet] [--site ADDRESS[=FOLDER]] FOLDER\n";
+    "usage: VARDOCatalogCheck [--json] [--quiet] [--site ADDRESS[=FOLDER]] FOLDER\n"
+    "       VARDOCatalogCheck --preview [--json] [--site ADDRESS[=FOLDER]] [KEY=VERSION ...] FOLDER\n";
 
 constexpr const char* HELP = R"(
 Reads a folder of files as they are published for VARDO Product Update (product lists, local and remote
@@ -28,36 +30,60 @@ and how many there are:
                    FOLDER, or the folder in it that is named here, is published at ADDRESS: every file that is
                    named by an address below it must be there. Without it, a product list that names its own
                    address tells where it is published.
+  --preview        says instead what each installed version of each product would be offered, or just the
+                   VERSION of the product with that KEY, and why an update of the program itself would not be
+                   accepted
   --help           this text
   --version        the version of the program
 
-Exit status: 0 nothing found, or notes only; 1 warnings; 2 errors, or the output could not be written;
-64 wrong usage.
+Exit status: 0 nothing found, or notes only, or a preview; 1 warnings; 2 errors, or the output could not be
+written; 64 wrong usage.
 )";
 
 struct Options {
     FolderArguments arguments{};
     bool isJson = false;
     bool isQuiet = false;
+    bool isPreview = false;
+    CPreview::Versions versions{};
     bool isHelp = false;
     bool isVersion = false;
     // Why the arguments make no sense; empty when they do.
     QString problem{};
 };
 
+// Takes "KEY=VERSION" from the arguments before the last; false when one is anything else.
+bool TakeVersions(QStringList& arguments, CPreview::Versions& versions) {
+    while (arguments.size() > 1) {
+        const QString argument = arguments.takeFirst();
+        const QString version = argument.section(u'=', 1);
+        if (version.isEmpty())
+            return false;
+        versions[argument.section(u'=', 0, 0)] = version;
+    }
+    return true;
+}
+
 Options ReadOptions(const QStringList& arguments) {
     const QCommandLineOption json("json");
     const QCommandLineOption quiet("quiet");
     const QCommandLineOption site("site", {}, "ADDRESS");
+    const QCommandLineOption preview("preview");
     const QCommandLineOption help(QStringList{"h", "help"});
     const QCommandLineOption version("version");
     QCommandLineParser parser;
-    parser.addOptions({json, quiet, site, help, version});
+    parser.addOptions({json, quiet, site, preview, help, version});
     if (!parser.parse(arguments))
         return {.problem = parser.errorText()};
-    Options options{.arguments = ReadFolder(parser.positionalArguments(), parser.value(site)),
+    QStringList others = parser.positionalArguments();
+    CPreview::Versions versions;
+    if (parser.isSet(preview) && !TakeVersions(others, versions))
+        return {.problem = QStringLiteral("before the folder there may be KEY=VERSION")};
+    Options options{.arguments = ReadFolder(others, parser.value(site)),
                     .isJson = parser.isSet(json),
                     .isQuiet = parser.isSet(quiet),
+                    .isPreview = parser.isSet(preview),
+                    .versions = versions,
                     .isHelp = parser.isSet(help),
                     .isVersion = parser.isSet(version)};
     if (!options.isHelp && !options.isVersion)
@@ -81,6 +107,15 @@ int Tell(const CFindings& all, const Options& options, std::ostream& out) {
     return status;
 }
 
+int ShowPreview(const CCatalog& catalog, const Options& options, std::ostream& out, std::ostream& err) {
+    const CPreview preview(catalog, options.versions);
+    if (const QString key = preview.GetUnknownKey(); !key.isEmpty())
+        return RefuseUsage("VARDOCatalogCheck", QStringLiteral("no product here has the key \"%1\"").arg(key),
+                           USAGE, err);
+    out << (options.isJson ? preview.ToJson() : preview.ToText()).toStdString();
+    return EXIT_CLEAN;
+}
+
 }  // namespace
 
 int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostream& err) {
@@ -94,7 +129,9 @@ int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostrea
         out << "VARDOCatalogCheck " << VARDO_VERSION << '\n';
     } else {
         const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
-        status = Tell(CheckCatalog(CCatalog(folder, siteAddress, siteFolder)), options, out);
+        const CCatalog catalog(folder, siteAddress, siteFolder);
+        status = options.isPreview ? ShowPreview(catalog, options, out, err)
+                                   : Tell(CheckCatalog(catalog), options, out);
     }
     return Finish("VARDOCatalogCheck", status, out, err);
 }

@@ -14,6 +14,7 @@
 #include "CatalogTest.h"
 #include "DataTable.h"
 #include "products/CProductVersion.h"
+#include "publish/CPreview.h"
 #include "publish/RunCatalogCheck.h"
 #include "support/Minisign.h"
 
@@ -158,8 +159,14 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
     EXPECT_EQ(Count(Check(), "", "no-installer") + Count(Check(), "", "not-startable"), 0);
     std::filesystem::permissions(shared_.Path("site/program/installer"), std::filesystem::perms::owner_all);
     EXPECT_EQ(Count(Check(), "site/program/installer:1: note", "private-file"), 1);
+    const auto preview = [this](const char* version) {
+        return CPreview(CCatalog(shared_.Root().c_str(), {}), {{CPreview::OwnKey(), version}}).ToText();
+    };
+    EXPECT_TRUE(preview("3.1.555.0").endsWith("  3.2.0.0           accepted\n"));
+    EXPECT_TRUE(preview("3.2.0.0").endsWith("    3.2.0.0                             -\n"));
     shared_.Write("site/program/installer", "!<arch>\n");
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "not-startable"), 1);
+    EXPECT_TRUE(preview("3.1.555.0").contains("  refused: \""));
     Alter(OWN_OFFER, "UpdateInstallFile=", "InstallFile=");
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "no-installer"), 1) << "no name";
     Alter(local, "CurrentVersion=", "NoUpdates=\"True\" CurrentVersion=");
@@ -290,18 +297,30 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
 TEST(CatalogDocument, TheExampleGivesWhatStandsBelowIt) {
     const TemporaryTree tree;
     std::string expected;
+    std::string preview;
     const QStringList parts = SourceText("docs/checking.md").split("\n```");
     for (qsizetype i = 1; i < parts.size(); i += 2) {
         const std::string title = parts[i].section('\n', 0, 0).section('"', 1, 1).toStdString();
         const std::string text = parts[i].section('\n', 1).toStdString() + '\n';
         if (title == "output")
             expected = text;
+        else if (title == "preview")
+            preview = text;
         else
             tree.Write(title, text);
     }
-    std::ostringstream out;
-    EXPECT_EQ(RunCatalogCheck({"", QString::fromStdString(tree.Path("maker"))}, out, out), EXIT_ERRORS);
-    EXPECT_EQ(
-        QString::fromStdString(out.str()).remove(QString::fromStdString(tree.Root() + "/")).toStdString(),
-        expected);
+    const auto run = [&](const QStringList& options, int status) {
+        std::ostringstream out;
+        const QStringList folder{QString::fromStdString(tree.Path("maker"))};
+        EXPECT_EQ(RunCatalogCheck(QStringList{""} + options + folder, out, out), status);
+        return QString::fromStdString(out.str())
+            .remove(QString::fromStdString(tree.Root() + "/"))
+            .toStdString();
+    };
+    EXPECT_EQ(run({}, EXIT_ERRORS), expected);
+    EXPECT_EQ(run({"--preview"}, EXIT_CLEAN), preview);
+    const auto json = QJsonDocument::fromJson(
+        QByteArray::fromStdString(run({"--preview", "--json", "SoftwareUpdateVN=11.0.580.0"}, EXIT_CLEAN)));
+    EXPECT_EQ(json[0]["versions"][0]["page"], "https://www.example.com/notebook/11.4");
+    run({"--preview", "SoftwareUpdateVPL=1.0.0.0"}, EXIT_WRONG_USAGE);
 }

@@ -1,0 +1,290 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "publish/CPreview.h"
+
+#include "catalog/Checks.h"
+#include "platform/text/PrintableText.h"
+#include "products/CFetchedFile.h"
+#include "products/DescriptionFormat.h"
+#include "products/Products.h"
+#include "signing/CCatalogueSeal.h"
+#include "signing/LastDay.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <algorithm>
+#include <boost/pointer_cast.hpp>
+#include <set>
+
+namespace {
+
+QString Text(const CVersionString& version) {
+    return version.GetString().ToQString();
+}
+
+// The next higher version: four whole numbers leave nothing in between.
+CVersionString After(const CVersionString& version) {
+    const QString text = Text(version);
+    const qint64 last = text.section(u'.', 3).toLongLong();
+    return CVersionString(CAtlString(QStringLiteral("%1.%2").arg(text.section(u'.', 0, 2)).arg(last + 1)));
+}
+
+struct Lower {
+    bool operator()(const CVersionString& a, const CVersionString& b) const { return a.IsLess(b); }
+};
+
+// Where what is offered may change: the first versions of ranges, those behind their last ones, and the
+// offered ones, which are no update of themselves.
+std::set<CVersionString, Lower> Borders(const CUpdateTable& table) {
+    std::set<CVersionString, Lower> borders{table.GetDefaultOffer().version};
+    for (const auto& [range, offer] : table.GetRangedOffers())
+        borders.insert({range.GetFrom(), After(range.GetTo()), offer.version});
+    std::erase_if(borders, [](const CVersionString& version) { return !version.IsValid(); });
+    return borders;
+}
+
+// The published list with the most to say, which is the first one; else the installed one.
+const CCatalogFile* ListOf(const CCatalog& catalog) {
+    const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
+    const auto published = std::find_if(lists.begin(), lists.end(), [&](const CCatalogFile* list) {
+        return catalog.PublishedAt(*list).has_value();
+    });
+    if (published != lists.end())
+        return *published;
+    return lists.empty() ? nullptr : lists.front();
+}
+
+QString Refusal(Verdict verdict) {
+    if (verdict == Verdict::SIGNATURE_OVER)
+        return QStringLiteral("the last day of its signature is over");
+    if (verdict == Verdict::SIGNED_ELSEWHERE)
+        return QStringLiteral("it is signed for another address");
+    return QStringLiteral("it has no good signature");
+}
+
+// Of bytes that are not refused.
+QString SignatureOf(const CAtlStringA& bytes, const CVardoDirectoryPath& folder) {
+    if (CCatalogueSeal(folder).IsRequired())
+        return QStringLiteral("signed");
+    const std::string_view all(bytes.begin(), bytes.end());
+    return CCatalogueSeal::WithoutSignature(all).size() == all.size()
+               ? QStringLiteral("not signed")
+               : QStringLiteral("signed, with no key here to verify it");
+}
+
+QString DisablerText(const CProductVersions::Disabler& disabler) {
+    const CVersionStringRange range(disabler.from, disabler.to);
+    return QStringLiteral("%1 %2 to %3")
+        .arg(disabler.uid.ToQString(), Text(range.GetFrom()), Text(range.GetTo()));
+}
+
+}  // namespace
+
+QString CPreview::OwnKey() {
+    return QString::fromWCharArray(DescriptionFormat::OWN_FILE).section(u'.', 0, 0);
+}
+
+CPreview::CPreview(const CCatalog& catalog, const Versions& versions)
+    : catalog_(catalog), versions_(versions) {
+    for (const CCatalogFile* file : catalog.FilesOf(FileKind::LOCAL_DESCRIPTION))
+        locals_.emplace(file->GetName(), file);
+    const CCatalogFile* list = ListOf(catalog);
+    Products products(catalog.GetEnvironment());
+    if (list)
+        products.Load(list->GetFilePath());
+    for (const auto& product : products.GetProducts())
+        if (const auto versioned = boost::dynamic_pointer_cast<CProductVersions>(product))
+            AddProduct(*versioned);
+    AddOwn();
+}
+
+void CPreview::AddProduct(const CProductVersions& product) {
+    const QString base = product.GetKey().ToQString();
+    if (!IsWanted(base))
+        return;
+    Block block{.name = product.GetName(), .key = base};
+    for (const auto& disabler : product.GetDisablers())
+        block.disablers << DisablerText(disabler);
+    std::set<QString> seen;
+    for (auto local = locals_.lower_bound(base); local != locals_.end() && local->first.startsWith(base);
+         ++local) {
+        CProductVersion reader(local->second->GetFilePath());
+        if (CProductVersions::IsDescriptionFile(product.GetKey(), local->second->GetFilePath()) &&
+            reader.LoadLocal() && seen.insert(reader.GetRemoteAddress().ToQString()).second)
+            AddBlock(block, *local->second, &product);
+    }
+    if (!seen.empty())
+        return;
+    block.nobody = QStringLiteral("no local description here tells what its installations fetch");
+    blocks_.push_back(block);
+}
+
+void CPreview::AddOwn() {
+    const auto local = locals_.find(QString::fromWCharArray(DescriptionFormat::OWN_FILE));
+    if (local != locals_.end() && IsWanted(OwnKey()))
+        AddBlock({.name = QStringLiteral("VARDO Product Update"), .key = OwnKey()}, *local->second, nullptr);
+}
+
+void CPreview::AddBlock(Block block, const CCatalogFile& local, const CProductVersions* product) {
+    CProductVersion reader(local.GetFilePath());
+    reader.LoadLocal();
+    const QString address = reader.GetRemoteAddress().ToQString();
+    const auto path = catalog_.FileOf(address);
+    const CCatalogFile* remote = path ? catalog_.Find(*path) : nullptr;
+    block.description = path.value_or(address);
+    const CVardoDirectoryPath folder{CAtlString(local.GetFolder())};
+    const CAtlStringA bytes = remote ? ReadFileBytes(remote->GetFilePath()) : CAtlStringA();
+    const Verdict verdict = CFetchedFile::Judge(bytes, reader.GetRemoteAddress(), folder, TodayInUtc());
+    if (!product && reader.IsNoUpdates())
+        block.nobody = QStringLiteral("NoUpdates is set");
+    else if (!remote)
+        block.nobody = QStringLiteral("there is no such file");
+    else if (verdict != Verdict::COUNTS)
+        block.nobody = Refusal(verdict);
+    else if (!reader.ParseRemote(bytes))
+        block.nobody = QStringLiteral("the program rejects the file");
+    else
+        AddRows(block, reader, product, local, *remote);
+    if (block.nobody.isEmpty())
+        block.signature = SignatureOf(bytes, folder);
+    blocks_.push_back(std::move(block));
+}
+
+void CPreview::AddRows(Block& block, CProductVersion& reader, const CProductVersions* product,
+                       const CCatalogFile& local, const CCatalogFile& remote) const {
+    block.rows = RowsOf(reader, Only(block.key));
+    if (std::none_of(block.rows.begin(), block.rows.end(),
+                     [](const Row& row) { return !row.offer.isEmpty(); }))
+        block.nobody = QStringLiteral("no offer is above the version");
+    for (Row& row : block.rows) {
+        if (row.offer.isEmpty())
+            continue;
+        reader.SetCurrentVersion(row.from.value_or(CVersionString(L"0.0.0.0")));
+        if (product) {
+            row.page = product->PageOf(reader.GetTable().ChooseOffer()).ToQString();
+            continue;
+        }
+        CFindings findings;
+        CheckInstaller(catalog_, reader, local, remote, findings);
+        for (const Finding& finding : findings.Sorted())
+            row.refusal =
+                row.refusal.isEmpty() ? finding.text : row.refusal + QStringLiteral("; ") + finding.text;
+    }
+}
+
+std::vector<CPreview::Row> CPreview::RowsOf(CProductVersion& reader,
+                                            const std::optional<CVersionString>& only) {
+    const auto offered = [&](const CVersionString& installed) {
+        reader.SetCurrentVersion(installed);
+        return reader.IsUpdateAvailable() ? &reader.GetTable().ChooseOffer() : nullptr;
+    };
+    const auto makeRow = [](const std::optional<CVersionString>& from, const CUpdateEntry* offer) {
+        return Row{.from = from, .offer = offer ? Text(offer->version) : QString()};
+    };
+    if (only) {
+        Row row = makeRow(only, offered(*only));
+        row.to = only;
+        return {row};
+    }
+    // Behind a range: its last version.
+    std::map<CVersionString, CVersionString, Lower> lasts;
+    for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())
+        lasts.emplace(After(range.GetTo()), range.GetTo());
+    const CUpdateEntry* previous = offered(CVersionString(L"0.0.0.0"));
+    std::vector<Row> rows{makeRow(std::nullopt, previous)};
+    for (const CVersionString& border : Borders(reader.GetTable())) {
+        const CUpdateEntry* offer = offered(border);
+        if (offer == previous)
+            continue;
+        if (const auto last = lasts.find(border); last != lasts.end())
+            rows.back().to = last->second;
+        else
+            rows.back().below = border;
+        rows.push_back(makeRow(border, offer));
+        previous = offer;
+    }
+    return rows;
+}
+
+std::optional<CVersionString> CPreview::Only(const QString& key) const {
+    const auto found = versions_.find(key);
+    return found == versions_.end() ? std::nullopt : std::optional(CVersionString(CAtlString(found->second)));
+}
+
+QString CPreview::GetUnknownKey() const {
+    for (const auto& [key, version] : versions_)
+        if (std::none_of(blocks_.begin(), blocks_.end(),
+                         [&key = key](const Block& block) { return block.key == key; }))
+            return key;
+    return {};
+}
+
+QString CPreview::RangeText(const Row& row) {
+    if (row.from && row.to)
+        return row.from->IsEqual(*row.to) ? Text(*row.to)
+                                          : Text(*row.from) + QStringLiteral(" to ") + Text(*row.to);
+    const QString end = row.to      ? QStringLiteral("up to ") + Text(*row.to)
+                        : row.below ? QStringLiteral("below ") + Text(*row.below)
+                                    : QString();
+    if (!row.from)
+        return end.isEmpty() ? QStringLiteral("all") : end;
+    return Text(*row.from) + (end.isEmpty() ? QStringLiteral(" and above") : QStringLiteral(", ") + end);
+}
+
+QByteArray CPreview::ToText() const {
+    constexpr int RANGE_WIDTH = 34;
+    constexpr int OFFER_WIDTH = 16;
+    QString text;
+    for (const Block& block : blocks_) {
+        text += QStringLiteral("%1 (%2)").arg(Printable(block.name), Printable(block.key));
+        for (const QString& part : {block.description, block.signature})
+            text += part.isEmpty() ? QString() : QStringLiteral(", ") + Printable(part);
+        text += u'\n';
+        if (!block.nobody.isEmpty())
+            text += QStringLiteral("    nobody: %1\n").arg(block.nobody);
+        for (const Row& row : block.rows) {
+            const QString outcome = !row.refusal.isEmpty() ? QStringLiteral("refused: ") + row.refusal
+                                    : block.key == OwnKey() && !row.offer.isEmpty()
+                                        ? QStringLiteral("accepted")
+                                        : row.page;
+            const QString offer = row.offer.isEmpty() ? QStringLiteral("-") : row.offer;
+            text +=
+                (QStringLiteral("    ") + RangeText(row).leftJustified(RANGE_WIDTH) + QStringLiteral("  ") +
+                 offer.leftJustified(OFFER_WIDTH) + QStringLiteral("  ") + Printable(outcome))
+                    .trimmed()
+                    .prepend(QStringLiteral("    ")) +
+                u'\n';
+        }
+        for (const QString& disabler : block.disablers)
+            text += QStringLiteral("    nobody beside %1\n").arg(Printable(disabler));
+    }
+    return text.toUtf8();
+}
+
+QJsonObject CPreview::ToJson(const Row& row) {
+    const auto value = [](const std::optional<CVersionString>& version) {
+        return version ? QJsonValue(Text(*version)) : QJsonValue();
+    };
+    return {{QStringLiteral("from"), value(row.from)},   {QStringLiteral("to"), value(row.to)},
+            {QStringLiteral("below"), value(row.below)}, {QStringLiteral("offer"), row.offer},
+            {QStringLiteral("page"), row.page},          {QStringLiteral("refusal"), row.refusal}};
+}
+
+QByteArray CPreview::ToJson() const {
+    QJsonArray blocks;
+    for (const Block& block : blocks_) {
+        QJsonArray rows;
+        for (const Row& row : block.rows)
+            rows.append(ToJson(row));
+        blocks.append(
+            QJsonObject{{QStringLiteral("name"), block.name},
+                        {QStringLiteral("key"), block.key},
+                        {QStringLiteral("description"), block.description},
+                        {QStringLiteral("signature"), block.signature},
+                        {QStringLiteral("nobody"), block.nobody},
+                        {QStringLiteral("disabledBeside"), QJsonArray::fromStringList(block.disablers)},
+                        {QStringLiteral("versions"), rows}});
+    }
+    return PrintableJson(QJsonDocument(blocks));
+}
