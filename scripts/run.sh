@@ -8,7 +8,8 @@
 # under build/run, serves the sample site on loopback and runs the program with settings of its own. Without a display
 # it runs on one in memory, saves build/run/window.png when the check has ended, and closes the window.
 # With --self-update the site offers a newer version of the program.
-# POSE=tip, menu or why: the picture also shows that, of the product without an answer.
+# POSE=tip, menu or why: the picture also shows that, of the product without an answer. POSE_X says how far from the
+# left the latest versions are where they are elsewhere.
 source "$(dirname "$0")/lib.sh"
 source scripts/display.sh
 
@@ -17,8 +18,9 @@ PROGRAM=$RUN/program
 SITE=$RUN/site
 OUTPUT=$RUN/output.txt
 PICTURE=$RUN/window.png
-# Of that row, in pixels below the window's top.
+# The "N/A" of that row, in pixels from the window's top and left.
 FAILURE_Y=225
+FAILURE_X=${POSE_X:-490}
 
 has_display() { [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; }
 
@@ -95,8 +97,8 @@ answer_self_update() {
 
 # The sample's row without an answer, at the place of the pointer, once the table is scrolled to its top.
 point_at_failure() {
-    local x=${1:-330}
-    xdotool mousemove --window "$(window)" "$x" 120 click --repeat 20 4 mousemove --window "$(window)" "$x" "$FAILURE_Y"
+    xdotool mousemove --window "$(window)" "$FAILURE_X" 120 click --repeat 20 4
+    xdotool mousemove --window "$(window)" "$FAILURE_X" "$FAILURE_Y"
 }
 
 has_dialog() { [[ $(window) != "$1" ]]; }

@@ -39,13 +39,16 @@ CRowMenu::CRowMenu(QTableWidget& table, Window window)
 }
 
 bool CRowMenu::eventFilter(QObject* watched, QEvent* event) {
+    // A disabled button would keep the event to itself.
+    if (event->type() == QEvent::ChildAdded && watched == table_.viewport())
+        dynamic_cast<QChildEvent&>(*event).child()->installEventFilter(this);
     if (event->type() != QEvent::ContextMenu)
         return QObject::eventFilter(watched, event);
     const auto& wanted = dynamic_cast<QContextMenuEvent&>(*event);
     if (wanted.reason() == QContextMenuEvent::Keyboard)
         OpenBelow(FocusedRow());
-    else if (watched == table_.viewport())
-        Open(table_.rowAt(wanted.pos().y()), wanted.globalPos());
+    else if (watched != &table_)
+        Open(table_.rowAt(table_.viewport()->mapFromGlobal(wanted.globalPos()).y()), wanted.globalPos());
     return true;
 }
 

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <QAccessible>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -308,6 +309,10 @@ TEST_F(MainWindowTest, RowsSayWhyAndTheirMenuSkipsAVersion) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
     EXPECT_EQ(choose(3, "Copy"), "!Open Page|Copy|Why?") << "switched off: nothing to skip";
     EXPECT_EQ(QApplication::clipboard()->text(), "Off\t1.0.0.0\t1.0.0.0");
+    QContextMenuEvent click(QContextMenuEvent::Mouse, {}, Button(2)->mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(Button(2), &click);
+    ASSERT_TRUE(QApplication::activePopupWidget()) << "although the button is disabled";
+    QApplication::activePopupWidget()->close();
     EXPECT_EQ(Status(), "1 update");
     EXPECT_EQ(choose(newest, "Skip This Version"), "Open Page|Copy|Why?|Skip This Version");
     EXPECT_EQ(Described(newest, 3), "You skip version 4.0.0.0.");
