@@ -41,6 +41,19 @@ vardo_desktop_install(usr/share/applications ${made}/applications/vardo-product-
 vardo_desktop_install(etc/xdg/autostart ${made}/autostart/vardo-product-update.desktop)
 vardo_desktop_install(usr/share/metainfo ${metainfo})
 
+# The timer that runs the silent check in long sessions, for each user's service manager, which starts it without being
+# told. Both links are relative, as Debian wants them.
+set(units usr/lib/systemd/user)
+foreach(unit timer service)
+  configure_file(${sources}/systemd/vardo-product-update.${unit}.in ${made}/systemd/vardo-product-update.${unit} @ONLY)
+  vardo_desktop_install(${units} ${made}/systemd/vardo-product-update.${unit})
+endforeach()
+file(CREATE_LINK ../vardo-product-update.timer ${made}/systemd/wants.timer SYMBOLIC)
+foreach(target timers graphical-session)
+  install(FILES ${made}/systemd/wants.timer DESTINATION ${units}/${target}.target.wants COMPONENT desktop
+    RENAME vardo-product-update.timer EXCLUDE_FROM_ALL)
+endforeach()
+
 # The icon, from its drawing; where few pixels are to be had, from a plainer one.
 foreach(size 16 22 24 32 48 64 128 256)
   set(drawing ${CMAKE_SOURCE_DIR}/resources/images/update.svg)

@@ -68,6 +68,7 @@ lint() {
     for entry in "$unpacked"/usr/share/applications/*.desktop "$unpacked"/etc/xdg/autostart/*.desktop; do
         examine desktop-file-validate "See packaging/desktop." desktop-file-validate "$entry"
     done
+    examine "systemd-analyze" "See packaging/systemd." unit_faults "$unpacked"
     examine "appstreamcli" "See packaging/desktop/metainfo.xml.in." metainfo "$unpacked"
     for page in "$unpacked"/usr/share/man/man1/*.1.gz; do
         examine man "See packaging/man." page_warnings "$page"
@@ -77,6 +78,17 @@ lint() {
 metainfo() {
     appstreamcli validate --no-net --no-color --strict "$1"/usr/share/metainfo/*.xml >"$STATE/appstream.log" 2>&1 ||
         cat "$STATE/appstream.log"
+}
+
+# The units, as they would be if the package's files were installed where they have been unpacked.
+unit_faults() {
+    local units=$STATE/units unit
+    rm -rf "$units"
+    mkdir -p -m 700 "$units/runtime"
+    for unit in "$1"/usr/lib/systemd/user/*.{timer,service}; do
+        sed "s:=/opt/:=$1/opt/:" "$unit" >"$units/${unit##*/}"
+    done
+    XDG_RUNTIME_DIR=$units/runtime systemd-analyze --user --man=no verify "$units"/*.{timer,service}
 }
 
 page_warnings() { LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$1" >/dev/null; }

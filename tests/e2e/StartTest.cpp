@@ -58,20 +58,23 @@ TEST_F(StartTest, WithoutADisplayItSaysWhatNeedsNone) {
     }
 }
 
-TEST_F(StartTest, SilentWithNothingNewAndNobodyWhoReadsItsOutputItNotesTheDay) {
+TEST_F(StartTest, SilentWithNothingNewAndNobodyWhoReadsItsOutputItNotesTheDayAndAsksNoMore) {
     machine_.KnowBoardSoftwareOnly();
     // Before its first line it asks for nothing: with the first request Qt ignores SIGPIPE by itself.
     std::filesystem::remove(SampleMachine::FOLDER + "/share/VardoProductUpdate.xml");
     UpdateSettings().setValue("LastChecked", Today() - 1);
     UpdateSettings().setValue("Interval", 1);
-    program_ = std::make_unique<ChildProcess>(
-        "bash",
-        std::vector<std::string>{"-c", "exec > >(exec true); wait $!; exec \"$0\" -silent",
-                                 SampleMachine::FOLDER + "/bin/VARDOProductUpdate"},
-        std::map<std::string, std::string>{{"DISPLAY", ""}, {"QT_QPA_PLATFORM", "offscreen"}});
-    EXPECT_EQ(program_->ExitCode(), 0);
-    EXPECT_THAT(machine_.Requests(), HasSubstr("GET /updates/board.xml 200"));
-    EXPECT_EQ(Setting("LastChecked"), Today());
+    // By the desktop at login, and by the timer.
+    for (const char* starter : {"autostart entry", "timer"}) {
+        program_ = std::make_unique<ChildProcess>(
+            "bash",
+            std::vector<std::string>{"-c", "exec > >(exec true); wait $!; exec \"$0\" -silent",
+                                     SampleMachine::FOLDER + "/bin/VARDOProductUpdate"},
+            std::map<std::string, std::string>{{"DISPLAY", ""}, {"QT_QPA_PLATFORM", "offscreen"}});
+        EXPECT_EQ(program_->ExitCode(), 0);
+        EXPECT_EQ(machine_.Requests(), "GET /updates/board.xml 200\n") << starter;
+        EXPECT_EQ(Setting("LastChecked"), Today());
+    }
 }
 
 TEST_F(StartTest, SilentWithSomethingNewTheWindowOpensWhenTheCheckHasEnded) {
