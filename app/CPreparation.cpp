@@ -7,6 +7,17 @@
 #include "products/DescriptionFormat.h"
 
 #include <QCoreApplication>
+#include <QUrl>
+
+namespace {
+
+SelfUpdateOffer OfferOf(const CSelfUpdate& update) {
+    return {.installed = update.GetCurrentVersion().GetString().ToQString(),
+            .offered = update.GetUpdateVersion().GetString().ToQString(),
+            .host = QUrl(update.GetInstallerAddress().ToQString()).host()};
+}
+
+}  // namespace
 
 CPreparation::CPreparation(IAttendedEnvironment& environment,
                            const boost::shared_ptr<IDownloader>& downloader, bool isWatched)
@@ -19,7 +30,7 @@ bool CPreparation::SelfUpdate() {
     CSelfUpdate update(DescriptionFormat::OWN_FILE, environment_);
     update.SetDownloader(downloader_);
     update.SetProgressCallback([this](int done, int total) { progress_->SetBytes(done, total); });
-    if (!IsOffered(update) || !environment_.ConfirmSelfUpdate() || !FetchInstaller(update))
+    if (!IsOffered(update) || !environment_.ConfirmSelfUpdate(OfferOf(update)) || !FetchInstaller(update))
         return false;
     environment_.StartDetached(update.GetInstallerPath().ToQString(),
                                {update.GetUpdateArgument().ToQString()});

@@ -35,8 +35,8 @@ bool CDesktopEnvironment::OpenWebPage(const CAtlString& address, const QString& 
     return opened;
 }
 
-bool CDesktopEnvironment::ConfirmSelfUpdate() {
-    return AskForSelfUpdate();
+bool CDesktopEnvironment::ConfirmSelfUpdate(const SelfUpdateOffer& offer) {
+    return AskForSelfUpdate(offer);
 }
 
 void CDesktopEnvironment::WarnSelfUpdateFailed() {

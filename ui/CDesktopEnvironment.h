@@ -17,7 +17,7 @@ public:
     bool StartDetached(const QString& program, const QStringList& arguments) override;
     bool OpenWebPage(const CAtlString& address, const QString& product) override;
     void StopWaiting() override { starter_.StopWaiting(); }
-    bool ConfirmSelfUpdate() override;
+    bool ConfirmSelfUpdate(const SelfUpdateOffer& offer) override;
     void WarnSelfUpdateFailed() override;
     std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& cancel) override;
 

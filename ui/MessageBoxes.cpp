@@ -8,6 +8,7 @@
 
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QTextDocument>
 
 namespace {
 
@@ -65,10 +66,15 @@ void WarnNoPage(const QString& product) {
     Warn(NoPageText(product));
 }
 
-bool AskForSelfUpdate() {
+bool AskForSelfUpdate(const SelfUpdateOffer& offer) {
     const QString text = QObject::tr(
         "A new version of VARDO Product Update must be downloaded and installed before you proceed.");
+    const QString more =
+        QObject::tr("Version %1 is installed. Version %2 comes from %3. Press Escape to go on without it.")
+            .arg(Cut(offer.installed, LONGEST_NAME), Cut(offer.offered, LONGEST_NAME),
+                 Cut(offer.host, LONGEST_NAME));
     CConsentBox box(Title(), text);
+    box.setInformativeText(Qt::convertFromPlainText(more, Qt::WhiteSpaceNormal));
     return box.exec() == QMessageBox::Ok;
 }
 

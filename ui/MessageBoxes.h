@@ -5,6 +5,7 @@
 // has answered.
 #pragma once
 
+#include "platform/desktop/IAttendedEnvironment.h"
 #include "platform/text/CAtlString.h"
 
 #include <QString>
@@ -18,7 +19,7 @@ void WarnNoPage(const QString& product);
 
 // A new version of the program must be installed first; true only when the user pressed OK. Closing the box,
 // also by Escape, is no consent.
-bool AskForSelfUpdate();
+bool AskForSelfUpdate(const SelfUpdateOffer& offer);
 
 // The new version of the program could not be downloaded.
 void WarnSelfUpdateNotDownloaded();

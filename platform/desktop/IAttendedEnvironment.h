@@ -30,11 +30,20 @@ public:
     virtual void Pause() = 0;
 };
 
+// A newer version of the program itself.
+struct SelfUpdateOffer {
+    // Versions, as they are to be shown.
+    QString installed;
+    QString offered;
+    // Where its installer comes from.
+    QString host;
+};
+
 // What a check asks of the user before it has a window. GUI thread only.
 class IAttendedEnvironment : public IEnvironment {
 public:
     // Asks whether the new version of the program may be installed now; true only for OK.
-    virtual bool ConfirmSelfUpdate() = 0;
+    virtual bool ConfirmSelfUpdate(const SelfUpdateOffer& offer) = 0;
     // Tells the user that the new version could not be downloaded, or is not the maker's.
     virtual void WarnSelfUpdateFailed() = 0;
     // What tells the user about waiting; nothing is shown before its Begin. cancel is called, while the

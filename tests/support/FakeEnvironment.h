@@ -26,6 +26,7 @@ public:
     std::vector<std::pair<QString, QStringList>> startedPrograms;
     std::vector<CAtlString> openedPages;
     int selfUpdateQuestions = 0;
+    SelfUpdateOffer selfUpdateOffer;
     int selfUpdateWarnings = 0;
     // What the user was told about waiting: what for, the bytes, and "." for its end.
     QStringList progress;
@@ -56,8 +57,9 @@ public:
         if (wait_)
             wait_->quit();
     }
-    bool ConfirmSelfUpdate() override {
+    bool ConfirmSelfUpdate(const SelfUpdateOffer& offer) override {
         ++selfUpdateQuestions;
+        selfUpdateOffer = offer;
         return selfUpdateConfirmed;
     }
     void WarnSelfUpdateFailed() override { ++selfUpdateWarnings; }

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocument>
 
 #include "support/ModalDialogDriver.h"
 #include "support/ScopedEnvironment.h"
@@ -19,6 +20,10 @@ namespace {
 QString Contents(QDialog& dialog) {
     const auto& box = dynamic_cast<QMessageBox&>(dialog);
     QStringList parts = {box.windowTitle(), box.text()};
+    QTextDocument more;
+    more.setHtml(box.informativeText());
+    if (!more.isEmpty())
+        parts << more.toPlainText();
     for (const QAbstractButton* button : box.buttons())
         parts << button->text().remove('&');
     return parts.join("|");
@@ -32,13 +37,14 @@ TEST(MessageBoxes, SayWhatTheMatterIsAndTakeOnlyOkForConsent) {
         answer(box);
     });
     CDesktopEnvironment world;
-    EXPECT_FALSE(world.ConfirmSelfUpdate());
+    const SelfUpdateOffer offer{.installed = "1.0.0.0", .offered = "<b>2</b>", .host = "site"};
+    EXPECT_FALSE(world.ConfirmSelfUpdate(offer));
     answer = [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); };
-    EXPECT_FALSE(world.ConfirmSelfUpdate());
+    EXPECT_FALSE(world.ConfirmSelfUpdate(offer));
     answer = [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); };
-    EXPECT_TRUE(world.ConfirmSelfUpdate());
+    EXPECT_TRUE(world.ConfirmSelfUpdate(offer));
     answer = [](QDialog& box) { QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton); };
-    EXPECT_TRUE(world.ConfirmSelfUpdate());
+    EXPECT_TRUE(world.ConfirmSelfUpdate(offer));
     const ScopedEnvironment noBrowser("PATH", "/nowhere");
     EXPECT_FALSE(world.OpenWebPage(L"http://page/?<b>a</b>\n" + CAtlString(L'x', 400), "Notes"));
     EXPECT_FALSE(world.OpenWebPage("", "<i>Notes</i> & more"));
@@ -46,7 +52,8 @@ TEST(MessageBoxes, SayWhatTheMatterIsAndTakeOnlyOkForConsent) {
     EXPECT_EQ(
         seen.mid(3),
         QStringList({"VARDO Product Update|A new version of VARDO Product Update must be "
-                     "downloaded and installed before you proceed.|OK",
+                     "downloaded and installed before you proceed.|Version 1.0.0.0 is installed. Version "
+                     "<b>2</b> comes from site. Press Escape to go on without it.|OK",
                      "VARDO Product Update|Could not open a Web browser. Please open a Web browser "
                      "manually and go to: \nhttp://page/?%3Cb%3Ea%3C/b%3E%0A" +
                          QString(267, 'x') + "\u2026|OK",

@@ -212,6 +212,8 @@ TEST_F(WorkFlow, SelfUpdateStartsTheInstallerAndEndsWithoutSaving) {
         EXPECT_EQ(downloader_->addresses,
                   std::vector<std::string>({"http://self/self.xml", "http://self/get/setup.bin"}));
         EXPECT_EQ(downloader_->installers.back(), "http://self/get/setup.bin");
+        const SelfUpdateOffer& offer = environment_->selfUpdateOffer;
+        EXPECT_EQ(offer.installed + " " + offer.offered + " " + offer.host, QString("1.0.0.0 2.0.0.0 self"));
         const std::string installer = downloader_->files.back();
         EXPECT_EQ(environment_->startedPrograms.at(0).first.toStdString(), installer);
         EXPECT_EQ(environment_->startedPrograms.at(0).second, QStringList("-quiet now"));
