@@ -8,8 +8,8 @@
 # under build/run, serves the sample site on loopback and runs the program with settings of its own. Without a display
 # it runs on one in memory, saves build/run/window.png when the check has ended, and closes the window.
 # With --self-update the site offers a newer version of the program.
-# POSE=tip, menu or why: the picture also shows that, of the product without an answer. POSE_X says how far from the
-# left the latest versions are where they are elsewhere.
+# With POSE=tip, menu or why the picture also shows that, of the product without an answer; POSE_SIDE=left says that the
+# buttons are on the left.
 source "$(dirname "$0")/lib.sh"
 source scripts/display.sh
 
@@ -18,9 +18,9 @@ PROGRAM=$RUN/program
 SITE=$RUN/site
 OUTPUT=$RUN/output.txt
 PICTURE=$RUN/window.png
-# The "N/A" of that row, in pixels from the window's top and left.
+# The button of the product without an answer, in pixels from the window's top and side.
 FAILURE_Y=225
-FAILURE_X=${POSE_X:-490}
+FAILURE_X=70
 
 has_display() { [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; }
 
@@ -95,20 +95,21 @@ answer_self_update() {
     wait_until 30 test -s "$RUN/home/installer.log" || say "The installer did not run."
 }
 
-# The sample's row without an answer, at the place of the pointer, once the table is scrolled to its top.
+# Moves the pointer to that button, with the table scrolled to its top.
 point_at_failure() {
-    xdotool mousemove --window "$(window)" "$FAILURE_X" 120 click --repeat 20 4
-    xdotool mousemove --window "$(window)" "$FAILURE_X" "$FAILURE_Y"
+    local x=$FAILURE_X WIDTH
+    eval "$(xdotool getwindowgeometry --shell "$1" | grep '^WIDTH=')"
+    [[ ${POSE_SIDE:-} == left ]] || x=$((WIDTH - FAILURE_X))
+    xdotool mousemove --window "$1" "$x" 120 click --repeat 20 4 mousemove --window "$1" "$x" "$FAILURE_Y"
 }
 
 has_dialog() { [[ $(window) != "$1" ]]; }
 
 # Opens what POSE names beside the window.
 pose() {
-    local main
-    main=$(window)
+    local main=$1
     xdotool windowfocus --sync "$main"
-    point_at_failure
+    point_at_failure "$main"
     case $POSE in
         tip) xdotool mousemove_relative -- 1 0 ;;
         menu) xdotool click 3 ;;
@@ -122,10 +123,12 @@ pose() {
 }
 
 show_check() {
+    local main
     wait_until 120 check_ended || say "The check did not end within two minutes; this is how far it came."
     program_ended && return
-    if [[ -n ${POSE:-} ]]; then pose; else take_picture "$(window)" "$PICTURE"; fi
-    press "$(window)" Escape
+    main=$(window)
+    if [[ -n ${POSE:-} ]]; then pose "$main"; else take_picture "$main" "$PICTURE"; fi
+    press "$main" Escape
 }
 
 run_in_memory() {

@@ -5,8 +5,8 @@
 # screenshots.sh
 #
 # Takes the pictures of docs/ afresh: the window after a check of the sample installation, in English and in the languages
-# whose look differs most, on a dark desktop, and on a display with twice as many dots. They come from run.sh, with a user
-# who never ran the program before.
+# whose look differs most, on a dark desktop, and on a display with twice as many dots; and what a row says of itself. They
+# come from run.sh, with a user who never ran the program before. What no page shows goes to build/pictures.
 source "$(dirname "$0")/lib.sh"
 
 # picture NAME [VARIABLE=VALUE...] [-- program arguments]
@@ -18,8 +18,8 @@ picture() {
         shift
     done
     env "${variables[@]}" scripts/run.sh "${@:2}"
-    convert build/run/window.png -strip "docs/$name.png"
-    say "docs/$name.png"
+    convert build/run/window.png -strip "$FOLDER/$name.png"
+    say "$FOLDER/$name.png"
 }
 
 new_user() { rm -rf build/run/home; }
@@ -31,6 +31,7 @@ darken() {
         >build/run/home/.config/qt6ct/qt6ct.conf
 }
 
+FOLDER=docs
 ensure_packages pictures
 unset DISPLAY WAYLAND_DISPLAY
 new_user && picture window
@@ -40,3 +41,14 @@ done
 new_user && darken && picture window-dark QT_QPA_PLATFORMTHEME=qt6ct
 new_user && darken && picture window-dark-ar QT_QPA_PLATFORMTHEME=qt6ct -- -locale ar
 new_user && picture window-200 QT_SCALE_FACTOR=2
+for pose in tip menu; do
+    new_user && picture "row-$pose" POSE="$pose"
+done
+FOLDER=build/pictures
+mkdir -p "$FOLDER"
+# It names folders of this machine.
+new_user && picture row-why POSE=why
+for pose in tip menu why; do
+    new_user && darken && picture "row-$pose-dark" POSE="$pose" QT_QPA_PLATFORMTHEME=qt6ct
+    new_user && picture "row-$pose-ar" POSE="$pose" POSE_SIDE=left -- -locale ar
+done

@@ -299,7 +299,7 @@ void MainWindow::ShowReasons(const IProduct& product, unsigned item) {
 
 void MainWindow::AddRowMenu() {
     const auto showAgain = [this](const CRowMenu::Item& row) {
-        if (!table_.HasRow(row.product->GetRow(row.item)))
+        if (ItemOf(row.product->GetRow(row.item)).product != row.product)
             return;
         ShowReasons(*row.product, row.item);
         // A check that still runs sums up in its end.

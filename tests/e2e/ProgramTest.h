@@ -34,9 +34,10 @@ protected:
         return WaitUntil(
             [&] { return QString::fromStdString(program_->Output()).count("- Done ") >= products; });
     }
-    // Closes the window with its own button; true when the program then ends by itself.
+    // Closes the window, which may have grown meanwhile, with its own button; true when the program then ends
+    // by itself.
     bool Close() {
-        desktop_.Click(window_, -40, -20);
+        desktop_.Click(desktop_.WaitFor(program_->Id(), TITLE), -40, -20);
         return program_->ExitCode() == 0;
     }
     static int Setting(const char* name) { return UpdateSettings().value(name, -1).toInt(); }
