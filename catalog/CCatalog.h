@@ -49,6 +49,7 @@ public:
     const std::vector<Reference>& GetReferences() const { return references_; }
     // Pages and installers.
     const std::vector<Reference>& GetLinks() const { return links_; }
+    const std::optional<CSite>& GetSite() const { return site_; }
     bool HasSite() const { return site_.has_value(); }
     // The path of the file that is published at an address, whether it exists or not; nothing when the site
     // is not known, or the address does not belong to it.

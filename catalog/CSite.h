@@ -14,6 +14,9 @@ public:
     // The address of the folder ends in "/", or is taken as if it did.
     CSite(const QString& address, const QString& folder);
 
+    // Ends in "/".
+    QString GetAddress() const { return address_.toString(); }
+    const QString& GetFolder() const { return folder_; }
     // The path of the file that is published at an address, whether it exists or not; nothing for an address
     // that does not belong to the site.
     std::optional<QString> FileOf(const QString& address) const;

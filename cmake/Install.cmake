@@ -34,7 +34,7 @@ foreach(file products.xml VardoProductUpdate.xml)
   configure_file(${CMAKE_SOURCE_DIR}/packaging/share/${file}.in ${CMAKE_BINARY_DIR}/packaging/share/${file} @ONLY)
 endforeach()
 
-install(TARGETS VARDOProductUpdate VARDOCatalogCheck VARDOCatalogSign VARDOUpdateReport RUNTIME DESTINATION bin)
+install(TARGETS VARDOProductUpdate VARDOCatalogCheck VARDOCatalogSign VARDOCatalogRelease VARDOUpdateReport RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)
 if(VARDO_PUBLIC_KEY)
   install(FILES ${VARDO_PUBLIC_KEY} DESTINATION share RENAME VardoProductUpdate.pub)
@@ -44,4 +44,4 @@ if(VARDO_CATALOGUE_KEY)
 endif()
 
 # All that an installation holds, and nothing else: what scripts/run.sh builds.
-add_custom_target(program DEPENDS VARDOProductUpdate VARDOCatalogCheck VARDOCatalogSign VARDOUpdateReport)
+add_custom_target(program DEPENDS VARDOProductUpdate VARDOCatalogCheck VARDOCatalogSign VARDOCatalogRelease VARDOUpdateReport)

@@ -72,7 +72,7 @@ vardo_desktop_install(usr/share/icons/hicolor/scalable/apps ${made}/icons/vardo-
 
 # Each program's name on the command line, and its manual page under both names.
 foreach(names VARDOProductUpdate=vardo-product-update VARDOUpdateReport=vardo-update-report
-        VARDOCatalogCheck=vardo-catalog-check VARDOCatalogSign=vardo-catalog-sign)
+        VARDOCatalogCheck=vardo-catalog-check VARDOCatalogSign=vardo-catalog-sign VARDOCatalogRelease=vardo-catalog-release)
   string(REPLACE "=" ";" names ${names})
   list(GET names 0 program)
   list(GET names 1 command)
@@ -89,7 +89,7 @@ endforeach()
 vardo_gzip(${sources}/debian/changelog ${made}/changelog.gz)
 file(RELATIVE_PATH documents / ${VARDO_DOCUMENTS})
 vardo_desktop_install(${documents} ${sources}/debian/copyright ${made}/changelog.gz)
-foreach(document administration formats packaging publishing settings signing)
+foreach(document administration checking formats packaging publishing settings signing)
   vardo_desktop_install(${documents} ${CMAKE_SOURCE_DIR}/docs/${document}.md)
 endforeach()
 install(FILES ${sources}/debian/lintian-overrides DESTINATION usr/share/lintian/overrides COMPONENT desktop

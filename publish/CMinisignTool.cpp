@@ -5,6 +5,10 @@
 
 #include <QFile>
 #include <QProcess>
+#include <iostream>
+
+#include <termios.h>
+#include <unistd.h>
 
 namespace {
 
@@ -23,19 +27,44 @@ bool CMinisignTool::NeedsPassword(const QString& keyFile) {
     return QByteArray::fromBase64(file.readLine()).mid(2, 2) == "Sc";
 }
 
+QByteArray CMinisignTool::AskForPassword(const QString& keyFile, std::ostream& err) {
+    err << "Password of the secret key " << keyFile.toStdString() << ": " << std::flush;
+    termios shown{};
+    const bool isTerminal = tcgetattr(STDIN_FILENO, &shown) == 0;
+    termios hidden = shown;
+    hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    if (isTerminal)
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+    std::string line;
+    std::getline(std::cin, line);
+    if (isTerminal)
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown);
+    err << '\n';
+    return QByteArray::fromStdString(line);
+}
+
+std::unique_ptr<CMinisignTool> CMinisignTool::WithPassword(const QString& keyFile, std::ostream& err) {
+    return std::make_unique<CMinisignTool>(
+        keyFile, NeedsPassword(keyFile) ? AskForPassword(keyFile, err) : QByteArray());
+}
+
 std::optional<QByteArray> CMinisignTool::Sign(const QByteArray& content, const QString& trustedComment) {
     QFile message(folder_.filePath(QStringLiteral("message")));
-    QFile signature(folder_.filePath(QStringLiteral("signature")));
-    signature.remove();
     if (!message.open(QIODevice::WriteOnly) || message.write(content) != content.size() || !message.flush()) {
         problem_ = message.errorString();
         return std::nullopt;
     }
+    return SignFile(message.fileName(), trustedComment);
+}
+
+std::optional<QByteArray> CMinisignTool::SignFile(const QString& path, const QString& trustedComment) {
+    QFile signature(folder_.filePath(QStringLiteral("signature")));
+    signature.remove();
     QProcess tool;
     tool.start(QStringLiteral("minisign"),
-               {QStringLiteral("-S"), QStringLiteral("-s"), keyFile_, QStringLiteral("-m"),
-                message.fileName(), QStringLiteral("-x"), signature.fileName(), QStringLiteral("-t"),
-                trustedComment, QStringLiteral("-c"), QStringLiteral("signed by VARDOCatalogSign")});
+               {QStringLiteral("-S"), QStringLiteral("-s"), keyFile_, QStringLiteral("-m"), path,
+                QStringLiteral("-x"), signature.fileName(), QStringLiteral("-t"), trustedComment,
+                QStringLiteral("-c"), QStringLiteral("signed by VARDOCatalogSign")});
     tool.write(password_ + '\n');
     tool.closeWriteChannel();
     const bool isDone = tool.waitForFinished(LONGEST_SIGNING);

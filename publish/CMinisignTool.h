@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QString>
 #include <QTemporaryDir>
+#include <iosfwd>
+#include <memory>
 #include <optional>
 
 // Runs the tool once for each signature. The secret key stays in its file, and the password goes to nobody
@@ -17,14 +19,21 @@ public:
     CMinisignTool(const QString& keyFile, const QByteArray& password)
         : keyFile_(keyFile), password_(password) {}
 
-    // Whether the tool will want a password for a secret key.
-    static bool NeedsPassword(const QString& keyFile);
+    // The tool with that key, whose password is asked for on err and read from standard input, where a
+    // terminal does not show it; only if the key has one.
+    static std::unique_ptr<CMinisignTool> WithPassword(const QString& keyFile, std::ostream& err);
     // The four lines of a signature of content; nothing when the tool failed.
     std::optional<QByteArray> Sign(const QByteArray& content, const QString& trustedComment);
+    // The same of what a file holds.
+    std::optional<QByteArray> SignFile(const QString& path, const QString& trustedComment);
     // Why it failed, in the tool's words or the system's.
     const QString& GetProblem() const { return problem_; }
 
 private:
+    // Whether the tool will want a password for a secret key.
+    static bool NeedsPassword(const QString& keyFile);
+    static QByteArray AskForPassword(const QString& keyFile, std::ostream& err);
+
     QString keyFile_;
     QByteArray password_;
     QTemporaryDir folder_;

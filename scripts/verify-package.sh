@@ -60,7 +60,7 @@ check_console_programs() {
         fail "the program does not bear the package's version, $VERSION"
     [[ $(as_user person vardo-product-update -nonsense) == "error in parameters" ]] ||
         fail "vardo-product-update does not start from the command line"
-    for command in vardo-update-report vardo-catalog-check vardo-catalog-sign; do
+    for command in vardo-update-report vardo-catalog-check vardo-catalog-sign vardo-catalog-release; do
         check_console "$command"
     done
     [[ $(as_user person vardo-update-report --offline --json || echo "$?") == *'"11.0.580.0"'*$'\n2' ]] ||

@@ -51,6 +51,10 @@ public:
         LAST_DAY,
     };
 
+    // The trusted comment of a signature for an offer: the file without its folder, the version, and the
+    // argument, if there is one.
+    static QString CommentFor(const CAtlString& file, const CAtlString& version, const CAtlString& argument);
+
     // Reads the keys.
     explicit CInstallerSeal(const CVardoFilePath& keyFile) : keys_(keyFile) {}
 

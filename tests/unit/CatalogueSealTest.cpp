@@ -4,10 +4,13 @@
 // With the maker's key for XML files beside the program: which of them are believed. Signatures are made by
 // the minisign tool.
 #include <gmock/gmock.h>
+#include <QRegularExpression>
+#include <filesystem>
 #include <sstream>
 
 #include "CatalogTest.h"
 #include "publish/RunCatalogCheck.h"
+#include "publish/RunCatalogRelease.h"
 #include "publish/RunCatalogSign.h"
 #include "signing/CCatalogueSeal.h"
 #include "support/Minisign.h"
@@ -94,6 +97,16 @@ protected:
                                "--days", days, QString::fromStdString(shared_.Path(folder))},
                               out, out);
     }
+    // The lines of a release of the folder, or what went wrong.
+    QStringList Release(QStringList options, int status) {
+        std::ostringstream out;
+        options.prepend("VARDOCatalogRelease");
+        EXPECT_EQ(RunCatalogRelease(options << QString::fromStdString(shared_.Root()), out, out), status)
+            << out.str();
+        return QString::fromStdString(out.str())
+            .remove(QString::fromStdString(shared_.Root() + "/"))
+            .split('\n');
+    }
     void InstallKey() { shared_.Write("program/share/VardoCatalogue.pub", Maker().Key()); }
 };
 
@@ -134,6 +147,42 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
         const QString kind = path.ends_with("products.xml") ? "list" : "file";
         EXPECT_EQ(told_, QStringList{"127.0.0.1: The " + kind + " is not signed by the maker"});
     }
+}
+
+TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
+    const QString key = QString::fromStdString(Maker().SecretKeyFile());
+    const std::string offer = "site/program/VardoProductUpdate.xml";
+    std::filesystem::remove(shared_.Path("program/share/SoftwareUpdateVINK.xml"));
+    const std::string range =
+        "><Compatibility><Range VersionTo='2.0.0.0'><Product UpdateVersion='3.0.0.0' "
+        "UpdateInstallFile='old' UpdateInstallURL='http://127.0.0.1:8080/program'/>"
+        "</Range></Compatibility></Product>";
+    Alter(offer, "\"3.1.555.0\"", "'3.2.0.0' UpdateArgument='a b'");
+    Alter(offer, "/>", range.c_str());
+    for (const char* file : {"installer", "old", "old.minisig"})
+        shared_.Write(std::string("site/program/") + file, "#!/bin/sh\n");
+    InstallKey();
+    shared_.Write("program/share/VardoProductUpdate.pub", Minisign().Key());
+    EXPECT_TRUE(Release({"--installer-key", key, "--key", key}, EXIT_ERRORS).join(' ').contains("refuse"));
+    EXPECT_EQ(ReadWholeFile(shared_.Path("site/products.xml")).find("<!--minisign"), std::string::npos);
+    shared_.Write("program/share/VardoProductUpdate.pub", Maker().Key());
+    const QStringList lines = Release({"--installer-key", key, "--key", key}, EXIT_CLEAN)
+                                  .filter(QRegularExpression(": signed|ller$"));
+    EXPECT_EQ(lines.mid(0, 2),
+              QStringList({"site/program/installer", "site/program/installer.minisig: signed"}));
+    EXPECT_TRUE(lines.value(2).startsWith("site/gallery/")) << "descriptions lie between";
+    EXPECT_TRUE(lines.value(lines.size() - 1).startsWith("site/products.xml: signed until "));
+    EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/old.minisig")), "#!/bin/sh\n") << "an older key's";
+    EXPECT_EQ(Check().filter(": error: "), QStringList());
+
+    Release({"--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_CLEAN);
+    Release({"--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_ERRORS);
+    EXPECT_EQ(Count(Check(), "program/share/SoftwareUpdateNEW.xml:1: note", "unlisted"), 1);
+    EXPECT_EQ(Check().filter("NEW.xml").size(), 2) << "it is not signed yet, and nothing else";
+    for (const QStringList& wrong :
+         {QStringList(), QStringList{"--key", "nowhere"}, QStringList{"--new", "n", "a/b", "1.0.0.0"},
+          QStringList{"--new", "n", "k", "1.0"}})
+        Release(wrong, EXIT_WRONG_USAGE);
 }
 
 TEST_F(SignedSite, TheStoredListCountsWhenItIsSignedForTheInstalledOnesAddress) {

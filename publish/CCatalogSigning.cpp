@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "publish/CCatalogSigning.h"
+
+#include "catalog/Checks.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/FileReplacement.h"
+#include "signing/CCatalogueSeal.h"
+#include "signing/LastDay.h"
+
+#include <QTemporaryFile>
+#include <algorithm>
+#include <ostream>
+
+#include <sys/stat.h>
+
+namespace {
+
+bool IsAboutSignatures(const FindingCode& code) {
+    const std::string_view about[] = {Code::UNSIGNED_FILE.name, Code::SIGNED_ELSEWHERE.name,
+                                      Code::SIGNATURE_OVER.name, Code::UNSIGNED_INSTALLER.name};
+    return std::find(std::begin(about), std::end(about), code.name) != std::end(about);
+}
+
+// Lists lead to all others.
+std::vector<const CCatalogFile*> InOrder(const CCatalog& catalog) {
+    std::vector<const CCatalogFile*> files;
+    for (const auto& file : catalog.GetFiles())
+        if (catalog.PublishedAt(*file))
+            files.push_back(file.get());
+    std::stable_partition(files.begin(), files.end(),
+                          [](const CCatalogFile* file) { return file->GetKind() != FileKind::PRODUCT_LIST; });
+    return files;
+}
+
+}  // namespace
+
+CFindings CCatalogSigning::ErrorsOf(const CCatalog& catalog) {
+    CFindings errors;
+    for (const Finding& finding : CheckCatalog(catalog).Sorted())
+        if (finding.code.severity == Severity::ERROR && !IsAboutSignatures(finding.code))
+            errors.Add(finding.file, finding.line, finding.code, finding.text);
+    return errors;
+}
+
+bool CCatalogSigning::Replace(const SignedFile& file) {
+    QTemporaryFile temporary;
+    struct stat status {};
+    const bool isThere = stat(file.path.toLocal8Bit().constData(), &status) == 0;
+    const mode_t mode = isThere ? status.st_mode & 07777U : 0644U;
+    return temporary.open() && temporary.write(file.contents) == file.contents.size() && temporary.flush() &&
+           ReplaceFile(CVardoFilePath(CAtlString(temporary.fileName())),
+                       CVardoFilePath(CAtlString(file.path)), mode);
+}
+
+CCatalogSigning::CCatalogSigning(const CCatalog& catalog, std::unique_ptr<CMinisignTool> tool, int days)
+    : catalog_(catalog),
+      tool_(std::move(tool)),
+      lastDay_(TodayInUtc().addDays(days).toString(QStringLiteral("yyyyMMdd"))) {}
+
+std::optional<std::vector<SignedFile>> CCatalogSigning::SignAll() {
+    std::vector<SignedFile> all;
+    for (const CCatalogFile* file : InOrder(catalog_)) {
+        const QByteArray contents = Sign(*file, *catalog_.PublishedAt(*file));
+        if (contents.isEmpty())
+            return std::nullopt;
+        all.push_back({file->GetPath(), contents});
+    }
+    if (all.empty())
+        problem_ = QStringLiteral("nothing here is published, or --site is needed to tell where");
+    return all.empty() ? std::nullopt : std::optional(all);
+}
+
+bool CCatalogSigning::ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out) {
+    return std::all_of(files.begin(), files.end(), [&](const SignedFile& file) {
+        const bool isReplaced = Replace(file);
+        if (isReplaced)
+            out << file.path.toStdString() << ": signed until " << lastDay_.toStdString() << '\n';
+        else
+            problem_ = QStringLiteral("\"%1\" cannot be written").arg(file.path);
+        return isReplaced;
+    });
+}
+
+// Empty when that failed.
+QByteArray CCatalogSigning::Sign(const CCatalogFile& file, const QString& address) {
+    const CAtlStringA bytes = ReadFileBytes(file.GetFilePath());
+    const std::string_view old = CCatalogueSeal::WithoutSignature({bytes.begin(), bytes.end()});
+    QByteArray contents(old.data(), static_cast<qsizetype>(old.size()));
+    if (!contents.endsWith('\n'))
+        contents += '\n';
+    const std::string path = CCatalogueSeal::PathOf(CAtlString(address));
+    const auto signature =
+        tool_->Sign(contents, QStringLiteral("path:%1 until:%2").arg(QString::fromStdString(path), lastDay_));
+    if (!signature) {
+        problem_ = QStringLiteral("minisign: ") + tool_->GetProblem();
+        return {};
+    }
+    contents += QByteArray(CCatalogueSeal::COMMENT.data()) + '\n' + *signature + "-->\n";
+    return IsGood(file, contents, address) ? contents : QByteArray();
+}
+
+// Whether installations with the keys of the folder, if there are any, will take it.
+bool CCatalogSigning::IsGood(const CCatalogFile& file, const QByteArray& contents, const QString& address) {
+    for (const CCatalogFile* key : catalog_.FilesOf(FileKind::PUBLIC_KEY)) {
+        const CCatalogueSeal seal{CVardoDirectoryPath(CAtlString(key->GetFolder()))};
+        if (seal.Judge({contents.data(), static_cast<std::size_t>(contents.size())}, CAtlString(address),
+                       TodayInUtc()) == CCatalogueSeal::Judgement::GOOD)
+            continue;
+        problem_ = QStringLiteral(
+                       "\"%1\": with this secret key, installations that have the key in \"%2\" "
+                       "would refuse the file")
+                       .arg(file.GetPath(), key->GetFolder());
+        return false;
+    }
+    return true;
+}

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Signatures for the XML files of a site.
+#pragma once
+
+#include "catalog/CCatalog.h"
+#include "catalog/CFindings.h"
+#include "publish/CMinisignTool.h"
+
+#include <memory>
+
+// A file, and what it is to hold.
+struct SignedFile {
+    QString path;
+    QByteArray contents;
+};
+
+// Makes the signatures first and writes the files then, so that a failure of the tool changes nothing. One
+// thread.
+class CCatalogSigning {
+public:
+    // For how many days signatures are good.
+    static constexpr int USUAL_DAYS = 90;
+    static constexpr int MOST_DAYS = 3650;
+
+    // The errors of the folder that signing cannot mend.
+    static CFindings ErrorsOf(const CCatalog& catalog);
+    // Puts the file in its place in one step, with the mode of the one that is there, else 0644; false when
+    // it cannot be written.
+    static bool Replace(const SignedFile& file);
+
+    // The catalog must outlive this object.
+    CCatalogSigning(const CCatalog& catalog, std::unique_ptr<CMinisignTool> tool, int days);
+
+    // What each published file is to hold, in an order in which they may be published: lists come last.
+    // Nothing when one cannot be signed.
+    std::optional<std::vector<SignedFile>> SignAll();
+    // Puts the signed files in their places, in their order, and writes a line for each to out. On failure
+    // some may be signed already, which does no harm.
+    bool ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out);
+    // Why something failed.
+    const QString& GetProblem() const { return problem_; }
+
+private:
+    QByteArray Sign(const CCatalogFile& file, const QString& address);
+    bool IsGood(const CCatalogFile& file, const QByteArray& contents, const QString& address);
+
+    const CCatalog& catalog_;
+    std::unique_ptr<CMinisignTool> tool_;
+    // As it stands behind "until:".
+    QString lastDay_;
+    QString problem_;
+};

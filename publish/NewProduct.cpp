@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "publish/NewProduct.h"
+
+#include "catalog/CCatalog.h"
+#include "products/CVersionString.h"
+#include "products/Products.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <ostream>
+
+namespace {
+
+constexpr const char* LIST = R"(<?xml version="1.0" encoding="UTF-8"?>
+<Products Version="1.0.0.0" Url="%1products.xml">
+%2</Products>
+)";
+constexpr const char* ELEMENT = R"(    <Product Name="%1" BaseXml="%2" DefaultUrl="%3pages/%2.html"/>
+)";
+constexpr const char* LOCAL = R"(<?xml version="1.0" encoding="UTF-8"?>
+<SoftwareUpdate Location="Client">
+    <Product CurrentVersion="%1" RemoteVersionFile="%2.xml" RemoteVersionFileURL="%3updates"/>
+</SoftwareUpdate>
+)";
+constexpr const char* REMOTE = R"(<?xml version="1.0" encoding="UTF-8"?>
+<SoftwareUpdate Location="Server">
+    <Product UpdateVersion="%1"/>
+</SoftwareUpdate>
+)";
+
+struct NewFile {
+    QString path;
+    QString text;
+};
+
+bool Write(const NewFile& file) {
+    QFile output(file.path);
+    const QByteArray bytes = file.text.toUtf8();
+    return QDir().mkpath(QFileInfo(file.path).path()) &&
+           output.open(QIODevice::WriteOnly | QIODevice::NewOnly) && output.write(bytes) == bytes.size() &&
+           output.flush();
+}
+
+// Where installers' files lie already, or should lie.
+QString ShareOf(const CCatalog& catalog) {
+    const auto locals = catalog.FilesOf(FileKind::LOCAL_DESCRIPTION);
+    return locals.empty() ? catalog.GetFolder() + QStringLiteral("/share") : locals.front()->GetFolder();
+}
+
+}  // namespace
+
+NewProduct TakeNewProduct(QStringList& arguments) {
+    if (arguments.size() < 3)
+        return {.problem = QStringLiteral("there must be a name, a key, a version and a folder")};
+    const NewProduct product{.name = arguments.takeFirst().trimmed(),
+                             .key = arguments.takeFirst(),
+                             .version = arguments.takeFirst()};
+    static const QRegularExpression key(QStringLiteral("^[A-Za-z][A-Za-z0-9_-]*$"));
+    const CVersionString version{CAtlString(product.version)};
+    if (product.name.isEmpty())
+        return {.problem = QStringLiteral("the name is empty")};
+    if (!key.match(product.key).hasMatch())
+        return {.problem = QStringLiteral("the key takes letters, digits, \"_\" and \"-\"")};
+    if (!version.IsValid() || version.GetString().ToQString() != product.version)
+        return {.problem = QStringLiteral("the version takes four numbers with dots")};
+    return product;
+}
+
+QString WriteNewProduct(const NewProduct& product, const FolderArguments& arguments, std::ostream& out) {
+    const CCatalog catalog(arguments.folder, arguments.siteAddress, arguments.siteFolder);
+    if (!catalog.HasSite())
+        return QStringLiteral("nothing in \"%1\" tells where it is published: --site does")
+            .arg(arguments.folder);
+    const QString address = catalog.GetSite()->GetAddress();
+    const QString element =
+        QString::fromLatin1(ELEMENT).arg(product.name.toHtmlEscaped(), product.key, address);
+    const QString share = ShareOf(catalog);
+    const QString site = catalog.GetSite()->GetFolder();
+    std::vector<NewFile> files{{QStringLiteral("%1/%2.xml").arg(share, product.key),
+                                QString::fromLatin1(LOCAL).arg(product.version, product.key, address)},
+                               {QStringLiteral("%1/updates/%2.xml").arg(site, product.key),
+                                QString::fromLatin1(REMOTE).arg(product.version)}};
+    const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
+    if (lists.empty())
+        for (const QString& folder : {site, share})
+            files.push_back({folder + u'/' + Products::FILE_NAME.ToQString(),
+                             QString::fromLatin1(LIST).arg(address, element)});
+    for (const NewFile& file : files)
+        if (QFileInfo::exists(file.path))
+            return QStringLiteral("\"%1\" is there already").arg(file.path);
+    for (const NewFile& file : files) {
+        if (!Write(file))
+            return QStringLiteral("\"%1\" cannot be written").arg(file.path);
+        out << file.path.toStdString() << '\n';
+    }
+    if (!lists.empty())
+        out << "Put this into the product list, and raise its Version:\n" << element.toStdString();
+    return {};
+}

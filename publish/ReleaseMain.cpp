@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/desktop/BrokenPipes.h"
+#include "publish/RunCatalogRelease.h"
+
+#include <QCoreApplication>
+#include <iostream>
+
+int main(int argc, char** argv) {
+    IgnoreBrokenPipes();
+    const QCoreApplication application(argc, argv);
+    return RunCatalogRelease(QCoreApplication::arguments(), std::cout, std::cerr);
+}

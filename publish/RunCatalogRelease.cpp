@@ -1,0 +1,262 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "publish/RunCatalogRelease.h"
+
+#include "catalog/Checks.h"
+#include "platform/files/Addresses.h"
+#include "platform/files/CVardoDirectoryPath.h"
+#include "platform/files/FileSystem.h"
+#include "products/CProductVersion.h"
+#include "products/DescriptionFormat.h"
+#include "publish/CCatalogSigning.h"
+#include "publish/NewProduct.h"
+#include "signing/CInstallerSeal.h"
+#include "signing/LastDay.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <ostream>
+
+namespace {
+
+constexpr const char* USAGE =
+    "usage: VARDOCatalogRelease [--installer-key FILE] [--key FILE] [--days N] [--site ADDRESS[=FOLDER]] "
+    "FOLDER\n"
+    "       VARDOCatalogRelease --new [--site ADDRESS[=FOLDER]] NAME KEY VERSION FOLDER\n";
+
+constexpr const char* HELP = R"(
+Makes what lies in FOLDER ready to be published: signs the program's installer, for the file, the version and the
+argument that its description offers, and then every file that VARDO Product Update fetches, product lists last.
+Names the files in the order in which to upload them. Needs the tool minisign. Changes nothing when
+VARDOCatalogCheck finds an error in FOLDER that is not about signatures.
+
+  --installer-key FILE  the secret key for the installer; without it the installer keeps its signature
+  --key FILE            the secret key for the other files; without it they stay as they are
+  --days N              their signatures are good for so many days (default: 90)
+  --site ADDRESS[=FOLDER]
+                        FOLDER, or the folder in it that is named here, is published at ADDRESS. Without it, a
+                        product list that names its own address tells where it is published.
+  --new                 writes the descriptions of a new product, and the product list if there is none
+  --help                this text
+  --version             the version of the program
+
+Exit status: 0 all is done; 2 errors; 64 wrong usage.
+)";
+
+struct Options {
+    FolderArguments arguments{};
+    QString installerKey{};
+    QString key{};
+    int days = CCatalogSigning::USUAL_DAYS;
+    std::optional<NewProduct> product{};
+    bool isHelp = false;
+    bool isVersion = false;
+    // Why the arguments make no sense; empty when they do.
+    QString problem{};
+};
+
+QString ProblemOf(const Options& options) {
+    if (options.isHelp || options.isVersion)
+        return {};
+    if (options.product)
+        return options.product->problem.isEmpty() ? options.arguments.problem : options.product->problem;
+    if (options.key.isEmpty() && options.installerKey.isEmpty())
+        return QStringLiteral("there must be --installer-key, --key or both");
+    for (const QString& key : {options.key, options.installerKey})
+        if (!key.isEmpty() && !QFileInfo(key).isFile())
+            return QStringLiteral("\"%1\" is no file of a secret key").arg(key);
+    if (options.days < 1 || options.days > CCatalogSigning::MOST_DAYS)
+        return QStringLiteral("--days takes a number from 1 to %1").arg(CCatalogSigning::MOST_DAYS);
+    return options.arguments.problem;
+}
+
+Options ReadOptions(const QStringList& arguments) {
+    const QCommandLineOption installerKey("installer-key", {}, "FILE");
+    const QCommandLineOption key("key", {}, "FILE");
+    const QCommandLineOption days("days", {}, "N", QString::number(CCatalogSigning::USUAL_DAYS));
+    const QCommandLineOption site("site", {}, "ADDRESS");
+    const QCommandLineOption added("new");
+    const QCommandLineOption help(QStringList{"h", "help"});
+    const QCommandLineOption version("version");
+    QCommandLineParser parser;
+    parser.addOptions({installerKey, key, days, site, added, help, version});
+    if (!parser.parse(arguments))
+        return {.problem = parser.errorText()};
+    QStringList others = parser.positionalArguments();
+    std::optional<NewProduct> product;
+    if (parser.isSet(added))
+        product = TakeNewProduct(others);
+    Options options{.arguments = ReadFolder(others, parser.value(site)),
+                    .installerKey = parser.value(installerKey),
+                    .key = parser.value(key),
+                    .days = parser.value(days).toInt(),
+                    .product = product,
+                    .isHelp = parser.isSet(help),
+                    .isVersion = parser.isSet(version)};
+    options.problem = ProblemOf(options);
+    return options;
+}
+
+// Signs the installers that the program's own description offers.
+class CInstallerSigning {
+public:
+    CInstallerSigning(const CCatalog& catalog, std::unique_ptr<CMinisignTool> tool)
+        : catalog_(catalog), tool_(std::move(tool)) {}
+
+    // The signatures; nothing when one cannot be made. What a range offers is an older release: it keeps the
+    // signature that it has, for those who know the key of then.
+    std::optional<std::vector<SignedFile>> SignAll() {
+        for (const Reference& reference : catalog_.GetReferences())
+            if (reference.from->GetName() == QString::fromWCharArray(DescriptionFormat::OWN_FILE))
+                return SignOffersOf(reference);
+        problem_ = QStringLiteral(
+            "no VardoProductUpdate.xml of an installation is here, which tells where the "
+            "program's own description is published");
+        return std::nullopt;
+    }
+    const QString& GetProblem() const { return problem_; }
+
+private:
+    std::optional<std::vector<SignedFile>> SignOffersOf(const Reference& reference) {
+        CProductVersion reader(reference.from->GetFilePath());
+        const auto path = catalog_.FileOf(reference.address);
+        if (!path || !reader.ParseRemote(ReadFileBytes(CVardoFilePath(CAtlString(*path))))) {
+            problem_ = QStringLiteral("the program's own description, \"%1\", cannot be read")
+                           .arg(path.value_or(reference.address));
+            return std::nullopt;
+        }
+        const CVardoDirectoryPath folder{CAtlString(reference.from->GetFolder())};
+        std::vector<SignedFile> signatures;
+        if (!Sign(reader.GetTable().GetDefaultOffer(), folder, signatures))
+            return std::nullopt;
+        for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())
+            if (const auto signature = SignaturePath(offer);
+                signature && !catalog_.Find(*signature) && !Sign(offer, folder, signatures))
+                return std::nullopt;
+        return signatures;
+    }
+
+    std::optional<QString> SignaturePath(const CUpdateEntry& offer) const {
+        const CAtlString address = JoinTrimmed(offer.installUrl, offer.installFile);
+        return catalog_.FileOf((address + CInstallerSeal::SIGNATURE_EXTENSION).ToQString());
+    }
+
+    bool Sign(const CUpdateEntry& offer, const CVardoDirectoryPath& folder,
+              std::vector<SignedFile>& signatures) {
+        const auto path = catalog_.FileOf(JoinTrimmed(offer.installUrl, offer.installFile).ToQString());
+        if (offer.installFile.IsEmpty() || !path || !catalog_.Find(*path)) {
+            problem_ =
+                QStringLiteral("there is no installer \"%1\" of version %2")
+                    .arg(path.value_or(offer.installFile.ToQString()), offer.version.GetString().ToQString());
+            return false;
+        }
+        const QString comment =
+            CInstallerSeal::CommentFor(offer.installFile, offer.version.GetString(), offer.argument);
+        const auto signature = tool_->SignFile(*path, comment);
+        if (!signature)
+            problem_ = QStringLiteral("minisign: ") + tool_->GetProblem();
+        else if (IsGood(*path, *signature, offer, folder))
+            signatures.push_back({*SignaturePath(offer), *signature});
+        return problem_.isEmpty();
+    }
+
+    // Whether installations with the key of the folder, if there is one, will accept it.
+    bool IsGood(const QString& path, const QByteArray& signature, const CUpdateEntry& offer,
+                const CVardoDirectoryPath& folder) {
+        CInstallerSeal seal(CVardoDirectoryPath::Combine(folder, CInstallerSeal::KEY_FILE));
+        off_t size = 0;
+        const CInstallerSeal::Offer offered{
+            .file = offer.installFile,
+            .argument = offer.argument,
+            .isVersion = [&](const CAtlString& text) { return CVersionString(text).IsEqual(offer.version); },
+            .today = TodayInUtc()};
+        if (!seal.IsRequired() ||
+            (seal.Accept({signature.data(), static_cast<std::size_t>(signature.size())}, offered) &&
+             seal.IsOf(FileSystem::OpenForReading(CAtlString(path), size))))
+            return true;
+        problem_ = QStringLiteral(
+                       "\"%1\": with this secret key, installations that have the key in \"%2\" would "
+                       "refuse the installer; nor may its name hold a blank")
+                       .arg(path, folder.GetDirectoryPathString().ToQString());
+        return false;
+    }
+
+    const CCatalog& catalog_;
+    std::unique_ptr<CMinisignTool> tool_;
+    QString problem_;
+};
+
+int Fail(const QString& problem, std::ostream& err) {
+    err << "VARDOCatalogRelease: " << problem.toStdString() << '\n';
+    return EXIT_ERRORS;
+}
+
+bool ReplaceSignatures(const std::vector<SignedFile>& signatures, std::ostream& out) {
+    return std::all_of(signatures.begin(), signatures.end(), [&](const SignedFile& signature) {
+        const bool isReplaced = CCatalogSigning::Replace(signature);
+        if (isReplaced)
+            out << signature.path.chopped(8).toStdString() << '\n'
+                << signature.path.toStdString() << ": signed\n";
+        return isReplaced;
+    });
+}
+
+// Nothing is written before all is signed. What is written first is of no use to anybody before the rest.
+int Release(const Options& options, std::ostream& out, std::ostream& err) {
+    const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
+    const CCatalog catalog(folder, siteAddress, siteFolder);
+    if (const CFindings errors = CCatalogSigning::ErrorsOf(catalog); errors.Count(Severity::ERROR) > 0) {
+        err << errors.ToText().toStdString();
+        return Fail(QStringLiteral("nothing was signed"), err);
+    }
+    std::optional<std::vector<SignedFile>> signatures(std::in_place);
+    if (!options.installerKey.isEmpty()) {
+        CInstallerSigning installers(catalog, CMinisignTool::WithPassword(options.installerKey, err));
+        signatures = installers.SignAll();
+        if (!signatures)
+            return Fail(installers.GetProblem() + QStringLiteral("; nothing was signed"), err);
+    }
+    if (options.key.isEmpty())
+        return ReplaceSignatures(*signatures, out)
+                   ? EXIT_CLEAN
+                   : Fail(QStringLiteral("a signature cannot be written"), err);
+    CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
+    const auto files = signing.SignAll();
+    if (!files)
+        return Fail(signing.GetProblem() + QStringLiteral("; nothing was signed"), err);
+    if (!ReplaceSignatures(*signatures, out))
+        return Fail(QStringLiteral("a signature cannot be written"), err);
+    return signing.ReplaceAll(*files, out) ? EXIT_CLEAN : Fail(signing.GetProblem(), err);
+}
+
+// What is still wrong when all is signed; the status for it.
+int CheckAfterwards(const Options& options, std::ostream& err) {
+    const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
+    const CFindings findings = CheckCatalog(CCatalog(folder, siteAddress, siteFolder)).WithoutNotes();
+    err << findings.ToText().toStdString();
+    return findings.Count(Severity::ERROR) > 0 ? EXIT_ERRORS : EXIT_CLEAN;
+}
+
+int AddProduct(const Options& options, std::ostream& out, std::ostream& err) {
+    const QString problem = WriteNewProduct(*options.product, options.arguments, out);
+    return problem.isEmpty() ? EXIT_CLEAN : Fail(problem, err);
+}
+
+}  // namespace
+
+int RunCatalogRelease(const QStringList& arguments, std::ostream& out, std::ostream& err) {
+    const Options options = ReadOptions(arguments);
+    if (!options.problem.isEmpty())
+        return RefuseUsage("VARDOCatalogRelease", options.problem, USAGE, err);
+    int status = EXIT_CLEAN;
+    if (options.isHelp)
+        out << USAGE << HELP;
+    else if (options.isVersion)
+        out << "VARDOCatalogRelease " << VARDO_VERSION << '\n';
+    else if (options.product)
+        status = AddProduct(options, out, err);
+    else if (status = Release(options, out, err); status == EXIT_CLEAN)
+        status = CheckAfterwards(options, err);
+    return Finish("VARDOCatalogRelease", status, out, err);
+}
