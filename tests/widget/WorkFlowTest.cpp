@@ -133,7 +133,13 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
     EXPECT_EQ(downloader_->addresses,
               std::vector<std::string>({"http://site/products.xml", "http://site/Planner.xml"}));
     StoreSettings(1, 7, 0);
-    Run({"-silent"}, [](QWidget& window) { EXPECT_EQ(window.geometry(), QRect(40, 50, 700, 450)); });
+    const int day = Today();
+    Run({"-silent"}, [&](QWidget& window) {
+        EXPECT_EQ(window.geometry(), QRect(40, 50, 700, 450));
+        environment_->today = environment_->today.addDays(1);
+    });
+    EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=7 LastChecked=" + std::to_string(day))
+        << "left open over midnight, which is no check";
     EXPECT_EQ(latest_.size(), 2);
 }
 
