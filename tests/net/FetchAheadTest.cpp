@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTest>
 #include <QTimer>
 #include <memory>
 
@@ -116,23 +115,6 @@ TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
     EXPECT_EQ(FilesLeft(), QStringList());
 }
 
-TEST_F(FetchAhead, EndsTransfersThatNobodyWaitsFor) {
-    server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
-    std::vector<CAtlString> urls = Serve(1, 1ms);
-    urls.resize(std::size_t{2} * LIMIT, CAtlString(server_.Address("/silent.xml")));
-    QElapsedTimer timer;
-    timer.start();
-    for (const bool isLast : {false, true}) {
-        const std::size_t before = server_.RequestCount();
-        downloader_->FetchAhead(urls);
-        EXPECT_EQ(Take(urls[0]), Target(0));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return server_.RequestCount() > before + 1; }));
-        isLast ? downloader_.reset() : downloader_->FetchAhead({});
-        EXPECT_EQ(FilesLeft(), QStringList());
-    }
-    EXPECT_LT(timer.elapsed(), 10'000);
-}
-
 TEST_F(FetchAhead, CancelEndsTheFetchInHandAndWhatIsAheadOfIt) {
     const CAtlString silent(server_.Address("/silent.xml"));
     const std::vector<CAtlString> passes[] = {
@@ -219,16 +201,4 @@ TEST_F(FetchAheadThroughProxy, LetsOneRequestGoFirst) {
     EXPECT_EQ(server_.RequestCount(), urls.size() + 1);
     EXPECT_GT(server_.MostAtOnce(), 1) << "after the first";
     EXPECT_LE(server_.Connections(), LIMIT);
-}
-
-TEST_F(FetchAheadThroughProxy, CancelEndsATransferWhoseQuestionIsOpen) {
-    const std::vector<CAtlString> urls = ServeThroughProxy(2);
-    ChallengeOnce(0);
-    downloader_->FetchAhead(urls);
-    downloader_->SetProxyAuthRequiredCallback([&](const CAtlString&, int, CAtlString&, CAtlString&) {
-        downloader_->Cancel();
-        return true;
-    });
-    EXPECT_EQ(Take(urls[0]), "-");
-    EXPECT_EQ(server_.RequestCount(), 1U);
 }

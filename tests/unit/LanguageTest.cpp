@@ -147,21 +147,6 @@ TEST_F(Language, EveryWayToNameALanguage) {
     EXPECT_TRUE(InstallLanguage({}, qApp, true));
 }
 
-TEST_F(Language, TheDirectionComesFromTheLanguageSetupsOwnTable) {
-    EXPECT_TRUE(IsRightToLeft(L"ar"));
-    const std::string languages = "<a ID='0401' Code='ar' RightToLeft='0'/><b Code='de' RightToLeft=";
-    Set(MACHINE, SETUP, "VARDO Board/LanguagesFolder",
-        MakeTable("board", languages + "'1'/>") + "/Languages");
-    EXPECT_FALSE(IsRightToLeft(L"ar") || IsRightToLeft(L"0401")) << "it has an answer";
-    EXPECT_TRUE(IsRightToLeft(L"he") && IsRightToLeft(L"040D")) << "the program's own table knows";
-    EXPECT_TRUE(IsRightToLeft(L"DE"));
-    Set(MACHINE, SETUP, "Notebook/LanguagesFolder",
-        MakeTable("notebook", languages + "'true'/>") + "/Languages");
-    EXPECT_FALSE(IsRightToLeft(L"de")) << "only 1 counts";
-    Set(MACHINE, SETUP, "Path", MakeTable("setup", languages + "'1'/>"));
-    EXPECT_TRUE(IsRightToLeft(L"de"));
-}
-
 TEST_F(Language, AnotherLanguageStartsAfreshAndTheSameOneAddsItsFiles) {
     Set(MACHINE, "", SETUP_PATH,
         MakeTable("setup",

@@ -94,23 +94,6 @@ TEST(Addresses, AreEncodedForBrowsersOnceAndOnlyWhereTheyMustBe) {
     EXPECT_EQ(JoinTrimmed(L"http://h/a\\\\//", L"f.xml"), L"http://h/a/f.xml");
 }
 
-TEST_F(Paths, OnlyFilesHaveSizeAndContents) {
-    const std::string bytes("a\0b\xFF\r\n", 6);
-    std::unique_ptr<char[]> buffer;
-    EXPECT_EQ(Write("\xC3\xA4.bin", bytes).GetSize(), 6);
-    ASSERT_EQ(In("\xC3\xA4.bin").ReadAll(buffer), 6);
-    EXPECT_EQ(std::string(buffer.get(), 6), bytes);
-    Write("empty", "");
-    ASSERT_EQ(mkfifo(Name("pipe").c_str(), 0600), 0);
-    for (const char* name : {"pipe", "", "missing/file", "empty/below", "empty"}) {
-        EXPECT_EQ(In(name).GetSize(), name == std::string("empty") ? 0 : -1) << name;
-        buffer = std::make_unique<char[]>(1);
-        EXPECT_EQ(In(name).ReadAll(buffer), 0) << name;
-        EXPECT_EQ(buffer, nullptr) << name;
-    }
-    EXPECT_EQ(CVardoFilePath(CAtlString(L'n', 5000)).GetSize(), -1);
-}
-
 TEST_F(Paths, DeletesReadOnlyFilesButOpensNoLinkTargets) {
     Write("read-only", "x");
     ASSERT_EQ(chmod(Name("read-only").c_str(), 0444), 0);

@@ -181,14 +181,10 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
 TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
     const std::pair<const char*, const char*> rows[] = {
         {"proxy.example", "proxy.example:8080"},
-        {" proxy ", "proxy:8080"},
         {"", ":8080"},
         {"http://proxy:3128/", "proxy:3128"},
-        {"[::1]:3128", "::1:3128"},
-        {"  ", ":8080"},
         {"https://proxy", "https://proxy?"},
         {"pro xy:3128", "pro xy:3128?"},
-        {"proxy/path", "proxy/path?"},
     };
     for (const auto& [typed, expected] : rows) {
         QString taken = typed + QString("?");

@@ -87,18 +87,6 @@ TEST_F(WorkFlow, StartedAgainItShowsItsWindowEvenBeforeASilentCheckHasEnded) {
         });
         EXPECT_EQ(latest_, QStringList(static_cast<int>(request), "1.0.0.0"));
     }
-    downloader_->addresses.clear();
-    downloader_->whileDownloading = [&] {
-        if (downloader_->addresses.size() != 2)
-            return;
-        running_->Activate();
-        window()->close();
-        running_->Activate();
-        EXPECT_EQ(window(), nullptr) << "the user is done with it";
-    };
-    StoreSettings(1, 30, 0);
-    Run({"-silent"});
-    EXPECT_EQ(latest_.size(), 2);
 }
 
 TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
