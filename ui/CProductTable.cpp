@@ -199,6 +199,8 @@ void CProductTable::ShowReasons(int row, const QString& latest, const QString& a
     if (!latest.isEmpty())
         SetReason(*table_.item(row, LATEST), latest);
     if (QPushButton* button = Button(row)) {
+        if (action == button->accessibleDescription())
+            return;
         // A tool tip would carry out markup in this text.
         const QString tip = Qt::convertFromPlainText(Cut(action), Qt::WhiteSpaceNormal);
         button->setToolTip(action.isEmpty() ? QString() : tip);
