@@ -4,8 +4,8 @@
 // What an observer learns of the files that products read: the first reason why each does not count.
 #include "DataTable.h"
 #include "ProductTest.h"
-#include "products/IDecisionObserver.h"
 #include "products/CExplanation.h"
+#include "products/IDecisionObserver.h"
 
 namespace {
 
