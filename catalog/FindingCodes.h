@@ -58,6 +58,10 @@ inline constexpr FindingCode ODD_HOST{"odd-host", Severity::WARNING};
 inline constexpr FindingCode ELSEWHERE{"elsewhere", Severity::NOTE};
 inline constexpr FindingCode PRIVATE_FILE{"private-file", Severity::NOTE};
 
+// What a server gives
+inline constexpr FindingCode NOT_SERVED{"not-served", Severity::ERROR};
+inline constexpr FindingCode SERVED_OTHERWISE{"served-otherwise", Severity::ERROR};
+
 // Product lists
 inline constexpr FindingCode UNKNOWN_PRODUCT{"unknown-product", Severity::ERROR};
 inline constexpr FindingCode EMPTY_LIST{"empty-list", Severity::ERROR};

@@ -4,16 +4,21 @@
 #include "publish/RunCatalogCheck.h"
 
 #include "catalog/Checks.h"
+#include "catalog/ValueChecks.h"
+#include "platform/files/CTemporaryFolder.h"
 #include "publish/CPreview.h"
+#include "publish/LiveCheck.h"
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <ostream>
 
 namespace {
 
 constexpr const char* USAGE =
     "usage: VARDOCatalogCheck [--json] [--quiet] [--site ADDRESS[=FOLDER]] FOLDER\n"
-    "       VARDOCatalogCheck --preview [--json] [--site ADDRESS[=FOLDER]] [KEY=VERSION ...] FOLDER\n";
+    "       VARDOCatalogCheck --preview [--json] [--site ADDRESS[=FOLDER]] [KEY=VERSION ...] FOLDER\n"
+    "       VARDOCatalogCheck --live ADDRESS [--json] [--quiet] [--site ADDRESS[=FOLDER]] FOLDER\n";
 
 constexpr const char* HELP = R"(
 Reads a folder of files as they are published for VARDO Product Update (product lists, local and remote
@@ -33,6 +38,9 @@ and how many there are:
   --preview        says instead what each installed version of each product would be offered, or just the
                    VERSION of the product with that KEY, and why an update of the program itself would not be
                    accepted
+  --live ADDRESS   fetches instead, from a server, what installed programs fetch, and says what they would not
+                   get, or get otherwise than it is in the folder that is published; ADDRESS is that of this
+                   folder. Directly, through no proxy.
   --help           this text
   --version        the version of the program
 
@@ -46,6 +54,7 @@ struct Options {
     bool isQuiet = false;
     bool isPreview = false;
     CPreview::Versions versions{};
+    QString live{};
     bool isHelp = false;
     bool isVersion = false;
     // Why the arguments make no sense; empty when they do.
@@ -69,10 +78,11 @@ Options ReadOptions(const QStringList& arguments) {
     const QCommandLineOption quiet("quiet");
     const QCommandLineOption site("site", {}, "ADDRESS");
     const QCommandLineOption preview("preview");
+    const QCommandLineOption live("live", {}, "ADDRESS");
     const QCommandLineOption help(QStringList{"h", "help"});
     const QCommandLineOption version("version");
     QCommandLineParser parser;
-    parser.addOptions({json, quiet, site, preview, help, version});
+    parser.addOptions({json, quiet, site, preview, live, help, version});
     if (!parser.parse(arguments))
         return {.problem = parser.errorText()};
     QStringList others = parser.positionalArguments();
@@ -84,10 +94,14 @@ Options ReadOptions(const QStringList& arguments) {
                     .isQuiet = parser.isSet(quiet),
                     .isPreview = parser.isSet(preview),
                     .versions = versions,
+                    .live = parser.value(live),
                     .isHelp = parser.isSet(help),
                     .isVersion = parser.isSet(version)};
     if (!options.isHelp && !options.isVersion)
         options.problem = options.arguments.problem;
+    if (options.problem.isEmpty() && parser.isSet(live) && (options.isPreview || !CanBeFetched(options.live)))
+        options.problem =
+            QStringLiteral("--live takes an address with \"http://\" and a host, and no --preview");
     return options;
 }
 
@@ -105,6 +119,17 @@ int Tell(const CFindings& all, const Options& options, std::ostream& out) {
     if (!options.isJson && (!options.isQuiet || status != EXIT_CLEAN))
         out << findings.Summary().toStdString() << '\n';
     return status;
+}
+
+// Where nothing tells what is published, all of the folder is.
+CFindings AskServer(const CCatalog& catalog, const Options& options) {
+    // Names of no other process that fetches.
+    Downloader downloader({}, CAtlString(QStringLiteral("%1%2")
+                                             .arg(QString::fromWCharArray(CTemporaryFolder::OWN_NAME))
+                                             .arg(QCoreApplication::applicationPid())));
+    return catalog.HasSite()
+               ? CheckLive(catalog, options.live, downloader)
+               : CheckLive(CCatalog(options.arguments.folder, options.live), options.live, downloader);
 }
 
 int ShowPreview(const CCatalog& catalog, const Options& options, std::ostream& out, std::ostream& err) {
@@ -130,8 +155,11 @@ int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostrea
     } else {
         const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
         const CCatalog catalog(folder, siteAddress, siteFolder);
-        status = options.isPreview ? ShowPreview(catalog, options, out, err)
-                                   : Tell(CheckCatalog(catalog), options, out);
+        if (!options.live.isEmpty())
+            status = Tell(AskServer(catalog, options), options, out);
+        else
+            status = options.isPreview ? ShowPreview(catalog, options, out, err)
+                                       : Tell(CheckCatalog(catalog), options, out);
     }
     return Finish("VARDOCatalogCheck", status, out, err);
 }

@@ -281,7 +281,8 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
         {"unsigned-installer", "error"}, {"unlisted", "note"},
         {"unknown-file", "note"},        {"bad-key", "error"},
         {"empty-folder", "error"},       {"not-startable", "error"},
-        {"private-file", "note"},        {"unsigned-file", "error"},
+        {"private-file", "note"},        {"not-served", "error"},
+        {"served-otherwise", "error"},   {"unsigned-file", "error"},
         {"signed-elsewhere", "error"},   {"signature-over", "error"},
         {"signature-ends", "warning"},
     };

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// The comparison of a folder with what a server gives.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sstream>
+
+#include "publish/RunCatalogCheck.h"
+#include "support/LoopbackServer.h"
+#include "support/TemporaryTree.h"
+
+TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
+    const std::string list =
+        "<P Version='1.0.0.0' Url='http://h/products.xml'><Product Name='n' BaseXml='B'/></P>";
+    const std::string offer =
+        "<S Location='Server'><Product UpdateVersion='2.0.0.0' UpdateInstallFile='run' "
+        "UpdateInstallURL='http://h/p'/></S>";
+    const TemporaryTree tree;
+    tree.Write("site/products.xml", list);
+    tree.Write("site/p/own.xml", offer);
+    tree.Write("site/p/run", "#!/bin/sh\n");
+    tree.Write("share/VardoProductUpdate.xml",
+               "<S><Product CurrentVersion='1.0.0.0' RemoteVersionFile='own.xml' "
+               "RemoteVersionFileURL='http://h/p'/></S>");
+    // The last is what is said; empty when nothing is.
+    const std::tuple<const char*, const char*, LoopbackAnswer, const char*> cases[] = {
+        {"/products.xml", "", LoopbackAnswer::Body(list), ""},
+        {"/products.xml",
+         "site/products.xml:1: error: ",
+         {.status = 301, .body = "x", .headers = {"Location: https://h/products.xml"}},
+         "(301); it redirects, and programs do not follow [not-served]"},
+        {"/products.xml", "site/products.xml:1: error: ", LoopbackAnswer::Body(list + "\n"),
+         "differs from this file [served-otherwise]"},
+        {"/p/own.xml",
+         "site/p/own.xml:1: error: ",
+         {.body = offer, .announcedLength = 9999},
+         " [not-served]"},
+        {"/p/run", "site/p/run:1: error: ", LoopbackAnswer::Status(404), "(404) [not-served]"},
+    };
+    for (const auto& [target, beginning, answer, end] : cases) {
+        SCOPED_TRACE(end);
+        LoopbackServer server;
+        server.Serve("/live/products.xml", LoopbackAnswer::Body(list));
+        server.Serve("/live/p/own.xml", LoopbackAnswer::Body(offer));
+        server.Serve("/live/p/run", LoopbackAnswer::Body("#!/bin/sh\n"));
+        server.Serve(std::string("/live") + target, answer);
+        std::ostringstream out;
+        EXPECT_EQ(RunCatalogCheck(
+                      {"", "--live", server.Address("/live"), QString::fromStdString(tree.Root())}, out, out),
+                  *end ? EXIT_ERRORS : EXIT_CLEAN);
+        const QString said = QString::fromStdString(out.str());
+        EXPECT_THAT(out.str(), testing::AllOf(testing::HasSubstr(beginning), testing::HasSubstr(end)));
+        EXPECT_EQ(said.count('\n'), *end ? 2 : 1) << out.str();
+    }
+}
