@@ -40,14 +40,24 @@ FolderArguments ReadFolder(const QStringList& folders, const QString& site) {
     return arguments;
 }
 
-int RefuseUsage(const char* program, const QString& problem, const char* usage, std::ostream& err) {
-    err << program << ": " << problem.toStdString() << '\n' << usage;
+int RefuseUsage(const ProgramTexts& texts, const QString& problem, std::ostream& err) {
+    err << texts.name << ": " << problem.toStdString() << '\n' << texts.usage;
     return EXIT_WRONG_USAGE;
 }
 
-int Finish(const char* program, int status, std::ostream& out, std::ostream& err) {
+int RunProgram(const ProgramTexts& texts, const CommonOptions& options, const boost::function<int()>& work,
+               std::ostream& out, std::ostream& err) {
+    int status = EXIT_CLEAN;
+    if (options.isHelp)
+        out << texts.usage << texts.help;
+    else if (options.isVersion)
+        out << texts.name << ' ' << VARDO_VERSION << '\n';
+    else if (options.problem.isEmpty())
+        status = work();
+    else
+        return RefuseUsage(texts, options.problem, err);
     if (out.flush())
         return status;
-    err << program << ": the output could not be written\n";
+    err << texts.name << ": the output could not be written\n";
     return EXIT_ERRORS;
 }

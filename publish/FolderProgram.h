@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <boost/function.hpp>
 #include <iosfwd>
 
 // What such a program ends with.
@@ -31,10 +32,25 @@ struct FolderArguments {
 // Takes a folder, and a site as the option --site has it: empty, "ADDRESS" or "ADDRESS=FOLDER".
 FolderArguments ReadFolder(const QStringList& folders, const QString& site);
 
-// Says on err, in the name of the program, what is wrong with its arguments and how it is used. The exit
-// status for that.
-int RefuseUsage(const char* program, const QString& problem, const char* usage, std::ostream& err);
+// What such a program says of itself.
+struct ProgramTexts {
+    const char* name;
+    const char* usage;
+    const char* help;
+};
 
-// The exit status of a program that is about to end with status: EXIT_ERRORS, with a word on err, when its
-// output could not be written.
-int Finish(const char* program, int status, std::ostream& out, std::ostream& err);
+// What every such program may be asked for.
+struct CommonOptions {
+    bool isHelp = false;
+    bool isVersion = false;
+    // Why the arguments make no sense; empty when they do, or do not matter.
+    QString problem{};
+};
+
+// Says on err what is wrong with the arguments, and how the program is used. The exit status for that.
+int RefuseUsage(const ProgramTexts& texts, const QString& problem, std::ostream& err);
+
+// Does what the options ask for, or else the work, which gives the exit status. EXIT_ERRORS, with a word on
+// err, when out could not be written.
+int RunProgram(const ProgramTexts& texts, const CommonOptions& options, const boost::function<int()>& work,
+               std::ostream& out, std::ostream& err);

@@ -48,6 +48,8 @@ Exit status: 0 nothing found, or notes only, or a preview; 1 warnings; 2 errors,
 written; 64 wrong usage.
 )";
 
+constexpr ProgramTexts TEXTS{"VARDOCatalogCheck", USAGE, HELP};
+
 struct Options {
     FolderArguments arguments{};
     bool isJson = false;
@@ -55,10 +57,7 @@ struct Options {
     bool isPreview = false;
     CPreview::Versions versions{};
     QString live{};
-    bool isHelp = false;
-    bool isVersion = false;
-    // Why the arguments make no sense; empty when they do.
-    QString problem{};
+    CommonOptions common{};
 };
 
 // Takes "KEY=VERSION" from the arguments before the last; false when one is anything else.
@@ -84,23 +83,22 @@ Options ReadOptions(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.addOptions({json, quiet, site, preview, live, help, version});
     if (!parser.parse(arguments))
-        return {.problem = parser.errorText()};
+        return {.common = {.problem = parser.errorText()}};
     QStringList others = parser.positionalArguments();
     CPreview::Versions versions;
     if (parser.isSet(preview) && !TakeVersions(others, versions))
-        return {.problem = QStringLiteral("before the folder there may be KEY=VERSION")};
+        return {.common = {.problem = QStringLiteral("before the folder there may be KEY=VERSION")}};
     Options options{.arguments = ReadFolder(others, parser.value(site)),
                     .isJson = parser.isSet(json),
                     .isQuiet = parser.isSet(quiet),
                     .isPreview = parser.isSet(preview),
                     .versions = versions,
                     .live = parser.value(live),
-                    .isHelp = parser.isSet(help),
-                    .isVersion = parser.isSet(version)};
-    if (!options.isHelp && !options.isVersion)
-        options.problem = options.arguments.problem;
-    if (options.problem.isEmpty() && parser.isSet(live) && (options.isPreview || !CanBeFetched(options.live)))
-        options.problem =
+                    .common = {.isHelp = parser.isSet(help), .isVersion = parser.isSet(version)}};
+    options.common.problem = options.arguments.problem;
+    if (options.common.problem.isEmpty() && parser.isSet(live) &&
+        (options.isPreview || !CanBeFetched(options.live)))
+        options.common.problem =
             QStringLiteral("--live takes an address with \"http://\" and a host, and no --preview");
     return options;
 }
@@ -135,31 +133,24 @@ CFindings AskServer(const CCatalog& catalog, const Options& options) {
 int ShowPreview(const CCatalog& catalog, const Options& options, std::ostream& out, std::ostream& err) {
     const CPreview preview(catalog, options.versions);
     if (const QString key = preview.GetUnknownKey(); !key.isEmpty())
-        return RefuseUsage("VARDOCatalogCheck", QStringLiteral("no product here has the key \"%1\"").arg(key),
-                           USAGE, err);
+        return RefuseUsage(TEXTS, QStringLiteral("no product here has the key \"%1\"").arg(key), err);
     out << (options.isJson ? preview.ToJson() : preview.ToText()).toStdString();
     return EXIT_CLEAN;
+}
+
+int Check(const Options& options, std::ostream& out, std::ostream& err) {
+    const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
+    const CCatalog catalog(folder, siteAddress, siteFolder);
+    if (!options.live.isEmpty())
+        return Tell(AskServer(catalog, options), options, out);
+    return options.isPreview ? ShowPreview(catalog, options, out, err)
+                             : Tell(CheckCatalog(catalog), options, out);
 }
 
 }  // namespace
 
 int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostream& err) {
     const Options options = ReadOptions(arguments);
-    if (!options.problem.isEmpty())
-        return RefuseUsage("VARDOCatalogCheck", options.problem, USAGE, err);
-    int status = EXIT_CLEAN;
-    if (options.isHelp) {
-        out << USAGE << HELP;
-    } else if (options.isVersion) {
-        out << "VARDOCatalogCheck " << VARDO_VERSION << '\n';
-    } else {
-        const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
-        const CCatalog catalog(folder, siteAddress, siteFolder);
-        if (!options.live.isEmpty())
-            status = Tell(AskServer(catalog, options), options, out);
-        else
-            status = options.isPreview ? ShowPreview(catalog, options, out, err)
-                                       : Tell(CheckCatalog(catalog), options, out);
-    }
-    return Finish("VARDOCatalogCheck", status, out, err);
+    return RunProgram(
+        TEXTS, options.common, [&] { return Check(options, out, err); }, out, err);
 }

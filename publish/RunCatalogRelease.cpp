@@ -44,21 +44,18 @@ VARDOCatalogCheck finds an error in FOLDER that is not about signatures.
 Exit status: 0 all is done; 2 errors; 64 wrong usage.
 )";
 
+constexpr ProgramTexts TEXTS{"VARDOCatalogRelease", USAGE, HELP};
+
 struct Options {
     FolderArguments arguments{};
     QString installerKey{};
     QString key{};
     int days = CCatalogSigning::USUAL_DAYS;
     std::optional<NewProduct> product{};
-    bool isHelp = false;
-    bool isVersion = false;
-    // Why the arguments make no sense; empty when they do.
-    QString problem{};
+    CommonOptions common{};
 };
 
 QString ProblemOf(const Options& options) {
-    if (options.isHelp || options.isVersion)
-        return {};
     if (options.product)
         return options.product->problem.isEmpty() ? options.arguments.problem : options.product->problem;
     if (options.key.isEmpty() && options.installerKey.isEmpty())
@@ -82,7 +79,7 @@ Options ReadOptions(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.addOptions({installerKey, key, days, site, added, help, version});
     if (!parser.parse(arguments))
-        return {.problem = parser.errorText()};
+        return {.common = {.problem = parser.errorText()}};
     QStringList others = parser.positionalArguments();
     std::optional<NewProduct> product;
     if (parser.isSet(added))
@@ -92,9 +89,8 @@ Options ReadOptions(const QStringList& arguments) {
                     .key = parser.value(key),
                     .days = parser.value(days).toInt(),
                     .product = product,
-                    .isHelp = parser.isSet(help),
-                    .isVersion = parser.isSet(version)};
-    options.problem = ProblemOf(options);
+                    .common = {.isHelp = parser.isSet(help), .isVersion = parser.isSet(version)}};
+    options.common.problem = ProblemOf(options);
     return options;
 }
 
@@ -203,7 +199,7 @@ bool ReplaceSignatures(const std::vector<SignedFile>& signatures, std::ostream& 
 }
 
 // Nothing is written before all is signed. What is written first is of no use to anybody before the rest.
-int Release(const Options& options, std::ostream& out, std::ostream& err) {
+int SignAll(const Options& options, std::ostream& out, std::ostream& err) {
     const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
     const CCatalog catalog(folder, siteAddress, siteFolder);
     if (const CFindings errors = CCatalogSigning::ErrorsOf(catalog); errors.Count(Severity::ERROR) > 0) {
@@ -243,20 +239,17 @@ int AddProduct(const Options& options, std::ostream& out, std::ostream& err) {
     return problem.isEmpty() ? EXIT_CLEAN : Fail(problem, err);
 }
 
+int Release(const Options& options, std::ostream& out, std::ostream& err) {
+    if (options.product)
+        return AddProduct(options, out, err);
+    const int status = SignAll(options, out, err);
+    return status == EXIT_CLEAN ? CheckAfterwards(options, err) : status;
+}
+
 }  // namespace
 
 int RunCatalogRelease(const QStringList& arguments, std::ostream& out, std::ostream& err) {
     const Options options = ReadOptions(arguments);
-    if (!options.problem.isEmpty())
-        return RefuseUsage("VARDOCatalogRelease", options.problem, USAGE, err);
-    int status = EXIT_CLEAN;
-    if (options.isHelp)
-        out << USAGE << HELP;
-    else if (options.isVersion)
-        out << "VARDOCatalogRelease " << VARDO_VERSION << '\n';
-    else if (options.product)
-        status = AddProduct(options, out, err);
-    else if (status = Release(options, out, err); status == EXIT_CLEAN)
-        status = CheckAfterwards(options, err);
-    return Finish("VARDOCatalogRelease", status, out, err);
+    return RunProgram(
+        TEXTS, options.common, [&] { return Release(options, out, err); }, out, err);
 }

@@ -31,19 +31,16 @@ signatures.
 Exit status: 0 all is signed; 2 errors; 64 wrong usage.
 )";
 
+constexpr ProgramTexts TEXTS{"VARDOCatalogSign", USAGE, HELP};
+
 struct Options {
     FolderArguments arguments{};
     QString key{};
     int days = CCatalogSigning::USUAL_DAYS;
-    bool isHelp = false;
-    bool isVersion = false;
-    // Why the arguments make no sense; empty when they do.
-    QString problem{};
+    CommonOptions common{};
 };
 
 QString ProblemOf(const Options& options) {
-    if (options.isHelp || options.isVersion)
-        return {};
     if (!QFileInfo(options.key).isFile())
         return QStringLiteral("--key takes the file of a secret key");
     if (options.days < 1 || options.days > CCatalogSigning::MOST_DAYS)
@@ -60,13 +57,12 @@ Options ReadOptions(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.addOptions({key, days, site, help, version});
     if (!parser.parse(arguments))
-        return {.problem = parser.errorText()};
+        return {.common = {.problem = parser.errorText()}};
     Options options{.arguments = ReadFolder(parser.positionalArguments(), parser.value(site)),
                     .key = parser.value(key),
                     .days = parser.value(days).toInt(),
-                    .isHelp = parser.isSet(help),
-                    .isVersion = parser.isSet(version)};
-    options.problem = ProblemOf(options);
+                    .common = {.isHelp = parser.isSet(help), .isVersion = parser.isSet(version)}};
+    options.common.problem = ProblemOf(options);
     return options;
 }
 
@@ -90,14 +86,6 @@ int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
 
 int RunCatalogSign(const QStringList& arguments, std::ostream& out, std::ostream& err) {
     const Options options = ReadOptions(arguments);
-    if (!options.problem.isEmpty())
-        return RefuseUsage("VARDOCatalogSign", options.problem, USAGE, err);
-    int status = EXIT_CLEAN;
-    if (options.isHelp)
-        out << USAGE << HELP;
-    else if (options.isVersion)
-        out << "VARDOCatalogSign " << VARDO_VERSION << '\n';
-    else
-        status = SignFolder(options, out, err);
-    return Finish("VARDOCatalogSign", status, out, err);
+    return RunProgram(
+        TEXTS, options.common, [&] { return SignFolder(options, out, err); }, out, err);
 }
