@@ -11,6 +11,8 @@ protected:
     void SetUp() override {
         Open();
         ASSERT_TRUE(WaitUntilChecked(PRODUCTS)) << program_->Output();
+        // It has grown for the longest name.
+        window_ = desktop_.WaitFor(program_->Id(), TITLE);
     }
     // Clicks all the way down the column of buttons; what opens a page opens it more than once.
     void ClickEveryVisibleButton() {

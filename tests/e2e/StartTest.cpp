@@ -34,7 +34,7 @@ TEST_F(StartTest, ASecondCopySaysSoAndOneThatEndsFreesTheLock) {
     proxy.Serve(LoopbackServer::ANY, {LoopbackAnswer::Status(404), LoopbackAnswer::Silence()});
     Open();
     EXPECT_TRUE(WaitUntil([&] { return proxy.RequestCount() == 2; }));
-    desktop_.Click(window_, -40, -20);
+    desktop_.Click(desktop_.WaitFor(program_->Id(), TITLE), -40, -20);
     EXPECT_TRUE(program_->WaitForEnd(std::chrono::seconds(1))) << "the check ends at once";
     EXPECT_EQ(Setting("LastChecked"), 0);
     proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Status(404));

@@ -4,6 +4,7 @@
 // Files that are on their way before they are asked for.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
