@@ -368,7 +368,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
     LoopbackAnswer stale = LoopbackAnswer::Challenge("Digest realm=\"x\", nonce=\"1\", stale=true");
     LoopbackAnswer bare = LoopbackAnswer::Challenge("NTLM");
     // The manager sends requests on a thread of its own; the transfer gets the time to stop it.
-    stale.delay = bare.delay = 200ms;
+    stale.delay = bare.delay = 300ms;
     const struct {
         const char* situation;
         std::vector<LoopbackAnswer> answers;

@@ -94,19 +94,6 @@ TEST(Addresses, AreEncodedForBrowsersOnceAndOnlyWhereTheyMustBe) {
     EXPECT_EQ(JoinTrimmed(L"http://h/a\\\\//", L"f.xml"), L"http://h/a/f.xml");
 }
 
-TEST_F(Paths, DeletesReadOnlyFilesButOpensNoLinkTargets) {
-    Write("read-only", "x");
-    ASSERT_EQ(chmod(Name("read-only").c_str(), 0444), 0);
-    ASSERT_EQ(symlink("read-only", Name("link").c_str()), 0);
-    EXPECT_TRUE(In("link").Delete());
-    EXPECT_EQ(Mode("read-only"), std::filesystem::perms{0444});
-    EXPECT_TRUE(FileSystem::MakeWritable(In("read-only").GetFilePathString()));
-    EXPECT_EQ(Mode("read-only"), std::filesystem::perms{0664});
-    EXPECT_TRUE(In("read-only").Delete());
-    EXPECT_FALSE(In("read-only").Exists());
-    EXPECT_FALSE(In("").Delete());
-}
-
 TEST_F(Paths, ANewNameTakesNoOthersPlace) {
     const CAtlString from = Write("from", "from").GetFilePathString();
     Write("other", "other");

@@ -1,16 +1,19 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The program's text: its layout and sharing, its operations, and its ways in and out of other encodings.
+// The program's text: its layout and sharing, its operations, and its ways in and out of other encodings. And
+// versions, which are read from texts.
 #include <gtest/gtest.h>
 #include <clocale>
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include "DataTable.h"
 #include "platform/text/CAtlString.h"
 #include "platform/text/CAtlStringA.h"
 #include "platform/text/TextConversion.h"
+#include "products/CVersionString.h"
 #include "support/TextPrinting.h"
 
 namespace {
@@ -112,4 +115,29 @@ TEST(TextEncodings, NarrowOrEncodeByForm) {
     EXPECT_EQ(CAtlString(QString(QLatin1String("a\0b", 3))).GetLength(), 3);
     EXPECT_EQ(CAtlString(CAtlStringA("a\0b", 3)).GetLength(), 3);
     EXPECT_EQ(CAtlString(L"a\0b", 3).ToQString(), "a");
+}
+
+TEST(Versions, UnusualTexts) {
+    for (const QStringList& row : DataTable("versions.txt")) {
+        EXPECT_EQ(CVersionString(row[0]).IsValid(), row[2] == "valid") << row[0].toStdString();
+        EXPECT_EQ(CVersionString(row[0]).GetString(), CAtlString(row[1]));
+    }
+    const QString nines(100'000, '9');
+    EXPECT_EQ(CVersionString(nines + ".1.1." + nines).GetString(), L"2147483647.1.1.2147483647");
+    CVersionString again(L"1.2.3.4");
+    EXPECT_EQ(again.SetString(CAtlStringA("x.5.y.6")).GetString(), L"1.5.3.6")
+        << "a part without a number keeps the one from before";
+}
+
+TEST(Versions, AreTotallyOrdered) {
+    const auto ranks = DataTable("version-order.txt");
+    for (std::size_t i = 0; i < ranks.size(); ++i)
+        for (std::size_t j = 0; j < ranks.size(); ++j)
+            for (const QString& a : ranks[i])
+                for (const QString& b : ranks[j]) {
+                    SCOPED_TRACE((a + " and " + b).toStdString());
+                    EXPECT_EQ(CVersionString(a).IsLess(CVersionString(b)), i < j);
+                    EXPECT_EQ(CVersionString(a).IsEqual(CVersionString(b)), i == j);
+                    EXPECT_EQ(CVersionString(a).IsGreater(CVersionString(b)), i > j);
+                }
 }

@@ -192,32 +192,6 @@ TEST_F(WorkFlow, TakesTheProxyFromTheCommandLineOnlyWhenToldTo) {
     stored.SaveProxySettings();
 }
 
-TEST_F(WorkFlow, SelfUpdateStartsTheInstallerAndEndsWithoutSaving) {
-    StoreSettings(1, 7, 2451545);
-    OfferSelfUpdate();
-    environment_->selfUpdateConfirmed = true;
-    // A silent check says that it waits only after the user's consent.
-    for (const auto& [argument, waiting] :
-         {std::pair("x", "program . installer 1/2 ."), {"-silent", ". installer 1/2 ."}}) {
-        environment_->startedPrograms.clear();
-        environment_->progress.clear();
-        downloader_->addresses.clear();
-        Run({argument});
-        EXPECT_EQ(downloader_->addresses,
-                  std::vector<std::string>({"http://self/self.xml", "http://self/get/setup.bin"}));
-        EXPECT_EQ(downloader_->installers.back(), "http://self/get/setup.bin");
-        const SelfUpdateOffer& offer = environment_->selfUpdateOffer;
-        EXPECT_EQ(offer.installed + " " + offer.offered + " " + offer.host, QString("1.0.0.0 2.0.0.0 self"));
-        const std::string installer = downloader_->files.back();
-        EXPECT_EQ(environment_->startedPrograms.at(0).first.toStdString(), installer);
-        EXPECT_EQ(environment_->startedPrograms.at(0).second, QStringList("-quiet now"));
-        EXPECT_EQ(std::filesystem::status(installer).permissions(), std::filesystem::perms::owner_all);
-        EXPECT_EQ(environment_->progress.join(' '), waiting);
-        EXPECT_TRUE(latest_.isEmpty());
-        EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=7 LastChecked=2451545");
-    }
-}
-
 TEST_F(WorkFlow, CancelEndsOneStepOfTheWaitingForTheWindow) {
     AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
     Install();
