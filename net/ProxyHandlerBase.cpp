@@ -3,28 +3,34 @@
 
 #include "net/ProxyHandlerBase.h"
 
+#include "app/settings/CPolicy.h"
+#include "app/settings/DefaultSettings.h"
 #include "platform/settings/CSettingsIdentity.h"
 #include "platform/settings/SettingsStore.h"
 
 namespace {
 
 const wchar_t* const KEY = L"Software/VARDO Technologies/VARDO Board Software/ProxyInformation";
-const wchar_t* const HOST_NAME = L"HttpProxyHost";
-const wchar_t* const PORT_NAME = L"HttpProxyPort";
 
 }  // namespace
 
 void ProxyHandlerBase::LoadProxySettings() {
     const CSettingsIdentity shared("", "", "");
     int ignored = REGISTRY_OK;
-    proxyHost_ = ReadRegistryString(HKEY_LOCAL_MACHINE, KEY, HOST_NAME, CAtlString(), ignored);
-    proxyPort_ = ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, PORT_NAME, DEFAULT_PORT, ignored);
+    const CPolicy policy;
+    proxyHost_ = policy.proxyHost.value_or(
+        ReadRegistryString(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_HOST, CAtlString(), ignored));
+    proxyPort_ = policy.proxyPort.value_or(
+        ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT, DEFAULT_PORT, ignored));
 }
 
 bool ProxyHandlerBase::SaveProxySettings() const {
     const CSettingsIdentity shared("", "", "");
-    WriteRegistryString(HKEY_LOCAL_MACHINE, KEY, HOST_NAME, proxyHost_);
-    return WriteRegistryDword(HKEY_LOCAL_MACHINE, KEY, PORT_NAME, proxyPort_) == REGISTRY_OK;
+    const CPolicy policy;
+    if (!policy.proxyHost)
+        WriteRegistryString(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_HOST, proxyHost_);
+    return policy.proxyPort || WriteRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT,
+                                                  proxyPort_) == REGISTRY_OK;
 }
 
 void ProxyHandlerBase::GetProxySettings(CAtlString& host, int& port, CAtlString& userName,
@@ -61,7 +67,10 @@ bool ProxyHandlerBase::AskForCredentials(const CAtlString& host, int port) {
 }
 
 bool ProxyHandlerBase::ShowProxyOptionsDialog(QWidget* parent) {
+    const CPolicy policy;
     ProxyEntry options{proxyHost_, proxyPort_, userName_, password_};
+    options.isHostFixed = policy.proxyHost.has_value();
+    options.isPortFixed = policy.proxyPort.has_value();
     if (!dialog_ || !dialog_->EditOptions(options, parent))
         return false;
     const bool isOtherProxy = proxyHost_.Compare(options.host) != 0 || proxyPort_ != options.port;

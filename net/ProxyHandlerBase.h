@@ -4,6 +4,7 @@
 // The proxy of this user: where it is, and how its credentials are obtained.
 #pragma once
 
+#include "app/settings/DefaultSettings.h"
 #include "platform/text/CAtlString.h"
 
 #include <boost/shared_ptr.hpp>
@@ -18,6 +19,9 @@ struct ProxyEntry {
     int port = 0;
     CAtlString userName;
     CAtlString password;
+    // The administrator has settled it: the user may not change it.
+    bool isHostFixed = false;
+    bool isPortFixed = false;
 };
 
 // The questions to the user: a program without windows leaves them out, and a test answers them. Each
@@ -38,13 +42,14 @@ public:
 class ProxyHandlerBase {
 public:
     // The port when a host is stored without one.
-    static constexpr int DEFAULT_PORT = 8080;
+    static constexpr int DEFAULT_PORT = DefaultSettings::DEFAULT_PROXY_PORT;
 
     virtual ~ProxyHandlerBase() = default;
 
-    // Reads host and port from the settings, or their defaults: an empty host and DEFAULT_PORT.
+    // Reads host and port from the policy, else from the settings, or their defaults: an empty host and
+    // DEFAULT_PORT.
     void LoadProxySettings();
-    // Writes host and port; true when the port could be written.
+    // Writes host and port, but for what the policy sets; false when the port could not be written.
     bool SaveProxySettings() const;
     void SetProxyHost(const CAtlString& host) { proxyHost_ = host; }
     // Port is 1 to 65535; without a host connections are direct. SaveProxySettings stores both.

@@ -121,6 +121,15 @@ void MainWindow::ShowSchedule() {
     spinBox->setMaximum(std::max(spinBox->maximum(), record_->GetInterval()));
     spinBox->setValue(record_->GetInterval());
     ShowNextCheck();
+    ShowFixed(*checkBox, record_->GetPolicy().checkUpdates.has_value());
+    ShowFixed(*spinBox, record_->GetPolicy().interval.has_value());
+}
+
+void MainWindow::ShowFixed(QWidget& control, bool isFixed) {
+    if (!isFixed)
+        return;
+    control.setEnabled(false);
+    control.setToolTip(tr("Your administrator has set this"));
 }
 
 // The form's minimum width is too narrow for some dates in large letters.
@@ -196,7 +205,7 @@ void MainWindow::OnClose() {
 
 void MainWindow::OnCheckboxChanged(int state) {
     record_->SetCheckUpdates(state == Qt::Checked);
-    spinBox->setEnabled(state == Qt::Checked);
+    spinBox->setEnabled(state == Qt::Checked && !record_->GetPolicy().interval);
     ShowNextCheck();
 }
 

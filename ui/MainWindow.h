@@ -72,6 +72,8 @@ private:
     // Builds the form, and gives its table.
     QTableWidget& SetUpForm();
     void ShowSchedule();
+    // Leaves what the administrator has settled to the eye.
+    static void ShowFixed(QWidget& control, bool isFixed);
     void ShowDate(const QString& date);
     // The first time that there are rows to be seen, and nothing is known of a place that the user chose.
     void MakeRoomForNames();

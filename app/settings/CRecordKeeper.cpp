@@ -21,8 +21,11 @@ int ReadUsersElseMachines(const CAtlString& name, int defaultValue) {
 }  // namespace
 
 bool CRecordKeeper::Load() {
-    interval_ = ReadUsersElseMachines(DefaultSettings::INTERVAL, DefaultSettings::DEFAULT_INTERVAL);
-    checkUpdates_ = ReadUsersElseMachines(DefaultSettings::CHECK_UPDATES, 1) == 1;
+    policy_ = CPolicy();
+    interval_ = policy_.interval.value_or(
+        ReadUsersElseMachines(DefaultSettings::INTERVAL, DefaultSettings::DEFAULT_INTERVAL));
+    checkUpdates_ =
+        policy_.checkUpdates.value_or(ReadUsersElseMachines(DefaultSettings::CHECK_UPDATES, 1) == 1);
     int error = REGISTRY_OK;
     lastChecked_ = ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
                                      DefaultSettings::LAST_CHECKED, 0, error);
@@ -35,10 +38,12 @@ bool CRecordKeeper::Load() {
 }
 
 void CRecordKeeper::Save() const {
-    WriteRegistryDwords(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
-                        {{DefaultSettings::INTERVAL, interval_},
-                         {DefaultSettings::CHECK_UPDATES, checkUpdates_ ? 1 : 0},
-                         {DefaultSettings::LAST_CHECKED, newLastChecked_}});
+    std::vector<std::pair<CAtlString, int>> values{{DefaultSettings::LAST_CHECKED, newLastChecked_}};
+    if (!policy_.interval)
+        values.emplace_back(DefaultSettings::INTERVAL, interval_);
+    if (!policy_.checkUpdates)
+        values.emplace_back(DefaultSettings::CHECK_UPDATES, checkUpdates_ ? 1 : 0);
+    WriteRegistryDwords(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, values);
     if (!windowPlace_.isEmpty())
         WriteRegistryString(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, DefaultSettings::WINDOW,
                             CAtlString(QString::fromLatin1(windowPlace_.toBase64())));

@@ -4,6 +4,7 @@
 // What is kept from one run to the next: when silent checks run, and where the window was.
 #pragma once
 
+#include "app/settings/CPolicy.h"
 #include "app/settings/DefaultSettings.h"
 
 #include <QByteArray>
@@ -15,10 +16,10 @@ public:
     virtual ~CRecordKeeper() = default;
 
     // Reads the user's values; "CheckUpdates" and "Interval" fall back to the machine's, then to their
-    // defaults. True when the user has a "LastChecked".
+    // defaults, and give way to the policy. True when the user has a "LastChecked".
     bool Load();
-    // Writes the three values to the user's settings, and the window's place when there is one. Failures are
-    // not reported.
+    // Writes the three values, but for those that the policy sets, to the user's settings, and the window's
+    // place when there is one. Failures are not reported.
     void Save() const;
     // Whether a silent check is due on the Julian day today: checks are on, and at least the interval has
     // passed since the loaded date.
@@ -27,6 +28,8 @@ public:
     // The Julian day of the next silent check, counted from what Save writes.
     long long GetNextCheck() const { return static_cast<long long>(newLastChecked_) + interval_; }
 
+    // As it was at Load.
+    const CPolicy& GetPolicy() const { return policy_; }
     bool GetCheckUpdates() const { return checkUpdates_; }
     void SetCheckUpdates(bool on) { checkUpdates_ = on; }
     // In days.
@@ -42,6 +45,7 @@ public:
     void SetWindowPlace(const QByteArray& place) { windowPlace_ = place; }
 
 private:
+    CPolicy policy_;
     bool checkUpdates_ = true;
     int interval_ = DefaultSettings::DEFAULT_INTERVAL;
     int lastChecked_ = 0;

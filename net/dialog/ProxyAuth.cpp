@@ -25,6 +25,7 @@ void Fill(ProxyAuth& dialog, const ProxyEntry& entry) {
     dialog.SetPort(entry.port);
     dialog.SetUserName(entry.userName);
     dialog.SetPassword(entry.password);
+    dialog.SetFixed(entry.isHostFixed, entry.isPortFixed);
 }
 
 bool Ask(ProxyAuth& dialog) {
@@ -73,6 +74,15 @@ void ProxyAuth::SetUserName(const CAtlString& userName) {
 
 void ProxyAuth::SetPassword(const CAtlString& password) {
     form_->proxyPasswordEdit->setText(password.ToQString());
+}
+
+void ProxyAuth::SetFixed(bool isHostFixed, bool isPortFixed) {
+    const std::pair<QLineEdit*, bool> edits[] = {{form_->proxyHostEdit, isHostFixed},
+                                                 {form_->proxyPortEdit, isPortFixed}};
+    for (const auto& [edit, isFixed] : edits) {
+        edit->setDisabled(isFixed);
+        edit->setToolTip(isFixed ? tr("Your administrator has set this") : QString());
+    }
 }
 
 void ProxyAuth::SetAuthenticationMode() {

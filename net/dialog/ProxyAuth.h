@@ -39,6 +39,8 @@ public:
     // Becomes the request for credentials: another title, host and port read-only and drawn as part of the
     // background, the focus on the user name.
     void SetAuthenticationMode();
+    // The user may not change these, because the administrator has settled them.
+    void SetFixed(bool isHostFixed, bool isPortFixed);
 
 protected slots:
     // Takes the address in the field of the host apart ("http://proxy:3128/"). When it can be no address, the

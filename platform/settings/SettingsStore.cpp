@@ -6,7 +6,6 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
-#include <QVariant>
 #include <filesystem>
 #include <memory>
 
@@ -87,6 +86,11 @@ int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, i
                       const CAtlString& /*domain*/) {
     const QVariant value = ReadValue(hive, key, name, error);
     return error == REGISTRY_OK ? value.toInt() : defaultValue;
+}
+
+QVariant ReadMachineValue(const CAtlString& key, const CAtlString& name) {
+    return QSettings(QSettings::NativeFormat, QSettings::SystemScope, CSettingsIdentity::Organization())
+        .value(SettingsKey(key, name));
 }
 
 int WriteRegistryString(int hive, const CAtlString& key, const CAtlString& name, const CAtlString& value,

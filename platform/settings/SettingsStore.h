@@ -7,6 +7,7 @@
 
 #include "platform/text/CAtlString.h"
 
+#include <QVariant>
 #include <utility>
 #include <vector>
 
@@ -37,6 +38,10 @@ CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString&
 // The same for 32-bit integers; a stored text that is no number reads as 0.
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& domain = SETTINGS_DOMAIN);
+
+// The value in the machine's file of the whole organisation, whoever asks, and never one of the user's;
+// invalid when there is none.
+QVariant ReadMachineValue(const CAtlString& key, const CAtlString& name);
 
 // REGISTRY_OK, or REGISTRY_NOT_FOUND when no store could be opened.
 int WriteRegistryString(int hive, const CAtlString& key, const CAtlString& name, const CAtlString& value,

@@ -163,6 +163,27 @@ TEST_F(Settings, DueRule) {
     }
 }
 
+TEST_F(Settings, PolicyOfTheMachineWinsAndIsNotCopied) {
+    const std::string policy =
+        "[Software]\nVARDO%20Technologies\\Product%20Update\\Policy\\CheckUpdates=0\n"
+        "VARDO%20Technologies\\Product%20Update\\Policy\\Interval=3\n";
+    std::ofstream(USERS + WHOLE_MAKER) << policy;
+    WriteOwn(HKEY_CURRENT_USER, DefaultSettings::INTERVAL, 14);
+    CRecordKeeper record;
+    record.Load();
+    EXPECT_TRUE(record.GetCheckUpdates() && record.GetInterval() == 14) << "a user makes no policy";
+    std::ofstream(MACHINES + WHOLE_MAKER) << policy;
+    record.Load();
+    EXPECT_FALSE(record.GetCheckUpdates());
+    EXPECT_EQ(record.GetInterval(), 3);
+    EXPECT_EQ(record.GetPolicy().names.join(' '), "CheckUpdates Interval");
+    record.SetNewLastChecked(5);
+    record.Save();
+    EXPECT_EQ(Number(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, L"CheckUpdates"), -7);
+    EXPECT_EQ(Number(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, L"Interval"), 14);
+    EXPECT_EQ(Number(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, L"LastChecked"), 5);
+}
+
 TEST_F(Settings, RecordTakesTheMachinesAndKeepsTheUsers) {
     CRecordKeeper record;
     EXPECT_FALSE(record.Load());

@@ -178,6 +178,24 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
     }
 }
 
+TEST_F(ProxyHandler, PolicyWinsAndIsNotStored) {
+    QSettings policy(QSettings::SystemScope, "VARDO Technologies");
+    policy.setValue("Software/VARDO Technologies/Product Update/Policy/HttpProxyHost", "set.example");
+    stored_.setValue("HttpProxyPort", 3128);
+    handler_.LoadProxySettings();
+    EXPECT_EQ(Settings(handler_), "set.example:8080 :");
+    const ModalDialogDriver driver([](QDialog& dialog) {
+        EXPECT_FALSE(Edit(dialog, "proxyHostEdit")->isEnabled() ||
+                     Edit(dialog, "proxyPortEdit")->isEnabled());
+        Type(dialog, "proxyUserNameEdit", "user");
+        Press(dialog, "okButton");
+    });
+    EXPECT_TRUE(handler_.ShowProxyOptionsDialog(nullptr) && handler_.SaveProxySettings());
+    EXPECT_EQ(Settings(handler_), "set.example:8080 user:");
+    EXPECT_EQ(stored_.childKeys().join(' '), "HttpProxyPort");
+    policy.clear();
+}
+
 TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
     const std::pair<const char*, const char*> rows[] = {
         {"proxy.example", "proxy.example:8080"},

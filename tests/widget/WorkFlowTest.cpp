@@ -218,6 +218,17 @@ TEST_F(WorkFlow, CheckGoesOnWhenTheSelfUpdateIsForbiddenOrDeclinedOrFails) {
     Run({});
     EXPECT_EQ(downloader_->addresses.front(), "http://site/products.xml") << "nothing else is asked";
     OfferSelfUpdate();
+    QSettings machine(QSettings::SystemScope, "VARDO Technologies");
+    machine.beginGroup("Software/VARDO Technologies/Product Update/Policy");
+    machine.setValue("NoSelfUpdate", 1);
+    machine.setValue("Interval", 90);
+    Run({}, [](QWidget& window) {
+        const auto* days = window.findChild<QSpinBox*>("spinBox");
+        EXPECT_TRUE(!days->isEnabled() && days->value() == 90) << days->toolTip();
+        EXPECT_TRUE(window.findChild<QCheckBox*>("checkBox")->isEnabled());
+    });
+    EXPECT_EQ(environment_->selfUpdateQuestions, 0);
+    machine.remove("");
     Run({});
     EXPECT_EQ(environment_->selfUpdateQuestions, 1);
     downloader_->Forget("http://self/get/setup.bin");
@@ -225,7 +236,7 @@ TEST_F(WorkFlow, CheckGoesOnWhenTheSelfUpdateIsForbiddenOrDeclinedOrFails) {
     Run({});
     EXPECT_EQ(environment_->selfUpdateWarnings, 1);
     EXPECT_TRUE(environment_->startedPrograms.empty());
-    EXPECT_EQ(latest_, QStringList({"2.0.0.0", "2.0.0.0", "2.0.0.0"}));
+    EXPECT_EQ(latest_, QStringList({"2.0.0.0", "2.0.0.0", "2.0.0.0", "2.0.0.0"}));
 }
 
 }  // namespace
