@@ -143,6 +143,8 @@ void Downloader::TakeProxySettings() {
     CAtlString password;
     int port = 0;
     proxyHandler_->GetProxySettings(host, port, userName, password);
-    SetProxy(host, port);
+    // No host has an "@": what stands before it is a password, as often as not, and records and messages show
+    // the host.
+    SetProxy(CAtlString(host.ToQString().section('@', -1)), port);
     SetCredentials(userName, password);
 }

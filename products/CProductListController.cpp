@@ -47,7 +47,7 @@ Verdict CProductListController::LoadUsersList(Products& users, const Products& i
     return verdict;
 }
 
-bool CProductListController::UpdateProductList() {
+bool CProductListController::UpdateProductList(bool isStored) {
     if (!downloader_ || !products_ || !products_->IsLoaded() || products_->GetAddress().IsEmpty())
         return false;
     const CFetchedFile fetched(downloader_.get(), products_->GetAddress(), environment_->SharedDataFolder(),
@@ -56,7 +56,8 @@ bool CProductListController::UpdateProductList() {
     const auto newest = boost::make_shared<Products>(environment_);
     const bool loaded = newest->Load(fetched.GetPath(), fetched.GetBytes());
     if (loaded && newest->GetVersion().IsGreater(products_->GetVersion())) {
-        StoreProductList(fetched.GetPath(), *environment_);
+        if (isStored)
+            StoreProductList(fetched.GetPath(), *environment_);
         products_ = newest;
     }
     return loaded;

@@ -43,8 +43,11 @@ public:
     // Whether the user's copy of the list counted, in the last LoadProductList, or why it did not.
     Verdict GetUsersVerdict() const { return usersVerdict_; }
     // Fetches the list from its own address; a newer one is stored (in the installation, else in the user's
-    // folder) and becomes current. True when a list was fetched and could be read, newer or not.
-    bool UpdateProductList();
+    // folder), unless it is for this process alone, and becomes current. True when a list was fetched and
+    // could be read, newer or not.
+    bool UpdateProductList(bool isStored = true);
+    // Why the last fetched list was refused, in words for the user; empty when it was not.
+    const QString& GetListRefusal() const { return listRefusal_; }
     // Lets every product find what is installed, then lets them disable one another. True when anything was
     // found.
     bool FindInstalled();

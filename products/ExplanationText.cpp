@@ -114,10 +114,10 @@ void AddAnswer(CParagraph& paragraph, const QJsonObject& explanation) {
 
 }  // namespace
 
-QString CommonExplanation(const QJsonObject& explanation) {
+QString CommonExplanation(const QJsonObject& report) {
     CParagraph paragraph("The whole report");
-    paragraph.Add("list", List(explanation["list"]));
-    paragraph.Add("silent check", SilentCheck(explanation["silentCheck"]));
+    paragraph.Add("list", List(report["list"]));
+    paragraph.Add("silent check", SilentCheck(report["silentCheck"]));
     return paragraph.ToText();
 }
 

@@ -10,5 +10,5 @@
 
 // A paragraph about the product of a row: of its "name", its "key" and its "explain".
 QString ExplanationText(const QJsonObject& row);
-// What all products have in common, of the "explain" of any: which list, and whether a silent check is due.
-QString CommonExplanation(const QJsonObject& explanation);
+// What all products have in common, of the report's JSON: which list, and whether a silent check is due.
+QString CommonExplanation(const QJsonObject& report);

@@ -145,11 +145,11 @@ bool GalleryVersion::RunAction(unsigned /*item*/) {
 }
 
 CAtlString GalleryVersion::GetInstalledVersion(unsigned /*item*/) const {
-    return Newest(&Versions::installed);
+    return AsShown(Newest(&Versions::installed));
 }
 
 CAtlString GalleryVersion::GetLatestVersion(unsigned /*item*/) const {
-    return Newest(&Versions::latest);
+    return AsShown(Newest(&Versions::latest));
 }
 
 CAtlString GalleryVersion::GetOffer(unsigned /*item*/) const {
@@ -163,7 +163,7 @@ CAtlString GalleryVersion::Newest(CAtlString Versions::*which) const {
     const auto newest = std::max_element(
         categories_.begin(), categories_.end(),
         [which](const auto& a, const auto& b) { return (a.second.*which).Compare(b.second.*which) < 0; });
-    return newest == categories_.end() ? CAtlString() : AsShown(newest->second.*which);
+    return newest == categories_.end() ? CAtlString() : newest->second.*which;
 }
 
 CAtlString GalleryVersion::GetDescriptionName() const {

@@ -49,6 +49,11 @@ public:
     unsigned GetItemCount() const override { return categories_.empty() ? 0 : 1; }
     CAtlString GetInstalledVersion(unsigned item) const override;
     CAtlString GetLatestVersion(unsigned item) const override;
+    // As the files have them.
+    CAtlString GetPlainInstalledVersion(unsigned /*item*/) const override {
+        return Newest(&Versions::installed);
+    }
+    CAtlString GetPlainLatestVersion(unsigned /*item*/) const override { return Newest(&Versions::latest); }
     void SetRow(unsigned /*item*/, int row) override { row_ = row; }
     int GetRow(unsigned /*item*/) const override { return row_; }
     QList<QString> GetActionTexts() const override { return actionTexts_; }

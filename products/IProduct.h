@@ -53,6 +53,9 @@ public:
     // Texts of the columns "Installed version" and "Latest version".
     virtual CAtlString GetInstalledVersion(unsigned item) const = 0;
     virtual CAtlString GetLatestVersion(unsigned item) const = 0;
+    // The same for machines: whatever the user's locale is.
+    virtual CAtlString GetPlainInstalledVersion(unsigned item) const { return GetInstalledVersion(item); }
+    virtual CAtlString GetPlainLatestVersion(unsigned item) const { return GetLatestVersion(item); }
     // The item's row in the table; negative when it has none.
     virtual void SetRow(unsigned item, int row) = 0;
     virtual int GetRow(unsigned item) const = 0;

@@ -12,6 +12,8 @@
 #include <chrono>
 #include <optional>
 
+enum class ReportFormat { TABLE, JSON, PROMETHEUS };
+
 // GUI thread, while a QCoreApplication exists.
 class CReportOptions {
 public:
@@ -24,9 +26,14 @@ public:
 
     bool IsHelpWanted() const { return parser_.isSet(help_); }
     bool IsVersionWanted() const { return parser_.isSet(version_); }
-    bool IsJson() const { return parser_.isSet(json_); }
+    ReportFormat GetFormat() const { return format_; }
+    // Where the report goes; empty: to standard output.
+    QString GetOutput() const { return parser_.value(output_); }
     bool IsExplained() const { return parser_.isSet(explain_); }
     bool IsOffline() const { return parser_.isSet(offline_); }
+    // Whether every user of the machine has a line; for root alone.
+    bool IsOfAllUsers() const { return parser_.isSet(allUsers_); }
+    bool IsListFetched() const { return parser_.isSet(fetchList_); }
     // Empty: the stored proxy counts.
     const CAtlString& GetProxyHost() const { return proxyHost_; }
     int GetProxyPort() const { return proxyPort_; }
@@ -35,29 +42,40 @@ public:
     const QString& GetPassword() const { return password_; }
     // The bound of each fetch, when one was given.
     std::optional<std::chrono::milliseconds> GetTimeout() const { return timeout_; }
+    // The bound of the whole run, when one was given.
+    std::optional<std::chrono::milliseconds> GetDeadline() const { return deadline_; }
 
     QString GetHelp() const;
     static QString GetVersion();
 
 private:
-    bool Fail(const char* problem);
+    bool Fail(const QString& problem);
     bool ReadProxy();
-    bool ReadTimeout();
+    bool ReadFormat();
+    // Reads an option that takes seconds, if it was given; false when it is wrong.
+    bool ReadSeconds(const QCommandLineOption& option, std::optional<std::chrono::milliseconds>& time);
     bool ReadPassword();
 
     QCommandLineOption json_;
+    QCommandLineOption formatName_;
+    QCommandLineOption output_;
     QCommandLineOption explain_;
     QCommandLineOption offline_;
+    QCommandLineOption fetchList_;
+    QCommandLineOption allUsers_;
     QCommandLineOption proxy_;
     QCommandLineOption userName_;
     QCommandLineOption passwordFile_;
     QCommandLineOption wait_;
+    QCommandLineOption whole_;
     QCommandLineOption help_;
     QCommandLineOption version_;
     QCommandLineParser parser_;
     QString problem_;
+    ReportFormat format_ = ReportFormat::TABLE;
     CAtlString proxyHost_;
     int proxyPort_ = 0;
     QString password_;
     std::optional<std::chrono::milliseconds> timeout_;
+    std::optional<std::chrono::milliseconds> deadline_;
 };

@@ -3,8 +3,9 @@
 
 #include "report/CUpdateReport.h"
 
-#include "app/settings/CRecordKeeper.h"
+#include "platform/files/Addresses.h"
 #include "products/ProductListFiles.h"
+#include "report/RunFacts.h"
 
 #include <QUrl>
 #include <algorithm>
@@ -13,16 +14,6 @@ namespace {
 
 QString PathText(const CVardoFilePath& path) {
     return path.GetFilePathString().ToQString();
-}
-
-QString Reason(const CRecordKeeper& keeper) {
-    if (!keeper.GetCheckUpdates())
-        return "automatic checks are switched off";
-    const QString interval = QString("the interval is %1 days").arg(keeper.GetInterval());
-    if (keeper.GetLastChecked() == 0)
-        return "there was no check yet; " + interval;
-    const QDate last = QDate::fromJulianDay(keeper.GetLastChecked());
-    return QString("the last check was on %1; %2").arg(last.toString(Qt::ISODate), interval);
 }
 
 // Where the user's list is fetched from, when that is not the host of the installed one: a sign that it may
@@ -34,11 +25,27 @@ QString OtherHost(const Products& users, const Products& installed) {
     return newest.host().isEmpty() ? QString("nowhere") : newest.host();
 }
 
-// "due", and in "reason" why or why not, by the settings as they are.
-QJsonObject SilentCheck(const QDate& today) {
-    CRecordKeeper keeper;
-    keeper.Load();
-    return {{"due", keeper.IsCheckDue(static_cast<int>(today.toJulianDay()))}, {"reason", Reason(keeper)}};
+QString EndText(CUpdateReport::End end) {
+    return end == CUpdateReport::End::DEADLINE ? "the deadline came first" : "the report was interrupted";
+}
+
+// Somebody on the way to the site or there has answered; a proxy that wants credentials is on this side of
+// it.
+bool WasAnswered(const QJsonValue& request) {
+    const int status = request["status"].toInt();
+    return status != 0 && (status != 407 || request["proxy"].toString().isEmpty());
+}
+
+// The class of a failed request: of what came, or did not.
+QString RequestCode(const QJsonValue& request) {
+    switch (const int status = request["status"].toInt()) {
+        case 0:
+            return "unreachable";
+        case 200:
+            return "incomplete";
+        default:
+            return "http-" + QString::number(status);
+    }
 }
 
 }  // namespace
@@ -47,42 +54,125 @@ CUpdateReport::CUpdateReport(const boost::shared_ptr<IEnvironment>& environment,
                              const boost::shared_ptr<Downloader>& downloader)
     : environment_(environment), downloader_(downloader), controller_(environment) {}
 
-bool CUpdateReport::Run(bool isOffline, bool isExplained) {
-    isExplained_ = isExplained;
+bool CUpdateReport::Run(const Scope& scope) {
+    scope_ = scope;
     isListed_ = controller_.LoadProductList();
-    wasChecked_ = !isOffline;
-    controller_.SetPrinter(deaf_);
-    controller_.FindInstalled();
-    if (wasChecked_) {
+    if (!scope.isOffline)
         controller_.SetDownloader(downloader_);
+    if (scope.isListFetched)
+        FetchList();
+    Observe();
+    controller_.FindInstalled();
+    if (!scope.isOffline && !end_)
         controller_.CheckForUpdates();
-    }
     MakeRows();
+    if (!scope.isOffline && !scope.isListFetched)
+        LookForList();
     return isListed_;
+}
+
+void CUpdateReport::Stop(End end) {
+    end_ = end;
+    controller_.StopCheck();
+    downloader_->Cancel();
+}
+
+void CUpdateReport::Observe() {
+    controller_.SetPrinter(deaf_);
+    controller_.SetCheckFinishedCallback([this](const boost::shared_ptr<IProduct>& product) {
+        if (!end_)
+            finished_.insert(product.get());
+    });
+}
+
+void CUpdateReport::FetchList() {
+    listAddress_ = WithoutPassword(controller_.GetProductList()->GetAddress());
+    isListMissed_ = !controller_.UpdateProductList(false);
+    listRefusal_ = controller_.GetListRefusal();
+}
+
+// Last, so that a silent server of the list costs no product its check.
+void CUpdateReport::LookForList() {
+    if (end_ || !isListed_ || !IsAnybodyThere())
+        return;
+    CProductListController looker(environment_);
+    looker.LoadProductList();
+    looker.SetDownloader(downloader_);
+    looker.UpdateProductList(false);
+    listRefusal_ = looker.GetListRefusal();
+    const CVersionString& version = looker.GetProductList()->GetVersion();
+    if (version.IsGreater(controller_.GetProductList()->GetVersion()))
+        newerList_ = version.GetString().ToQString();
 }
 
 void CUpdateReport::MakeRows() {
     for (const auto& product : controller_.GetProducts()) {
         const unsigned items = product->GetItemCount();
         for (unsigned item = 0; item < items; ++item)
-            entries_.push_back({MakeRow(*product, item, wasChecked_), product});
+            entries_.push_back({MakeRow(*product, item, !scope_.isOffline), product});
         if (items == 0)
             entries_.push_back({MakeRow(*product), product});
     }
 }
 
-QJsonArray CUpdateReport::ToJson() const {
-    const QJsonObject common = isExplained_ ? ExplainCommon() : QJsonObject();
+QJsonObject CUpdateReport::ToJson() const {
+    QJsonObject check = SilentCheckFacts(environment_->Today());
+    if (scope_.isExplained && !scope_.isOffline)
+        check["opensWindow"] = check["due"].toBool() && controller_.IsAnyUpdateAvailable();
+    QJsonObject report = RunFacts();
+    report["list"] = ListFacts();
+    report["settings"] = SettingsFacts();
+    report["silentCheck"] = check;
+    report["products"] = Rows();
+    return report;
+}
+
+QJsonArray CUpdateReport::Rows() const {
+    const bool isDue = SilentCheckFacts(environment_->Today())["due"].toBool();
     QJsonArray rows;
     for (const auto& [row, product] : entries_) {
-        if (row.state == ItemState::NOT_INSTALLED && !isExplained_)
+        if (row.state == ItemState::NOT_INSTALLED && !scope_.isExplained)
             continue;
         QJsonObject object = ::ToJson(row);
-        if (isExplained_)
-            object["explain"] = Explain(*product, common);
+        object["error"] = Error(row, *product);
+        if (scope_.isExplained) {
+            QJsonObject explanation = Explanation(*product);
+            if (!scope_.isOffline)
+                explanation["silentCheck"] = QJsonObject{
+                    {"forThisProduct", isDue && CProductListController::HasWantedUpdate(*product)}};
+            object["explain"] = explanation;
+        }
         rows.append(object);
     }
     return rows;
+}
+
+QJsonObject CUpdateReport::Explanation(const IProduct& product) const {
+    return controller_.GetExplanation(product)->ToJson();
+}
+
+QJsonValue CUpdateReport::Error(const ReportRow& row, const IProduct& product) const {
+    if (row.state != ItemState::FAILED)
+        return QJsonValue::Null;
+    if (end_ && finished_.count(&product) == 0)
+        return QJsonObject{{"code", *end_ == End::DEADLINE ? "deadline" : "interrupted"},
+                           {"text", EndText(*end_)}};
+    const QJsonObject explanation = Explanation(product);
+    const QJsonValue request = explanation["requests"].toArray().last();
+    if (const QString text = request["error"].toString(); !text.isEmpty())
+        return QJsonObject{{"code", RequestCode(request)}, {"text", text}};
+    return QJsonObject{{"code", "unusable"}, {"text", explanation["answer"]["reason"].toString()}};
+}
+
+bool CUpdateReport::IsAnybodyThere() const {
+    bool isAsked = false;
+    for (const auto& entry : entries_) {
+        const QJsonArray requests = Explanation(*entry.product)["requests"].toArray();
+        isAsked = isAsked || !requests.isEmpty();
+        if (std::any_of(requests.begin(), requests.end(), WasAnswered))
+            return true;
+    }
+    return !isAsked;
 }
 
 int CUpdateReport::GetExitStatus() const {
@@ -90,26 +180,30 @@ int CUpdateReport::GetExitStatus() const {
         return std::any_of(entries_.begin(), entries_.end(),
                            [state](const Entry& entry) { return entry.row.state == state; });
     };
-    if (!isListed_ || has(ItemState::FAILED) || has(ItemState::NOT_CHECKED))
-        return NOT_ALL_CHECKED;
+    if (!isListed_ || (!end_ && !IsAnybodyThere()))
+        return NOTHING_REPORTED;
+    if (has(ItemState::FAILED))
+        return SOME_FAILED;
     return has(ItemState::UPDATE) ? UPDATES : ALL_CURRENT;
 }
 
-QJsonObject CUpdateReport::ExplainCommon() const {
-    QJsonObject check = SilentCheck(environment_->Today());
-    if (wasChecked_)
-        check["opensWindow"] = check["due"].toBool() && controller_.IsAnyUpdateAvailable();
-    return {{"list", ExplainList()}, {"silentCheck", check}};
-}
-
-QJsonObject CUpdateReport::Explain(const IProduct& product, const QJsonObject& common) const {
-    QJsonObject check = common["silentCheck"].toObject();
-    if (wasChecked_)
-        check["forThisProduct"] = check["due"].toBool() && CProductListController::HasWantedUpdate(product);
-    QJsonObject explanation = controller_.GetExplanation(product)->ToJson();
-    explanation["list"] = common["list"];
-    explanation["silentCheck"] = check;
-    return explanation;
+QStringList CUpdateReport::GetRemarks() const {
+    QStringList remarks;
+    if (!isListed_)
+        remarks << "there is no product list";
+    else if (!end_ && !IsAnybodyThere())
+        remarks << "no server was reached for any product";
+    if (end_)
+        remarks << EndText(*end_);
+    if (!listRefusal_.isEmpty())
+        remarks << listRefusal_;
+    else if (isListMissed_)
+        remarks << "the site's product list could not be fetched";
+    if (!newerList_.isEmpty())
+        remarks << "the site has product list " + newerList_ + ", this report is of " +
+                       controller_.GetProductList()->GetVersion().GetString().ToQString() +
+                       "; --fetch-list uses the site's";
+    return remarks;
 }
 
 QString CUpdateReport::WhyNot(const CVardoFilePath& list, bool isInstalled) const {
@@ -122,6 +216,17 @@ QString CUpdateReport::WhyNot(const CVardoFilePath& list, bool isInstalled) cons
     return other.Load(list) ? "it is not newer" : "it holds no product";
 }
 
+QJsonObject CUpdateReport::ListFacts() const {
+    const Products& list = *controller_.GetProductList();
+    QJsonObject facts = scope_.isExplained ? ExplainList() : QJsonObject();
+    // A fetched one has been deleted.
+    facts["file"] =
+        list.GetPath().Exists() || listAddress_.isEmpty() ? PathText(list.GetPath()) : listAddress_;
+    facts["version"] = list.GetVersion().GetString().ToQString();
+    facts["newer"] = newerList_;
+    return facts;
+}
+
 QJsonObject CUpdateReport::ExplainList() const {
     const Products& list = *controller_.GetProductList();
     const CVardoFilePath users = UserProductList();
@@ -130,9 +235,7 @@ QJsonObject CUpdateReport::ExplainList() const {
     const CVardoFilePath other = isUsers ? installed : users;
     Products installedList(environment_);
     installedList.Load(installed);
-    return {{"file", PathText(list.GetPath())},
-            {"version", list.GetVersion().GetString().ToQString()},
-            {"passedOver", PathText(other)},
+    return {{"passedOver", PathText(other)},
             {"reason", WhyNot(other, isUsers)},
             {"otherHost", isUsers ? OtherHost(list, installedList) : QString()}};
 }

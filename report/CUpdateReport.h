@@ -9,37 +9,65 @@
 #include "products/CProductListController.h"
 #include "report/ReportRow.h"
 
-#include <QDate>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QStringList>
 #include <boost/shared_ptr.hpp>
+#include <optional>
+#include <set>
 #include <vector>
 
-// Goes the way of a check, but for the refresh of the list. Writes nothing but the files that are fetched,
-// which are deleted. GUI thread only; serves one run.
+// Goes the way of a check, and stores no list. Writes nothing but the files that are fetched, which are
+// deleted. GUI thread only; serves one run.
 class CUpdateReport {
 public:
     // Exit statuses. Ignorance comes before news: the highest that applies.
     static constexpr int ALL_CURRENT = 0;
     static constexpr int UPDATES = 1;
-    static constexpr int NOT_ALL_CHECKED = 2;
+    static constexpr int SOME_FAILED = 2;
+    static constexpr int NOTHING_REPORTED = 3;
+
+    // How far a run goes.
+    struct Scope {
+        // Fetches nothing.
+        bool isOffline = false;
+        // The site's list counts in this run, when it is newer.
+        bool isListFetched = false;
+        bool isExplained = false;
+    };
+    // Why a run ended before its time.
+    enum class End { DEADLINE, INTERRUPTED };
 
     CUpdateReport(const boost::shared_ptr<IEnvironment>& environment,
                   const boost::shared_ptr<Downloader>& downloader);
 
-    // Loads the list, looks for what is installed and, unless offline, checks it. False without a list.
-    bool Run(bool isOffline, bool isExplained);
+    // Loads the list, looks for what is installed and, unless offline, checks it and asks for the site's
+    // list. False without a list.
+    bool Run(const Scope& scope);
+    // Ends a Run that is under way, from an event inside it: what has not been checked counts as failed.
+    void Stop(End end);
 
-    // After Run: an object for each installed version. Explained, each has an "explain", and products that
-    // are not installed are there as well.
-    QJsonArray ToJson() const;
-    // After Run: what every "explain" says of the "list" and of a "silentCheck". With no row as well.
-    QJsonObject ExplainCommon() const;
+    // After Run, as docs/report.schema.json has it: an object for each installed version. Explained, each has
+    // an "explain", and products that are not installed are there as well.
+    QJsonObject ToJson() const;
     int GetExitStatus() const;
+    // After Run: what the reader has to know besides, a sentence each.
+    QStringList GetRemarks() const;
 
 private:
+    void Observe();
+    // Takes the site's list for this run, when it is newer.
+    void FetchList();
+    // Learns the version of the site's list, if that is newer.
+    void LookForList();
     void MakeRows();
-    QJsonObject Explain(const IProduct& product, const QJsonObject& common) const;
+    // There was an answer to a request, be it that the file is missing; or there was no request.
+    bool IsAnybodyThere() const;
+    QJsonArray Rows() const;
+    QJsonObject Explanation(const IProduct& product) const;
+    // Why a product failed, as "code" and "text"; null when it did not.
+    QJsonValue Error(const ReportRow& row, const IProduct& product) const;
+    QJsonObject ListFacts() const;
     QJsonObject ExplainList() const;
     // Why a list was passed over for the other one; a refused one is not read.
     QString WhyNot(const CVardoFilePath& list, bool isInstalled) const;
@@ -47,11 +75,20 @@ private:
     boost::shared_ptr<IEnvironment> environment_;
     boost::shared_ptr<Downloader> downloader_;
     CProductListController controller_;
+    Scope scope_;
     bool isListed_ = false;
-    bool wasChecked_ = false;
-    bool isExplained_ = false;
     // Hears nothing: comparisons are not printed.
     IDecisionObserver deaf_;
+    // Where the site's list was fetched for this run, if it was; and whether that failed.
+    QString listAddress_;
+    bool isListMissed_ = false;
+    // Why the site's list was refused, if it was.
+    QString listRefusal_;
+    // The version of the site's list, when it is newer than the one in use.
+    QString newerList_;
+    std::optional<End> end_;
+    // Those whose check came to its end.
+    std::set<const IProduct*> finished_;
     struct Entry {
         ReportRow row;
         boost::shared_ptr<IProduct> product;

@@ -7,9 +7,9 @@
 
 ReportRow MakeRow(const IProduct& product, unsigned item, bool wasChecked) {
     ReportRow row = MakeRow(product);
-    row.installed = product.GetInstalledVersion(item).ToQString().trimmed();
+    row.installed = product.GetPlainInstalledVersion(item).ToQString().trimmed();
     if (product.IsChecked(item))
-        row.latest = product.GetLatestVersion(item).ToQString().trimmed();
+        row.latest = product.GetPlainLatestVersion(item).ToQString().trimmed();
     row.state = StateOf(product, item, wasChecked);
     if (product.HasAction(item))
         row.page = WithoutPassword(product.GetPage(item));

@@ -22,8 +22,8 @@ QString Table(const QJsonArray& rows) {
     return table.ToText();
 }
 
-QString Explanations(const QJsonArray& rows, const QJsonObject& common) {
-    QString text = '\n' + CommonExplanation(common);
+QString Explanations(const QJsonArray& rows, const QJsonObject& report) {
+    QString text = '\n' + CommonExplanation(report);
     QString previous;
     for (const QJsonValue row : rows) {
         // The versions of a product follow one another, and share their explanation.
@@ -37,6 +37,18 @@ QString Explanations(const QJsonArray& rows, const QJsonObject& common) {
 
 }  // namespace
 
-QString ReportText(const QJsonArray& rows, const QJsonObject& common) {
-    return Table(rows) + (common.isEmpty() ? QString() : Explanations(rows, common));
+QString ReportText(const QJsonObject& report, bool isExplained) {
+    const QJsonArray rows = report["products"].toArray();
+    return Table(rows) + (isExplained ? Explanations(rows, report) : QString());
+}
+
+QString UsersText(const QJsonObject& report) {
+    CTextTable table({"USER", "CHECKS", "INTERVAL", "LAST CHECK", "PROXY", "LIST VERSION", "LIST"});
+    const QJsonArray users = report["users"].toArray();
+    for (const QJsonValue user : users)
+        table.AddRow({user["user"].toString(), user["settings"]["enabled"].toBool() ? "on" : "off",
+                      QString::number(user["settings"]["interval"].toInt()),
+                      user["settings"]["lastChecked"].toString(), user["settings"]["proxy"].toString(),
+                      user["list"]["version"].toString(), user["list"]["file"].toString()});
+    return table.ToText();
 }

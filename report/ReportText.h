@@ -4,10 +4,12 @@
 // The report for people.
 #pragma once
 
-#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 
-// The rows as a table whose columns line up in a terminal and, unless common is empty, an explanation below
-// it: of what the products have in common, and of each of them.
-QString ReportText(const QJsonArray& rows, const QJsonObject& common);
+// The products of the report's JSON as a table whose columns line up in a terminal and, when it is explained,
+// an explanation below it: of what the products have in common, and of each of them.
+QString ReportText(const QJsonObject& report, bool isExplained);
+
+// The "users" of the report's JSON as a table.
+QString UsersText(const QJsonObject& report);

@@ -7,25 +7,60 @@
 #include "platform/desktop/CUnattendedEnvironment.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "platform/text/PrintableText.h"
+#include "report/CInterruption.h"
 #include "report/CReportOptions.h"
 #include "report/CUpdateReport.h"
+#include "report/PrometheusText.h"
 #include "report/ReportText.h"
+#include "report/UsersFacts.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QJsonDocument>
+#include <QSaveFile>
+#include <QTimer>
 #include <boost/make_shared.hpp>
 #include <iostream>
+
+#include <sys/stat.h>
 
 namespace {
 
 // As of sysexits(3).
 constexpr int WRONG_USAGE = 64;
 
+void Remark(const QString& sentence) {
+    std::cerr << "VARDOUpdateReport: " << Printable(sentence).toStdString() << '\n';
+}
+
 // Says so on standard error when the text could not be written.
 bool Print(const QString& text) {
     if (std::cout << text.toStdString() << std::flush)
         return true;
-    std::cerr << "VARDOUpdateReport: the output could not be written\n";
+    Remark("the output could not be written");
+    return false;
+}
+
+// A reader of the file finds the old text or the new one, whole. A device or a pipe is no file to be
+// replaced.
+bool Replace(const QString& path, const QString& text) {
+    const QFileInfo there(path);
+    QSaveFile file(path);
+    if ((there.exists() && !there.isFile()) || !file.open(QIODevice::WriteOnly))
+        return false;
+    constexpr mode_t EVERYBODY_READS = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
+    const mode_t mask = umask(0);
+    umask(mask);
+    file.write(text.toUtf8());
+    return fchmod(file.handle(), EVERYBODY_READS & ~mask) == 0 && file.commit();
+}
+
+bool Deliver(const QString& text, const QString& file) {
+    if (file.isEmpty())
+        return Print(text);
+    if (Replace(file, text))
+        return true;
+    Remark("the file of --output could not be written, and is as it was");
     return false;
 }
 
@@ -58,19 +93,52 @@ CAtlString FileNames() {
     return names;
 }
 
+QString TextOf(const QJsonObject& json, bool isListed, const CReportOptions& options) {
+    switch (options.GetFormat()) {
+        case ReportFormat::JSON:
+            return QString::fromUtf8(PrintableJson(QJsonDocument(json)));
+        case ReportFormat::PROMETHEUS:
+            return PrometheusText(json);
+        case ReportFormat::TABLE:
+            break;
+    }
+    const QString text =
+        isListed || options.IsExplained() ? ReportText(json, options.IsExplained()) : QString();
+    return options.IsOfAllUsers() ? text + '\n' + UsersText(json) : text;
+}
+
+// False without a list. When the deadline or a signal comes first, the report has what is known by then.
+bool Run(CUpdateReport& report, const CReportOptions& options) {
+    using End = CUpdateReport::End;
+    const CInterruption interruption([&report] { report.Stop(End::INTERRUPTED); });
+    QTimer deadline;
+    QObject::connect(&deadline, &QTimer::timeout, [&report] { report.Stop(End::DEADLINE); });
+    if (const auto time = options.GetDeadline())
+        deadline.start(*time);
+    return report.Run({.isOffline = options.IsOffline(),
+                       .isListFetched = options.IsListFetched(),
+                       .isExplained = options.IsExplained()});
+}
+
 int Report(const CReportOptions& options) {
+    const auto environment = boost::make_shared<CUnattendedEnvironment>(SharedDataFolder());
+    QStringList unread;
+    const QJsonArray users = options.IsOfAllUsers() ? UsersFacts(environment, unread) : QJsonArray();
+    for (const QString& user : unread)
+        Remark("the home of " + user + " could not be read");
     const auto downloader = boost::make_shared<Downloader>(MakeBounds(options), FileNames());
     downloader->SetProxyHandler(MakeProxyHandler(options));
-    CUpdateReport report(boost::make_shared<CUnattendedEnvironment>(SharedDataFolder()), downloader);
+    CUpdateReport report(environment, downloader);
     if (!options.IsOffline())
         Downloader::RemoveStaleFiles();
-    if (!report.Run(options.IsOffline(), options.IsExplained()))
-        std::cerr << "VARDOUpdateReport: there is no product list\n";
-    const bool isPrinted =
-        options.IsJson() ? Print(QString::fromUtf8(PrintableJson(QJsonDocument(report.ToJson()))))
-                         : Print(ReportText(report.ToJson(),
-                                            options.IsExplained() ? report.ExplainCommon() : QJsonObject()));
-    return isPrinted ? report.GetExitStatus() : CUpdateReport::NOT_ALL_CHECKED;
+    const bool isListed = Run(report, options);
+    for (const QString& remark : report.GetRemarks())
+        Remark(remark);
+    QJsonObject json = report.ToJson();
+    if (options.IsOfAllUsers())
+        json["users"] = users;
+    return Deliver(TextOf(json, isListed, options), options.GetOutput()) ? report.GetExitStatus()
+                                                                         : CUpdateReport::NOTHING_REPORTED;
 }
 
 }  // namespace
@@ -80,13 +148,13 @@ int RunReport(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(VARDO_VERSION);
     CReportOptions options;
     if (!options.Parse(QCoreApplication::arguments())) {
-        std::cerr << "VARDOUpdateReport: " << options.GetProblem().toStdString()
-                  << "\nVARDOUpdateReport --help says what is possible.\n";
+        Remark(options.GetProblem());
+        std::cerr << "VARDOUpdateReport --help says what is possible.\n";
         return WRONG_USAGE;
     }
     if (options.IsHelpWanted() || options.IsVersionWanted())
         return Print(options.IsHelpWanted() ? options.GetHelp() : options.GetVersion())
                    ? 0
-                   : CUpdateReport::NOT_ALL_CHECKED;
+                   : CUpdateReport::NOTHING_REPORTED;
     return Report(options);
 }

@@ -19,16 +19,6 @@ namespace {
 // Room for one entry of the user database (getpwuid_r(3)).
 constexpr std::size_t USER_ENTRY_BYTES = 16384;
 
-// The user's name; the number of a user that the database does not know.
-CAtlString UserName() {
-    const auto buffer = std::make_unique<char[]>(USER_ENTRY_BYTES);
-    passwd entry{};
-    passwd* found = nullptr;
-    const int error = getpwuid_r(getuid(), &entry, buffer.get(), USER_ENTRY_BYTES, &found);
-    const CAtlString name(error == 0 && found ? found->pw_name : nullptr);
-    return name.IsEmpty() ? CAtlString(std::to_wstring(getuid()).c_str()) : name;
-}
-
 CVardoDirectoryPath CacheFolder() {
     return CVardoDirectoryPath(
         CAtlString(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)));
@@ -65,6 +55,15 @@ void CreateForOwner(const CVardoDirectoryPath& folder) {
 }
 
 }  // namespace
+
+CAtlString CTemporaryFolder::UserName() {
+    const auto buffer = std::make_unique<char[]>(USER_ENTRY_BYTES);
+    passwd entry{};
+    passwd* found = nullptr;
+    const int error = getpwuid_r(getuid(), &entry, buffer.get(), USER_ENTRY_BYTES, &found);
+    const CAtlString name(error == 0 && found ? found->pw_name : nullptr);
+    return name.IsEmpty() ? CAtlString(std::to_wstring(getuid()).c_str()) : name;
+}
 
 const CTemporaryFolder& CTemporaryFolder::OfProcess() {
     static const CTemporaryFolder folder(

@@ -18,6 +18,8 @@ public:
     // programs use the shared folder, too, and names such as "NBKTemp.xml" in it.
     static constexpr const wchar_t* OWN_NAME = L"VARDOProductUpdate-";
 
+    // The name of the user that runs the process; the number of one that the user database does not know.
+    static CAtlString UserName();
     // "/tmp/" and the name of the user; where that is not safe, "VARDOProductUpdate" in the user's cache
     // folder.
     static const CTemporaryFolder& OfProcess();

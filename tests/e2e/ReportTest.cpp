@@ -9,6 +9,8 @@
 #include <QJsonObject>
 #include <map>
 
+#include <sys/stat.h>
+
 #include "e2e/ProgramTest.h"
 #include "support/LoopbackServer.h"
 
@@ -34,16 +36,31 @@ const Row ROWS[] = {
     {"ADisabledUpdate", {"VPL", "VBS"}, {}, 0, " disabled "},
     {"OlderVersionsBesideTheNewest", {"VN"}, {}, 1, "10.2.1.0    -         older "},
     {"NothingInstalled", {"NONE"}, {}, 0, "No product of the list is installed.\n"},
-    {"NoList", {}, {}, 2, "there is no product list\n"},
-    {"Offline", {"VBS", "VN"}, {"--offline"}, 2, " not checked "},
-    {"NobodyThere", {"VBS"}, {"--proxy", "[::1]:1", "--explain"}, 2, "through ::1:1: status 0"},
+    {"NoList", {}, {}, 3, "there is no product list\n"},
+    {"Offline", {"VBS", "VN"}, {"--offline"}, 0, " not checked "},
+    {"AsTheUpdateProgramTakesOptions", {"VBS"}, {"-offline"}, 0, " not checked "},
+    {"EveryUser", {"VBS"}, {"--all-users"}, 0, "USER  CHECKS  INTERVAL"},
+    {"EveryUserAsJson", {"VBS"}, {"--all-users", "--json"}, 0, "\"users\": ["},
+    {"Metrics",
+     {"VLP"},
+     {"--format", "prometheus"},
+     1,
+     R"({key="SoftwareUpdateVLP",name="\"電子\\<VLP",installed="2.3.0.0",latest="2.9.1.0"} 1)"},
+    {"MetricsOfAFailure",
+     {"VINK"},
+     {"--format", "prometheus"},
+     2,
+     R"(vardo_product_check_failed{key="SoftwareUpdateVINK"} 1)"},
+    {"OutputIntoAFolder", {"VBS"}, {"--output", "/tmp/run/machine"}, 3, "is as it was"},
+    {"OutputIntoNoFolder", {"VBS"}, {"--output", "/tmp/run/none/report"}, 3, "is as it was"},
+    {"NobodyThere", {"VBS"}, {"--proxy", "[::1]:1", "--explain"}, 3, "through ::1:1: status 0"},
     {"ThePassedOverFile", {"VN"}, {"--explain"}, 1, "/SoftwareUpdateVNX.xml: passed over, its name"},
     {"TheSameVersionTwice", {"VN"}, {"--explain"}, 1, "passed over, an earlier file has the same version"},
     {"TheRange", {"VLP"}, {"--explain"}, 1, "2.0.0.0 to 2.9.9.9: version \"2.9.1.0\" read as"},
     {"WhatDisables", {"VPL", "VBS"}, {"--explain"}, 0, "VBS 9.7.105.0 is installed, which disables"},
     {"WhatTheSiteSaid", {"VINK"}, {"--explain"}, 2, "ink.xml directly: status 404, 0 bytes, "},
     {"TheListPassedOver", {"VLP"}, {"--explain"}, 1, "Product Update/products.xml, there is no such file"},
-    {"NoListAtAll", {}, {"--explain"}, 2, "\nThe whole report\n"},
+    {"NoListAtAll", {}, {"--explain"}, 3, "\nThe whole report\n"},
     {"TheSilentCheck", {"VLP"}, {"--explain"}, 1, "  silent check  due, there was no check yet"},
     {"NotInstalledButExplained", {"NONE"}, {"--explain"}, 0, "there is no description file of this name"},
     {"Help", {}, {"--help"}, 0, "\nExit status:\n"},
@@ -51,6 +68,11 @@ const Row ROWS[] = {
     {"UnknownOption", {}, {"--silent"}, 64, "Unknown option"},
     {"ProxyWithoutPort", {}, {"--proxy", "proxy"}, 64, "a host, a colon and a port"},
     {"ProxyWithAPassword", {}, {"--proxy", "user:hidden@proxy:1"}, 64, "a host, a colon and a port"},
+    {"UnknownFormat", {}, {"--format", "xml"}, 64, "takes table, json or prometheus"},
+    {"TwoFormats", {}, {"--json", "--format", "table"}, 64, "takes table, json or prometheus"},
+    {"OutputNowhere", {}, {"--output", ""}, 64, "--output takes a file"},
+    {"ListOfTheSiteOffline", {}, {"--offline", "--fetch-list"}, 64, "exclude each other"},
+    {"NoDeadline", {}, {"--deadline", "0"}, 64, "--deadline takes a whole number of seconds"},
     {"NoTime", {}, {"--timeout", "0"}, 64, "a whole number of seconds"},
     {"PasswordOfNobody", {}, {"--password-file", "/tmp/run"}, 64, "needs --username"},
     {"PasswordFileThatIsMissing", {}, {"--username", "u", "--password-file", "/none"}, 64, "cannot be read"},
@@ -95,11 +117,26 @@ protected:
     }
     int Report(const std::vector<std::string>& arguments) {
         report_ = SampleMachine::StartReport(arguments);
-        return report_->ExitCode();
+        const int status = report_->ExitCode();
+        ExpectReadable(report_->Output());
+        return status;
     }
-    QJsonArray Json() const {
-        return QJsonDocument::fromJson(QByteArray::fromStdString(report_->Output())).array();
+    // What is for machines has to please those who read it there.
+    static void ExpectReadable(const std::string& report) {
+        const bool isJson = report.starts_with("{");
+        if (!isJson && !report.starts_with("# HELP"))
+            return;
+        std::ofstream("/tmp/run/report") << report;
+        ChildProcess reader("sh",
+                            {"-c", isJson ? "python3 -m jsonschema -i /tmp/run/report '" VARDO_SOURCE_DIR
+                                            "/docs/report.schema.json'"
+                                          : "promtool check metrics </tmp/run/report"});
+        EXPECT_EQ(reader.ExitCode(), 0) << reader.Output() << reader.Errors() << report;
     }
+    QJsonValue Json() const {
+        return QJsonDocument::fromJson(QByteArray::fromStdString(report_->Output())).object();
+    }
+    QJsonArray Products() const { return Json()["products"].toArray(); }
 
     // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): one for all tests of the suite.
     static inline std::unique_ptr<SampleMachine> machine_;
@@ -123,7 +160,7 @@ TEST_F(ReportTest, SaysAndEndsAsInTheTable) {
         EXPECT_TRUE(SampleMachine::Requests() == requests || row.name != std::string("Offline"));
         const std::string output = report_->Output();
         EXPECT_THAT(output + report_->Errors(), HasSubstr(row.says));
-        EXPECT_TRUE(output.empty() || report_->Errors().empty() || row.products.empty()) << report_->Errors();
+        EXPECT_TRUE(output.empty() || report_->Errors().empty() || row.exitCode == 3) << report_->Errors();
         EXPECT_TRUE(row.exitCode != 64 || output.empty()) << output;
         EXPECT_EQ(Files(places), before);
     }
@@ -136,7 +173,7 @@ TEST_F(ReportTest, OutputThatCannotBeWrittenIsAFailure) {
             report_ = std::make_unique<ChildProcess>(
                 "bash", std::vector<std::string>{"-c", "exec " + output + "; exec \"$0\"" + command,
                                                  SampleMachine::FOLDER + "/bin/VARDO"});
-            EXPECT_EQ(report_->ExitCode(), 2) << command << output;
+            EXPECT_EQ(report_->ExitCode(), command.starts_with("Update") ? 3 : 2) << command << output;
             EXPECT_THAT(report_->Errors(), HasSubstr("the output could not be written\n"));
         }
 }
@@ -144,8 +181,8 @@ TEST_F(ReportTest, OutputThatCannotBeWrittenIsAFailure) {
 TEST_F(ReportTest, AsJsonSaysTheSame) {
     WriteList({"VLP", "NONE"});
     EXPECT_EQ(Report({"--json"}), 1);
-    ASSERT_EQ(Json().size(), 1);
-    const QJsonObject row = Json()[0].toObject();
+    ASSERT_EQ(Products().size(), 1);
+    const QJsonObject row = Products().at(0).toObject();
     const std::pair<const char*, const char*> fields[] = {
         {"name", "\"電子\\<VLP"}, {"key", "SoftwareUpdateVLP"}, {"installed", "2.3.0.0"},
         {"latest", "2.9.1.0"},    {"state", "update"},
@@ -153,24 +190,73 @@ TEST_F(ReportTest, AsJsonSaysTheSame) {
     for (const auto& [name, value] : fields)
         EXPECT_EQ(row[name].toString(), QString(value)) << name;
     EXPECT_TRUE(row["page"].toString().endsWith("/pages/planner-2.html"));
-    EXPECT_EQ(row.size(), 6);
 
     UpdateSettings().setValue("LastChecked", static_cast<int>(QDate::currentDate().toJulianDay()));
     EXPECT_EQ(Report({"--json", "--explain"}), 1);
-    const QJsonArray rows = Json();
+    const QJsonArray rows = Products();
     ASSERT_EQ(rows.size(), 2);
     const QJsonObject explanation = rows[0]["explain"].toObject();
     EXPECT_EQ(explanation["offer"]["range"]["to"].toString(), "2.9.9.9");
     EXPECT_EQ(explanation["requests"][0]["status"].toInt(), 200);
     EXPECT_EQ(explanation["files"][0]["version"]["text"].toString(), "2.3.0.0");
-    EXPECT_FALSE(explanation["silentCheck"]["due"].toBool(true));
-    EXPECT_FALSE(explanation["silentCheck"]["opensWindow"].toBool(true));
+    EXPECT_FALSE(explanation["silentCheck"]["forThisProduct"].toBool(true));
+    EXPECT_FALSE(Json()["silentCheck"]["due"].toBool(true));
+    EXPECT_FALSE(Json()["silentCheck"]["opensWindow"].toBool(true));
+    EXPECT_EQ(Json()["settings"]["lastChecked"].toString(), QDate::currentDate().toString(Qt::ISODate));
     EXPECT_EQ(rows[1]["state"].toString(), "not installed");
     UpdateSettings().setValue("SkippedVersions/SoftwareUpdateVLP", "2.9.1.0");
     EXPECT_EQ(Report({"--json"}), 0);
     EXPECT_EQ(Json()[0].toObject()["state"].toString(), "skipped");
     UpdateSettings().remove("SkippedVersions");
     UpdateSettings().remove("LastChecked");
+
+    ProxySettings().setValue("HttpProxyHost", "user:hidden@proxy.invalid");
+    QSettings("/tmp/run/machine/VARDO Technologies.conf", QSettings::IniFormat)
+        .setValue("Software/VARDO Technologies/Product Update/Policy/Interval", 3);
+    EXPECT_EQ(Report({"--json", "--explain"}), 3);
+    EXPECT_EQ(Products().at(0)["error"]["code"].toString(), "unreachable");
+    const QJsonValue settings = Json()["settings"];
+    EXPECT_EQ(settings["proxy"].toString(), "proxy.invalid:8080");
+    EXPECT_EQ(settings["interval"].toInt(), 3);
+    EXPECT_EQ(settings["policy"], QJsonArray{"Interval"});
+    QSettings("/tmp/run/machine/VARDO Technologies.conf", QSettings::IniFormat).clear();
+}
+
+TEST_F(ReportTest, ReplacesAFileInOneStepForEverybodyWhoMayRead) {
+    WriteList({"VBS"});
+    const std::string folder = "/tmp/run/collector";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder + "/report") << "old";
+    const mode_t before = umask(0027);
+    EXPECT_EQ(Report({"--json", "--output", folder + "/report"}), 0);
+    umask(before);
+    EXPECT_EQ(report_->Output(), "");
+    ExpectReadable(ReadWholeFile(folder + "/report"));
+    EXPECT_THAT(ReadWholeFile(folder + "/report"), testing::StartsWith("{"));
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(folder + "/report").permissions(),
+              perms::owner_read | perms::owner_write | perms::group_read);
+    EXPECT_EQ(Files({folder}).size(), 1U);
+}
+
+TEST_F(ReportTest, KnowsTheSitesListAndTakesItWhenAsked) {
+    const QString published = QString::fromStdString(ReadWholeFile("/tmp/run/site/products.xml"));
+    const std::string address = published.section("Url=\"", 1).section('"', 0, 0).toStdString();
+    std::ofstream(Share("products.xml")) << "<Products Version='1.0.0.0' Url='" << address
+                                         << "'><Product Name='B' BaseXml='SoftwareUpdateVBS'/></Products>";
+    const auto before = Files({"/tmp/home", Share("")});
+    EXPECT_EQ(Report({"--json"}), 0);
+    EXPECT_EQ(Json()["list"]["newer"].toString(), "1.3.0.0");
+    EXPECT_THAT(report_->Errors(), HasSubstr("--fetch-list"));
+    EXPECT_EQ(Report({"--json", "--fetch-list"}), 2);
+    EXPECT_EQ(Json()["list"]["file"].toString().toStdString(), address);
+    EXPECT_EQ(Json()["list"]["version"].toString(), "1.3.0.0");
+    EXPECT_GT(Products().size(), 1);
+    EXPECT_EQ(Files({"/tmp/home", Share("")}), before);
+    std::filesystem::remove("/tmp/run/site/products.xml");
+    EXPECT_EQ(Report({"--json", "--fetch-list"}), 0);
+    EXPECT_THAT(report_->Errors(), HasSubstr("could not be fetched"));
+    std::ofstream("/tmp/run/site/products.xml") << published.toStdString();
 }
 
 TEST_F(ReportTest, ListsEverythingThatTheWindowWouldShow) {
@@ -178,9 +264,14 @@ TEST_F(ReportTest, ListsEverythingThatTheWindowWouldShow) {
                                std::filesystem::copy_options::overwrite_existing);
     EXPECT_EQ(Report({"--json"}), 2);
     QStringList states;
-    const QJsonArray rows = Json();
-    for (const QJsonValue row : rows)
+    QStringList dates;
+    const QJsonArray rows = Products();
+    for (const QJsonValue row : rows) {
         states << row["state"].toString();
+        if (row["key"].toString().contains('-'))
+            dates << row["installed"].toString() << row["latest"].toString();
+    }
+    EXPECT_EQ(dates.join(' '), "2026-05-04 2026-06-15");
     states.sort();
     EXPECT_EQ(states.join(' ').toStdString(),
               "current current disabled failed notice older older update update update update update update");
@@ -195,9 +286,27 @@ TEST_F(ReportTest, ASilentServerIsGivenUpInTime) {
     LoopbackServer proxy;
     proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(Report({"--proxy", "127.0.0.1:" + std::to_string(proxy.Port()), "--timeout", "1"}), 2);
+    EXPECT_EQ(Report({"--proxy", "127.0.0.1:" + std::to_string(proxy.Port()), "--timeout", "1"}), 3);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     EXPECT_EQ(proxy.RequestCount(), 1U);
+}
+
+TEST_F(ReportTest, TellsWhatItKnowsWhenItHasToEnd) {
+    WriteList({"VBS", "VLP"});
+    LoopbackServer proxy;
+    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
+    const std::string address = "127.0.0.1:" + std::to_string(proxy.Port());
+    EXPECT_EQ(Report({"--json", "--proxy", address, "--deadline", "1"}), 2);
+    EXPECT_EQ(Products().at(1)["error"]["code"].toString(), "deadline");
+    for (const int signal : {SIGTERM, SIGINT}) {
+        const std::size_t asked = proxy.RequestCount();
+        report_ = SampleMachine::StartReport({"--json", "--proxy", address});
+        EXPECT_TRUE(WaitUntil([&] { return proxy.RequestCount() > asked; }));
+        report_->Signal(signal);
+        EXPECT_EQ(report_->ExitCode(), 2);
+        EXPECT_EQ(Products().at(0)["error"]["code"].toString(), "interrupted");
+        EXPECT_THAT(report_->Errors(), HasSubstr("interrupted"));
+    }
 }
 
 TEST_F(ReportTest, AProxyGetsThePasswordAndNobodyElseDoes) {

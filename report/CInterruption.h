@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Signals that end a run before its time.
+#pragma once
+
+#include "platform/files/CFileDescriptor.h"
+
+#include <QSocketNotifier>
+#include <functional>
+#include <memory>
+
+#include <signal.h>
+
+// A scope: while it lives, SIGTERM and SIGINT do not end the process. They call back instead, while the
+// thread serves events. Signals that were ignored before stay ignored. To be made before other threads, which
+// take the signal mask over; GUI thread only.
+class CInterruption {
+public:
+    explicit CInterruption(const std::function<void()>& interrupted);
+    ~CInterruption();
+    CInterruption(const CInterruption&) = delete;
+    CInterruption& operator=(const CInterruption&) = delete;
+
+private:
+    sigset_t previous_{};
+    CFileDescriptor signals_;
+    std::unique_ptr<QSocketNotifier> notifier_;
+};

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "report/RunFacts.h"
+
+#include "app/settings/CRecordKeeper.h"
+#include "net/ProxyHandlerBase.h"
+#include "platform/files/CTemporaryFolder.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QJsonArray>
+#include <QSysInfo>
+
+namespace {
+
+// Of what "reason" and "lastChecked" speak; empty when there was no check.
+QString LastCheck(const CRecordKeeper& keeper) {
+    return keeper.GetLastChecked() == 0 ? QString()
+                                        : QDate::fromJulianDay(keeper.GetLastChecked()).toString(Qt::ISODate);
+}
+
+QString Reason(const CRecordKeeper& keeper) {
+    if (!keeper.GetCheckUpdates())
+        return "automatic checks are switched off";
+    const QString interval = QString("the interval is %1 days").arg(keeper.GetInterval());
+    const QString last = LastCheck(keeper);
+    return (last.isEmpty() ? QString("there was no check yet; ") : "the last check was on " + last + "; ") +
+           interval;
+}
+
+QString StoredProxy() {
+    ProxyHandlerBase handler;
+    handler.LoadProxySettings();
+    CAtlString host;
+    CAtlString ignored;
+    int port = 0;
+    handler.GetProxySettings(host, port, ignored, ignored);
+    const QString text = host.ToQString();
+    return text.isEmpty() ? QString() : text.mid(text.lastIndexOf('@') + 1) + ':' + QString::number(port);
+}
+
+}  // namespace
+
+QJsonObject RunFacts() {
+    return {{"schema", 1},
+            {"host", QSysInfo::machineHostName()},
+            {"user", CTemporaryFolder::UserName().ToQString()},
+            {"time", QDateTime::currentDateTimeUtc().toString(Qt::ISODate)},
+            {"version", QCoreApplication::applicationVersion()}};
+}
+
+QJsonObject SettingsFacts() {
+    CRecordKeeper keeper;
+    keeper.Load();
+    return {{"enabled", keeper.GetCheckUpdates()},
+            {"interval", keeper.GetInterval()},
+            {"lastChecked", LastCheck(keeper)},
+            {"proxy", StoredProxy()},
+            {"policy", QJsonArray::fromStringList(keeper.GetPolicy().names)}};
+}
+
+QJsonObject SilentCheckFacts(const QDate& today) {
+    CRecordKeeper keeper;
+    keeper.Load();
+    return {{"due", keeper.IsCheckDue(static_cast<int>(today.toJulianDay()))}, {"reason", Reason(keeper)}};
+}
