@@ -85,13 +85,20 @@ foreach(names VARDOProductUpdate=vardo-product-update VARDOUpdateReport=vardo-up
   vardo_desktop_install(usr/share/man/man1 ${made}/man/${command}.1.gz ${made}/man/${program}.1.gz)
 endforeach()
 
+# The page about the settings.
+set(page vardo-product-update.conf.5)
+configure_file(${sources}/man/${page}.in ${made}/man/${page} @ONLY)
+vardo_gzip(${made}/man/${page} ${made}/man/${page}.gz)
+vardo_desktop_install(usr/share/man/man5 ${made}/man/${page}.gz)
+
 # What a Debian package tells of itself.
 vardo_gzip(${sources}/debian/changelog ${made}/changelog.gz)
 file(RELATIVE_PATH documents / ${VARDO_DOCUMENTS})
 vardo_desktop_install(${documents} ${sources}/debian/copyright ${made}/changelog.gz)
-foreach(document administration checking formats packaging publishing settings signing)
+foreach(document administration checking fleets formats packaging publishing settings signing)
   vardo_desktop_install(${documents} ${CMAKE_SOURCE_DIR}/docs/${document}.md)
 endforeach()
+vardo_desktop_install(${documents} ${CMAKE_SOURCE_DIR}/docs/report.schema.json)
 install(FILES ${sources}/debian/lintian-overrides DESTINATION usr/share/lintian/overrides COMPONENT desktop
   RENAME ${CPACK_PACKAGE_NAME} EXCLUDE_FROM_ALL)
 file(COPY ${sources}/debian/conffiles DESTINATION ${made}/control

@@ -7,7 +7,14 @@
 STATE=$TREE/build/verify
 ROOT=$STATE/root
 SUITE=bookworm
-MIRROR=${MIRROR:-http://deb.debian.org/debian}
+
+# Where this machine gets the suite from, by its own apt sources.
+mirror_of_machine() {
+    # shellcheck disable=SC2016 # apt-get fills them in.
+    apt-get indextargets --format '$(CODENAME) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |
+        awk -v suite="$SUITE" '$1 == suite && $2 == "main" && !seen++ { print $3 }'
+}
+MIRROR=${MIRROR:-$(mirror_of_machine)}
 
 # in_namespaces COMMAND...: as root, with mounts, processes and semaphores of its own; they end with the command.
 in_namespaces() {
@@ -39,10 +46,11 @@ mount_root() {
 }
 
 make_base() {
+    [[ -n $MIRROR ]] || fail "no apt source of this machine has $SUITE main. Name a mirror: MIRROR=ADDRESS $0 $PACKAGE"
     say "Making a bare system ($SUITE from $MIRROR)"
     mount_root
     debootstrap --variant=minbase "$SUITE" "$ROOT" "$MIRROR" >"$STATE/debootstrap.log" 2>&1 ||
-        fail "debootstrap failed; see $STATE/debootstrap.log. With another mirror: MIRROR=http://... $0 $PACKAGE"
+        fail "debootstrap failed; see $STATE/debootstrap.log. With another mirror: MIRROR=ADDRESS $0 $PACKAGE"
     rm -f "$ROOT"/var/cache/apt/archives/*.deb
     tar -C "$ROOT" -cf "$STATE/base.tar.new" .
     mv "$STATE/base.tar.new" "$STATE/base.tar"

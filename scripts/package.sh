@@ -70,7 +70,7 @@ lint() {
     done
     examine "systemd-analyze" "See packaging/systemd." unit_faults "$unpacked"
     examine "appstreamcli" "See packaging/desktop/metainfo.xml.in." metainfo "$unpacked"
-    for page in "$unpacked"/usr/share/man/man1/*.1.gz; do
+    for page in "$unpacked"/usr/share/man/man?/*.gz; do
         examine man "See packaging/man." page_warnings "$page"
     done
 }

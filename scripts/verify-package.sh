@@ -10,7 +10,7 @@
 #
 # The system lies in memory, in a mount namespace, and with it ends whatever was mounted or started, however this ends.
 # Only build/verify is written to: the bare system (base.tar) and the packages (archives/) are kept there for the next time.
-# MIRROR is where they come from; the default is http://deb.debian.org/debian.
+# MIRROR is where they come from; without it the mirror of the machine's own apt sources.
 source "$(dirname "$0")/lib.sh"
 source scripts/display.sh
 source scripts/bare-system.sh
@@ -22,6 +22,7 @@ NOTEBOOK=$PREFIX/share/SoftwareUpdateVN.xml
 SETTINGS="/etc/xdg/VARDO Technologies.conf"
 AUTOSTART=/etc/xdg/autostart/vardo-product-update.desktop
 MENU=/usr/share/applications/vardo-product-update.desktop
+POLICY='VARDO%20Technologies\Product%20Update\Policy\Interval=7'
 FOREIGN='VARDO%20Technologies\VARDO%20Notebook\Theme=dark'
 
 # value_of KEY ENTRY: the value of a key in a desktop entry of the bare system.
@@ -63,7 +64,7 @@ check_console_programs() {
     for command in vardo-update-report vardo-catalog-check vardo-catalog-sign vardo-catalog-release; do
         check_console "$command"
     done
-    [[ $(as_user person vardo-update-report --offline --json || echo "$?") == *'"11.0.580.0"'*$'\n2' ]] ||
+    [[ $(as_user person vardo-update-report --offline --json) == *'"11.0.580.0"'* ]] ||
         fail "vardo-update-report does not find the product that is installed"
 }
 
@@ -117,6 +118,7 @@ check_login() {
 check_autostart_stays_off() {
     say "Turning the silent check off, and upgrading"
     local newer=$ROOT/tmp/newer
+    printf '%s\n' "$POLICY" >>"$ROOT$SETTINGS"
     echo 'Hidden=true' >>"$ROOT$AUTOSTART"
     dpkg-deb -R "$PACKAGE" "$newer"
     sed -i "s/^Version: .*/&+next/" "$newer/DEBIAN/control"
@@ -124,6 +126,8 @@ check_autostart_stays_off() {
     dpkg-deb --root-owner-group -b "$newer" "$newer.deb" >/dev/null
     in_root dpkg --force-confdef --force-confold -i /tmp/newer.deb >>"$STATE/dpkg.log" 2>&1 || fail "dpkg did not upgrade it"
     grep -qx 'Hidden=true' "$ROOT$AUTOSTART" || fail "the upgrade turned the silent check on again"
+    [[ $(as_user person vardo-update-report --offline --json) == *'"policy": ['*'"Interval"'* ]] ||
+        fail "the upgrade lost the policy of the machine"
     rm -f "$ROOT$AUTOSTART" "$ROOT$AUTOSTART".dpkg-*
     in_root dpkg -i /tmp/newer.deb >>"$STATE/dpkg.log" 2>&1 || fail "dpkg did not install it again"
     [[ ! -e $ROOT$AUTOSTART ]] || fail "the upgrade brought the deleted autostart entry back"
