@@ -206,7 +206,7 @@ TEST_F(ReportTest, AsJsonSaysTheSame) {
     EXPECT_EQ(rows[1]["state"].toString(), "not installed");
     UpdateSettings().setValue("SkippedVersions/SoftwareUpdateVLP", "2.9.1.0");
     EXPECT_EQ(Report({"--json"}), 0);
-    EXPECT_EQ(Json()[0].toObject()["state"].toString(), "skipped");
+    EXPECT_EQ(Products().at(0)["state"].toString(), "skipped");
     UpdateSettings().remove("SkippedVersions");
     UpdateSettings().remove("LastChecked");
 
