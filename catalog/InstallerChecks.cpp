@@ -39,6 +39,8 @@ QString KeyNumbers(const CKeyFile& keys) {
 QString RefusalText(const CInstallerSeal& seal, const CUpdateXmlReader& reader) {
     using enum CInstallerSeal::Refusal;
     const auto& signature = seal.GetSignature();
+    if (!signature)
+        return QStringLiteral("is no signature of minisign's");
     switch (seal.GetRefusal()) {
         case KEY:
             return QStringLiteral("was made with the key %1, and the installations' is %2")
@@ -60,7 +62,7 @@ QString RefusalText(const CInstallerSeal& seal, const CUpdateXmlReader& reader) 
         case NOTHING:
             break;
     }
-    return QStringLiteral("is no signature of minisign's");
+    return {};
 }
 
 // Why an installation that holds the seal's key would not start the offered installer; empty when it would.

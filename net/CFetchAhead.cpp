@@ -44,6 +44,7 @@ void CFetchAhead::Start(const Route& route) {
         CAtlString name;
         name.Format(L"%s%d-%d", CTemporaryFolder::OWN_NAME, getpid(), ++serial_);
         const CVardoFilePath file = CVardoDirectoryPath::Combine(folder_, name);
+        // NOLINTNEXTLINE(modernize-make-unique): a transfer cannot be moved into it.
         entry.ahead.reset(new AheadTransfer{entry.url, route, file, QtDownloader(bounds_, threads_)});
         entry.ahead->transfer.StartAhead(entry.url, file.GetFilePathString(), route);
     }

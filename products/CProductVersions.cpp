@@ -123,6 +123,7 @@ void CProductVersions::ApplyDisablers(const CProductsByKey& all) {
     if (!current_ || disabled_ || disablers_.empty())
         return;
     std::vector<CAtlString> keys;
+    keys.reserve(disablers_.size());
     for (const Disabler& disabler : disablers_)
         keys.push_back(disabler.uid);
     const List others = GetObserver().WantsComparisons() ? all.GetAll() : all.WithKeys(keys);

@@ -81,6 +81,7 @@ std::optional<QByteArray> FactsOf(const passwd& user, const boost::shared_ptr<IE
 QJsonArray UsersFacts(const boost::shared_ptr<IEnvironment>& environment, QStringList& unread) {
     QJsonArray users;
     setpwent();
+    // cppcheck-suppress getpwentCalled; one thread walks through the users.
     while (const passwd* user = getpwent()) {
         const auto facts = FactsOf(*user, environment);
         if (!facts)

@@ -84,7 +84,8 @@ metainfo() {
 unit_faults() {
     local units=$STATE/units unit
     rm -rf "$units"
-    mkdir -p -m 700 "$units/runtime"
+    mkdir -p "$units"
+    mkdir -m 700 "$units/runtime"
     for unit in "$1"/usr/lib/systemd/user/*.{timer,service}; do
         sed "s:=/opt/:=$1/opt/:" "$unit" >"$units/${unit##*/}"
     done

@@ -25,7 +25,8 @@ protected:
     // Writes the list with all that was added; the site offers the same list.
     void Install();
 
-    // The user's settings, which are read back in one line, sorted by their names, without the window's place.
+    // The user's settings, which are read back in one line, sorted by their names, without the window's
+    // place.
     static void StoreSettings(int checkUpdates, int interval, int lastChecked);
     static std::string StoredSettings();
 

@@ -100,17 +100,6 @@ TEST(Launching, OnlyWebAddressesArePassedOn) {
     }
 }
 
-TEST(ProcessStarter, ArgumentsArriveAsTheyAre) {
-    const TemporaryTree tree;
-    const QString file = QString::fromStdString(tree.Path("argument"));
-    CProcessStarter starter;
-    EXPECT_TRUE(
-        starter.RunAndWait("/bin/sh", {"-c", "printf '%s' \"$2\" > $1; exit 3", "sh", file, ADDRESS}, 10000));
-    EXPECT_EQ(ReadWholeFile(tree.Path("argument")), ADDRESS.toStdString());
-    EXPECT_FALSE(starter.RunAndWait("/tmp/no-such-program", {}, 10000));
-    EXPECT_FALSE(starter.StartDetached("/tmp/no-such-program", {}));
-}
-
 TEST(ProcessStarter, LeavesASlowProgramRunning) {
     CProcessStarter starter;
     const QStringList arguments{"-c", "echo $$ > /tmp/pid.new; mv /tmp/pid.new /tmp/pid; exec sleep 60"};

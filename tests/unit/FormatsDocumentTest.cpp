@@ -12,9 +12,6 @@
 #include "app/CSelfUpdate.h"
 #include "app/settings/CRecordKeeper.h"
 #include "i18n/Language.h"
-#include "i18n/LanguageTable.h"
-#include "i18n/QStringsTranslator.h"
-#include "i18n/ResourceManager.h"
 #include "net/ProxyHandlerBase.h"
 #include "platform/files/Addresses.h"
 #include "products/CVersionStringRange.h"
@@ -71,7 +68,6 @@ protected:
     }
     void TearDown() override {
         SetLocaleOverride({});
-        DestroyResourceManager();
         for (const char* folder : {"XDG_CONFIG_DIRS", "XDG_CONFIG_HOME"})
             for (const char* name : {"/VARDO Technologies.conf", "/VARDO Technologies"})
                 std::filesystem::remove_all(qEnvironmentVariable(folder).toStdString() + name);
@@ -181,16 +177,6 @@ TEST_F(FormatsDocument, TheProgramsOwnUpdateIsThatOfTheText) {
     EXPECT_TRUE(program.IsUpdateAvailable() && program.DownloadInstaller());
     EXPECT_EQ(program.GetInstallerPath(), CAtlString(downloader_->files.back().c_str())) << "no key, no seal";
     EXPECT_EQ(program.GetUpdateArgument(), CAtlString("--from 3.1.555.0"));
-}
-
-TEST_F(FormatsDocument, LanguagesAreThoseOfTheTableAndTheTexts) {
-    EXPECT_EQ(GetLocale(true), "0407") << "the user's choice in the language setup";
-    EXPECT_TRUE(IsRightToLeft("ur") && IsRightToLeft("0420") && !IsRightToLeft("de"));
-    EXPECT_EQ(LanguageAttributeById(0x420, "NativeName"), CAtlString("اردو"));
-    QStringsTranslator translator;
-    translator.load("de_AT", "VARDOProductUpdate", root_ + "/Languages/");
-    EXPECT_EQ(translator.translate("", "More..."), "Mehr...");
-    EXPECT_EQ(translator.translate("", "Close"), "Schließen");
 }
 
 TEST_F(FormatsDocument, SettingsAreTheUsersAndElseTheMachines) {

@@ -94,18 +94,6 @@ TEST(Addresses, AreEncodedForBrowsersOnceAndOnlyWhereTheyMustBe) {
     EXPECT_EQ(JoinTrimmed(L"http://h/a\\\\//", L"f.xml"), L"http://h/a/f.xml");
 }
 
-TEST_F(Paths, ANewNameTakesNoOthersPlace) {
-    const CAtlString from = Write("from", "from").GetFilePathString();
-    Write("other", "other");
-    ASSERT_EQ(symlink("nowhere", Name("link").c_str()), 0);
-    for (const char* name : {"other", "link", "no/such/folder", ""})
-        EXPECT_FALSE(FileSystem::RenameToFree(from, In(name).GetFilePathString())) << name;
-    EXPECT_EQ(ReadWholeFile(Name("other")), "other");
-    EXPECT_TRUE(FileSystem::RenameToFree(from, In("free").GetFilePathString()));
-    EXPECT_EQ(ReadWholeFile(Name("free")), "from");
-    EXPECT_FALSE(In("from").Exists());
-}
-
 TEST_F(Paths, AFolderListsVisibleFilesAndReadOnceTheSameInTheSameOrder) {
     for (const char* name : {"B.xml", "B1.xml", "B10.xml", "B2.xml", "B.xml.bak", "b.xml", ".B.xml", "[B.xml",
                              "\xE4\xB8\xAD.xml", "a.xml\xFF.xml", "ad.xml/f"})

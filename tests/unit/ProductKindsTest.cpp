@@ -150,12 +150,6 @@ TEST_F(InstalledProducts, AreDisabledByOthersInTheGivenVersions) {
         testing::internal::CaptureStdout();
         product->ApplyDisablers(all);
         EXPECT_EQ(testing::internal::GetCapturedStdout(), lines);
-        IDecisionObserver deaf;
-        const Product quiet = MakeB(disablers);
-        quiet->SetObserver(deaf);
-        quiet->FindInstalled();
-        quiet->ApplyDisablers(all);
-        EXPECT_EQ(quiet->HasAction(0), !disabled) << "found by key";
         EXPECT_TRUE(Check(product) && product->IsUpdateAvailable(0));
         EXPECT_EQ(product->HasAction(0), !disabled);
         EXPECT_EQ(product->GetLatestVersion(0), CAtlString(disabled ? "1.0.0.0" : "3.0.0.0"));

@@ -104,13 +104,11 @@ TEST_F(ProductList, TheNewerCopyIsTaken) {
 TEST_F(ProductList, IsRefreshedFromItsAddress) {
     const std::string old = List("1.0.0.0", Element("old"));
     const std::string newer = List("1.0.0.1", Element("new"));
-    const std::string noAddress = "<Products Version='1.0.0.0'>" + Element("old") + "</Products>";
     const std::tuple<const char*, std::string, std::string, bool, bool, std::string> cases[] = {
         {"no list", "", newer, false, false, ""},
         {"a newer list", old, newer, true, true, "new"},
         {"the same version", old, List("1.0.0.0", Element("new")), true, true, "old"},
         {"an older list", old, List("0.9.0.0", Element("new")), true, true, "old"},
-        {"a list without version", old, List("", Element("new")), true, true, "old"},
         {"a list without products", old, List("2.0.0.0", ""), true, false, "old"},
         {"a list of too many products", old, List("2.0.0.0", Repeated(Element("new"), 5'001)), true, false,
          "old"},
@@ -118,7 +116,6 @@ TEST_F(ProductList, IsRefreshedFromItsAddress) {
          List("2.0.0.0", "<Product Name='n' BaseXml='n'><DisableUpdatesIfInstalled>" +
                              Repeated("<Disabler/>", 101) + "</DisableUpdatesIfInstalled></Product>"),
          true, false, "old"},
-        {"no address", noAddress, newer, false, false, "old"},
         {"no product to check", List("1.0.0.0", "<Product/>"), newer, false, false, ""},
     };
     for (const auto& [situation, current, served, fetched, refreshed, keys] : cases) {

@@ -28,17 +28,6 @@ Fields HeaderOf(const CAtlString& text) {
 
 }  // namespace
 
-TEST(TextLayout, EveryWayToNothingIsTheOneEmptyText) {
-    const char* const noBytes = nullptr;
-    const CAtlString abc(L"abc");
-    CAtlString emptied(abc);
-    emptied.Empty();
-    const CAtlString texts[] = {"\x80", noBytes, QString(), emptied, abc.Mid(7), abc.Left(-1)};
-    for (const CAtlString& text : texts)
-        EXPECT_EQ(text.GetString(), CAtlString().GetString()) << (&text - texts);
-    EXPECT_EQ(HeaderOf(emptied), (Fields{-1, 0, 0}));
-}
-
 TEST(TextLayout, SharesUntilChangedUnlessLocked) {
     CAtlString first(L"abc");
     CAtlString second(first);
