@@ -19,6 +19,7 @@
 #include <QDirIterator>
 #include <algorithm>
 #include <boost/make_shared.hpp>
+#include "i18n/LanguageTable.h"
 
 namespace {
 
@@ -247,4 +248,15 @@ void CCatalog::CollectLinks() {
         if (file && file->GetKind() == FileKind::UNKNOWN)
             file->SetKind(link.kind);
     }
+}
+
+std::vector<QString> LanguageCodes(const CCatalog& catalog) {
+    std::vector<QString> codes;
+    for (const CCatalogFile* table : catalog.FilesOf(FileKind::LANGUAGE_TABLE)) {
+        const TiXmlElement* language = table->GetRoot() ? table->GetRoot()->FirstChildElement() : nullptr;
+        for (; language; language = language->NextSiblingElement())
+            if (const CAtlString code = XmlAttribute(*language, LanguageFormat::CODE); !code.IsEmpty())
+                codes.push_back(code.ToQString());
+    }
+    return codes;
 }

@@ -8,6 +8,7 @@
 #include "catalog/CSite.h"
 #include "platform/desktop/IEnvironment.h"
 
+#include <QString>
 #include <boost/shared_ptr.hpp>
 #include <memory>
 #include <optional>
@@ -79,3 +80,6 @@ private:
     std::optional<CSite> site_;
     boost::shared_ptr<IEnvironment> environment_;
 };
+
+// Their codes, in the order of the tables; empty when there is no readable table.
+std::vector<QString> LanguageCodes(const CCatalog& catalog);

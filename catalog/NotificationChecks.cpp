@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
+#include "catalog/CCatalog.h"
 #include "catalog/Checks.h"
 #include "catalog/ElementChecks.h"
 #include "catalog/FormatRules.h"
-#include "catalog/LanguageCodes.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
-#include "products/IsBoardInstalled.h"
 #include "products/Notification.h"
 
 #include <QLocale>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
+#include "catalog/CCatalog.h"
 #include "catalog/Checks.h"
-#include "catalog/LanguageCodes.h"
 #include "i18n/CResourceManagerLinux.h"
 #include "i18n/CStringsReader.h"
 

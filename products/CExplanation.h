@@ -66,3 +66,8 @@ private:
     std::optional<Offer> offer_;
     IDecisionObserver* printer_;
 };
+
+// A paragraph about the product of a row: of its "name", its "key" and its "explain".
+QString ExplanationText(const QJsonObject& row);
+// What all products have in common, of the report's JSON: which list, and whether a silent check is due.
+QString CommonExplanation(const QJsonObject& report);

@@ -8,7 +8,7 @@
 #include "products/CProductVersion.h"
 #include "products/CVersionString.h"
 #include "products/IProduct.h"
-#include "products/SkippedVersion.h"
+#include "products/ItemState.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "products/ConsoleObserver.h"
+#include "products/IDecisionObserver.h"
 
 #include "platform/text/PrintableText.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "products/ExplanationText.h"
+#include "products/CExplanation.h"
 
 #include "platform/text/PrintableText.h"
 

@@ -7,7 +7,7 @@
 #include "platform/desktop/IEnvironment.h"
 #include "platform/files/CVardoFilePath.h"
 #include "products/IProduct.h"
-#include "products/SkippedVersion.h"
+#include "products/ItemState.h"
 
 #include <QCoreApplication>
 #include <QDate>

@@ -36,3 +36,7 @@ public:
     virtual void OnCategory(const CAtlString& /*id*/, const CAtlString& /*installed*/,
                             const CAtlString& /*published*/) {}
 };
+
+// One for the whole process. For each installed version that a disabler is compared with, it writes a line
+// with the keys of both on standard output.
+IDecisionObserver& ConsoleObserver();

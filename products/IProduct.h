@@ -6,7 +6,7 @@
 
 #include "net/IDownloader.h"
 #include "platform/text/CAtlString.h"
-#include "products/ConsoleObserver.h"
+#include "products/IDecisionObserver.h"
 
 #include <QList>
 #include <QString>

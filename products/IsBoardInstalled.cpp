@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "products/IsBoardInstalled.h"
+#include "products/Notification.h"
 
 #include "products/CProductVersions.h"
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 #include "products/ItemState.h"
+#include "app/settings/DefaultSettings.h"
+#include "platform/settings/SettingsStore.h"
 
 ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked) {
     if (product.IsHighlighted(item))
@@ -15,4 +17,17 @@ ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked) {
     if (!product.IsUpdateAvailable(item))
         return ItemState::CURRENT;
     return product.IsWanted(item) ? ItemState::UPDATE : ItemState::SKIPPED;
+}
+
+bool IsSkipped(const IProduct& product, unsigned item) {
+    const CAtlString offered = product.GetOffer(item);
+    int error = REGISTRY_OK;
+    return !offered.IsEmpty() && ReadRegistryString(HKEY_CURRENT_USER, DefaultSettings::SKIPPED_KEY,
+                                                    product.GetKey(), CAtlString(), error)
+                                         .Compare(offered) == 0;
+}
+
+void SetSkipped(const IProduct& product, unsigned item, bool isSkipped) {
+    WriteRegistryString(HKEY_CURRENT_USER, DefaultSettings::SKIPPED_KEY, product.GetKey(),
+                        isSkipped ? product.GetOffer(item) : CAtlString());
 }

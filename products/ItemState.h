@@ -21,3 +21,10 @@ enum class ItemState {
 
 // The state of a product's item after a check, or without one. Never NOT_INSTALLED: that has no item.
 ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked);
+
+// It is kept in the user's settings, one version for each product. Another version is wanted again. GUI
+// thread only.
+bool IsSkipped(const IProduct& product, unsigned item);
+// Keeps, or takes back, that the version that the item is offered is skipped. It is in the settings when this
+// returns.
+void SetSkipped(const IProduct& product, unsigned item, bool isSkipped);

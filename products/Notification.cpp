@@ -10,7 +10,6 @@
 #include "platform/settings/SettingsStore.h"
 #include "platform/xml/XmlFile.h"
 #include "products/CFetchedFile.h"
-#include "products/IsBoardInstalled.h"
 #include "products/ListFormat.h"
 #include "products/NotificationFormat.h"
 

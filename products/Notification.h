@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDate>
 #include <QStringList>
+#include <boost/shared_ptr.hpp>
 #include <map>
 
 class TiXmlDocument;
@@ -84,3 +85,8 @@ private:
     CAtlString messageFile_;
     boost::shared_ptr<IEnvironment> environment_;
 };
+
+// Whether the maker's board software is installed in a version below 10.0.0.0. Where it is installed in
+// several versions, the first one found counts. Searches the shared data folder at every call. GUI thread
+// only.
+bool IsBoardInstalled(const boost::shared_ptr<IEnvironment>& environment);

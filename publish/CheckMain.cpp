@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 #include "platform/desktop/BrokenPipes.h"
-#include "publish/RunCatalogCheck.h"
+#include "publish/FolderProgram.h"
 
 #include <QCoreApplication>
 #include <iostream>

@@ -54,3 +54,20 @@ int RefuseUsage(const ProgramTexts& texts, const QString& problem, std::ostream&
 // err, when out could not be written.
 int RunProgram(const ProgramTexts& texts, const CommonOptions& options, const boost::function<int()>& work,
                std::ostream& out, std::ostream& err);
+
+// Checks the folder that the arguments name (the first one is the program's own name) and writes the findings
+// to out, as lines or as JSON, and what goes wrong otherwise to err; both as UTF-8. Needs a QCoreApplication.
+int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostream& err);
+
+// Signs the published files of the folder that the arguments name (the first one is the program's own name),
+// writes a line for each to out, and what goes wrong to err; both as UTF-8. Asks on err for the password of a
+// key that has one, and reads it from standard input. One of CatalogExit (EXIT_ERRORS: nothing was signed, or
+// not all). Needs a QCoreApplication.
+int RunCatalogSign(const QStringList& arguments, std::ostream& out, std::ostream& err);
+
+// Signs the installer of the program and the published files of the folder that the arguments name (the first
+// one is the program's own name), or writes the files of a new product. Writes a line for each file to out,
+// in the order of an upload, and what goes wrong to err; both as UTF-8. Asks on err for the passwords of keys
+// that have one, and reads them from standard input. One of CatalogExit (EXIT_ERRORS: not all was signed).
+// Needs a QCoreApplication.
+int RunCatalogRelease(const QStringList& arguments, std::ostream& out, std::ostream& err);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "publish/RunCatalogRelease.h"
+#include "publish/FolderProgram.h"
 
 #include "catalog/Checks.h"
 #include "platform/files/Addresses.h"

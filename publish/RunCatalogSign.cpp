@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "publish/RunCatalogSign.h"
+#include "publish/FolderProgram.h"
 
 #include "publish/CCatalogSigning.h"
 

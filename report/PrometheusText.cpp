@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "report/PrometheusText.h"
+#include "report/ReportText.h"
 
 #include "platform/text/PrintableText.h"
 

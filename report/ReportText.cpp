@@ -3,7 +3,7 @@
 
 #include "report/ReportText.h"
 
-#include "products/ExplanationText.h"
+#include "products/CExplanation.h"
 #include "report/CTextTable.h"
 
 #include <QJsonArray>

@@ -1,11 +1,17 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What a report says besides its products; docs/report.schema.json has the members.
+// What a report says besides its products; docs/report.schema.json has the members. And what it says of every
+// user of the machine.
 #pragma once
 
+#include "platform/desktop/IEnvironment.h"
+
 #include <QDate>
+#include <QJsonArray>
 #include <QJsonObject>
+#include <QStringList>
+#include <boost/shared_ptr.hpp>
 
 // Where, when and for whom the report was made: "schema", "host", "user", "time" and "version".
 QJsonObject RunFacts();
@@ -14,3 +20,10 @@ QJsonObject RunFacts();
 QJsonObject SettingsFacts();
 // Whether a silent check is "due" on a day, and the "reason", by the settings as they are.
 QJsonObject SilentCheckFacts(const QDate& today);
+
+// For root: an object for each user with settings or a product list in the home: "user", "list", "settings"
+// and "silentCheck", as the report has them for its own user. Each home is read by a process with its user's
+// rights alone, which is given up after a few seconds, so that nothing in a home can make root read or wait
+// for what it should not. Before the process has threads, and before it reads settings of its own.
+// The names of users whose home took too long go to unread.
+QJsonArray UsersFacts(const boost::shared_ptr<IEnvironment>& environment, QStringList& unread);

@@ -10,9 +10,8 @@
 #include "report/CInterruption.h"
 #include "report/CReportOptions.h"
 #include "report/CUpdateReport.h"
-#include "report/PrometheusText.h"
 #include "report/ReportText.h"
-#include "report/UsersFacts.h"
+#include "report/RunFacts.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

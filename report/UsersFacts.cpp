@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "report/UsersFacts.h"
-
 #include "platform/files/CFileDescriptor.h"
 #include "products/CProductListController.h"
 #include "products/ProductListFiles.h"

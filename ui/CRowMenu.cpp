@@ -4,7 +4,6 @@
 #include "ui/CRowMenu.h"
 
 #include "products/ItemState.h"
-#include "products/SkippedVersion.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -4,7 +4,7 @@
 #include "ui/MainWindow.h"
 
 #include "platform/text/PrintableText.h"
-#include "products/ExplanationText.h"
+#include "products/CExplanation.h"
 #include "ui/CWhyDialog.h"
 #include "ui/CWindowAccessible.h"
 

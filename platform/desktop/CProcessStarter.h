@@ -4,7 +4,7 @@
 // Starts real processes.
 #pragma once
 
-#include "platform/desktop/IProcessStarter.h"
+#include "platform/desktop/DesktopLaunching.h"
 
 #include <QEventLoop>
 #include <vector>

@@ -7,6 +7,8 @@
 #include "platform/desktop/IEnvironment.h"
 #include "platform/files/CVardoDirectoryPath.h"
 
+#include <QCoreApplication>
+
 // The machine's date and one shared data folder: it starts nothing and opens nothing.
 class CUnattendedEnvironment : public IEnvironment {
 public:
@@ -23,4 +25,10 @@ private:
 
 // The parent of the executable's folder, then "share"; empty when the executable's folder has no parent. GUI
 // thread, while a QCoreApplication exists.
-CVardoDirectoryPath SharedDataFolder();
+inline CVardoDirectoryPath SharedDataFolder() {
+    CVardoDirectoryPath folder{CAtlString(QCoreApplication::applicationDirPath())};
+    if (!folder.RemoveLastComponent())
+        return {};
+    folder.Append("share");
+    return folder;
+}

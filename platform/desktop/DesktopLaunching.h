@@ -1,14 +1,25 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Opening a web address in the user's browser.
+// Starting other programs, behind a door that tests can replace, and opening a web address in the user's
+// browser.
 #pragma once
 
-#include "platform/desktop/IProcessStarter.h"
 #include "platform/text/CAtlString.h"
 
 #include <QString>
 #include <QStringList>
+
+// Starts programs without a shell: each argument arrives as it is. GUI thread only.
+class IProcessStarter {
+public:
+    virtual ~IProcessStarter() = default;
+    // Starts a program and waits for its end, for at most limitMs milliseconds, while events are served; true
+    // when it ended in that time, whatever its exit code.
+    virtual bool RunAndWait(const QString& program, const QStringList& arguments, int limitMs) = 0;
+    // Starts a program that outlives this one; false when it could not be started.
+    virtual bool StartDetached(const QString& program, const QStringList& arguments) = 0;
+};
 
 enum DesktopKind : int { DESKTOP_UNKNOWN = 0, DESKTOP_KDE = 1, DESKTOP_GNOME = 2, DESKTOP_OTHER = 3 };
 

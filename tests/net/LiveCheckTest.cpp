@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "publish/RunCatalogCheck.h"
+#include "publish/FolderProgram.h"
 #include "support/LoopbackServer.h"
 #include "support/TemporaryTree.h"
 

@@ -15,7 +15,7 @@
 #include "DataTable.h"
 #include "products/CProductVersion.h"
 #include "publish/CPreview.h"
-#include "publish/RunCatalogCheck.h"
+#include "publish/FolderProgram.h"
 #include "support/Minisign.h"
 
 namespace {

