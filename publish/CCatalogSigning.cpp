@@ -62,7 +62,8 @@ CCatalogSigning::CCatalogSigning(const CCatalog& catalog, std::unique_ptr<CMinis
 std::optional<std::vector<SignedFile>> CCatalogSigning::SignAll() {
     std::vector<SignedFile> all;
     for (const CCatalogFile* file : InOrder(catalog_)) {
-        const QByteArray contents = Sign(*file, *catalog_.PublishedAt(*file));
+        const auto address = catalog_.PublishedAt(*file);
+        const QByteArray contents = address ? Sign(*file, *address) : QByteArray();
         if (contents.isEmpty())
             return std::nullopt;
         all.push_back({file->GetPath(), contents});

@@ -57,9 +57,13 @@ QString Reason(const TransferRecord& record) {
 }  // namespace
 
 CFindings CheckLive(const CCatalog& catalog, const QString& address, Downloader& downloader) {
-    const CSite live(address, catalog.GetSite()->GetFolder());
+    const auto& site = catalog.GetSite();
+    if (!site)
+        return {};
+    const CSite live(address, site->GetFolder());
     const std::vector<QString> paths = Fetched(catalog);
     std::vector<CAtlString> addresses;
+    addresses.reserve(paths.size());
     for (const QString& path : paths)
         addresses.emplace_back(live.AddressOf(path).value_or(QString()));
     TransferRecord last;

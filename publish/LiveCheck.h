@@ -10,6 +10,6 @@
 
 // Fetches all that installed programs fetch of the catalog's site, with the program's own installer and its
 // signature, as they do, from the address at which that site is published now. What they would not get, or
-// get otherwise than it is in the folder, by the paths of the files. The catalog has a site. GUI thread;
+// get otherwise than it is in the folder, by the paths of the files. Nothing without a site. GUI thread;
 // serves events while it waits.
 CFindings CheckLive(const CCatalog& catalog, const QString& address, Downloader& downloader);

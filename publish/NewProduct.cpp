@@ -56,9 +56,9 @@ QString ShareOf(const CCatalog& catalog) {
 NewProduct TakeNewProduct(QStringList& arguments) {
     if (arguments.size() < 3)
         return {.problem = QStringLiteral("there must be a name, a key, a version and a folder")};
-    const NewProduct product{.name = arguments.takeFirst().trimmed(),
-                             .key = arguments.takeFirst(),
-                             .version = arguments.takeFirst()};
+    NewProduct product{.name = arguments.takeFirst().trimmed(),
+                       .key = arguments.takeFirst(),
+                       .version = arguments.takeFirst()};
     static const QRegularExpression key(QStringLiteral("^[A-Za-z][A-Za-z0-9_-]*$"));
     const CVersionString version{CAtlString(product.version)};
     if (product.name.isEmpty())

@@ -152,8 +152,8 @@ private:
         const auto signature = tool_->SignFile(*path, comment);
         if (!signature)
             problem_ = QStringLiteral("minisign: ") + tool_->GetProblem();
-        else if (IsGood(*path, *signature, offer, folder))
-            signatures.push_back({*SignaturePath(offer), *signature});
+        else if (const auto target = SignaturePath(offer); target && IsGood(*path, *signature, offer, folder))
+            signatures.push_back({*target, *signature});
         return problem_.isEmpty();
     }
 
@@ -234,14 +234,14 @@ int CheckAfterwards(const Options& options, std::ostream& err) {
     return findings.Count(Severity::ERROR) > 0 ? EXIT_ERRORS : EXIT_CLEAN;
 }
 
-int AddProduct(const Options& options, std::ostream& out, std::ostream& err) {
-    const QString problem = WriteNewProduct(*options.product, options.arguments, out);
+int AddProduct(const NewProduct& product, const Options& options, std::ostream& out, std::ostream& err) {
+    const QString problem = WriteNewProduct(product, options.arguments, out);
     return problem.isEmpty() ? EXIT_CLEAN : Fail(problem, err);
 }
 
 int Release(const Options& options, std::ostream& out, std::ostream& err) {
     if (options.product)
-        return AddProduct(options, out, err);
+        return AddProduct(*options.product, options, out, err);
     const int status = SignAll(options, out, err);
     return status == EXIT_CLEAN ? CheckAfterwards(options, err) : status;
 }

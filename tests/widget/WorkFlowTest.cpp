@@ -16,7 +16,6 @@
 #include <QTimer>
 #include <functional>
 
-
 namespace {
 
 class WorkFlow : public CheckFixture {
