@@ -9,10 +9,10 @@
 #include <QTimer>
 #include <boost/function.hpp>
 
-// Listens on a local socket in the user's runtime directory (XDG_RUNTIME_DIR, of the XDG Base Directory
-// Specification), under a name made from the executable's device and inode, as the key of the single-instance
-// lock is. Where there is no such directory, or one that others could change, it hears nothing. Only the
-// holder of that lock may have one. GUI thread only.
+// Listens on a local socket in the user's runtime directory (XDG_RUNTIME_DIR, see pam_systemd(8)), under a
+// name made from the executable's device and inode, as the key of the single-instance lock is. Where there is
+// no such directory, or one that others could change, it hears nothing. Only the holder of that lock may have
+// one. GUI thread only.
 class CActivationServer {
 public:
     // How long after its construction it begins to listen, in milliseconds: the window comes first.
