@@ -32,5 +32,6 @@ private:
 };
 
 // Asks the copy that runs from this executable, if it is the same user's, to come to the front. Waits for at
-// most a second, and not for the result.
+// most a second, and not for the result: no such copy, and one that does not answer, are no failure. GUI
+// thread, while a QCoreApplication exists.
 void ActivateRunningCopy(const QString& executable);

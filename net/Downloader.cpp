@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 
+#include "net/ProxyAddress.h"
 #include "net/QtDownloader.h"
 #include "net/Transfer.h"
 #include "platform/files/Addresses.h"
@@ -143,8 +144,6 @@ void Downloader::TakeProxySettings() {
     CAtlString password;
     int port = 0;
     proxyHandler_->GetProxySettings(host, port, userName, password);
-    // No host has an "@": what stands before it is a password, as often as not, and records and messages show
-    // the host.
-    SetProxy(CAtlString(host.ToQString().section('@', -1)), port);
+    SetProxy(WithoutUser(host), port);
     SetCredentials(userName, password);
 }

@@ -44,3 +44,7 @@ std::optional<ProxyAddress> ParseProxyAddress(const CAtlString& text) {
     const bool isPort = *address.port >= 1 && *address.port <= HIGHEST_PORT;
     return isPort ? std::optional(address) : std::nullopt;
 }
+
+CAtlString WithoutUser(const CAtlString& host) {
+    return CAtlString(host.ToQString().section('@', -1));
+}

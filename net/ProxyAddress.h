@@ -20,3 +20,7 @@ struct ProxyAddress {
 // empty host, another scheme, a user, a path, a port outside of 1 to 65535. Does not look the host up. GUI
 // thread.
 std::optional<ProxyAddress> ParseProxyAddress(const CAtlString& text);
+
+// A host as it stands in the settings, without what stands before an "@". No host has one: that is a user
+// name and often a password, which must show nowhere. Any thread.
+CAtlString WithoutUser(const CAtlString& host);

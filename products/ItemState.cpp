@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 #include "products/ItemState.h"
+
 #include "app/settings/DefaultSettings.h"
 #include "platform/settings/SettingsStore.h"
 

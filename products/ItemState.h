@@ -19,11 +19,12 @@ enum class ItemState {
     NOT_INSTALLED,
 };
 
-// The state of a product's item after a check, or without one. Never NOT_INSTALLED: that has no item.
+// The state of a product's item after a check, or without one. Never NOT_INSTALLED: that has no item. GUI
+// thread only.
 ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked);
 
-// It is kept in the user's settings, one version for each product. Another version is wanted again. GUI
-// thread only.
+// Whether the user does not want the version that the item is offered. The user's settings keep one such
+// version for each product; another version is wanted again. GUI thread only.
 bool IsSkipped(const IProduct& product, unsigned item);
 // Keeps, or takes back, that the version that the item is offered is skipped. It is in the settings when this
 // returns.

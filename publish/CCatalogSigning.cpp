@@ -54,6 +54,12 @@ bool CCatalogSigning::Replace(const SignedFile& file) {
                        CVardoFilePath(CAtlString(file.path)), mode);
 }
 
+QString CCatalogSigning::DaysProblem(int days) {
+    return days >= 1 && days <= MOST_DAYS
+               ? QString()
+               : QStringLiteral("--days takes a number from 1 to %1").arg(MOST_DAYS);
+}
+
 CCatalogSigning::CCatalogSigning(const CCatalog& catalog, std::unique_ptr<CMinisignTool> tool, int days)
     : catalog_(catalog),
       tool_(std::move(tool)),

@@ -23,6 +23,8 @@ public:
     // For how many days signatures are good.
     static constexpr int USUAL_DAYS = 90;
     static constexpr int MOST_DAYS = 3650;
+    // Why signatures cannot be good for so many days, as the value of --days; empty when they can.
+    static QString DaysProblem(int days);
 
     // The errors of the folder that signing cannot mend.
     static CFindings ErrorsOf(const CCatalog& catalog);

@@ -63,9 +63,8 @@ QString ProblemOf(const Options& options) {
     for (const QString& key : {options.key, options.installerKey})
         if (!key.isEmpty() && !QFileInfo(key).isFile())
             return QStringLiteral("\"%1\" is no file of a secret key").arg(key);
-    if (options.days < 1 || options.days > CCatalogSigning::MOST_DAYS)
-        return QStringLiteral("--days takes a number from 1 to %1").arg(CCatalogSigning::MOST_DAYS);
-    return options.arguments.problem;
+    const QString problem = CCatalogSigning::DaysProblem(options.days);
+    return problem.isEmpty() ? options.arguments.problem : problem;
 }
 
 Options ReadOptions(const QStringList& arguments) {

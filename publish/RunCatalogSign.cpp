@@ -43,9 +43,8 @@ struct Options {
 QString ProblemOf(const Options& options) {
     if (!QFileInfo(options.key).isFile())
         return QStringLiteral("--key takes the file of a secret key");
-    if (options.days < 1 || options.days > CCatalogSigning::MOST_DAYS)
-        return QStringLiteral("--days takes a number from 1 to %1").arg(CCatalogSigning::MOST_DAYS);
-    return options.arguments.problem;
+    const QString problem = CCatalogSigning::DaysProblem(options.days);
+    return problem.isEmpty() ? options.arguments.problem : problem;
 }
 
 Options ReadOptions(const QStringList& arguments) {

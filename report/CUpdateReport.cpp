@@ -123,12 +123,11 @@ QJsonObject CUpdateReport::ToJson() const {
     report["list"] = ListFacts();
     report["settings"] = SettingsFacts();
     report["silentCheck"] = check;
-    report["products"] = Rows();
+    report["products"] = Rows(check["due"].toBool());
     return report;
 }
 
-QJsonArray CUpdateReport::Rows() const {
-    const bool isDue = SilentCheckFacts(environment_->Today())["due"].toBool();
+QJsonArray CUpdateReport::Rows(bool isDue) const {
     QJsonArray rows;
     for (const auto& [row, product] : entries_) {
         if (row.state == ItemState::NOT_INSTALLED && !scope_.isExplained)

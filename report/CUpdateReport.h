@@ -63,7 +63,8 @@ private:
     void MakeRows();
     // There was an answer to a request, be it that the file is missing; or there was no request.
     bool IsAnybodyThere() const;
-    QJsonArray Rows() const;
+    // isDue: a silent check is.
+    QJsonArray Rows(bool isDue) const;
     QJsonObject Explanation(const IProduct& product) const;
     // Why a product failed, as "code" and "text"; null when it did not.
     QJsonValue Error(const ReportRow& row, const IProduct& product) const;

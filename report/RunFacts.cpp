@@ -4,6 +4,7 @@
 #include "report/RunFacts.h"
 
 #include "app/settings/CRecordKeeper.h"
+#include "net/ProxyAddress.h"
 #include "net/ProxyHandlerBase.h"
 #include "platform/files/CTemporaryFolder.h"
 
@@ -36,8 +37,7 @@ QString StoredProxy() {
     CAtlString ignored;
     int port = 0;
     handler.GetProxySettings(host, port, ignored, ignored);
-    const QString text = host.ToQString();
-    return text.isEmpty() ? QString() : text.mid(text.lastIndexOf('@') + 1) + ':' + QString::number(port);
+    return host.IsEmpty() ? QString() : WithoutUser(host).ToQString() + ':' + QString::number(port);
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include "platform/settings/SettingsStore.h"
 
 CPolicy::CPolicy() {
-    const auto read = [this](const CAtlString& name) {
-        const QVariant value = ReadMachineValue(DefaultSettings::POLICY_KEY, name);
+    const auto read = [this, all = ReadMachineValues(DefaultSettings::POLICY_KEY)](const CAtlString& name) {
+        const QVariant value = all.value(name.ToQString());
         if (value.isValid())
             names << name.ToQString();
         return value;

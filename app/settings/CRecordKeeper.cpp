@@ -44,7 +44,7 @@ void CRecordKeeper::Save() const {
     if (!policy_.checkUpdates)
         values.emplace_back(DefaultSettings::CHECK_UPDATES, checkUpdates_ ? 1 : 0);
     WriteRegistryDwords(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, values);
-    if (!windowPlace_.isEmpty())
+    if (isWindowMoved_)
         WriteRegistryString(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, DefaultSettings::WINDOW,
                             CAtlString(QString::fromLatin1(windowPlace_.toBase64())));
 }

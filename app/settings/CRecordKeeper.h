@@ -19,7 +19,7 @@ public:
     // defaults, and give way to the policy. True when the user has a "LastChecked".
     bool Load();
     // Writes the three values, but for those that the policy sets, to the user's settings, and the window's
-    // place when there is one. Failures are not reported.
+    // place when it is another than was loaded. Failures are not reported.
     void Save() const;
     // Whether a silent check is due on the Julian day today: checks are on, and at least the interval has
     // passed since the loaded date.
@@ -42,7 +42,10 @@ public:
     void SetNewLastChecked(int day) { newLastChecked_ = day; }
     // As QWidget::saveGeometry gives it; empty for a user who never had a window.
     const QByteArray& GetWindowPlace() const { return windowPlace_; }
-    void SetWindowPlace(const QByteArray& place) { windowPlace_ = place; }
+    void SetWindowPlace(const QByteArray& place) {
+        isWindowMoved_ = isWindowMoved_ || place != windowPlace_;
+        windowPlace_ = place;
+    }
 
 private:
     CPolicy policy_;
@@ -51,4 +54,5 @@ private:
     int lastChecked_ = 0;
     int newLastChecked_ = 0;
     QByteArray windowPlace_;
+    bool isWindowMoved_ = false;
 };

@@ -88,9 +88,14 @@ int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, i
     return error == REGISTRY_OK ? value.toInt() : defaultValue;
 }
 
-QVariant ReadMachineValue(const CAtlString& key, const CAtlString& name) {
-    return QSettings(QSettings::NativeFormat, QSettings::SystemScope, CSettingsIdentity::Organization())
-        .value(SettingsKey(key, name));
+QVariantMap ReadMachineValues(const CAtlString& key) {
+    QSettings machine(QSettings::NativeFormat, QSettings::SystemScope, CSettingsIdentity::Organization());
+    machine.beginGroup(CleanKey(key).ToQString());
+    QVariantMap values;
+    const QStringList names = machine.childKeys();
+    for (const QString& name : names)
+        values[name] = machine.value(name);
+    return values;
 }
 
 int WriteRegistryString(int hive, const CAtlString& key, const CAtlString& name, const CAtlString& value,

@@ -39,9 +39,9 @@ CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString&
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& domain = SETTINGS_DOMAIN);
 
-// The value in the machine's file of the whole organisation, whoever asks, and never one of the user's;
-// invalid when there is none.
-QVariant ReadMachineValue(const CAtlString& key, const CAtlString& name);
+// The values of a key, by their names, in the machine's file of the whole organisation, in every application
+// alike, and never one of the user's. Reads the file once.
+QVariantMap ReadMachineValues(const CAtlString& key);
 
 // REGISTRY_OK, or REGISTRY_NOT_FOUND when no store could be opened.
 int WriteRegistryString(int hive, const CAtlString& key, const CAtlString& name, const CAtlString& value,
