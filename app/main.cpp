@@ -11,6 +11,8 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QImageReader>
+#include <QPixmap>
 #include <QStyleFactory>
 #include <QTimer>
 #include <iostream>
@@ -32,11 +34,18 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool g
     return std::make_unique<QCoreApplication>(argc, argv);
 }
 
+// Qt loads each of its image plugins for a file whose format it has to find out, a tenth of the start.
+QIcon ReadIcon() {
+    QImageReader reader(":/images/update.png", "png");
+    reader.setAutoDetectImageFormat(false);
+    return QIcon(QPixmap::fromImageReader(&reader));
+}
+
 void DressUp() {
     const bool plastique = QStyleFactory::keys().contains("plastique", Qt::CaseInsensitive);
     QApplication::setStyle(plastique ? "plastique" : "fusion");
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(QIcon(":/images/update.png"));
+    QApplication::setWindowIcon(ReadIcon());
 }
 
 void RunAction(CApplicationFactory& factory) {
