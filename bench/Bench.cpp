@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <cstdio>
+#include <fstream>
 #include <functional>
 #include <optional>
 #include <system_error>
@@ -24,6 +25,7 @@
 #include "CWindowWatch.h"
 #include "ProductSet.h"
 #include "support/LoopbackServer.h"
+#include "support/Minisign.h"
 
 namespace {
 
@@ -37,6 +39,7 @@ constexpr Bound LINE_60{"60 products, round trip of 100 ms", "ms", CURL, 0.95};
 constexpr Bound LINE_10{"10 products, round trip of 100 ms", "ms", CURL, 0.85};
 constexpr Bound FURTHER{"each further product on loopback, of 600", "ms", CURL, 2.0};
 constexpr Bound THOUGHT{"60 products, answers after 100 ms of thought", "ms", "one after the other", 0.2};
+constexpr Bound SIGNED{"60 signed products on loopback", "ms", "60 unsigned", 1.1};
 constexpr Bound START{"start to the window with 60 rows", "ms", DIALOG, 1.35};
 constexpr Bound MEMORY_60{"peak memory, silent check of 60", "MiB", DIALOG, 1.25};
 constexpr Bound MEMORY_600{"peak memory, silent check of 600", "MiB", DIALOG, 1.35};
@@ -61,6 +64,7 @@ public:
     void Measure() {
         MeasureLine();
         MeasureFetching();
+        MeasureSigned();
         MeasureSlowServer();
         MeasureStart();
         MeasureScale();
@@ -178,6 +182,32 @@ private:
                                            [this] { return Curl(60, SiteAddress()).wallMs; },
                                            [this] { return Curl(600, SiteAddress()).wallMs; }});
         Add(FURTHER, (walls[1] - walls[0]) / 540, (walls[3] - walls[2]) / 540);
+    }
+
+    // The same descriptions, each with the maker's signature.
+    void SignSite(const std::string& set, int count) {
+        const Minisign maker;
+        Install(set, count, SiteAddress() + "/" + set);
+        std::ofstream(state_ / "sets" / set / "share" / "VardoCatalogue.pub") << maker.Key();
+        fs::create_directories(state_ / "site" / set);
+        for (int i = 0; i < count; ++i) {
+            const std::string path = "/" + set + "/" + std::to_string(i) + ".xml";
+            const std::string signature = maker.Sign(ProductSet::Offer(), "path:" + path + " until:20991231");
+            std::ofstream(state_ / ("site" + path)) << ProductSet::Offer() << "<!--minisign\n"
+                                                    << signature << "-->\n";
+        }
+        SilentCheck(set);
+        // Only a check that accepted a description leaves its date.
+        if (ReadWholeFile(state_ / "home" / "config" / "VARDO Technologies.conf").find("LastChecked=") ==
+            std::string::npos)
+            throw std::runtime_error("the signatures were refused");
+    }
+    void MeasureSigned() {
+        SignSite("signed", 60);
+        const std::vector<double> walls = MediansByTurns(
+            QUICK * runs_,
+            {[this] { return SilentCheck("signed").wallMs; }, [this] { return SilentCheck("60").wallMs; }});
+        Add(SIGNED, walls[0], walls[1]);
     }
 
     void MeasureSlowServer() {
