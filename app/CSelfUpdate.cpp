@@ -5,7 +5,7 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/xml/XmlFile.h"
-#include "signing/LastDay.h"
+#include "signing/CMinisignSignature.h"
 
 CSelfUpdate::CSelfUpdate(const CAtlString& fileName, const IEnvironment& environment)
     : sharedFolder_(environment.SharedDataFolder()),

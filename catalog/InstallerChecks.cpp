@@ -9,7 +9,7 @@
 #include "products/CProductVersion.h"
 #include "products/DescriptionFormat.h"
 #include "signing/CInstallerSeal.h"
-#include "signing/LastDay.h"
+#include "signing/CMinisignSignature.h"
 
 #include <QFile>
 #include <QUrl>

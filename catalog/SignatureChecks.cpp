@@ -4,7 +4,7 @@
 #include "catalog/Checks.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "signing/CCatalogueSeal.h"
-#include "signing/LastDay.h"
+#include "signing/CMinisignSignature.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "platform/xml/XmlFile.h"
 #include "signing/CCatalogueSeal.h"
-#include "signing/LastDay.h"
+#include "signing/CMinisignSignature.h"
 
 #include <QUrl>
 

@@ -7,7 +7,7 @@
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileReplacement.h"
 #include "signing/CCatalogueSeal.h"
-#include "signing/LastDay.h"
+#include "signing/CMinisignSignature.h"
 
 #include <QTemporaryFile>
 #include <algorithm>

@@ -9,7 +9,7 @@
 #include "products/DescriptionFormat.h"
 #include "products/Products.h"
 #include "signing/CCatalogueSeal.h"
-#include "signing/LastDay.h"
+#include "signing/CMinisignSignature.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

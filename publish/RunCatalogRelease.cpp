@@ -12,7 +12,7 @@
 #include "publish/CCatalogSigning.h"
 #include "publish/NewProduct.h"
 #include "signing/CInstallerSeal.h"
-#include "signing/LastDay.h"
+#include "signing/CMinisignSignature.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>

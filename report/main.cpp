@@ -1,9 +1,164 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The entry point of the report.
+// The entry point of the report for administrators. It needs no display, asks nobody anything, takes no lock
+// and writes no settings.
+#include "net/Downloader.h"
 #include "platform/desktop/BrokenPipes.h"
-#include "report/RunReport.h"
+#include "platform/desktop/CUnattendedEnvironment.h"
+#include "platform/files/CTemporaryFolder.h"
+#include "platform/text/PrintableText.h"
+#include "report/CInterruption.h"
+#include "report/CReportOptions.h"
+#include "report/CUpdateReport.h"
+#include "report/ReportText.h"
+#include "report/RunFacts.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <QTimer>
+#include <boost/make_shared.hpp>
+#include <iostream>
+
+#include <sys/stat.h>
+
+namespace {
+
+// As of sysexits(3).
+constexpr int WRONG_USAGE = 64;
+
+void Remark(const QString& sentence) {
+    std::cerr << "VARDOUpdateReport: " << Printable(sentence).toStdString() << '\n';
+}
+
+// Says so on standard error when the text could not be written.
+bool Print(const QString& text) {
+    if (std::cout << text.toStdString() << std::flush)
+        return true;
+    Remark("the output could not be written");
+    return false;
+}
+
+// A reader of the file finds the old text or the new one, whole. A device or a pipe is no file to be
+// replaced.
+bool Replace(const QString& path, const QString& text) {
+    const QFileInfo there(path);
+    QSaveFile file(path);
+    if ((there.exists() && !there.isFile()) || !file.open(QIODevice::WriteOnly))
+        return false;
+    constexpr mode_t EVERYBODY_READS = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
+    const mode_t mask = umask(0);
+    umask(mask);
+    file.write(text.toUtf8());
+    return fchmod(file.handle(), EVERYBODY_READS & ~mask) == 0 && file.commit();
+}
+
+bool Deliver(const QString& text, const QString& file) {
+    if (file.isEmpty())
+        return Print(text);
+    if (Replace(file, text))
+        return true;
+    Remark("the file of --output could not be written, and is as it was");
+    return false;
+}
+
+boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& options) {
+    auto handler = boost::make_shared<ProxyHandlerBase>();
+    if (options.GetProxyHost().IsEmpty())
+        handler->LoadProxySettings();
+    else
+        handler->SetProxy(options.GetProxyHost(), options.GetProxyPort());
+    handler->SetCredentials(CAtlString(options.GetUserName()), CAtlString(options.GetPassword()));
+    handler->SetInteractive(false);
+    return handler;
+}
+
+TransferBounds MakeBounds(const CReportOptions& options) {
+    TransferBounds bounds;
+    if (const auto timeout = options.GetTimeout()) {
+        bounds.connect = *timeout;
+        bounds.silence = *timeout;
+        bounds.wholeTime = *timeout;
+    }
+    return bounds;
+}
+
+// Of no other process: the program itself may fetch for the same user at the same time.
+CAtlString FileNames() {
+    CAtlString names;
+    names.Format(L"%s%lld", CTemporaryFolder::OWN_NAME,
+                 static_cast<long long>(QCoreApplication::applicationPid()));
+    return names;
+}
+
+QString TextOf(const QJsonObject& json, bool isListed, const CReportOptions& options) {
+    switch (options.GetFormat()) {
+        case ReportFormat::JSON:
+            return QString::fromUtf8(PrintableJson(QJsonDocument(json)));
+        case ReportFormat::PROMETHEUS:
+            return PrometheusText(json);
+        case ReportFormat::TABLE:
+            break;
+    }
+    const QString text =
+        isListed || options.IsExplained() ? ReportText(json, options.IsExplained()) : QString();
+    return options.IsOfAllUsers() ? text + '\n' + UsersText(json) : text;
+}
+
+// False without a list. When the deadline or a signal comes first, the report has what is known by then.
+bool Run(CUpdateReport& report, const CReportOptions& options) {
+    using End = CUpdateReport::End;
+    const CInterruption interruption([&report] { report.Stop(End::INTERRUPTED); });
+    QTimer deadline;
+    QObject::connect(&deadline, &QTimer::timeout, [&report] { report.Stop(End::DEADLINE); });
+    if (const auto time = options.GetDeadline())
+        deadline.start(*time);
+    return report.Run({.isOffline = options.IsOffline(),
+                       .isListFetched = options.IsListFetched(),
+                       .isExplained = options.IsExplained()});
+}
+
+int Report(const CReportOptions& options) {
+    const auto environment = boost::make_shared<CUnattendedEnvironment>(SharedDataFolder());
+    QStringList unread;
+    const QJsonArray users = options.IsOfAllUsers() ? UsersFacts(environment, unread) : QJsonArray();
+    for (const QString& user : unread)
+        Remark("the home of " + user + " could not be read");
+    const auto downloader = boost::make_shared<Downloader>(MakeBounds(options), FileNames());
+    downloader->SetProxyHandler(MakeProxyHandler(options));
+    CUpdateReport report(environment, downloader);
+    if (!options.IsOffline())
+        Downloader::RemoveStaleFiles();
+    const bool isListed = Run(report, options);
+    for (const QString& remark : report.GetRemarks())
+        Remark(remark);
+    QJsonObject json = report.ToJson();
+    if (options.IsOfAllUsers())
+        json["users"] = users;
+    return Deliver(TextOf(json, isListed, options), options.GetOutput()) ? report.GetExitStatus()
+                                                                         : CUpdateReport::NOTHING_REPORTED;
+}
+
+// Reports, or says what is wrong with the arguments. The exit status.
+int RunReport(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(VARDO_VERSION);
+    CReportOptions options;
+    if (!options.Parse(QCoreApplication::arguments())) {
+        Remark(options.GetProblem());
+        std::cerr << "VARDOUpdateReport --help says what is possible.\n";
+        return WRONG_USAGE;
+    }
+    if (options.IsHelpWanted() || options.IsVersionWanted())
+        return Print(options.IsHelpWanted() ? options.GetHelp() : options.GetVersion())
+                   ? 0
+                   : CUpdateReport::NOTHING_REPORTED;
+    return Report(options);
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     IgnoreBrokenPipes();

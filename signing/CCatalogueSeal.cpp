@@ -3,7 +3,7 @@
 
 #include "signing/CCatalogueSeal.h"
 
-#include "signing/LastDay.h"
+#include "signing/CMinisignSignature.h"
 
 #include <QUrl>
 

@@ -3,8 +3,8 @@
 
 #include "signing/CInstallerSeal.h"
 
+#include "signing/CMinisignSignature.h"
 #include "signing/CPrivateFolder.h"
-#include "signing/LastDay.h"
 
 #include <QByteArray>
 #include <QUrl>

@@ -5,6 +5,7 @@
 
 #include "platform/files/FileSystem.h"
 
+#include <QDateTime>
 #include <algorithm>
 
 #include <sodium.h>
@@ -100,4 +101,16 @@ std::vector<std::string> CMinisignSignature::GetWords(std::string_view beginning
 std::optional<std::string> CMinisignSignature::GetOnlyWord(std::string_view beginning) const {
     const auto words = GetWords(beginning);
     return words.size() == 1 ? std::optional(words.front()) : std::nullopt;
+}
+
+QDate TodayInUtc() {
+    return QDateTime::currentDateTimeUtc().date();
+}
+
+QDate ReadLastDay(const std::string& text) {
+    return QDate::fromString(QString::fromStdString(text), QStringLiteral("yyyyMMdd"));
+}
+
+bool IsOver(const QDate& lastDay, const QDate& today) {
+    return today > lastDay.addDays(1);
 }

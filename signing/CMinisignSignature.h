@@ -9,6 +9,7 @@
 #include "platform/files/CFileDescriptor.h"
 #include "signing/CMinisignKey.h"
 
+#include <QDate>
 #include <string>
 #include <vector>
 
@@ -50,3 +51,13 @@ private:
     // Over the signature, directly followed by the trusted comment.
     MinisignFormat::Signature globalSignature_{};
 };
+
+// Until when a signature is good, as a word of its trusted comment says it ("until:yyyyMMdd").
+
+// Today's date in UTC.
+QDate TodayInUtc();
+// The day that the word's value names; invalid when it names none.
+QDate ReadLastDay(const std::string& text);
+// Whether a signature with that last day is over: from the second day after it on, because some clocks are
+// ahead.
+bool IsOver(const QDate& lastDay, const QDate& today);

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
+// The entry point of each of the maker's programs, which differ in RUN alone.
 #include "platform/desktop/BrokenPipes.h"
 #include "publish/FolderProgram.h"
 
@@ -10,5 +11,5 @@
 int main(int argc, char** argv) {
     IgnoreBrokenPipes();
     const QCoreApplication application(argc, argv);
-    return RunCatalogRelease(QCoreApplication::arguments(), std::cout, std::cerr);
+    return RUN(QCoreApplication::arguments(), std::cout, std::cerr);
 }
