@@ -13,6 +13,7 @@
 
 #include "CatalogTest.h"
 #include "DataTable.h"
+#include "catalog/CSite.h"
 #include "products/CProductVersion.h"
 #include "publish/CPreview.h"
 #include "publish/FolderProgram.h"
@@ -244,6 +245,7 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
                value["severity"] == "warning" && value["code"] == "missing-translation" &&
                value["text"].toString().startsWith("there is no text for pt_BR");
     }));
+    EXPECT_TRUE(CSite("http://h:80/", root).FileOf("http://h/f.xml")) << "the same port";
     EXPECT_THAT(run({"--help"}, EXIT_CLEAN), testing::HasSubstr("Exit status: 0"));
     for (const QStringList& wrong :
          {QStringList(), QStringList{"--jsn", root}, QStringList{root, root}, QStringList{root + "/nowhere"},
