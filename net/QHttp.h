@@ -84,7 +84,7 @@ public:
     Error error() const { return error_; }
     // In Qt's words or the program's.
     QString errorString() const { return errorString_; }
-    // Of its answer; the status is 0 without an answer.
+    // The answer's header; the status is 0 without an answer.
     const QHttpResponseHeader& header() const { return header_; }
     // The connection opened; otherwise the host, or the proxy, could not be reached.
     bool wasSent() const { return wasSent_; }

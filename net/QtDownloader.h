@@ -60,7 +60,7 @@ private:
     // The names of the peers in CPeerMemory.
     QString proxy_;
     QString site_;
-    // Of the last header received, even when an earlier attempt received it.
+    // From the last header received, even when an earlier attempt received it.
     int status_ = 0;
     Credentials credentials_;
     // The last attempt sent the credentials.

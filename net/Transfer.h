@@ -32,7 +32,7 @@ struct TransferBounds {
 // What happened in one transfer. It never holds a user name or a password of the proxy. An address that is
 // not http is not asked at all, and the members behind url keep their defaults.
 struct TransferRecord {
-    // Who is to blame for a failure.
+    // The party that caused a failure.
     enum class Culprit {
         SITE,
         PROXY,     // it could not be reached, has not answered any request, or wants credentials
@@ -43,9 +43,9 @@ struct TransferRecord {
     // The proxy that was asked; the host is empty when the connection was direct.
     CAtlString proxyHost{};
     int proxyPort = 0;
-    // Of the last header that arrived; 0 without a header.
+    // The status in the last header that arrived; 0 without a header.
     int status = 0;
-    // Of the last answer's body, as far as it was read.
+    // Counts what was read of the last answer's body.
     qint64 bytes = 0;
     // From the transfer's start to its end, all attempts and questions included.
     qint64 milliseconds = 0;
