@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What happens when nobody reads what the process writes.
+// Writing to a pipe or socket without a reader.
 #pragma once
 
 #include <csignal>

@@ -35,7 +35,7 @@ DesktopKind DetectDesktop();
 
 // Opens the page, as WebAddress puts it, with the desktop's launcher, or else with the first known browser on
 // the PATH, or else with xdg-open when the PATH has it. False when none of them was possible, and for
-// everything that is no web address: a text that a program would take for an option, a local file or a script
+// everything but a web address: a text that a program would take for an option, a local file or a script
 // is not passed on. May take LAUNCHER_LIMIT_MS, and serves events meanwhile.
 bool OpenURL(const CAtlString& url, IProcessStarter& starter);
 

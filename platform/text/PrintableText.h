@@ -11,7 +11,7 @@
 #include <QString>
 #include <string>
 
-// More UTF-16 code units of a text tell nobody more.
+// The most UTF-16 code units that are shown of a text.
 inline constexpr qsizetype LONGEST_SHOWN = 500;
 
 // The text; when it has more than so many UTF-16 code units, its beginning and an ellipsis, within that
