@@ -56,7 +56,7 @@ public:
     void BeginFetching();
     // Checks every product in order. True when any check succeeded and StopCheck was not called meanwhile.
     bool CheckForUpdates();
-    // A CheckForUpdates that takes longer is ended as by StopCheck; 0, as at first: none is.
+    // Ends a CheckForUpdates that takes longer, as StopCheck does. 0, the default, means no limit.
     void SetTimeLimit(std::chrono::milliseconds limit) { timeLimit_ = limit; }
     // Ends a CheckForUpdates that is under way, from an event inside it: the product in hand fails soon, and
     // the rest is left out, so that the whole does not count as a check. Does nothing at any other time.

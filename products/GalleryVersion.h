@@ -70,7 +70,7 @@ public:
     bool ReadPublishedCategories(const CAtlStringA& bytes);
     // Why what was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }
-    // The date that a version text is; invalid when the text is no date.
+    // Reads a version text as a date; invalid when the text is not a date.
     static QDate ReadDate(const CAtlString& version);
 
 private:

@@ -59,7 +59,7 @@ public:
     Verdict GetVerdict() const { return verdict_; }
     // The codes under which the text for a language is looked for, in that order.
     static QStringList TextCodes(const QString& languageCode);
-    // What a date of a message means; invalid when the text is no date.
+    // Reads a message's date; invalid when the text is not a date.
     static QDate ReadDate(const CAtlString& text);
 
 private:
