@@ -49,7 +49,7 @@ public:
     // Whether files must be signed, and whether any can be.
     bool IsRequired() const { return keys_.IsThere(); }
     bool HasKeys() const { return keys_.HasKeys(); }
-    // What a good signature says of its file; nothing when there is no good one.
+    // What a good signature says of its file; nothing without a good one.
     std::optional<Statement> Read(std::string_view file) const;
     // Judges the bytes of a file from an address. Of today, in UTC, an invalid date is before every other:
     // then the last day does not count.
