@@ -5,6 +5,7 @@
 
 #include <QRegularExpression>
 #include <cwchar>
+#include <string>
 
 #include "platform/files/CVardoFilePath.h"
 #include "platform/text/TextConversion.h"
@@ -19,13 +20,16 @@ bool IsForAddresses(wchar_t ch) {
     return ch > L' ' && ch < 0x7F && std::wcschr(L"\"'`\\<>^{|}", ch) == nullptr;
 }
 
-void AppendEncoded(CAtlString& encoded, wchar_t ch) {
+void AppendEncoded(std::wstring& encoded, wchar_t ch) {
+    constexpr wchar_t DIGITS[] = L"0123456789ABCDEF";
     char bytes[LONGEST_UTF8_SEQUENCE];
     int count = EncodeUtf8(&ch, 1, bytes);
     if (count == 0)
         count = EncodeUtf8(&REPLACEMENT_CHARACTER, 1, bytes);
-    for (int i = 0; i < count; ++i)
-        encoded.AppendFormat(L"%%%02X", static_cast<unsigned char>(bytes[i]));
+    for (int i = 0; i < count; ++i) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        encoded += {L'%', DIGITS[byte >> 4], DIGITS[byte & 0xF]};
+    }
 }
 
 bool HasWebScheme(const QString& address) {
@@ -65,13 +69,13 @@ CAtlString AddressExtension(const CAtlString& address) {
 }
 
 CAtlString PercentEncode(const CAtlString& address) {
-    CAtlString encoded;
+    std::wstring encoded;
     for (const wchar_t ch : address)
         if (IsForAddresses(ch))
             encoded += ch;
         else
             AppendEncoded(encoded, ch);
-    return encoded;
+    return CAtlString(encoded.c_str());
 }
 
 CAtlString WebAddress(const CAtlString& page) {
