@@ -24,7 +24,7 @@ struct AheadTransfer {
     ~AheadTransfer();
 
     // After a success: renames the file to target, gives it to the caller and returns its path. The file
-    // keeps its own name when target is empty or cannot be had.
+    // keeps its own name when target is empty or the renaming fails.
     CAtlString HandOut(const CVardoFilePath& target);
 };
 
@@ -32,17 +32,17 @@ struct AheadTransfer {
 // transfers and delete files that were not taken. GUI thread only.
 class CFetchAhead {
 public:
-    // The most transfers that are started and not taken, and so the most files that wait.
+    // The most transfers that have started and are not yet taken; each may hold a file.
     static constexpr std::size_t MOST_AHEAD = 24;
 
-    // The bounds hold for each transfer.
+    // Each transfer has these bounds.
     CFetchAhead(const TransferBounds& bounds, const boost::shared_ptr<CTransferThreads>& threads)
         : bounds_(bounds), threads_(threads) {}
     ~CFetchAhead() { Plan({}); }
 
     // Replaces the earlier plan.
     void Plan(const std::vector<CAtlString>& urls);
-    // Starts the next transfers by this route, up to MOST_AHEAD, and starts those again that were held.
+    // Starts the next transfers by this route, up to MOST_AHEAD, and restarts those that were held.
     void Start(const Route& route);
     // The transfer that was started for an address, or null. Forgets the address and those planned before it.
     std::unique_ptr<AheadTransfer> Take(const CAtlString& url);
@@ -56,7 +56,7 @@ private:
     TransferBounds bounds_;
     boost::shared_ptr<CTransferThreads> threads_;
     std::deque<Entry> entries_;
-    // For the files of one plan; empty when there is none for temporary files.
+    // Holds the files of one plan; empty without a plan, or when there is no folder for temporary files.
     CVardoDirectoryPath folder_;
     // Makes the names of the files differ before the files exist.
     int serial_ = 0;

@@ -18,8 +18,8 @@ namespace {
 
 constexpr int LOWEST_STATUS = 100;
 
-// The end of the list's element that begins there: the next comma outside of quotes (RFC 9110, 5.6.1), or the
-// end of the list.
+// The end of the element that begins at begin: the next comma outside of quotes (RFC 9110, 5.6.1), or the end
+// of the list.
 qsizetype EndOfElement(const QByteArray& list, qsizetype begin) {
     bool isQuoted = false;
     qsizetype i = begin;
@@ -41,7 +41,7 @@ QByteArray SchemeOf(const QByteArray& element) {
     return isParameter ? QByteArray() : name.toLower();
 }
 
-// Qt 6.4 knows no other Digest than that with MD5.
+// Qt 6.4 knows Digest only with MD5.
 bool IsMd5(const QByteArray& challenge) {
     const QByteArray text = challenge.toLower().replace(' ', "").replace('"', "");
     const qsizetype algorithm = text.indexOf("algorithm=");
@@ -151,7 +151,7 @@ QByteArray CHttpAnswerParser::Read(const QByteArray& bytes) {
 }
 
 void CHttpAnswerParser::Skip(std::size_t bytes) {
-    // The request asked for no other protocol; and the skipped answers and the head share one bound.
+    // The request did not ask for another protocol. The skipped answers and the head share one bound.
     maxHead_ -= std::min(maxHead_, bytes);
     if (parser_->Status() == QHttpResponseHeader::SWITCHING_PROTOCOLS || maxHead_ == 0)
         state_ = State::BROKEN;

@@ -43,7 +43,7 @@ private:
 
 // Reads one answer to a GET (RFC 9112) in pieces of any size, with Boost.Beast's parser. It skips answers
 // that only announce another one (1xx). An answer is broken when that parser refuses it, when its status is
-// below 100, or when its body has a transfer coding that this program cannot undo.
+// 101 or below 100, or when its body has a transfer coding that this program cannot undo.
 class CHttpAnswerParser {
 public:
     // The most bytes of a head together with the skipped answers before it, and of the text between two
@@ -61,7 +61,7 @@ public:
     // Its status is 0 until the whole head has arrived.
     const QHttpResponseHeader& Header() const { return header_; }
     bool IsComplete() const { return state_ == State::COMPLETE; }
-    // For good: no later byte changes it.
+    // A broken answer stays broken.
     bool IsBroken() const { return state_ == State::BROKEN; }
     // The connection can carry another request: the answer is complete, no byte follows it, and the server
     // keeps the connection (RFC 9112, 9.3).
@@ -73,7 +73,7 @@ private:
 
     bool IsOpen() const { return state_ == State::OPEN; }
     void End();
-    // Starts anew behind an interim answer of so many bytes.
+    // Starts anew after an interim answer of that many bytes.
     void Skip(std::size_t bytes);
 
     State state_ = State::OPEN;

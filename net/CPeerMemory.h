@@ -26,7 +26,7 @@ public:
         // It has answered a request in this check.
         bool hasAnswered = false;
 
-        // The rest is for a proxy. It let the last request pass.
+        // The members from here on are for a proxy. It let the last request pass.
         bool isOpen = false;
         // The best scheme that it has asked for.
         ProxyScheme scheme = ProxyScheme::NONE;

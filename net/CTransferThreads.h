@@ -29,8 +29,8 @@ public:
     // All tasks must have ended.
     ~CTransferThreads() { End(); }
 
-    // Runs a task before or after those that wait, and sets ended when it is over. When no thread can be
-    // started, it drops the task and sets ended at once.
+    // Runs a task before (isFirst) or after those that wait, and sets ended when it is over. When the pool
+    // has no thread and cannot start one, it drops the task and sets ended at once.
     void Add(const Task& task, CWakingFlag& ended, bool isFirst);
     // Ends the threads and their connections, until the next task.
     void End();
@@ -45,8 +45,8 @@ private:
 
     // The work of each thread. Returns RESULT_OK.
     int Serve();
-    // Reports the end of the last task, unless ended is null, and waits for the next; an empty one at the
-    // end.
+    // Reports the end of the last task, unless ended is null, and waits for the next. An empty task ends the
+    // thread.
     Waiting Next(CWakingFlag* ended);
 
     const std::size_t limit_;

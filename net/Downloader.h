@@ -32,7 +32,7 @@ public:
     static void RemoveStaleFiles();
 
     // The bounds hold for each transfer, and bounds.ForInstaller() for installers. The names of fetched files
-    // begin with baseName; one of its own keeps a process apart from another that fetches at the same time.
+    // begin with baseName, which keeps apart processes that fetch at the same time.
     explicit Downloader(const TransferBounds& bounds = {}, const CAtlString& baseName = BASE_NAME)
         : bounds_(bounds), baseName_(baseName), ahead_(bounds, threads_) {}
 
@@ -56,12 +56,13 @@ private:
     void Note(const TransferRecord& record);
     // Runs a transfer that starts now. Returns the file's path; empty when it failed.
     CAtlString Fetch(const CAtlString& url, const TransferBounds& bounds);
-    // Waits for a transfer that was started ahead and hands out its file; an empty text when it failed. False
-    // when a new one must start instead: it met a question for credentials, or failed on an earlier route.
+    // Waits for a transfer that was started ahead and hands out its file; file stays empty when it failed.
+    // False when a new one must start instead: it met a question for credentials, or failed on an earlier
+    // route.
     bool Receive(AheadTransfer& ahead, CAtlString& file);
     // Waits for a started transfer, unless Cancel ends it; one of the RESULT_ codes.
     int Finish(QtDownloader& transfer);
-    // Starts announced transfers when the proxy lets requests pass.
+    // Starts announced transfers when the connection is direct or the proxy lets requests pass.
     void StartAhead();
 
     TransferBounds bounds_;

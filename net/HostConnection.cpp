@@ -29,7 +29,7 @@ std::unique_ptr<QTcpSocket> ConnectToAny(const QList<QHostAddress>& addresses, q
     std::vector<std::unique_ptr<QTcpSocket>> attempts;
     const auto isConnected = isIn(QAbstractSocket::ConnectedState);
     const auto hasFailed = isIn(QAbstractSocket::UnconnectedState);
-    // Its event makes the wait look again.
+    // The alarm's event makes the wait look again.
     QTimer alarm;
     alarm.setSingleShot(true);
     alarm.setTimerType(Qt::PreciseTimer);

@@ -28,8 +28,7 @@ public:
     virtual void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& /*handler*/) {}
     // Download calls it before it returns a failure, except after Cancel; may be empty.
     virtual void SetFailureCallback(const FailureCallback& /*callback*/) {}
-    // Tells the failure callback, in such words, of a file that was fetched and may not be used; unless the
-    // fetch was cancelled.
+    // Tells the failure callback why a fetched file may not be used, unless the fetch was cancelled.
     virtual void TellFailure(const QString& /*reason*/) {}
     // Called at the end of every transfer that Download and DownloadInstaller waited for; a file may take two
     // transfers. May be empty.
@@ -45,6 +44,6 @@ public:
     // downloader may begin to fetch them. An empty list says that the check is over.
     virtual void FetchAhead(const std::vector<CAtlString>& /*urls*/) {}
     // Makes the Download that waits fail at once, and drops what FetchAhead announced. The next Download
-    // fetches again. To be called while Download serves events.
+    // fetches again. Call it while Download serves events.
     virtual void Cancel() {}
 };

@@ -21,6 +21,6 @@ struct ProxyAddress {
 // thread.
 std::optional<ProxyAddress> ParseProxyAddress(const CAtlString& text);
 
-// A host as it stands in the settings, without what stands before an "@". No host has one: that is a user
-// name and often a password, which must show nowhere. Any thread.
+// A host from the settings without the part before its last "@": that part is a user name and often a
+// password, which must show nowhere. Any thread.
 CAtlString WithoutUser(const CAtlString& host);

@@ -46,10 +46,10 @@ public:
 
     virtual ~ProxyHandlerBase() = default;
 
-    // Reads host and port from the policy, else from the settings, or their defaults: an empty host and
+    // Reads host and port from the policy, else from the settings. The defaults are an empty host and
     // DEFAULT_PORT.
     void LoadProxySettings();
-    // Writes host and port, but for what the policy sets; false when the port could not be written.
+    // Writes host and port, except what the policy sets; false when the port could not be written.
     bool SaveProxySettings() const;
     void SetProxyHost(const CAtlString& host) { proxyHost_ = host; }
     // Port is 1 to 65535; without a host connections are direct. SaveProxySettings stores both.
@@ -63,14 +63,14 @@ public:
     }
     void GetProxySettings(CAtlString& host, int& port, CAtlString& userName, CAtlString& password) const;
 
-    // How the user is asked. At first there is no dialog, and the user is not asked.
+    // Without a dialog, as at first, the user is not asked.
     void SetDialog(const boost::shared_ptr<IProxyDialog>& dialog) { dialog_ = dialog; }
     // Whether the user may be asked for credentials.
     void SetInteractive(bool interactive) { interactive_ = interactive; }
 
     // The proxy at host and port wants credentials, and has refused those that userName and password hold.
     // Hands out the stored credentials once, unless the proxy has refused them; after that asks the user,
-    // when that is allowed. True when userName and password hold what is to be tried. When the user declines
+    // when that is allowed. True when userName and password hold credentials to try. When the user declines
     // once, all asking ends until the user accepts the connection options.
     bool OnProxyAuthRequired(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     void OnProxyAuthCanceled() { cancelled_ = true; }
@@ -80,7 +80,7 @@ public:
     bool ShowProxyOptionsDialog(QWidget* parent);
 
 private:
-    // Stores the credentials that the user gives; false when the user gives none.
+    // Stores the credentials that the user gives; false when the user declines or may not be asked.
     bool AskForCredentials(const CAtlString& host, int port);
 
     CAtlString proxyHost_;

@@ -140,7 +140,8 @@ void QHttp::FetchBySocket(const QNetworkRequest& request) {
     const bool isKept = socket_ && peer == peer_ && !socket_->waitForReadyRead(0) &&
                         socket_->state() == QAbstractSocket::ConnectedState;
     peer_ = peer;
-    // RFC 9112, 9.3.1: a kept connection may end just as the request is sent; only then is it sent once more.
+    // RFC 9112, 9.3.1: when a kept connection ends just as the request is sent, the request is sent once
+    // more.
     if (isKept && Converse(text))
         return;
     wasSent_ = false;
@@ -152,7 +153,7 @@ bool QHttp::Open(const QString& host, int port) {
     socket_.reset();
     next_.setRemainingTime(bounds_.connect);
     const auto lookup = memory_.AddressesOf(host);
-    // Its event makes the wait look again.
+    // The watcher's event makes the wait look again.
     QFutureWatcher<QList<QHostAddress>> watcher;
     watcher.setFuture(lookup);
     if (!Wait([&] { return !lookup.isFinished(); }))

@@ -34,10 +34,10 @@ class QHttp : public QObject {
 public:
     // How the last request ended.
     enum class Error {
-        NONE,         // with a whole answer; of one whose status is not OK the body was not read
-        NETWORK,      // the connection failed or broke off, or the answer was no HTTP
+        NONE,         // a whole answer has arrived; its body was read only when its status is OK
+        NETWORK,      // the connection failed or broke off, or CHttpAnswerParser refused the answer
         TOO_LATE,     // the answer passed one of the bounds of time
-        TOO_MUCH,     // the answer is too large, or the proxy does not stop asking for credentials
+        TOO_MUCH,     // the proxy keeps asking for credentials, or the manager's answer is too large
         NOT_WRITTEN,  // the device did not take the body
         CANCELLED,
     };
@@ -50,17 +50,17 @@ public:
     static constexpr int DEFAULT_PORT = 80;
     // The most times that a proxy may ask for credentials for one file.
     static constexpr int MAX_CHALLENGES = 5;
-    // Between two reports of progress; the last report comes with the end.
+    // The time between two reports of progress; the last report comes with the end.
     static constexpr std::chrono::milliseconds PROGRESS_INTERVAL{100};
     // The text of TOO_LATE.
     static QString NoAnswer();
-    // The text for an answer that is not whole, or too much.
+    // The text for an incomplete or too large answer.
     static QString BadAnswer();
 
     // Looks names up in memory, which must outlive this object.
     explicit QHttp(CPeerMemory& memory);
 
-    // For the requests of the next file. Begins to count challenges anew.
+    // Sets the bounds for the requests of the next file, and counts challenges anew.
     void setBounds(const TransferBounds& bounds) {
         bounds_ = bounds;
         challenges_ = 0;
@@ -84,7 +84,7 @@ public:
     Error error() const { return error_; }
     // In Qt's words or the program's.
     QString errorString() const { return errorString_; }
-    // The answer's header; the status is 0 without an answer.
+    // The head of its answer; the status is 0 without an answer.
     const QHttpResponseHeader& header() const { return header_; }
     // The connection opened; otherwise the host, or the proxy, could not be reached.
     bool wasSent() const { return wasSent_; }
@@ -103,7 +103,7 @@ private:
     void FetchBySocket(const QNetworkRequest& request);
     // Connects to a host. Sets the error when that fails, and returns false.
     bool Open(const QString& host, int port);
-    // Sends a request and takes the answer; false when the connection ended before the first byte of one.
+    // Sends a request and takes the answer; false when the connection ended before the answer's first byte.
     bool Converse(const QByteArray& request);
     // Serves events while keepWaiting answers true. When a bound passes first or the request is cancelled,
     // sets the error and returns false.
@@ -123,10 +123,10 @@ private:
     Authentication authentication_ = Authentication::BASIC;
     int challenges_ = 0;
 
-    // Of the request in hand.
+    // The request in hand.
     QIODevice* to_ = nullptr;
     CWakingFlag* cancelled_ = nullptr;
-    // The times for the next bytes and for the last; the alarm's event makes a wait look at them.
+    // The deadlines for the next bytes and for the last; the alarm's event makes a wait look at them.
     QDeadlineTimer next_;
     QDeadlineTimer end_;
     QTimer alarm_;

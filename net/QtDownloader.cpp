@@ -25,7 +25,7 @@ QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
                          credentials.password.ToQString());
 }
 
-// The static remove: the other one keeps a file whose last bytes cannot be written.
+// Calls the static remove, because the member keeps a file whose last bytes cannot be written.
 void Discard(QFile& file) {
     file.close();
     QFile::remove(file.fileName());
@@ -133,7 +133,7 @@ void QtDownloader::NoteChallenge() {
             proxy.refused = credentials_;
         else if (scheme > proxy.scheme)
             areTried_ = false;
-        // A proxy that has asked for better once never gets the password readably.
+        // Once a proxy has asked for a better scheme, it never gets the password readably.
         proxy.scheme = std::max(proxy.scheme, scheme);
         proxy.isOpen = false;
         proxy.hasAnswered = true;
@@ -190,7 +190,7 @@ void QtDownloader::NoteOutcome() {
 }
 
 int QtDownloader::Judge(QFile& file) {
-    // A file of this name is then not this transfer's.
+    // A file of this name then belongs to somebody else.
     if (!file.isOpen())
         return RESULT_FAILED;
     const bool isWritten = file.flush();

@@ -10,9 +10,9 @@
 class QFile;
 class QUrl;
 
-// The transfer: direct or through a proxy, with one more attempt for each answered question of the proxy for
-// credentials, up to QHttp::MAX_CHALLENGES. RESULT_OK for a status up to 200 and a whole body that is not
-// empty. A failure leaves no file or an empty one. The transfer does not follow redirections.
+// The transfer, direct or through a proxy. It tries again each time it can answer the proxy's challenge with
+// credentials, up to QHttp::MAX_CHALLENGES attempts in all. RESULT_OK for a status up to 200 and a whole body
+// that is not empty. A failure leaves no file or an empty one. The transfer does not follow redirections.
 //
 // The first request to a proxy goes without credentials, and its challenge decides how to send them. When a
 // proxy has refused credentials, it gets them again only as the answer to a question. A host or proxy that
@@ -30,7 +30,7 @@ public:
 
     // A transfer that was started ahead has ended because it would have had to ask for credentials.
     bool IsHeld() const { return HasEnded() && wasHeld_; }
-    // After Finish.
+    // Valid after Finish.
     const TransferRecord& GetRecord() const { return record_; }
 
 protected:
@@ -52,7 +52,7 @@ private:
     bool IsKnownToBeSilent();
     // Remembers how the host and the proxy have behaved, and which of them is to blame for a failure.
     void NoteOutcome();
-    // The result; deletes the file of a failure unless it is empty.
+    // The result. Deletes the file of a failure; only an empty one may stay.
     int Judge(QFile& file);
     void Blame(TransferRecord::Culprit culprit, const QString& error);
 
@@ -60,7 +60,7 @@ private:
     // The names of the peers in CPeerMemory.
     QString proxy_;
     QString site_;
-    // From the last header received, even when an earlier attempt received it.
+    // The status of the last header received, even when an earlier attempt received it.
     int status_ = 0;
     Credentials credentials_;
     // The last attempt sent the credentials.

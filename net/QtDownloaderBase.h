@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A transfer on a thread of its own, and its messages to the thread that asked for it.
+// A transfer on another thread, and its messages to the thread that asked for it.
 #pragma once
 
 #include "net/CTransferThreads.h"
@@ -15,8 +15,8 @@
 
 class QtDownloaderBase;
 
-// Lives on the asking thread and calls the notifications of a ConnectionInfo there; each slot stands for the
-// notification of its name. Its signals and slots are connected, queued, by QtDownloaderBase.
+// Lives on the asking thread and calls the notifications of a ConnectionInfo there; each slot calls the
+// notification of its name. QtDownloaderBase connects its signals and slots, queued.
 class QtDownloaderSignalProxy : public QObject {
     Q_OBJECT
     friend class QtDownloaderBase;
@@ -60,8 +60,8 @@ public:
     // The same in two steps: Start returns at once, Finish waits and returns the result.
     void Start(const CAtlString& url, const CAtlString& file, ConnectionInfo* info);
     int Finish();
-    // Starts a transfer without notifications: it fails where another would ask for credentials. It waits for
-    // a thread until those that were started before it have theirs.
+    // Starts a transfer without notifications: it fails where another would ask for credentials. It gets its
+    // thread after those that already wait for one.
     void StartAhead(const CAtlString& url, const CAtlString& file, const Route& route);
     // Ends a started transfer: Finish returns soon, with a failure unless the transfer had ended before. A
     // question that it has asked gets no answer.
@@ -82,7 +82,7 @@ protected:
     virtual int Download(const CAtlString& url, const CAtlString& file) = 0;
     // On the transfer's thread: asks for the credentials of the proxy at host and port and waits for the
     // answer, however long the user takes. userName and password hold what the proxy has refused. True when
-    // the transfer is to try what replaces them.
+    // they now hold credentials to try.
     bool RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     bool IsCancelled() const { return cancelled_.IsSet(); }
     // Cancel sets it.

@@ -17,9 +17,9 @@ struct TransferBounds {
 
     // Until the connection is open, with the look-up of the host's name.
     std::chrono::milliseconds connect{10'000};
-    // Without a byte from the server.
+    // The longest time without a byte from the server.
     std::chrono::milliseconds silence{30'000};
-    // From the request to the end of the answer's head; also to the end of its body, unless mayTakeItsTime.
+    // From before connecting to the end of the answer's head, and of its body unless mayTakeItsTime.
     std::chrono::milliseconds wholeTime{60'000};
     bool mayTakeItsTime = false;
     // The bytes of the body.
@@ -29,8 +29,8 @@ struct TransferBounds {
     TransferBounds ForInstaller() const { return {connect, silence, wholeTime, true, INSTALLER_BYTES}; }
 };
 
-// What happened in one transfer. It never holds a user name or a password of the proxy. An address that is
-// not http is not asked at all, and the members behind url keep their defaults.
+// What happened in one transfer. It never holds a user name or a password of the proxy. With an address that
+// is not http, nothing is sent, and the members behind url keep their defaults.
 struct TransferRecord {
     // The party that caused a failure.
     enum class Culprit {

@@ -127,7 +127,7 @@ bool CProxyDialog::EditOptions(ProxyEntry& entry, QWidget* parent) {
     ProxyAuth dialog(parent);
     Fill(dialog, entry);
     const bool isAccepted = Ask(dialog);
-    // The dialog is this function's, whatever becomes of its parent.
+    // This function owns the dialog, not its parent.
     dialog.setParent(nullptr);
     if (isAccepted)
         entry = {dialog.GetHost(), dialog.GetPort(), dialog.GetUserName(), dialog.GetPassword()};

@@ -43,13 +43,13 @@ public:
     void SetFixed(bool isHostFixed, bool isPortFixed);
 
 protected slots:
-    // Takes the address in the field of the host apart ("http://proxy:3128/"). When it can be no address, the
-    // user is told and the dialog stays open.
+    // Splits an address in the host field ("http://proxy:3128/") into host and port. Warns about any other
+    // text, and then the dialog stays open.
     void accept() override;
     void reject() override { QDialog::reject(); }
 
 private:
-    // Whether the field of the host is empty or holds a host afterwards.
+    // True when the host field is empty or holds a host afterwards.
     bool TakeAddress();
 
     std::unique_ptr<Ui::ProxyAuth> form_;

@@ -22,14 +22,13 @@ public:
     // In milliseconds.
     static constexpr int POLL_INTERVAL = 500;
 
-    // Until flag equals value. The plain form is for a flag of this thread, the atomic one for a flag that
-    // another thread stores. The flag must outlive this object.
+    // Waits until flag equals value. The plain form is for a flag of this thread, the atomic one for a flag
+    // that another thread stores. The flag must outlive this object.
     WaitWithQtEvents(const bool& flag, bool value);
     WaitWithQtEvents(const std::atomic<bool>& flag, bool value);
-    // As long as keepWaiting answers true; an empty function ends the wait at once.
+    // Waits as long as keepWaiting returns true; an empty function ends the wait at once.
     explicit WaitWithQtEvents(const boost::function<bool()>& keepWaiting);
-    // Until more than that many milliseconds have passed since the construction, as seen by the first look
-    // afterwards.
+    // Waits until more than that many milliseconds have passed since the construction.
     explicit WaitWithQtEvents(int milliseconds);
 
     void Wait();
@@ -50,11 +49,11 @@ class CWakingFlag {
 public:
     explicit CWakingFlag(bool isSet = false) : set_(isSet) {}
 
-    // On the thread that will wait, before it asks for what Set will report.
+    // Call it on the thread that will wait, before that thread asks for what Set will report.
     void Clear() { set_.store(false, std::memory_order_relaxed); }
     // On any thread.
     void Set();
-    // On any thread, which then sees what Wait would show it.
+    // On any thread. When set, that thread sees what the setter wrote before Set.
     bool IsSet() const { return set_.load(std::memory_order_acquire); }
     // Returns once the flag is set, or keepWaiting answers false; serves the calling thread's events
     // meanwhile.
