@@ -49,7 +49,7 @@ public:
     // Reads host and port from the policy, else from the settings. The defaults are an empty host and
     // DEFAULT_PORT.
     void LoadProxySettings();
-    // Writes host and port, except what the policy sets; false when the port could not be written.
+    // Writes host and port, except what the policy sets. Always true: the store reports no failure.
     bool SaveProxySettings() const;
     void SetProxyHost(const CAtlString& host) { proxyHost_ = host; }
     // Port is 1 to 65535; without a host connections are direct. SaveProxySettings stores both.

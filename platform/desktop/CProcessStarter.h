@@ -18,10 +18,10 @@ public:
     bool RunAndWait(const QString& program, const QStringList& arguments, int limitMs) override;
     bool StartDetached(const QString& program, const QStringList& arguments) override;
     // Lets every RunAndWait that is under way return soon, and leaves its program running. Those whose limit
-    // has not passed answer true, for nothing speaks against their programs.
+    // has not passed return true.
     void StopWaiting();
 
 private:
-    // Those of RunAndWait, the innermost last.
+    // The loops of RunAndWait, the innermost last.
     std::vector<QEventLoop*> waits_;
 };

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Of one argument, in bytes, without the NUL at its end (execve(2), MAX_ARG_STRLEN).
+// The longest argument in bytes, without the NUL at its end (execve(2), MAX_ARG_STRLEN).
 constexpr int LONGEST_ARGUMENT = 128 * 1024 - 1;
 
 // In the order of preference.

@@ -34,9 +34,9 @@ inline constexpr int LAUNCHER_LIMIT_MS = 30000;
 DesktopKind DetectDesktop();
 
 // Opens the page, as WebAddress puts it, with the desktop's launcher, or else with the first known browser on
-// the PATH, or else with xdg-open when the PATH has it. False when none of them was possible, and for
-// everything but a web address: a text that a program would take for an option, a local file or a script
-// is not passed on. May take LAUNCHER_LIMIT_MS, and serves events meanwhile.
+// the PATH, or else with xdg-open when the PATH has it. False when none of them was possible, or url is not a
+// web address: a text that a program would take for an option, a local file or a script is not passed on. May
+// take LAUNCHER_LIMIT_MS, and serves events meanwhile.
 bool OpenURL(const CAtlString& url, IProcessStarter& starter);
 
 // Run gnome-www-browser, or kfmclient openURL, and wait for its end: true when it ended within
@@ -44,6 +44,6 @@ bool OpenURL(const CAtlString& url, IProcessStarter& starter);
 bool RunGnomeBrowser(const CAtlString& url, IProcessStarter& starter);
 bool RunKdeBrowser(const CAtlString& url, IProcessStarter& starter);
 
-// Starts the first of the programs that the first directory on the PATH with any of them holds. True when one
-// was found; whether it could be started is not asked. False without a PATH. Empty entries are skipped.
+// Looks in each directory on the PATH for each of the programs, and starts the first that it finds. True when
+// it found one, even if the start failed. False without a PATH. Skips empty entries.
 bool RunFromPath(const QStringList& programs, const QString& argument, IProcessStarter& starter);

@@ -21,8 +21,8 @@ public:
 
     virtual ~IProgress() = default;
     // The program waits for this from now on. The fetching of an installer is shown at once, because the user
-    // has just asked for it; anything else only when all the waiting for such things is taking long, which
-    // counts anew after a cancel.
+    // has just asked for it; any other task only when the waiting for such tasks takes long in sum. A cancel
+    // restarts the sum.
     virtual void Begin(Task task) = 0;
     // How much of it has arrived, in bytes; total is 0 or less when unknown.
     virtual void SetBytes(int done, int total) = 0;
@@ -46,7 +46,7 @@ public:
     virtual bool ConfirmSelfUpdate(const SelfUpdateOffer& offer) = 0;
     // Tells the user that the new version could not be downloaded, or is not the maker's.
     virtual void WarnSelfUpdateFailed() = 0;
-    // What tells the user about waiting; nothing is shown before its Begin. cancel is called, while the
-    // program serves events, when the user has enough. Never null.
+    // Makes the object that tells the user about waiting; never null. It shows nothing before its Begin, and
+    // calls cancel, while the program serves events, when the user has enough.
     virtual std::unique_ptr<IProgress> MakeProgress(const boost::function<void()>& cancel) = 0;
 };

@@ -32,16 +32,16 @@ public:
     // Opens a product's page in the user's browser, behind a wait cursor, and serves events meanwhile. When
     // there is no address, or no browser could be started, the user is told so, and the result is false.
     virtual bool OpenWebPage(const CAtlString& /*address*/, const QString& /*product*/) { return false; }
-    // Lets every OpenWebPage that is under way return true soon, from an event inside it: nobody waits for
-    // the browser any more, which starts all the same.
+    // Lets every OpenWebPage that is under way return true soon; the browser starts all the same. Call it
+    // from an event inside OpenWebPage.
     virtual void StopWaiting() {}
 
-    // The files of SharedDataFolder(): those that are lent, else as they are now.
+    // The files of SharedDataFolder(): the lent listing, or else a new one.
     std::shared_ptr<const CFolderListing> SharedFiles() const {
         return lent_ ? lent_ : std::make_shared<const CFolderListing>(SharedDataFolder());
     }
-    // Lends a listing for the length of a pass over many products, so that not each of them reads the folder;
-    // null ends that.
+    // Lends a listing for the length of a pass over many products, so that the folder is read once; null ends
+    // that.
     void LendSharedFiles(const std::shared_ptr<const CFolderListing>& files) { lent_ = files; }
 
 private:

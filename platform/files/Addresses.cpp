@@ -86,7 +86,8 @@ CAtlString WebAddress(const CAtlString& page) {
 }
 
 QString WithoutPassword(const CAtlString& address) {
-    // Up to the last "@" before a path; when there is none and no port before the path, up to one in it.
+    // Up to the last "@" before a path; without one, and without a port before the path, up to the last one
+    // in the path.
     static const QRegularExpression password(
         QStringLiteral(R"(((?:^|//)[^/?#:]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$))[^?#]*@))"));
     return address.ToQString().replace(password, QStringLiteral("\\1@"));

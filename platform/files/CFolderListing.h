@@ -10,9 +10,8 @@
 
 #include <vector>
 
-// Reads the folder once, in its constructor; each search then takes time for what it finds and the logarithm
-// of the rest, where CVardoDirectoryPath::ListFiles reads the whole folder each time. Not changed after that:
-// any thread.
+// Reads the folder once, in its constructor, and does not change afterwards: any thread. A search takes time
+// for what it finds and the logarithm of the rest; CVardoDirectoryPath::ListFiles reads the whole folder.
 class CFolderListing {
 public:
     explicit CFolderListing(const CVardoDirectoryPath& folder);

@@ -37,7 +37,7 @@ bool IsOnlyOwnersToWrite(const struct stat& status) {
     return (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-// Nobody else can rename or remove what the user has in the folder.
+// Only the user and root can rename or remove what the user has in the folder.
 bool KeepsWhatIsInIt(const CVardoDirectoryPath& folder) {
     struct stat status {};
     if (stat(SystemPath(folder).c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
@@ -46,8 +46,7 @@ bool KeepsWhatIsInIt(const CVardoDirectoryPath& folder) {
     return isTrusted && (IsOnlyOwnersToWrite(status) || (status.st_mode & S_ISVTX) != 0);
 }
 
-// The mode again, after the umask has had its say: where this is called nobody else can have exchanged the
-// folder.
+// Sets the mode again, because of the umask. In a parent like this nobody else can have exchanged the folder.
 void CreateForOwner(const CVardoDirectoryPath& folder) {
     const std::string path = SystemPath(folder);
     if (KeepsWhatIsInIt(ParentOf(folder)) && mkdir(path.c_str(), S_IRWXU) == 0)

@@ -8,17 +8,16 @@
 
 #include <chrono>
 
-// A folder is safe when it belongs to the user that runs the process, is no symbolic link, can be written by
-// nobody else, and lies where nobody else but root can rename or remove it: in a folder of that user or
-// root's which only they can write, or which is sticky (inode(7)). So what was found safe stays so. Any
-// thread.
+// A folder is safe when it belongs to the user that runs the process, is not a symbolic link and is writable
+// only by that user. Its parent must belong to that user or to root, and be sticky (inode(7)) or writable
+// only by its owner. So only the user and root can rename or remove the folder: it stays safe. Any thread.
 class CTemporaryFolder {
 public:
-    // What the names of all files and folders begin with that only this program makes: the maker's other
-    // programs use the shared folder, too, and names such as "NBKTemp.xml" in it.
+    // Begins the names of all files and folders that only this program makes. The maker's other programs use
+    // the shared folder, too, with names such as "NBKTemp.xml".
     static constexpr const wchar_t* OWN_NAME = L"VARDOProductUpdate-";
 
-    // The name of the user that runs the process; the number of one that the user database does not know.
+    // The name of the user that runs the process, or the number when the user database has no name.
     static CAtlString UserName();
     // "/tmp/" and the name of the user; where that is not safe, "VARDOProductUpdate" in the user's cache
     // folder.
@@ -32,11 +31,11 @@ public:
         : shared_(shared), own_(own) {}
 
     // The shared folder when it is safe, else the own one. Each is made (mode 0700) when it is missing. Empty
-    // when neither can be had.
+    // when neither is safe.
     CVardoDirectoryPath Get() const;
-    // Removes what is older than age and was left by earlier processes of this program, and nothing else:
-    // files and folders with OWN_NAME in both folders, and in the own one the files whose names begin with
-    // beginning (see ::RemoveStaleFiles). A folder that is not safe is not even opened.
+    // Removes what earlier processes of this program left and is older than age: files and folders with
+    // OWN_NAME in both folders, and in the own one the files whose names begin with beginning (see
+    // ::RemoveStaleFiles). Does not open an unsafe folder.
     void RemoveStaleFiles(const CAtlString& beginning, std::chrono::seconds age) const;
 
 private:

@@ -20,7 +20,7 @@
 namespace {
 
 const wchar_t* const DEFAULT_BASE_NAME = L"NBKTemp";
-// What of a text from elsewhere may stand in a file's name: no separators and no control characters.
+// The text without separators and control characters, so that it can stand in a file's name.
 CAtlString WithinName(const CAtlString& text) {
     CAtlString name;
     for (const wchar_t ch : text)
@@ -34,8 +34,7 @@ bool IsWhollyDecoded(const char* bytes, const CAtlString& decoded) {
     return std::strcmp(DuplicateAsUtf8(decoded.GetString()).get(), bytes) == 0;
 }
 
-// Calls use(bytes, name) for each entry of a folder but those that begin with "." and those that are no
-// UTF-8.
+// Calls use(bytes, name) for each entry of a folder whose name is UTF-8 and does not begin with ".".
 template <typename Use>
 void ForEachName(const CAtlString& path, const Use& use) {
     const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(FileSystem::SystemPath(path).c_str()),
@@ -81,7 +80,7 @@ bool CVardoDirectoryPath::RemoveLastComponent() {
 bool CVardoDirectoryPath::Create() const {
     if (Exists())
         return true;
-    // No longer path can exist, and a path that long may have more components than the stack has room for.
+    // The system refuses a path that long, and its components could overflow the stack.
     if (path_.GetLength() >= PATH_MAX)
         return false;
     CVardoDirectoryPath parent(*this);
@@ -94,7 +93,7 @@ void CVardoDirectoryPath::ListFiles(const CAtlString& pattern, std::vector<CVard
     const std::string patternBytes = FileSystem::SystemPath(pattern);
     const CAtlString folder = WithTrailingSlash(path_);
     ForEachName(path_, [&](const char* bytes, const CAtlString& name) {
-        // The name is looked at first: that saves a call of the system for each of the others.
+        // Looks at the name first, which saves a system call for each other name.
         if (fnmatch(patternBytes.c_str(), bytes, 0) != 0)
             return;
         const CVardoFilePath file(folder + name);

@@ -30,16 +30,16 @@ public:
     // Creates the directory and its missing parents (mode 0777 less the umask); true when it exists
     // afterwards.
     bool Create() const;
-    // Appends the files whose names match pattern (fnmatch(3)), in the order of readdir(3). Left out: names
-    // that begin with ".", directories, and what stat(2) fails for.
+    // Appends the files whose names match pattern (fnmatch(3)), in the order of readdir(3). Leaves out
+    // directories, names that begin with "." or are not UTF-8, and what stat(2) fails for.
     void ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const;
 
-    // Appends the names of all entries, in the order of readdir(3), but for those that begin with "." and
-    // those that are no UTF-8.
+    // Appends the names of all entries, in the order of readdir(3), except those that begin with "." or are
+    // not UTF-8.
     void ListNames(std::vector<CAtlString>& names) const;
 
     // "/tmp/" and the name of the user that runs the process, created when it is missing; where others could
-    // reach into it, another one (CTemporaryFolder). Empty when there is none. GUI thread only.
+    // reach into it, another one (CTemporaryFolder). Empty when neither is safe. GUI thread only.
     static CVardoDirectoryPath GetTempDirectory();
     // A file of the temporary directory that does not exist yet: base name and extension (with its dot), or
     // base name, a random number in parentheses and extension, all without separators and control characters.

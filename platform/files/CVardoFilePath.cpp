@@ -54,7 +54,7 @@ long CVardoFilePath::ReadAll(std::unique_ptr<char[]>& buffer) const {
     const CFileDescriptor file = FileSystem::OpenForReading(path_, size);
     if (!file.IsOpen() || size == 0)
         return 0;
-    // A size that no memory holds is a failure like any other.
+    // Running out of memory is a failure like any other.
     std::unique_ptr<char[]> bytes(new (std::nothrow) char[static_cast<std::size_t>(size)]);
     const off_t count = bytes ? FileSystem::ReadFully(file, bytes.get(), size) : 0;
     if (count > 0)

@@ -12,8 +12,8 @@
 // The normal form of a path: every "\" becomes "/", and one trailing "/" is removed.
 CAtlString NormalPath(const CAtlString& path);
 
-// A value like CAtlString: it owns nothing but its text. Every "\" of the text becomes "/", and one trailing
-// "/" is removed; "." and ".." and doubled separators stay. Calls into the file system get the path as UTF-8,
+// A value like CAtlString: it owns only its text. Every "\" of the text becomes "/", and one trailing "/" is
+// removed; "." and ".." and doubled separators stay. Calls into the file system get the path as UTF-8,
 // whatever the locale. Any thread may use its own objects. Failures are results; nothing throws or prints.
 class CVardoFilePath {
 public:
@@ -34,15 +34,15 @@ public:
 
     // access(2) with F_OK; false for an empty path.
     bool Exists() const;
-    // Makes the file writable, then unlinks it. True when it is gone or was never there.
+    // Makes the file writable, then unlinks it. True when it is gone or Exists() was false.
     bool Delete() const;
-    // Copies contents and permission bits. False when source and destination are the same text, when the
+    // Copies contents and permission bits. False when source and destination are the same file, when the
     // destination exists and failIfExists is set, or when not every byte was copied.
     bool CopyTo(const CVardoFilePath& destination, bool failIfExists) const;
-    // In bytes; -1 when there is no such file or it is a directory.
+    // In bytes; -1 when it is not a regular file that can be read.
     long GetSize() const;
-    // Puts the whole file into buffer and returns the number of bytes read; 0, and no buffer, when it cannot
-    // be opened, is empty or is a directory.
+    // Puts the whole file into buffer and returns the number of bytes read; 0, and no buffer, when it is
+    // empty or not a regular file that can be read.
     long ReadAll(std::unique_ptr<char[]>& buffer) const;
 
 private:

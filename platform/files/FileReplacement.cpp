@@ -19,7 +19,7 @@
 
 namespace {
 
-// What comes between a file's name and the random part of the one beside it.
+// Stands between a file's name and the random part in the name of the copy.
 const char* const BESIDE = ".new-";
 // No replacement takes so long.
 constexpr std::chrono::hours LONGEST_REPLACEMENT{1};
@@ -28,8 +28,8 @@ bool MayBeWritten(const std::string& path) {
     return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS | AT_SYMLINK_NOFOLLOW) == 0 || errno == ENOENT;
 }
 
-// On the disk when this returns true, not only on its way there: otherwise the new name could outlive a crash
-// that its contents do not.
+// When this returns true, the contents are on the disk. Otherwise a crash could leave the new name without
+// them.
 bool Write(const CFileDescriptor& source, off_t size, CFileDescriptor& file, mode_t mode) {
     return file.IsOpen() && FileSystem::CopyContents(source, file, size) && fchmod(file.Get(), mode) == 0 &&
            fsync(file.Get()) == 0 && file.Close();

@@ -10,8 +10,8 @@
 
 // Puts a copy of source, with the permission bits mode, in destination's place in one step: whenever the
 // process or the machine stops, destination is the old file or the new one, whole. The copy is written beside
-// it, under its name, ".new-" and six characters; what a process that was ended there left is removed after
-// an hour, by a later call.
+// it, under its name, ".new-" and six characters; a later call removes, after an hour, the copy that an ended
+// process left.
 //
 // False, with destination as it was, when not every byte was written, when destination may not be written
 // (even where it could be replaced), or when nothing may be created beside it. A symbolic link is itself

@@ -129,7 +129,7 @@ bool CopyFile(const CAtlString& source, const CAtlString& destination, bool fail
         return false;
     const std::string target = SystemPath(destination);
     struct stat present {};
-    // Opening the destination empties it, so the source's other names are recognised before.
+    // Opening the destination empties it, so another name of the source must be recognised before.
     if (stat(target.c_str(), &present) == 0 && (failIfExists || IsSameFile(from, present)))
         return false;
     const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | (failIfExists ? O_EXCL : 0);

@@ -16,14 +16,14 @@
 // character, names no file: cutting it short would name another one. Any thread; failures are results.
 namespace FileSystem {
 
-// The path for the system; empty, which no file bears, when the text names no file.
+// The path for the system; empty when the text names no file, since no file has an empty path.
 std::string SystemPath(const CAtlString& path);
 // access(2) with F_OK: something is there, symbolic links followed.
 bool Exists(const CAtlString& path);
-// The name is in use, be it by a symbolic link that leads nowhere.
+// The name is in use, even if only by a dangling symbolic link.
 bool IsTaken(const CAtlString& path);
 bool IsDirectory(const CAtlString& path);
-// Something other than a folder is there, symbolic links followed; one call of the system says both.
+// Something other than a folder is there, symbolic links followed. Takes one system call.
 bool IsFile(const CAtlString& path);
 // mkdir(2) with mode 0777 less the umask; false when the name is in use.
 bool CreateDirectory(const CAtlString& path);
@@ -34,21 +34,22 @@ bool RemoveDirectory(const CAtlString& path);
 // Lets the owner and the group write a file that nobody may write; true unless stat or chmod fails. Symbolic
 // links are left alone: what they point to is not ours to open up.
 bool MakeWritable(const CAtlString& path);
-// Lets the owner read, write and execute a file, and nobody else touch it; false when chmod(2) fails.
+// Lets the owner read, write and execute a file, and allows nothing to others; false when chmod(2) fails.
 bool MakeOwnersProgram(const CAtlString& path);
 // Copies contents and, to a new file, permission bits. False when both are the same file, when the source is
-// no regular file, when the destination exists and failIfExists is set, or when not every byte was copied.
+// not a regular file, when the destination exists and failIfExists is set, or when not every byte was copied.
 bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists);
 // Gives a file another name, in the same file system. False, and no change, when anything has that name
-// already.
+// already or the system refuses.
 bool RenameToFree(const CAtlString& from, const CAtlString& to);
 
-// A regular file opened for reading, and its size in bytes; not open when it is missing, not readable or
-// something else than a regular file. Never waits for a writer.
+// A regular file opened for reading, and its size in bytes; not open when it is missing, not readable or not
+// a regular file. Never waits for a writer.
 CFileDescriptor OpenForReading(const CAtlString& path, off_t& size);
-// Reads until size bytes are there or the file ends; the number of bytes read.
+// Reads until size bytes are there, the file ends or reading fails; returns the number of bytes read.
 off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size);
-// Copies the first size bytes of a file to where another one stands; false when not every byte was copied.
+// Copies the first size bytes of a file to the present position in another; false when not every byte was
+// copied.
 bool CopyContents(const CFileDescriptor& source, const CFileDescriptor& destination, off_t size);
 
 }  // namespace FileSystem

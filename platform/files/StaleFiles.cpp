@@ -21,7 +21,7 @@ namespace {
 template <typename Use>
 void ForEachEntry(int parent, const char* path, const Use& use) {
     const int descriptor = openat(parent, path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    // Takes the descriptor with it.
+    // closedir closes the descriptor, too.
     const std::unique_ptr<DIR, int (*)(DIR*)> directory(descriptor < 0 ? nullptr : fdopendir(descriptor),
                                                         &closedir);
     if (!directory) {
@@ -39,7 +39,7 @@ bool IsStale(int folder, const char* name, mode_t type, std::chrono::seconds age
            status.st_uid == geteuid() && status.st_mtime < std::time(nullptr) - age.count();
 }
 
-// Calls remove(descriptor, name) for each stale entry of a folder, of that type, whose name begins so.
+// Calls remove(descriptor, name) for each stale entry of that type whose name begins with beginning.
 template <typename Remove>
 void RemoveStale(const CVardoDirectoryPath& folder, const CAtlString& beginning, mode_t type,
                  std::chrono::seconds age, const Remove& remove) {

@@ -9,8 +9,8 @@
 #include <chrono>
 
 // Removes the files of folder whose names begin with beginning and that were last written more than age ago.
-// Only regular files of the user that runs the process, even in a folder of another user: links are neither
-// followed nor removed, and folder itself must not be one. What cannot be removed stays. Any thread.
+// Takes only regular files of the user that runs the process, even in another user's folder. Neither follows
+// nor removes links; folder itself must not be one. What cannot be removed stays. Any thread.
 void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& beginning,
                       std::chrono::seconds age);
 // Removes folders in folder by the same rules, with all such files in them, whatever these are called (see

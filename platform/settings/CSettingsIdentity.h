@@ -20,7 +20,7 @@ public:
     // empty or "vardotech".
     static QString Organization();
     // The application whose file is in use; empty for the file of the whole organisation. QCoreApplication
-    // answers the executable's file name when no name was set, or an empty one: that counts as empty here.
+    // returns the executable's file name when no name was set, or an empty one; that counts as empty here.
     static QString Application();
 
 private:

@@ -16,8 +16,8 @@ const CAtlString SETTINGS_DOMAIN(L"com.vardo-technologies.settings");
 
 namespace {
 
-// Whether QSettings can write its file, without the folder and the passing file that QSettings::isWritable
-// makes to find out. It needs the folder in any case, for it puts a new file in the old one's place.
+// Whether QSettings can write its file. QSettings::isWritable would make the folder and a temporary file to
+// find out. QSettings always needs the folder, because it puts a new file in the old one's place.
 bool IsWritable(const QSettings& store) {
     const QFileInfo file(store.fileName());
     QFileInfo folder(file.absolutePath());

@@ -15,7 +15,7 @@
 inline constexpr int HKEY_LOCAL_MACHINE = 0;
 inline constexpr int HKEY_CURRENT_USER = 1;
 
-// Results of the store: done, and "there is no such value" or "no store could be opened".
+// Results of the store: done, and "there is no such value".
 inline constexpr int REGISTRY_OK = 0;
 inline constexpr int REGISTRY_NOT_FOUND = 2;
 
@@ -39,17 +39,17 @@ CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString&
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& domain = SETTINGS_DOMAIN);
 
-// The values of a key, by their names, in the machine's file of the whole organisation, in every application
-// alike, and never one of the user's. Reads the file once.
+// The values of a key by name, from the organisation's file of the machine whatever the application is, and
+// never from the user's. Reads the file once.
 QVariantMap ReadMachineValues(const CAtlString& key);
 
-// REGISTRY_OK, or REGISTRY_NOT_FOUND when no store could be opened.
+// Always REGISTRY_OK.
 int WriteRegistryString(int hive, const CAtlString& key, const CAtlString& name, const CAtlString& value,
                         const CAtlString& domain = SETTINGS_DOMAIN);
 int WriteRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int value,
                        const CAtlString& domain = SETTINGS_DOMAIN);
 
-// Several integers of one key: a process that is killed meanwhile leaves all of them written, or none.
+// Writes several integers of one key. A process that is killed meanwhile leaves all of them written, or none.
 void WriteRegistryDwords(int hive, const CAtlString& key,
                          const std::vector<std::pair<CAtlString, int>>& values);
 

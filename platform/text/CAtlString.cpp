@@ -38,7 +38,7 @@ std::wstring WithWideArguments(std::wstring format) {
     return format;
 }
 
-// Whether the text fits into the buffer.
+// Formats into the buffer; true when the text fits.
 bool TryFormat(std::wstring& buffer, const std::wstring& format, std::va_list arguments) {
     std::va_list copy;
     va_copy(copy, arguments);
@@ -61,7 +61,7 @@ std::optional<CAtlString> Formatted(const wchar_t* format, std::va_list argument
             // An encoding error and a buffer that is too small have the same result; errno tells them apart.
         } while (capacity <= CAtlString::MAX_FORMATTED && errno != EILSEQ);
     } catch (const std::bad_alloc&) {
-        // Fails like any other.
+        // Running out of memory is a failure like any other.
     }
     return std::nullopt;
 }
@@ -102,7 +102,7 @@ QString CAtlString::ToQString() const {
 }
 
 CAtlString& CAtlString::operator+=(const CAtlString& text) {
-    // Shares the characters, which may be those of this very text.
+    // Keeps the characters, which may be this text's own.
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const CAtlString source(text);
     Append(source.GetString(), source.GetLength());

@@ -85,7 +85,7 @@ protected:
     }
     CSharedText(const CSharedText& other) : CSharedText() {
         if (other.References() < 0) {
-            // Of a locked array the characters are copied; the empty text has none.
+            // Copies the characters of a locked array; the empty text has none.
             Append(other.data_, other.GetLength());
         } else {
             data_ = other.data_;

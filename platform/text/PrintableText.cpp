@@ -44,7 +44,7 @@ QString JsonEscape(char32_t ch) {
 QString Cut(const QString& text, qsizetype longest) {
     if (text.size() <= longest)
         return text;
-    // Not between the halves of a character.
+    // Does not cut between the halves of a character.
     const qsizetype room = longest - 1;
     return text.left(text[room - 1].isHighSurrogate() ? room - 1 : room) + QChar(0x2026);
 }

@@ -11,11 +11,11 @@
 #include <QString>
 #include <string>
 
-// The most UTF-16 code units that are shown of a text.
+// The most UTF-16 code units of a text that are shown.
 inline constexpr qsizetype LONGEST_SHOWN = 500;
 
-// The text; when it has more than so many UTF-16 code units, its beginning and an ellipsis, within that
-// length.
+// The text; when it has more than longest UTF-16 code units, its beginning and an ellipsis, longest units in
+// all.
 QString Cut(const QString& text, qsizetype longest = LONGEST_SHOWN);
 
 // The text with U+FFFD for each character that would not show itself: control characters, line ends, and
@@ -25,5 +25,5 @@ QString Printable(const QString& text);
 // The document in UTF-8, with such characters as escapes (RFC 8259, 7).
 QByteArray PrintableJson(const QJsonDocument& document);
 
-// Each character narrowed to its low 8 bits, cut, with "?" for what is a control character then.
+// The first LONGEST_SHOWN characters, each narrowed to its low 8 bits, with "?" for control characters.
 std::string PrintableNarrow(const CAtlString& text);

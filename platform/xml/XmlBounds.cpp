@@ -10,8 +10,8 @@
 namespace {
 
 // Walks over a text exactly as TinyXML 2.6.2 does (TiXmlNode::Identify and the Parse functions of the nodes),
-// for as long as TinyXML would go on. Seeing an element's end or a quote where the parser sees none would let
-// depth slip past, so every function here has its model there.
+// for as long as TinyXML would go on. If it saw an element's end or a quote that the parser does not see, it
+// would miss depth; so every function here has its model there.
 class XmlScan {
 public:
     XmlScan(const std::string& text, bool utf8, int maxDepth)
@@ -85,7 +85,7 @@ private:
         }
     }
 
-    // A name, "=" and a value, which may lack its quotes; false when the text ends with it.
+    // Skips a name, "=" and a value with or without quotes; false when it is malformed or ends the text.
     bool Attribute() {
         ++items_;
         if (!SkipName())
@@ -113,7 +113,7 @@ private:
         return true;
     }
 
-    // Always true: a text that ends first is the parser's to judge.
+    // Always true: the parser judges a text that ends first.
     bool SkipPast(std::string_view end, int from = 0) {
         at_ += from;
         const std::size_t found = Rest().find(end);

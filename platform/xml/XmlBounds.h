@@ -20,9 +20,9 @@ inline constexpr int XML_PADDING_BYTES = 4;
 // closing tags, doubled attributes) is left to the parser.
 //
 // paddedText is 0-terminated and padded with XML_PADDING_BYTES; utf8 says whether TinyXML will be told
-// TIXML_ENCODING_UTF8, in which it takes up to three bytes after a lead byte for one character with it,
-// quotes and brackets included.
+// TIXML_ENCODING_UTF8: then it takes up to three bytes after a lead byte as part of its character, even
+// quotes and brackets.
 //
-// Who passes stop learns how many bytes were looked at.
+// stop, unless null, becomes the number of bytes looked at.
 bool IsWithinXmlBounds(const std::string& paddedText, bool utf8, std::size_t* stop = nullptr,
                        int maxDepth = MAX_XML_DEPTH);

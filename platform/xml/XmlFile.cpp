@@ -49,7 +49,7 @@ CAtlStringA WithNormalLineEnds(const CAtlStringA& text) {
     return normal;
 }
 
-// The parser's white space rule is one for the whole process.
+// The parser has one white space rule for the whole process.
 void CondenseWhiteSpace() {
     static const bool done = [] {
         TiXmlBase::SetCondenseWhiteSpace(true);
@@ -74,7 +74,7 @@ int LineAt(std::string_view text, std::size_t position) {
     return 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
 }
 
-// As IsWithinXmlBounds, and where it stopped.
+// As IsWithinXmlBounds; the fault says where it stopped.
 bool IsWithinBounds(const std::string& padded, bool utf8, XmlFault* fault) {
     std::size_t stop = 0;
     return IsWithinXmlBounds(padded, utf8, fault ? &stop : nullptr) ||
@@ -106,7 +106,7 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
     padded.append(XML_PADDING_BYTES, '\0');
     bool isChecked = false;
     if (encoding == TIXML_ENCODING_UNKNOWN) {
-        // The declaration is read as single bytes, and only one that ends.
+        // DetectedEncoding reads the declaration as single bytes, and relies on its end.
         if (!IsWithinBounds(padded, false, fault))
             return false;
         encoding = DetectedEncoding(padded);
@@ -116,7 +116,7 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
     if (!isChecked && !IsWithinBounds(padded, encoding == TIXML_ENCODING_UTF8, fault))
         return false;
     CondenseWhiteSpace();
-    // Without tab stops the parser counts no lines and columns, which would walk over the text once more.
+    // Without tab stops the parser skips the count of rows, which walks over the text once more.
     document.SetTabSize(fault ? 1 : 0);
     document.Parse(padded.c_str(), nullptr, encoding);
     if (!document.Error() && document.RootElement())

@@ -18,16 +18,16 @@ inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
 inline constexpr int MAX_XML_DEPTH = 200;
 // The most attributes of one element; TinyXML's time grows with their square.
 inline constexpr int MAX_XML_ATTRIBUTES = 1000;
-// The most elements, attributes, comments and pieces of text together; each takes up to 300
-// bytes.
+// The most elements, attributes, comments and pieces of text together; each takes up to 300 bytes.
 inline constexpr int MAX_XML_ITEMS = 500000;
 
-// The whole file as bytes; empty when it cannot be read, is a directory, or is larger than MAX_XML_BYTES.
+// The whole file as bytes; empty when it cannot be read, is not a regular file, or is larger than
+// MAX_XML_BYTES.
 CAtlStringA ReadFileBytes(const CVardoFilePath& file);
 
 // Why a text was not parsed.
 struct XmlFault {
-    // From 1; 0 when it is no line's fault.
+    // From 1; 0 when the fault lies in no single line.
     int line = 0;
     // In English.
     std::string reason;
@@ -37,16 +37,16 @@ struct XmlFault {
 // document, when the text is malformed, holds a NUL byte or no element, or is beyond one of the bounds. The
 // encoding is TinyXML's: TIXML_DEFAULT_ENCODING finds it from the text. Any thread, one document each.
 //
-// Who passes a fault learns why, and gets a document whose elements and attributes know their rows. That
-// takes longer; the answer is the same.
+// fault, unless null, gets the reason; then the document's elements and attributes know their rows. That
+// takes longer; the result is the same.
 bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document,
               XmlFault* fault = nullptr);
 
-// ReadFileBytes and ParseXml; every line end (CR LF, CR) becomes LF first.
+// Calls ReadFileBytes and ParseXml; every line end (CR LF, CR) becomes LF first.
 bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document,
              TiXmlEncoding encoding = TIXML_ENCODING_UTF8, XmlFault* fault = nullptr);
 
-// The same of a file's bytes that were read before.
+// The same for bytes that were read before.
 bool LoadXml(const CAtlStringA& bytes, TiXmlDocument& document, TiXmlEncoding encoding = TIXML_ENCODING_UTF8,
              XmlFault* fault = nullptr);
 
