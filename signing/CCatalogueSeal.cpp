@@ -12,8 +12,8 @@ namespace {
 constexpr std::string_view COMMENT_END = "-->";
 constexpr std::string_view WHITE_SPACE = " \t\r\n";
 
-// The four lines in the comment that begins where the signed part of a file ends; nothing when anything but
-// white space follows the comment. A reader of XML ends a comment where it finds the first end.
+// Parses the signature in the comment that begins where the signed part of a file ends; nothing when anything
+// but white space follows the comment, which ends at the first "-->" as in XML.
 std::optional<CMinisignSignature> FindSignature(std::string_view comment) {
     if (!comment.starts_with(CCatalogueSeal::COMMENT) ||
         comment.find(CCatalogueSeal::COMMENT, 1) != std::string_view::npos)

@@ -20,10 +20,10 @@
 //     (the four lines of a signature file of minisign)
 //     -->
 //
-// It is that of all bytes before the comment's "<". The trusted comment must hold, among words that are
-// separated by blanks and tabs, exactly one "path:" with the path of the file's address as it is sent to the
-// site, and exactly one "until:" with the last day for which the signature is meant, as "yyyyMMdd" in UTC. A
-// value; any thread. Any bytes may come.
+// It signs all bytes before the comment's "<". The trusted comment must hold, among words that are separated
+// by blanks and tabs, exactly one "path:" with the path of the file's address as it is sent to the site, and
+// exactly one "until:" with the last day for which the signature is meant, as "yyyyMMdd" in UTC. A value; any
+// thread. Any bytes may come.
 class CCatalogueSeal {
 public:
     // The name of the keys' file in the shared data folder, and what the comment begins with.
@@ -32,7 +32,7 @@ public:
 
     enum class Judgement {
         GOOD,           // also when there is no key file
-        UNSIGNED,       // no signature, a malformed one, or one that does not belong to the keys
+        UNSIGNED,       // Read finds no statement
         WRONG_ADDRESS,  // signed for another path
         EXPIRED,        // later than the day after the last one: some clocks are ahead
     };
@@ -51,8 +51,8 @@ public:
     bool HasKeys() const { return keys_.HasKeys(); }
     // What a good signature says of its file; nothing without a good one.
     std::optional<Statement> Read(std::string_view file) const;
-    // Judges the bytes of a file from an address. Of today, in UTC, an invalid date is before every other:
-    // then the last day does not count.
+    // Judges the bytes of a file from an address. today is in UTC; with an invalid date the last day does not
+    // count.
     Judgement Judge(std::string_view file, const CAtlString& address, const QDate& today) const;
 
     // The path of an address as it is sent to the site.

@@ -11,7 +11,7 @@
 
 namespace {
 
-// Without the word only an empty argument is vouched for.
+// Without the word, the signature vouches only for an empty argument.
 bool VouchesForArgument(const CMinisignSignature& signature, const CAtlString& argument) {
     const auto words = signature.GetWords("argument:");
     if (words.empty())

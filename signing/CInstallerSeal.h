@@ -12,9 +12,8 @@
 #include <boost/function.hpp>
 #include <optional>
 
-// Holds the maker's public keys, when there are any on this machine, and the signature of one installer. The
-// order of calls is that of the functions; each is called once, and of the last two one. One thread at a
-// time.
+// Holds the maker's public keys, when there are any on this machine, and the signature of one installer.
+// Accept comes first, then IsOf or Secure. One thread at a time.
 //
 // The trusted comment of a signature must hold, among words that are separated by blanks and tabs, exactly
 // one "file:" with the installer's file name and exactly one "version:" with its version. So an old installer
@@ -23,14 +22,14 @@
 // the last day, as in a CCatalogueSeal.
 class CInstallerSeal {
 public:
-    // The name of the key's file in the shared data folder, and what an installer's address ends in when it
-    // is that of its signature.
+    // The name of the key file in the shared data folder, and what is appended to an installer's address to
+    // get its signature's.
     static constexpr const wchar_t* KEY_FILE = L"VardoProductUpdate.pub";
     static constexpr const wchar_t* SIGNATURE_EXTENSION = L".minisig";
 
     // What a description offers.
     struct Offer {
-        // The folder in it is of no account.
+        // Its folder does not count.
         CAtlString file{};
         // What the installer is started with.
         CAtlString argument{};
@@ -40,11 +39,11 @@ public:
         QDate today{};
     };
 
-    // What a signature was not accepted for: the first that applies.
+    // Why a signature was not accepted: the first reason that applies.
     enum class Refusal {
         NOTHING,
-        NO_SIGNATURE,  // the bytes are no signature
-        KEY,           // none of the keys has made it
+        NO_SIGNATURE,  // the bytes are not a signature
+        KEY,           // no key in the key file has made it
         FILE_NAME,
         VERSION,
         ARGUMENT,
@@ -60,18 +59,18 @@ public:
 
     // Whether something bears the name of the key file; only a verified installer may be started then.
     bool IsRequired() const { return keys_.IsThere(); }
-    // Takes the bytes of the installer's signature file. Whether it is signed with one of the keys, and for
-    // what is offered.
+    // Takes the bytes of the installer's signature file. True when one of the keys made it for what is
+    // offered.
     bool Accept(std::string_view signature, const Offer& offer);
-    // Of the last Accept: why it was false, and the signature, if the bytes were one.
+    // Why the last Accept was false, and its signature, if the bytes were one.
     Refusal GetRefusal() const { return refusal_; }
     const std::optional<CMinisignSignature>& GetSignature() const { return signature_; }
     const CKeyFile& GetKeys() const { return keys_; }
-    // Whether an open file holds, from its present position to its end, what was signed; after an Accept that
-    // was true. Changes nothing.
+    // After an Accept that was true: whether an open file holds, from its present position to its end, what
+    // was signed. Reads the file to its end.
     bool IsOf(const CFileDescriptor& file) const;
-    // Verifies what was fetched, after an Accept that was true: the path of the same bytes where nobody else
-    // can exchange them; empty, and the file deleted, when they are not what was signed.
+    // After an Accept that was true: moves a fetched file to where nobody else can exchange it, and returns
+    // the new path. When it is not what was signed, deletes it and returns an empty path.
     CVardoFilePath Secure(const CVardoFilePath& fetched) const;
 
 private:

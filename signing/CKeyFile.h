@@ -9,19 +9,19 @@
 
 #include <vector>
 
-// What a file of public keys held when this object was made: one key or several, so that a new one can be
-// brought before the old one goes. A value; any thread.
+// What a file of public keys held when this object was made: one key or several, so that a new one can come
+// before the old one goes. A value; any thread.
 class CKeyFile {
 public:
-    // A file that cannot be read, or holds anything that is no key, is a key file to which nothing belongs.
+    // A file that cannot be read, or holds anything but keys, counts as a key file without keys.
     explicit CKeyFile(const CVardoFilePath& file);
 
     // Whether something bears the file's name: then a signature is needed.
     bool IsThere() const { return isThere_; }
     bool HasKeys() const { return !keys_.empty(); }
     const std::vector<CMinisignKey>& GetKeys() const { return keys_; }
-    // The key that made a signature and its trusted comment; null when none of these did. Valid as long as
-    // this object.
+    // The key that made a signature and its trusted comment; null when another one did. Valid as long as this
+    // object.
     const CMinisignKey* KeyOf(const CMinisignSignature& signature) const;
 
 private:

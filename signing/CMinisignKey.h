@@ -11,11 +11,11 @@
 // A value; any thread.
 class CMinisignKey {
 public:
-    // A larger public key file is none; a key has some 110 bytes.
+    // A larger file is not a public key file; a key has some 110 bytes.
     static constexpr std::size_t MAX_FILE_BYTES = std::size_t{4} * 1024;
 
-    // Reads the bytes of a public key file: for each key a line of comment and the key in base64, and nothing
-    // else. No key comes out of bytes that hold anything else. Any bytes may come.
+    // Reads the bytes of a public key file: for each key a line of comment and the key in base64. Empty when
+    // the bytes hold anything else. Any bytes may come.
     static std::vector<CMinisignKey> ParseAll(std::string_view bytes);
 
     const MinisignFormat::KeyId& GetId() const { return id_; }

@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A signature that the minisign tool made for a file, in the form that it has today ("ED"): that of the
-// contents' hash. The older form ("Ed") is no signature here: in it a hash that was signed could be passed
-// off as the file.
+// A signature that the minisign tool made for a file, in today's form ("ED"), which signs the hash of the
+// contents. The older form ("Ed") is refused: in it a signed hash could be passed off as the file.
 #pragma once
 
 #include "platform/files/CFileDescriptor.h"
@@ -14,31 +13,31 @@
 #include <vector>
 
 // Signs a file's contents and, with a second signature over the first one and the comment, a line of text.
-// What a signature says counts only once its key has been found to be the right one. A value; any thread.
+// What a signature says counts only after IsBy or IsOf returned true. A value; any thread.
 class CMinisignSignature {
 public:
-    // A larger signature file is none; the tool's own comments have at most 8 KiB.
+    // A larger file is not a signature file; the tool's own comments have at most 8 KiB.
     static constexpr std::size_t MAX_FILE_BYTES = std::size_t{16} * 1024;
 
-    // Reads the bytes of a signature file: its four lines, and nothing else. Nothing comes out of bytes that
-    // are anything else. Any bytes may come.
+    // Reads the bytes of a signature file: its four lines. Nothing when the bytes hold anything else. Any
+    // bytes may come.
     static std::optional<CMinisignSignature> Parse(std::string_view bytes);
 
-    // Whether this key made the signature and its trusted comment. Of the file this says nothing yet.
+    // Whether this key made the signature and its trusted comment. This says nothing about the file yet.
     bool IsBy(const CMinisignKey& key) const;
     // The same, and whether it is the signature of what file holds from its present position to its end. The
     // file is read piece by piece.
     bool IsOf(const CFileDescriptor& file, const CMinisignKey& key) const;
-    // The same of these bytes.
+    // The same for these bytes.
     bool IsOf(std::string_view contents, const CMinisignKey& key) const;
-    // Says which key is meant; IsBy says whether it was that one.
+    // Says which key is meant; IsBy says whether that key made it.
     const MinisignFormat::KeyId& GetKeyId() const { return keyId_; }
     // A line of any bytes but control characters; tabs may be in it.
     const std::string& GetTrustedComment() const { return trustedComment_; }
-    // What follows beginning in each word of the trusted comment that begins so. Words are separated by
+    // What follows beginning in each word of the trusted comment that begins with it. Words are separated by
     // blanks and tabs.
     std::vector<std::string> GetWords(std::string_view beginning) const;
-    // The same of the only such word; nothing when there is none, or there are several.
+    // The same for the only such word; nothing when there is none, or there are several.
     std::optional<std::string> GetOnlyWord(std::string_view beginning) const;
 
 private:
@@ -56,7 +55,7 @@ private:
 
 // Today's date in UTC.
 QDate TodayInUtc();
-// The day that the word's value names; invalid when it names none.
+// The day that the word's value names; invalid when the text is not a day.
 QDate ReadLastDay(const std::string& text);
 // Whether a signature with that last day is over: from the second day after it on, because some clocks are
 // ahead.

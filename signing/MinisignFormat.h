@@ -26,11 +26,11 @@ std::string ToText(const KeyId& id);
 // Cuts the first line from text; it ends with LF, CR LF or the text.
 std::string_view CutLine(std::string_view& text);
 
-// Cuts the first line from text and gives what follows beginning in it; nothing when it begins otherwise, or
+// Cuts the first line from text and gives what follows beginning in it; nothing when it begins differently or
 // holds a control character other than a tab.
 std::optional<std::string_view> CutComment(std::string_view& text, std::string_view beginning);
 
-// Decodes base64 (RFC 4648, 4, with its padding) into out, which must come out exactly full.
+// Decodes base64 (RFC 4648, 4, with its padding) into out, which it must fill exactly.
 bool DecodeBase64(std::string_view text, std::span<unsigned char> out);
 
 }  // namespace MinisignFormat
