@@ -9,7 +9,7 @@
 #include <QString>
 #include <boost/function.hpp>
 
-// For a proxy.
+// The user name and password for a proxy.
 struct Credentials {
     CAtlString userName;
     CAtlString password;

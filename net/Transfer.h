@@ -43,9 +43,9 @@ struct TransferRecord {
     // The proxy that was asked; the host is empty when the connection was direct.
     CAtlString proxyHost{};
     int proxyPort = 0;
-    // The status in the last header that arrived; 0 without a header.
+    // The status of the last header that arrived; 0 without a header.
     int status = 0;
-    // Counts what was read of the last answer's body.
+    // The bytes of the last answer's body that were read.
     qint64 bytes = 0;
     // From the transfer's start to its end, all attempts and questions included.
     qint64 milliseconds = 0;

@@ -44,10 +44,10 @@ private:
     CMinisignSignature() = default;
 
     MinisignFormat::KeyId keyId_{};
-    // Of the contents' BLAKE2b-512 hash.
+    // Signs the contents' BLAKE2b-512 hash.
     MinisignFormat::Signature signature_{};
     std::string trustedComment_;
-    // Over the signature, directly followed by the trusted comment.
+    // Signs that signature, directly followed by the trusted comment.
     MinisignFormat::Signature globalSignature_{};
 };
 

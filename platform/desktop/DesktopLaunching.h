@@ -29,7 +29,7 @@ inline constexpr int LAUNCHER_LIMIT_MS = 30000;
 // All of these read the process's environment and are for the GUI thread. The address is handed on as one
 // argument.
 
-// By DESKTOP_SESSION; for a session named "default" also by GNOME_DESKTOP_SESSION_ID and KDE_FULL_SESSION.
+// Reads DESKTOP_SESSION; for a session named "default" also GNOME_DESKTOP_SESSION_ID and KDE_FULL_SESSION.
 // Unknown when DESKTOP_SESSION is not set.
 DesktopKind DetectDesktop();
 

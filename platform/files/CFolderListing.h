@@ -24,7 +24,7 @@ public:
 private:
     struct Name {
         CAtlString text;
-        // In the order of the folder.
+        // The position in the folder's order.
         std::size_t place = 0;
     };
 

@@ -35,7 +35,7 @@ extern const CAtlString SETTINGS_DOMAIN;
 CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
                               const CAtlString& defaultValue, int& error,
                               const CAtlString& domain = SETTINGS_DOMAIN);
-// The same for 32-bit integers; a stored text other than a number reads as 0.
+// The same for 32-bit integers; a stored text that is not a number reads as 0.
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& domain = SETTINGS_DOMAIN);
 

@@ -31,7 +31,7 @@ bool IsNarrowControl(char ch) {
     return byte < 0x20 || (byte >= 0x7F && byte < 0xA0);
 }
 
-// By UTF-16 code unit, as JSON has it.
+// Escapes each UTF-16 code unit, as JSON does.
 QString JsonEscape(char32_t ch) {
     QString escape;
     for (const QChar unit : QString::fromUcs4(&ch, 1))
