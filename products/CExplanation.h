@@ -16,11 +16,10 @@
 // Why a file does not count, in words; empty when it does.
 QString VerdictText(Verdict verdict);
 
-// Keeps what it is told, in the order of the telling. docs/administration.md says what is where in the JSON.
-// GUI thread only.
+// Keeps what it is told, in that order. docs/administration.md describes the JSON. GUI thread only.
 class CExplanation : public IDecisionObserver {
 public:
-    // Comparisons are not kept, but passed on to printer, who must outlive it.
+    // Passes comparisons on to printer, which must outlive it, and does not keep them.
     explicit CExplanation(IDecisionObserver& printer) : printer_(&printer) {}
 
     void OnLocalFile(const CVardoFilePath& file, Verdict verdict, const CVersionString& installed) override;
@@ -57,7 +56,7 @@ private:
         std::optional<CVersionStringRange> range;
     };
 
-    // As told: JSON made at once would take most of the memory of a long list's check.
+    // Kept as told: JSON would take most of the memory of a long list's check.
     std::vector<LocalFile> files_;
     std::vector<Disabler> disablers_;
     std::vector<TransferRecord> requests_;
@@ -67,7 +66,7 @@ private:
     IDecisionObserver* printer_;
 };
 
-// A paragraph about the product of a row: of its "name", its "key" and its "explain".
+// A paragraph about the product of a row, made from the row's "name", "key" and "explain".
 QString ExplanationText(const QJsonObject& row);
-// What all products have in common, of the report's JSON: which list, and whether a silent check is due.
+// The part of the report that is common to all products: the list, and whether a silent check is due.
 QString CommonExplanation(const QJsonObject& report);

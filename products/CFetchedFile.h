@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The one way in which an XML file of the network becomes something to be read.
+// The one way to get an XML file from the network.
 #pragma once
 
 #include "net/IDownloader.h"
@@ -13,14 +13,14 @@
 #include <QCoreApplication>
 #include <QDate>
 
-// Fetches a file, judges its bytes before anybody parses them, and deletes it in the end. With the maker's
-// key for XML files in the shared data folder, a file without a good signature counts as not fetched. GUI
-// thread only.
+// Fetches a file, judges its bytes before they are parsed, and deletes the file in its destructor. With the
+// maker's key for XML files in the shared data folder, a file without a good signature counts as not fetched.
+// GUI thread only.
 class CFetchedFile {
     Q_DECLARE_TR_FUNCTIONS(CFetchedFile)
 
 public:
-    // How words for the user call it.
+    // What messages to the user call the file.
     enum class Kind { DESCRIPTION, LIST };
 
     // Serves events while it waits, as IDownloader::Download does. Without a downloader nothing is fetched.
@@ -31,7 +31,7 @@ public:
     CFetchedFile(const CFetchedFile&) = delete;
     CFetchedFile& operator=(const CFetchedFile&) = delete;
 
-    // COUNTS when there are bytes to be parsed; else why there are none.
+    // COUNTS when there are bytes to parse, else the reason why there are not.
     Verdict GetVerdict() const { return verdict_; }
     // Empty unless the file counts.
     const CAtlStringA& GetBytes() const { return bytes_; }
@@ -40,7 +40,7 @@ public:
     // Why the file was refused, with the host, in words for the user; empty when it was not.
     const QString& GetRefusal() const { return refusal_; }
 
-    // What the maker's keys in that folder say of bytes from an address. An invalid date: the signature's
+    // What the maker's keys in that folder say of bytes from an address. With an invalid date the signature's
     // last day does not count.
     static Verdict Judge(const CAtlStringA& bytes, const CAtlString& address,
                          const CVardoDirectoryPath& sharedFolder, const QDate& today);

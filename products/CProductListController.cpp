@@ -66,7 +66,7 @@ bool CProductListController::UpdateProductList(bool isStored) {
 bool CProductListController::FindInstalled() {
     const IProduct::List products = GetProducts();
     Observe(products);
-    // Read once, not once for each product: the time of that grows with the square of their number.
+    // Read the folder once, not once for each product: that time would grow with the square of their number.
     environment_->LendSharedFiles(environment_->SharedFiles());
     bool found = false;
     for (const auto& product : products)

@@ -25,47 +25,45 @@ public:
     virtual ~CProductListController() = default;
 
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
-    // Who is told of all comparisons with disablers, in place of ConsoleObserver(); not owned.
+    // Sends all comparisons with disablers to printer in place of ConsoleObserver(); not owned.
     void SetPrinter(IDecisionObserver& printer) { printer_ = &printer; }
     // Called before and after each product's check; may be empty.
     void SetCheckStartedCallback(const ProductCallback& callback) { checkStarted_ = callback; }
     void SetCheckFinishedCallback(const ProductCallback& callback) { checkFinished_ = callback; }
 
-    // Called during a check with the reason why a fetch failed, in words for the user, and first of all with
-    // the reason why the last fetched list was refused, if it was; may be empty.
+    // Called during a check with the reason why a fetch failed, in words for the user. If the last fetched
+    // list was refused, the first call gives the reason for that. May be empty.
     void SetFailureCallback(const IDownloader::FailureCallback& callback) { fetchFailed_ = callback; }
 
-    // Takes the newer of the user's and the installed list file; the user's when neither is newer. Whether it
-    // holds a product.
-    // With the maker's key, the user's copy counts only with a good signature for the installed one's
-    // address; its last day is of no account.
+    // Takes the newer of the user's and the installed list file; the user's when neither is newer. True when
+    // it holds a product. With the maker's key, the user's copy counts only with a good signature for the
+    // installed one's address; the signature's last day does not count.
     bool LoadProductList();
-    // Whether the user's copy of the list counted, in the last LoadProductList, or why it did not.
+    // COUNTS when the last LoadProductList accepted the user's copy of the list, else the reason why not.
     Verdict GetUsersVerdict() const { return usersVerdict_; }
-    // Fetches the list from its own address; a newer one is stored (in the installation, else in the user's
-    // folder), unless it is for this process alone, and becomes current. True when a list was fetched and
-    // could be read, newer or not.
+    // Fetches the list from its own address. A newer one becomes current and, if isStored, is stored (in the
+    // installation, else in the user's folder). True when a list was fetched and could be read, newer or not.
     bool UpdateProductList(bool isStored = true);
     // Why the last fetched list was refused, in words for the user; empty when it was not.
     const QString& GetListRefusal() const { return listRefusal_; }
     // Lets every product find what is installed, then lets them disable one another. True when anything was
     // found.
     bool FindInstalled();
-    // Begins to fetch what CheckForUpdates will ask for. CheckForUpdates does so itself unless this was
-    // called since FindInstalled: connections may open while the caller does something else.
+    // Begins to fetch what CheckForUpdates will ask for, so that connections open while the caller does
+    // something else. CheckForUpdates calls it unless it was called since FindInstalled.
     void BeginFetching();
     // Checks every product in order. True when any check succeeded and StopCheck was not called meanwhile.
     bool CheckForUpdates();
-    // Ends a CheckForUpdates that takes longer, as StopCheck does. 0, the default, means no limit.
+    // Ends a CheckForUpdates that takes longer, as StopCheck does. 0, the initial value, means no limit.
     void SetTimeLimit(std::chrono::milliseconds limit) { timeLimit_ = limit; }
-    // Ends a CheckForUpdates that is under way, from an event inside it: the product in hand fails soon, and
-    // the rest is left out, so that the whole does not count as a check. Does nothing at any other time.
+    // Ends a CheckForUpdates that is under way, from an event inside it: the current product fails soon and
+    // the rest is skipped; CheckForUpdates then returns false. Does nothing at any other time.
     void StopCheck();
     // What the last CheckForUpdates answered.
     bool GetLastCheckResult() const { return lastCheckResult_; }
-    // Some item has something new that the user wants to hear of.
+    // True when some item has something new that the user wants to hear of.
     bool IsAnyUpdateAvailable() const;
-    // The same of one product.
+    // The same for one product.
     static bool HasWantedUpdate(const IProduct& product);
     // How the result of a product of the current list came about since FindInstalled; null for any other.
     const CExplanation* GetExplanation(const IProduct& product) const;

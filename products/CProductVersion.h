@@ -16,7 +16,7 @@ public:
     explicit CProductVersion(const CVardoFilePath& localDescription)
         : localDescription_(localDescription.GetFilePathString()) {}
 
-    // Who fetches the remote description; not owned, and must live as long as LoadRemote may be called. Null:
+    // Fetches the remote description; not owned, and must live as long as LoadRemote may be called. With null
     // nothing is fetched.
     void SetDownloader(IDownloader* downloader) { downloader_ = downloader; }
 

@@ -30,7 +30,7 @@ public:
     // The name of the product's element in the list file: "Product".
     static const CAtlString ELEMENT_NAME;
 
-    // Whether a file that begins with the base name and ends in ".xml" is a local description of it.
+    // Whether a file is a local description; its name must begin with the base name and end in ".xml".
     static bool IsDescriptionFile(const CAtlString& baseName, const CVardoFilePath& file);
 
     explicit CProductVersions(const boost::shared_ptr<IEnvironment>& environment);
@@ -87,7 +87,7 @@ private:
     bool disabled_ = false;
     QString disablerName_;
     std::vector<boost::shared_ptr<CProductVersion>> items_;
-    // The one of items_ with the highest version.
+    // Points to the item of items_ that has the highest version.
     CProductVersion* current_ = nullptr;
     QList<QString> actionTexts_;
     QString name_;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The products of a list, to be found by the names that disablers use.
+// Finds the products of a list by the names that disablers use.
 #pragma once
 
 #include "platform/text/CAtlString.h"
@@ -10,16 +10,16 @@
 #include <map>
 #include <vector>
 
-// Takes the keys of the products once, in its constructor; so the disablers of a whole list cost time that
-// grows with the list alone. Made after FindInstalled. GUI thread only.
+// Reads the keys of the products once, in its constructor, so that the time for all disablers grows only
+// linearly with the list. Make it after FindInstalled. GUI thread only.
 class CProductsByKey {
 public:
-    // Implicit: any list will do where one of these is asked for.
+    // Implicit, so that a list may be passed directly.
     CProductsByKey(const IProduct::List& products);  // NOLINT(google-explicit-constructor)
 
     const IProduct::List& GetAll() const { return products_; }
-    // For each of the keys the first installed product that has it, in the order of the list: what has the
-    // same key has the same installed versions.
+    // The first installed product for each key, in the order of the list. Products with the same key have the
+    // same installed versions.
     IProduct::List WithKeys(const std::vector<CAtlString>& keys) const;
 
 private:

@@ -21,8 +21,8 @@ public:
 
     using RangedOffers = std::map<CVersionStringRange, CUpdateEntry, ByLowerEnd>;
 
-    // Adds an offer for the installed versions of a range. False, and nothing is added, when one is there
-    // whose range has an equal lower end.
+    // Adds an offer for the installed versions of a range. False, without a change, when another range has
+    // the same lower end.
     bool AddRangedOffer(const CVersionStringRange& range, const CUpdateEntry& offer);
     void SetDefaultOffer(const CUpdateEntry& offer) { defaultOffer_ = offer; }
     void SetCurrentVersion(const CVersionString& version) { currentVersion_ = version; }
@@ -33,7 +33,7 @@ public:
     // The offer of the lowest range that contains the current version, else the default one. Valid until the
     // table changes.
     const CUpdateEntry& ChooseOffer() const;
-    // The range of the offer that ChooseOffer gives; null for the default one. As long valid.
+    // The range of the offer that ChooseOffer gives; null for the default one. Valid until the table changes.
     const CVersionStringRange* ChooseRange() const;
 
 private:

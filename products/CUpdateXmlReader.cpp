@@ -17,8 +17,7 @@ namespace {
 
 using namespace DescriptionFormat;
 
-// What the product elements of remote descriptions are called, for all readers: the process is in test mode
-// or it is not.
+// The name of the product elements in remote descriptions; test mode changes it for the whole process.
 const char* currentOfferElement = PRODUCT;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 CVersionString VersionAttribute(const TiXmlElement& element, const char* name) {
@@ -36,7 +35,7 @@ CUpdateEntry ReadOffer(const TiXmlElement& element) {
     };
 }
 
-// Everybody may make files in the marker's folder: only a plain file of root's or the user's own counts.
+// Every user can create files in the marker's folder, so only a plain file of root or of this user counts.
 bool IsTrustedMarker(const CVardoFilePath& file) {
     struct stat status {};
     return lstat(FileSystem::SystemPath(file.GetFilePathString()).c_str(), &status) == 0 &&

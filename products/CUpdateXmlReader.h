@@ -17,8 +17,8 @@
 // Calling order: LoadLocal, LoadRemote, then IsUpdateAvailable and the offer's texts.
 class CUpdateXmlReader {
 public:
-    // Its existence, looked at whenever a reader is constructed, switches the whole process to test mode: the
-    // offers of "TestProduct" elements are read in place of those of "Product" elements.
+    // A file that switches the whole process to test mode; each reader's constructor looks for it. In test
+    // mode the offers of "TestProduct" elements are read in place of those of "Product" elements.
     static const CAtlString TEST_MARKER;
 
     CUpdateXmlReader();
@@ -34,7 +34,7 @@ public:
     virtual bool ParseLocal(const CAtlStringA& text);
     virtual bool ParseRemote(const CAtlStringA& text);
 
-    // What became of the description that was read last.
+    // Why the description that was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }
     bool IsLocalLoaded() const { return localLoaded_; }
     bool IsRemoteLoaded() const { return remoteLoaded_; }
@@ -66,7 +66,7 @@ public:
 protected:
     // The path of the local description, which lies in the shared data folder.
     virtual CAtlString GetLocalFile() const = 0;
-    // Who fetches the remote description; null: nothing is fetched.
+    // Fetches the remote description; with null nothing is fetched.
     virtual IDownloader* GetDownloader() const = 0;
 
 private:

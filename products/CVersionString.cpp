@@ -13,7 +13,7 @@
 
 namespace {
 
-// A piece of a version text: nothing is copied to cut it.
+// A part of a version text, cut without copying.
 using Piece = std::wstring_view;
 
 // Reads a number as scanf's "%i" does: white space, a sign, a base prefix, digits, and no further. A number

@@ -8,7 +8,7 @@
 #include "platform/text/CAtlStringA.h"
 
 // The numbers that a version text stands for, whether the text was a complete version, and the text itself. A
-// value type: no I/O, no failure but IsValid() being false; any thread may use its own objects.
+// value type: it does no I/O, and fails only by IsValid() being false; any thread may use its own objects.
 //
 // Dotted texts ("1.2.3.4") are read part by part, compact ones (7 to 9 or 12 to 14 characters without a dot)
 // from the right. Every invalid version sorts below every valid one; invalid ones sort by their texts,
@@ -29,7 +29,7 @@ public:
     virtual bool IsGreater(const CVersionString& other) const;
     // The four numbers with dots when valid, the source text otherwise.
     virtual CAtlString GetString() const;
-    // Reads a text into this version, which keeps its numbers where the text has no number.
+    // Reads a text into this version; a non-empty part without a number leaves its number unchanged.
     virtual CVersionString& SetString(const CAtlString& text);
     virtual CVersionString& SetString(const CAtlStringA& text);
 

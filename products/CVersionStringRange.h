@@ -7,9 +7,8 @@
 #include "products/CVersionString.h"
 
 // An inclusive range of versions; a value type, any thread may use its own objects. Ends that are given in
-// the wrong order are exchanged. An end made of an empty text sorts below every valid version, so that a
-// range with one given end, whichever it is, reaches from there down, and one with none covers no valid
-// version.
+// the wrong order are exchanged. An end made of an empty text sorts below every valid version: a range with
+// one given end reaches from there down, and a range without ends covers no valid version.
 class CVersionStringRange {
 public:
     CVersionStringRange(const CVersionString& from, const CVersionString& to);

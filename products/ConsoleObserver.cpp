@@ -20,7 +20,7 @@ public:
     }
 
 private:
-    // A session keeps what its programs print. Nobody reads more, and a list could ask for terabytes.
+    // The session's log keeps this output, and a list could cause terabytes of it.
     static constexpr int MOST_LINES = 1'000;
 
     int lines_ = 0;

@@ -44,7 +44,7 @@ QString Disabler(const QJsonValue& disabler) {
 
 QString Request(const QJsonValue& request) {
     const QString proxy = request["proxy"].toString();
-    // All at once: an address may hold what looks like a place for a value.
+    // All values in one arg() call, because an address may contain what looks like a placeholder.
     QString text =
         QString("%1 %2: status %3, %4 bytes, %5 ms")
             .arg(request["address"].toString(), proxy.isEmpty() ? "directly" : "through " + proxy,

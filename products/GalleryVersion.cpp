@@ -96,7 +96,7 @@ bool GalleryVersion::CheckForUpdates() {
 }
 
 CAtlString GalleryVersion::GetCheckAddress() const {
-    // Content that is not installed has no use for what is published.
+    // Content that is not installed needs no published versions.
     return categories_.empty() ? CAtlString() : GetPublishedAddress();
 }
 

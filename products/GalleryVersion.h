@@ -14,8 +14,8 @@
 #include <map>
 
 // Content is versioned by category: an installed list of categories lies below the folder of the content's
-// manifest, the published one at the product's address. Versions are texts that sort, dates as "yyyy-MM-dd"
-// above all, which are shown in the system's format. It is one item once a category is known; item indices
+// manifest, the published one at the product's address. Versions are texts that sort, mostly dates as
+// "yyyy-MM-dd", which are shown in the system's format. It is one item once a category is known; item indices
 // are ignored.
 class GalleryVersion : public IProduct {
     Q_DECLARE_TR_FUNCTIONS(GalleryVersion)
@@ -41,7 +41,7 @@ public:
     // The published versions of the categories, in the order of their identifiers.
     CAtlString GetOffer(unsigned item) const override;
     bool OpensPage() const override { return false; }
-    // Only after a check, and while the tool that maintains the content exists.
+    // True after a check, while the tool that maintains the content exists.
     bool HasAction(unsigned item) const override;
     // Starts the tool on the content.
     bool RunAction(unsigned item) override;
@@ -49,7 +49,7 @@ public:
     unsigned GetItemCount() const override { return categories_.empty() ? 0 : 1; }
     CAtlString GetInstalledVersion(unsigned item) const override;
     CAtlString GetLatestVersion(unsigned item) const override;
-    // As the files have them.
+    // The versions as written in the files.
     CAtlString GetPlainInstalledVersion(unsigned /*item*/) const override {
         return Newest(&Versions::installed);
     }
@@ -64,9 +64,9 @@ public:
 
     // Where the list of published categories lies.
     CAtlString GetPublishedAddress() const;
-    // Reads a list of installed categories in place of what is known; whether it names any.
+    // Reads a list of installed categories in place of what is known; true when it names one.
     bool ReadInstalledCategories(const CVardoFilePath& file);
-    // Reads the bytes of a list of published categories; whether it names any that is installed.
+    // Reads the bytes of a list of published categories; true when it names an installed one.
     bool ReadPublishedCategories(const CAtlStringA& bytes);
     // Why what was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }

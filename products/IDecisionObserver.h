@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Whom products tell what they decide, and why.
+// Receives the decisions of products, with their reasons.
 #pragma once
 
 #include "platform/files/CVardoFilePath.h"
@@ -10,8 +10,8 @@
 #include "products/CVersionStringRange.h"
 #include "products/Verdict.h"
 
-// Called on the GUI thread, by the code that decides, when it does. What is passed lives as long as the call.
-// Nothing happens unless a derived class wants to know.
+// Called on the GUI thread at the time of each decision. Arguments are valid during the call. The default
+// implementations do nothing.
 class IDecisionObserver {
 public:
     virtual ~IDecisionObserver() = default;
@@ -20,10 +20,10 @@ public:
     // if anything. The path is empty when the place of the file is not known.
     virtual void OnLocalFile(const CVardoFilePath& /*file*/, Verdict /*verdict*/,
                              const CVersionString& /*installed*/) {}
-    // Whether OnComparison is to be called with all comparisons; without it only those are made that count.
+    // True to get all comparisons through OnComparison; otherwise only the necessary ones are made.
     virtual bool WantsComparisons() const { return false; }
-    // An installed version of another product, by that product's key, was compared with a disabler of this
-    // one, by the key that the disabler names.
+    // An installed version of another product (key) was compared with a disabler of this one (disabler: the
+    // key that it names).
     virtual void OnComparison(const CAtlString& /*key*/, const CAtlString& /*disabler*/) {}
     // Another product that may disable this one is installed; disables: its version is in the range.
     virtual void OnDisabler(const CAtlString& /*key*/, const CVersionString& /*installed*/,
@@ -37,6 +37,6 @@ public:
                             const CAtlString& /*published*/) {}
 };
 
-// One for the whole process. For each installed version that a disabler is compared with, it writes a line
-// with the keys of both on standard output.
+// The process's only one. For each comparison with a disabler it writes a line with both keys to standard
+// output.
 IDecisionObserver& ConsoleObserver();

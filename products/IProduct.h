@@ -46,14 +46,14 @@ public:
     virtual bool IsWanted(unsigned item) const = 0;
     // The item's row gets a button.
     virtual bool HasAction(unsigned item) const = 0;
-    // What the button does; whether it succeeded.
+    // Does what the button stands for; true when that succeeded.
     virtual bool RunAction(unsigned item) = 0;
     virtual bool IsHighlighted(unsigned item) const = 0;
     virtual unsigned GetItemCount() const = 0;
     // Texts of the columns "Installed version" and "Latest version".
     virtual CAtlString GetInstalledVersion(unsigned item) const = 0;
     virtual CAtlString GetLatestVersion(unsigned item) const = 0;
-    // The same for machines: whatever the user's locale is.
+    // The same for machines, independent of the user's locale.
     virtual CAtlString GetPlainInstalledVersion(unsigned item) const { return GetInstalledVersion(item); }
     virtual CAtlString GetPlainLatestVersion(unsigned item) const { return GetLatestVersion(item); }
     // The item's row in the table; negative when it has none.
@@ -67,24 +67,24 @@ public:
     virtual CAtlString GetDescriptionName() const = 0;
     // The address that CheckForUpdates fetches; empty when it will fetch nothing.
     virtual CAtlString GetCheckAddress() const { return {}; }
-    // Of what is installed side by side, the item is the one that is checked.
+    // True for the one item that is checked, among versions installed side by side.
     virtual bool IsCurrent(unsigned /*item*/) const { return true; }
     // Another product keeps this one from offering updates.
     virtual bool IsDisabled() const { return false; }
     // The name of that product; empty when there is none.
     virtual QString GetDisablerName() const { return {}; }
-    // What the item is offered, in words that change when something newer is offered; empty for what cannot
-    // be skipped.
+    // What the item is offered, in words that change when something newer is offered; empty when the item
+    // cannot be skipped.
     virtual CAtlString GetOffer(unsigned /*item*/) const { return {}; }
-    // RunAction opens a page, and nothing else.
+    // True when RunAction only opens a page.
     virtual bool OpensPage() const { return true; }
     // The page that RunAction opens; empty when it opens no page.
     virtual CAtlString GetPage(unsigned /*item*/) const { return {}; }
 
-    // Who fetches for the checks; set by the controller before each of them.
+    // Fetches for the checks; the controller sets it before each of them.
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
 
-    // Who is told of decisions and their reasons, in place of ConsoleObserver(); not owned.
+    // Receives decisions and their reasons, in place of ConsoleObserver(); not owned.
     void SetObserver(IDecisionObserver& observer) { observer_ = &observer; }
 
 protected:

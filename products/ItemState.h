@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Why a row is as it is: what the window and the report both speak from.
+// Why a row is as it is; the window and the report both use this.
 #pragma once
 
 #include "products/IProduct.h"
@@ -19,13 +19,12 @@ enum class ItemState {
     NOT_INSTALLED,
 };
 
-// The state of a product's item after a check, or without one. Never NOT_INSTALLED: that has no item. GUI
-// thread only.
+// The state of a product's item after a check, or without one. Never NOT_INSTALLED, for such a product has no
+// item. GUI thread only.
 ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked);
 
-// Whether the user does not want the version that the item is offered. The user's settings keep one such
-// version for each product; another version is wanted again. GUI thread only.
+// Whether the user skips the version that the item is offered. The user's settings keep one such version for
+// each product; another version is wanted again. GUI thread only.
 bool IsSkipped(const IProduct& product, unsigned item);
-// Keeps, or takes back, that the version that the item is offered is skipped. It is in the settings when this
-// returns.
+// Skips the version that the item is offered, or takes that back. The settings are written when this returns.
 void SetSkipped(const IProduct& product, unsigned item, bool isSkipped);

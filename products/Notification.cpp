@@ -44,7 +44,7 @@ bool Notification::Init(const TiXmlElement* element) {
 }
 
 bool Notification::FindInstalled() {
-    // A key names a file of the folder, and no path out of it.
+    // A key must name a file in the folder, not a path out of it.
     const bool isName = key_.FindOneOf(L"/\\") < 0;
     const CVardoFilePath file =
         isName ? CVardoDirectoryPath::Combine(environment_->SharedDataFolder(), key_ + L".xml")

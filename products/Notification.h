@@ -51,9 +51,9 @@ public:
     CAtlString GetDescriptionName() const override { return key_; }
     CAtlString GetPage(unsigned /*item*/) const override { return webPage_; }
 
-    // Reads a local description; whether it says where the message lies.
+    // Reads a local description; true when it says where the message lies.
     bool ReadDescription(const CVardoFilePath& file);
-    // Reads a message's bytes; whether it has all that a row needs.
+    // Reads a message's bytes; true when it has all that a row needs.
     bool ReadMessage(const CAtlStringA& bytes);
     // Why what was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }
@@ -75,7 +75,7 @@ private:
     CAtlString key_;
     CAtlString name_;
     CAtlString webPage_;
-    // The window is open after the one day and before the other.
+    // The window is open after startDate_ and before stopDate_.
     QDate startDate_;
     QDate stopDate_;
     // By language code.

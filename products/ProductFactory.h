@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// From an element of the product list to the product that it describes.
+// Makes a product from its element of the product list.
 #pragma once
 
 #include "platform/desktop/IEnvironment.h"

@@ -15,7 +15,7 @@
 
 namespace {
 
-// The installed list is for everybody, the user's for that user.
+// Everybody may read the installed list, only its user the user's.
 constexpr mode_t INSTALLED_MODE = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
 constexpr mode_t USERS_MODE = S_IRUSR | S_IWUSR;
 

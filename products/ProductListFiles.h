@@ -10,10 +10,11 @@
 // The copy that was installed with the program.
 CVardoFilePath InstalledProductList(const IEnvironment& environment);
 
-// The user's copy, below HOME. Empty when HOME is not set, is empty, or is no valid UTF-8.
+// The user's copy, below HOME. Empty when HOME is unset, empty, or invalid UTF-8.
 CVardoFilePath UserProductList();
 
 // Puts a copy of a list file in the installed one's place or, when that cannot be replaced, in the user's: in
-// one step, so that a reader finds the old list or the new one, whole. A link in either place is replaced
-// itself. Nothing is reported: a list that could not be stored is fetched again at the next check.
+// one step, so that a reader finds either the whole old list or the whole new one. A symbolic link in either
+// place is replaced, not its target. Nothing is reported: a list that could not be stored is fetched again at
+// the next check.
 void StoreProductList(const CVardoFilePath& list, const IEnvironment& environment);

@@ -20,8 +20,7 @@ public:
     // The name of the list file: "products.xml".
     static const CAtlString FILE_NAME;
 
-    // A list of more products, or with a product of more disablers, is unreadable: what it would cost each
-    // check grows with both.
+    // A list that exceeds a limit is unreadable, because the cost of each check grows with both numbers.
     static constexpr int MAX_PRODUCTS = 5'000;
     static constexpr int MAX_DISABLERS = 100;
     static bool IsBounded(const TiXmlElement& root);
@@ -32,10 +31,10 @@ public:
     // Reads a list file in place of what is held. True when at least one product was made; a missing,
     // malformed or unbounded file gives false and an empty list.
     bool Load(const CVardoFilePath& path);
-    // The same with the file's bytes, which were read before.
+    // The same, with the file's bytes already read.
     bool Load(const CVardoFilePath& path, const CAtlStringA& bytes);
 
-    // The file that was read, or was to be.
+    // The path given to the last Load.
     const CVardoFilePath& GetPath() const { return path_; }
     const IProduct::List& GetProducts() const { return products_; }
     const CVersionString& GetVersion() const { return version_; }

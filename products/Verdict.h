@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What the readers of descriptions make of a file.
+// How the readers of descriptions judge a file.
 #pragma once
 
 // Why a file counts, or the first reason why it does not.
@@ -40,7 +40,7 @@ enum class Verdict {
     UNKNOWN_CATEGORIES  // none of the list's is installed
 };
 
-// Keeps a verdict in its place; whether it is a good one.
+// Stores a verdict in place; true when it is COUNTS.
 inline bool Conclude(Verdict& place, Verdict verdict) {
     place = verdict;
     return verdict == Verdict::COUNTS;
