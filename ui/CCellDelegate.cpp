@@ -22,7 +22,7 @@ bool CCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
     return true;
 }
 
-// The side of the cell stays that of the window: the alignment is settled before the direction is the text's.
+// Settles the alignment before it takes the text's direction, so that the text stays on the window's side.
 void CCellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     // A tint begins where the eye does.

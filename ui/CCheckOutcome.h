@@ -10,13 +10,13 @@
 #include <QTime>
 #include <map>
 
-// Learns during a check why products could not be checked; all else it asks of the products themselves. Its
-// texts are plain. GUI thread only.
+// Learns during a check why products could not be checked; asks the products for all else. Its texts are
+// plain. GUI thread only.
 class CCheckOutcome {
     Q_DECLARE_TR_FUNCTIONS(MainWindow)
 
 public:
-    // A new check begins.
+    // Forgets the last check, as a new one begins.
     void Forget();
     // The product's check failed at that time of day. A later reason takes the place of an earlier one.
     void OnFailed(const IProduct& product, const QString& reason, const QTime& time);

@@ -7,8 +7,8 @@
 #include "platform/desktop/CProcessStarter.h"
 #include "platform/desktop/IAttendedEnvironment.h"
 
-// The machine's date, processes and desktop, and the user behind message boxes. May be constructed before
-// the application object; used only while that lives, on the GUI thread.
+// The machine's date, processes and desktop, and the user behind message boxes. May be constructed before the
+// application object, but is used only while that lives. GUI thread only.
 class CDesktopEnvironment : public IAttendedEnvironment {
 public:
     QDate Today() const override;

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A line of text that may be longer than the room for it.
+// A line of text that may be wider than its label.
 #pragma once
 
 #include <QLabel>
 
-// A label of plain text that never asks for more width than it is given: what has no room is left out at the
-// end and marked by an ellipsis, and then the whole text is in the tool tip. text() is always all of it. GUI
-// thread only.
+// A label of plain text that never asks for more width than it is given: an ellipsis replaces the end of a
+// text that is too wide, and the tool tip then has the whole text. text() is always all of it. GUI thread
+// only.
 class CElidedLabel : public QLabel {
     Q_OBJECT
 
@@ -23,6 +23,6 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    // The text as far as there is room for it.
+    // The text, elided to the label's width.
     QString ShownText() const;
 };

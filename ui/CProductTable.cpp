@@ -22,12 +22,11 @@ enum Column { NAME, INSTALLED, LATEST, ACTION, COLUMNS };
 
 // The header of the column of buttons shows nothing and reserves their width, in blanks.
 constexpr int ACTION_COLUMN_BLANKS = 29;
-// As many as a tall screen shows. Asking a thousand rows, as is the default, lays out all their texts again
-// after each checked product, and would cost more than fetching. A hidden table would ask all of them if this
-// was 0.
+// As many rows as a tall screen shows. The default, 1000, lays out all their texts again after each checked
+// product, which costs more than fetching. With 0, a hidden table would ask all rows.
 constexpr int ROWS_THAT_DECIDE_WIDTHS = 50;
 
-// The role of a cell's text before it was cut.
+// The role of a cell's uncut text.
 constexpr int WHOLE_TEXT = Qt::UserRole;
 
 // A longer text would push the buttons out of the window.
@@ -45,12 +44,11 @@ void SetReason(QTableWidgetItem& cell, const QString& reason) {
     cell.setData(Qt::AccessibleDescriptionRole, Cut(reason));
 }
 
-// In milliseconds: the second press of a double click is not meant for a second browser.
+// In milliseconds: a double click shall not open a second browser.
 constexpr int SHORTEST_REST = 1000;
 
-// The button cannot be pressed again while its action runs, which may serve events, nor for a second in all.
-// It keeps the focus that it had unless the user moves it meanwhile; nothing else has it, for Enter would
-// press that.
+// Disables the button while its action runs, which may serve events, and for a second at least. Gives it back
+// its focus then, unless the user moved it; meanwhile no button has it that Enter could press.
 void Press(QPushButton& button, const CProductTable::Action& action) {
     if (!action)
         return;
@@ -87,7 +85,7 @@ CProductTable::CProductTable(QTableWidget& table)
 }
 
 void CProductTable::Reset() {
-    // As it was left: setting the header up again would measure all its texts again.
+    // Already set up: doing it again would measure all the header's texts again.
     if (table_.columnCount() == COLUMNS && table_.rowCount() == 0)
         return;
     table_.setRowCount(0);
@@ -123,14 +121,12 @@ int CProductTable::AddRow(const QString& name, const QString& installed) {
 void CProductTable::AddButton(int row, const Action& action) {
     QPushButton* button = MakeRowButton(tr("Current"));
     NameButton(row, *button);
-    // The rows may be rebuilt while this very action runs: hence a copy that lives as long as it runs, and a
-    // deletion that waits.
+    // The rows may be rebuilt while this action runs, so a copy of it runs and the deletion waits.
     const boost::shared_ptr<Qtfier> click(new Qtfier([button, action] { Press(*button, Action(action)); }),
                                           [](Qtfier* retired) { retired->deleteLater(); });
     QObject::connect(button, &QPushButton::clicked, click.get(), &Qtfier::Slot);
     rowActions_.push_back(click);
-    // A widget that has a size is not asked for the one it would like when it appears; the cell gives it
-    // another.
+    // A widget with a size is not asked for its size hint when it appears; the cell resizes it.
     button->resize(0, 0);
     table_.setCellWidget(row, ACTION, button);
     QWidget::setTabOrder(FocusBefore(row), button);
@@ -176,10 +172,10 @@ int CProductTable::WidthThatNamesLack(int widest) const {
     return std::max(0, std::min(view.sizeHintForColumn(NAME), widest) - table_.columnWidth(NAME));
 }
 
-// An announced cell makes the header measure all columns anew, which takes longer than fetching what stands
-// in it. So a cell that has room enough is painted and no more, unless a screen reader wants to hear of it. A
-// hidden table measures its columns when it is shown: laying out each text before took a silent check a tenth
-// of its processor time.
+// An announced cell makes the header measure all columns anew, which takes longer than fetching the cell's
+// content. So a cell that is wide enough is only painted, unless a screen reader is active. A hidden table
+// measures its columns when it is shown: laying out each text before took a silent check a tenth of its
+// processor time.
 void CProductTable::SetLatest(QTableWidgetItem& cell, const QString& text) {
     const QSignalBlocker quiet(QAccessible::isActive() ? nullptr : table_.model());
     SetText(cell, text, LONGEST_VERSION);
@@ -189,7 +185,7 @@ void CProductTable::SetLatest(QTableWidgetItem& cell, const QString& text) {
         MeasureColumns();
 }
 
-// A mode that is set is carried out again, even when it is the one that was.
+// Setting a mode measures again, even when the mode is the same.
 void CProductTable::MeasureColumns() {
     table_.horizontalHeader()->setSectionResizeMode(LATEST, QHeaderView::ResizeToContents);
 }

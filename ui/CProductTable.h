@@ -14,14 +14,14 @@
 #include <boost/shared_ptr.hpp>
 #include <vector>
 
-// Arranges a table that belongs to someone else and outlives it. Knows rows and texts, and nothing of
-// products. GUI thread only. Every operation on a row needs HasRow. Rows may be rebuilt, and the check may
-// end, while a button's action runs.
+// Arranges a table that it does not own and that outlives it. Knows rows and texts, but not products. GUI
+// thread only. Every operation on a row needs HasRow. Rows may be rebuilt, and the check may end, while a
+// button's action runs.
 class CProductTable {
     Q_DECLARE_TR_FUNCTIONS(MainWindow)
 
 public:
-    // What a row's button does; its result is of no interest here.
+    // What a row's button does; the result is ignored.
     using Action = boost::function<bool()>;
 
     explicit CProductTable(QTableWidget& table);
@@ -30,7 +30,7 @@ public:
     void Reset();
     // Appends a row and returns its index.
     int AddRow(const QString& name, const QString& installed);
-    // How many pixels more the column of names needs for the longest of those in sight, if it may be that
+    // How many pixels the column of names lacks for its longest visible name, if it may be `widest` pixels
     // wide.
     int WidthThatNamesLack(int widest) const;
     bool HasRow(int row) const { return row >= 0 && row < table_.rowCount(); }
@@ -39,9 +39,9 @@ public:
     bool HasButton(int row) const { return Button(row) != nullptr; }
     // Does nothing in a row without a button.
     void SetButton(int row, const QString& caption, bool enabled);
-    // A busy bar in place of the latest version, until that is shown.
+    // Shows a busy bar until ShowLatest is called.
     void ShowBusy(int row);
-    // A row that shows no version at all gives their room to its name.
+    // In a row without any version, the name takes their columns too.
     void ShowLatest(int row, const QString& text);
     // Says in tool tips, and to screen readers, why the latest version is not shown, and why the row has no
     // use for its button. Empty texts say nothing.

@@ -15,11 +15,10 @@ namespace {
 
 // So wide that most texts take one line, and that the window keeps its size while the numbers grow.
 constexpr int TEXT_WIDTH_IN_CHARACTERS = 60;
-// When a modal dialog is in the way, in milliseconds.
+// The delay while a modal dialog is open, in milliseconds.
 constexpr int LOOK_AGAIN_AFTER = 100;
 
-// In isolates (U+2068, U+2069): within a sentence that is written from right to left, number and unit keep
-// their order.
+// Isolates (U+2068, U+2069) keep number and unit in order within a right-to-left sentence.
 QString SizeText(int bytes) {
     const QString size = QLocale::system().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
     return QChar(0x2068) + size + QChar(0x2069);
@@ -42,7 +41,7 @@ void CProgressWindow::Build() {
     bar_->setObjectName("progressBar");
     bar_->setTextVisible(false);
     bytes_->setObjectName("bytesLabel");
-    // The window's side, whatever the direction of the text.
+    // Aligns with the window's side, independent of the text's direction.
     bytes_->setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     QPushButton* cancelButton = buttons->button(QDialogButtonBox::Cancel);

@@ -13,9 +13,9 @@
 #include <boost/function.hpp>
 #include <chrono>
 
-// Says what the program waits for, over a bar: busy, or as long as the part that has arrived. Every way to
-// close it cancels. It is not modal, so it stands in no other window's way; while a modal dialog is open, the
-// window does not appear, for it would lie on top of it and not answer.
+// Says what the program waits for, over a bar that is busy or shows the part that has arrived. Every way to
+// close it cancels. It is not modal, and does not appear while a modal dialog is open, since it would cover
+// the dialog and not respond.
 class CProgressWindow : public QDialog, public IProgress {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ public:
     // How long the user waits for all but installers before the window appears.
     static constexpr std::chrono::milliseconds PATIENCE{700};
 
-    // cancel is called when the user has enough; the window has gone by then.
+    // cancel is called after the user has closed the window.
     explicit CProgressWindow(const boost::function<void()>& cancel);
 
     void Begin(Task task) override;
@@ -46,6 +46,6 @@ private:
     QProgressBar* bar_ = nullptr;
     QLabel* bytes_ = nullptr;
     QTimer appear_;
-    // What is left of it, once part of it was used up.
+    // The patience that is left.
     std::chrono::milliseconds patience_ = PATIENCE;
 };

@@ -24,7 +24,7 @@ public:
     };
     // What it asks of the window.
     struct Window {
-        // The item of a row; without a product when there is none.
+        // The item of a row; its product is null when the row has no item.
         boost::function<Item(int)> itemOf;
         // The texts of a row; and of all of them.
         boost::function<QString(int)> textOf;

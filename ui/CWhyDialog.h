@@ -12,6 +12,6 @@ class CWhyDialog : public QDialog {
     Q_OBJECT
 
 public:
-    // The reason in the user's language, which may be empty, and the explanation for those who help.
+    // reason is in the user's language and may be empty; explanation is for support staff.
     CWhyDialog(const QString& product, const QString& reason, const QString& explanation, QWidget* parent);
 };

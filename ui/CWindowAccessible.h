@@ -9,8 +9,8 @@
 class QAbstractItemView;
 
 // The children of a dialog as Qt has them, and one more: the viewport of its table, whose children are the
-// widgets in the table's cells. Qt (6.4) knows only the cells as children of a table, so that those widgets
-// could be reached by nothing but the focus. GUI thread only; Qt owns it for as long as the window lives.
+// widgets in the table's cells. Qt (6.4) knows only the cells as children of a table, so those widgets could
+// only be reached by focus. GUI thread only; Qt owns it for as long as the window lives.
 class CWindowAccessible : public QAccessibleWidget {
 public:
     // The window must outlive it and own the table.

@@ -23,7 +23,7 @@ void PrintProgress(const char* before, const IProduct& product, const char* afte
     std::cout << before << PrintableNarrow(CAtlString(product.GetName())) << after << std::endl;
 }
 
-// None of its items could be checked.
+// True when all of its items are unchecked.
 bool IsUnchecked(const IProduct& product) {
     const unsigned items = product.GetItemCount();
     for (unsigned item = 0; item < items; ++item)
@@ -38,7 +38,7 @@ QString DateText(int julianDay) {
     return QLocale::system().toString(QDate::fromJulianDay(julianDay), QLocale::ShortFormat);
 }
 
-// What QAccessible::installFactory asks for: null for whatever is not ours.
+// The factory for QAccessible::installFactory; null for other classes.
 QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) {
     auto* window = className == QLatin1String("MainWindow") ? qobject_cast<MainWindow*>(object) : nullptr;
     const auto* table = window ? window->findChild<QTableWidget*>("tableWidget") : nullptr;
@@ -162,8 +162,8 @@ void MainWindow::OnConnectionError(const QString& message) {
     statusLabel->setText(Cut(message));
 }
 
-// A product without rows, such as one that is not installed, has none that could be "N/A". Without a product
-// it is the list that failed.
+// A product without rows, such as one that is not installed, cannot show "N/A". Without a product, the list
+// failed.
 void MainWindow::OnFetchFailed(const QString& reason) {
     if (!current_) {
         outcome_.OnListRefused(reason);
@@ -311,7 +311,7 @@ void MainWindow::AddRowMenu() {
         if (ItemOf(row.product->GetRow(row.item)).product != row.product)
             return;
         ShowReasons(*row.product, row.item);
-        // A check that still runs sums up in its end.
+        // A running check shows its summary when it ends.
         if (retryButton->isEnabled())
             ShowOutcome();
     };

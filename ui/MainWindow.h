@@ -35,13 +35,13 @@ public:
     // The window hears of the controller's checks for as long as it lives.
     void SetProductListController(const boost::shared_ptr<CProductListController>& controller);
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) { proxyHandler_ = handler; }
-    // Takes the window to where the user left it.
+    // Restores the window's place and size.
     void SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record);
     // Builds the rows of what the controller holds, and shows the record.
     void ShowProducts();
-    // Says what came of a check that has ended.
+    // Shows the summary of a check that has ended.
     void ShowOutcome();
-    // While a check runs, neither another one nor other connection options can be had.
+    // Disables another check and the connection options while a check runs.
     void SetChecking(bool isChecking);
 
 public slots:
@@ -96,7 +96,7 @@ private:
     QTimer busyTimer_;
     Product current_;
     CCheckOutcome outcome_;
-    // The reason why the current product cannot be checked is shown.
+    // True when the reason why the current product cannot be checked is shown.
     bool isFailureTold_ = false;
     // The window's width is the user's.
     bool isWidthSettled_ = false;

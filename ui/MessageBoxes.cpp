@@ -12,8 +12,7 @@
 
 namespace {
 
-// In characters. The box and its button stay on the screen, and an address has no line ends to write more
-// lines with.
+// In characters. Keeps the box and its button on the screen.
 constexpr qsizetype LONGEST_ADDRESS = 300;
 constexpr qsizetype LONGEST_NAME = 100;
 
@@ -21,16 +20,16 @@ QString Title() {
     return QObject::tr("VARDO Product Update");
 }
 
-// As plain text: an address comes from outside and is no markup.
+// As plain text, since an address from outside could contain markup.
 void Warn(const QString& text) {
     QMessageBox box(QMessageBox::Warning, Title(), text, QMessageBox::Ok);
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 
-// A question with the single button OK. A plain message box takes its only button for the answer when it is
-// closed, or when Escape is pressed; here both end it without an answer. Lives for one exec(), which gives
-// QMessageBox::Ok or QDialog::Rejected.
+// A question with the single button OK. Closing a plain message box, or Escape, counts as pressing its only
+// button; here both end it without an answer. Lives for one exec(), which gives QMessageBox::Ok or
+// QDialog::Rejected.
 class CConsentBox : public QMessageBox {
 public:
     CConsentBox(const QString& title, const QString& text)

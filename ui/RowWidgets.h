@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What a row of the product table is made of. GUI thread only; what is returned belongs to the caller, who
-// gives it to a table.
+// What a row of the product table is made of. GUI thread only. The caller owns the results and gives them to
+// a table.
 #pragma once
 
 #include <QBrush>
 #include <QPushButton>
 #include <QTableWidgetItem>
 
-// An empty cell that can be read and nothing else.
+// An empty read-only cell.
 QTableWidgetItem* MakeCell();
 // The same, with its text in the middle.
 QTableWidgetItem* MakeCentredCell();
