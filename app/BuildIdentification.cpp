@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What a binary says of itself to tools that look into it (strings, nm); no code of the program reads it. The
-// numbers are those of CMakeLists.txt.
+// Identifies the binary to tools such as strings and nm; the program itself never reads it. The numbers come
+// from CMakeLists.txt.
 
 extern const char APP_VERSION[];
 extern const char BUILD_ID_NUM[];

@@ -49,7 +49,7 @@ CActivationServer::CActivationServer(const QString& executable, const boost::fun
 void CActivationServer::Listen(const QString& socket) {
     if (socket.isEmpty())
         return;
-    // What a copy left that was killed.
+    // Removes the socket that a killed copy left.
     QLocalServer::removeServer(socket);
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     server_.listen(socket);

@@ -10,8 +10,8 @@
 #include <boost/function.hpp>
 
 // Listens on a local socket in the user's runtime directory (XDG_RUNTIME_DIR, see pam_systemd(8)), under a
-// name made from the executable's device and inode, as the key of the single-instance lock is. Where there is
-// no such directory, or one that others could change, it hears nothing. Only the holder of that lock may have
+// name made from the executable's device and inode, as the key of the single-instance lock is. It does not
+// listen when that directory is missing or others could change it. Only the holder of that lock may create
 // one. GUI thread only.
 class CActivationServer {
 public:
@@ -32,6 +32,6 @@ private:
 };
 
 // Asks the copy that runs from this executable, if it is the same user's, to come to the front. Waits for at
-// most a second, and not for the result: no such copy, and one that does not answer, are no failure. GUI
-// thread, while a QCoreApplication exists.
+// most a second, and ignores a missing copy or one that does not answer. GUI thread, while a QCoreApplication
+// exists.
 void ActivateRunningCopy(const QString& executable);

@@ -12,16 +12,16 @@
 // point to one another.
 class CApplicationFactory {
 public:
-    // With the real world around it.
+    // Uses the real environment.
     CApplicationFactory();
-    // With another world.
+    // Uses another environment.
     CApplicationFactory(const boost::shared_ptr<IAttendedEnvironment>& environment,
                         const boost::shared_ptr<IDownloader>& downloader);
     virtual ~CApplicationFactory() = default;
     CApplicationFactory(const CApplicationFactory&) = delete;
     CApplicationFactory& operator=(const CApplicationFactory&) = delete;
 
-    // Reads the command line, and by that chooses the action; false when it was faulty, or a part of it was
+    // Reads the command line and chooses the action; false when the command line is faulty or a value was
     // refused.
     bool Parse(int argc, char** argv);
     // Whether the chosen action needs a GUI.

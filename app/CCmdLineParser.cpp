@@ -84,7 +84,7 @@ CCmdLineParser::Outcome CCmdLineParser::TakeColonForm(const CAtlString& argument
     return parameter->SetValue(name, argument.Mid(colon + 1)) ? Outcome::Taken : Outcome::Refused;
 }
 
-// The first pending error counts: that of the default parameter, then those of the others by name.
+// Reports the first pending error: the default parameter's, then the others' in the order of their names.
 bool CCmdLineParser::ReportPendingError() {
     std::vector<const ICmdLineParam*> all;
     if (default_)

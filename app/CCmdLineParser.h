@@ -31,7 +31,7 @@ public:
     void SetErrorParameter(ICmdLineParam* parameter) { error_ = parameter; }
 
     // Parses the arguments after the first; narrow ones are UTF-8. The first error ends the parse, while a
-    // value that its parameter refuses does not. True when there was neither.
+    // value that its parameter refuses does not. True without either.
     bool Parse(int argc, char** argv);
     bool Parse(int argc, wchar_t** argv);
 

@@ -15,11 +15,11 @@ class CSelfUpdate;
 
 // Makes sure that the program and its product list are current. Lives for that long. GUI thread only.
 //
-// A user who sees a step take long can cancel it, and the next one follows. After a cancelled download of an
+// The user can cancel a step that takes long; the next one follows. After a cancelled download of an
 // installer there is no warning: the user knows.
 class CPreparation {
 public:
-    // isWatched: somebody waits for the window. Otherwise only what follows a user's consent is shown.
+    // isWatched: the user waits for the window. Otherwise only steps after the user's consent are shown.
     CPreparation(IAttendedEnvironment& environment, const boost::shared_ptr<IDownloader>& downloader,
                  bool isWatched);
 

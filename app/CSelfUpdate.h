@@ -20,7 +20,7 @@ public:
 
     // Without a downloader nothing is fetched.
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
-    // Who is told how much of the installer has arrived.
+    // Called with how much of the installer has arrived.
     void SetProgressCallback(const IDownloader::ProgressCallback& callback) { progress_ = callback; }
     // Fetches the installer of the offer and makes it executable for its owner. The file stays: the installer
     // runs from it. False, and no file, when it could not be fetched, or when the maker's key lies in the
@@ -39,7 +39,7 @@ private:
     CVardoFilePath SharedFile(const CAtlString& fileName) const;
     // The installer at address; empty when it could not be fetched.
     CVardoFilePath Fetch(const CAtlString& address);
-    // The same, if the maker vouches for it; otherwise empty.
+    // The same, but empty unless the maker's signature is good.
     CVardoFilePath FetchSealed(const CAtlString& address, CInstallerSeal& seal);
 
     bool downloaded_ = false;

@@ -25,8 +25,8 @@ int JulianDay(const IEnvironment& environment) {
 }
 
 // An X server, like window managers, gives the focus to nobody who asks with a time that is older than the
-// last change of it (XSetInputFocus(3)), and Qt asks with the time of the last event that it saw. An icon
-// that is set, be it the same, brings an event with the present time.
+// last change of it (XSetInputFocus(3)), and Qt asks with the time of the last event that it saw. Setting an
+// icon, even the same one, brings an event with the present time.
 void Raise(QWidget& window) {
     constexpr int ICON_IS_SET_AFTER_MS = 50;
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);

@@ -16,7 +16,7 @@
 class MainWindow;
 
 // Owns the components of a check; a copy shares them. GUI thread only. Each action runs to its end, windows
-// included, before it returns; what it returns is of interest to nobody but tests. One action per process.
+// included, before it returns; only tests use what it returns. One action per process.
 class CWorkFlow {
 public:
     // Everything that comes from outside the process comes from these two.
@@ -26,7 +26,8 @@ public:
     CWorkFlow(const CWorkFlow&) = default;
     CWorkFlow& operator=(const CWorkFlow&) = default;
 
-    // Prepares the components from the command line and the settings; what the record's Load answers.
+    // Prepares the components from the command line and the settings; returns the result of the record's
+    // Load.
     bool Initialize(const CCmdLineContext& context);
     // Whether the user's settings want a silent check today.
     bool IsCheckDue() const;
@@ -38,9 +39,9 @@ public:
     int CheckInteractive(const CCmdLineContext& context);
     // Checks when a check is due, and opens the window only when something is new. Always 0.
     int CheckSilently(const CCmdLineContext& context);
-    // The user has started the program again, while an action runs: brings its windows to the front, those
-    // that are minimised too, and the dialog that waits for an answer before all. The window of a silent
-    // check comes once its rows are there, and stays until the user closes it.
+    // Called when the user starts the program again while an action runs: brings its windows to the front,
+    // also minimised ones, with a waiting dialog on top. The window of a silent check comes once its rows are
+    // there, and stays until the user closes it.
     void Activate();
     // The command line was faulty. Always 1.
     int ReportParameterError(const CCmdLineContext& context);
@@ -48,11 +49,10 @@ public:
 private:
     // The command line's proxy when it is to override the stored one.
     void TakeProxy(const CCmdLineContext& context);
-    // What comes before the products: tidies up after earlier runs, then see CPreparation. True when a newer
-    // program takes over.
+    // Tidies up after earlier runs, then runs CPreparation. True when a newer program takes over.
     bool Prepare(bool isWatched);
     void Connect(MainWindow& window) const;
-    // Checks the products whose rows the window has, behind the user's back unless Activate shows it. Whether
+    // Checks the products of the window's rows, with the window hidden unless Activate shows it. True when
     // the user is to see the result.
     bool CheckBehind(MainWindow& window);
     // Today becomes the date of the last check when any product could be checked.

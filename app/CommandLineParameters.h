@@ -85,12 +85,12 @@ public:
 
     // The action to select, and whether it needs a GUI.
     void SetAction(const Action& action, bool guiValue);
-    // Exclusive, as a new parameter is: refuses when an action was selected before.
+    // An exclusive parameter, the default, is refused when an action was selected before.
     void SetExclusive(bool exclusive) { exclusive_ = exclusive; }
-    // The command line has it, and no other choice came before.
+    // True when the command line has it and no other choice came before.
     bool IsChosen() const { return isChosen_; }
 
-    // Refused, and name kept as the error text, when another choice was made before.
+    // Refuses, and keeps name as the error text, when another choice was made before.
     bool SetValue(const CAtlString& name, const CAtlString& value) override;
     CAtlString GetError() const override { return error_; }
 

@@ -34,7 +34,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool g
     return std::make_unique<QCoreApplication>(argc, argv);
 }
 
-// Qt loads each of its image plugins for a file whose format it has to find out, a tenth of the start.
+// To detect a file's format, Qt would load all its image plugins, which takes a tenth of the start.
 QIcon ReadIcon() {
     QImageReader reader(":/images/update.png", "png");
     reader.setAutoDetectImageFormat(false);

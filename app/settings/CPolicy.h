@@ -10,7 +10,7 @@
 #include <optional>
 
 // The values of the policy, which win over the user's settings and the program's own description, and are
-// never written anywhere. Without a value the others count. GUI thread only.
+// never written anywhere. Without a value, the user's settings and the description count. GUI thread only.
 struct CPolicy {
     // Reads the machine's file.
     CPolicy();
@@ -20,7 +20,7 @@ struct CPolicy {
     std::optional<bool> checkUpdates;
     // Days between two automatic checks.
     std::optional<int> interval;
-    // Empty: connections are direct.
+    // An empty host means direct connections.
     std::optional<CAtlString> proxyHost;
     // With a host and no port, the port of a host that is stored without one.
     std::optional<int> proxyPort;

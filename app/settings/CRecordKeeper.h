@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What is kept from one run to the next: when silent checks run, and where the window was.
+// Keeps from run to run when silent checks run and where the window was.
 #pragma once
 
 #include "app/settings/CPolicy.h"
@@ -18,8 +18,8 @@ public:
     // Reads the user's values; "CheckUpdates" and "Interval" fall back to the machine's, then to their
     // defaults, and give way to the policy. True when the user has a "LastChecked".
     bool Load();
-    // Writes the three values, but for those that the policy sets, to the user's settings, and the window's
-    // place when it is another than was loaded. Failures are not reported.
+    // Writes the three values, except those that the policy sets, to the user's settings, and the window's
+    // place if it has changed. Failures are not reported.
     void Save() const;
     // Whether a silent check is due on the Julian day today: checks are on, and at least the interval has
     // passed since the loaded date.
@@ -28,7 +28,7 @@ public:
     // The Julian day of the next silent check, counted from what Save writes.
     long long GetNextCheck() const { return static_cast<long long>(newLastChecked_) + interval_; }
 
-    // As it was at Load.
+    // The policy as read by Load.
     const CPolicy& GetPolicy() const { return policy_; }
     bool GetCheckUpdates() const { return checkUpdates_; }
     void SetCheckUpdates(bool on) { checkUpdates_ = on; }
