@@ -10,14 +10,13 @@
 
 #include <memory>
 
-// A file, and what it is to hold.
+// A file and its new contents.
 struct SignedFile {
     QString path;
     QByteArray contents;
 };
 
-// Makes the signatures first and writes the files then, so that a failure of the tool changes nothing. One
-// thread.
+// Makes all signatures before it writes a file, so that a failure of the tool changes nothing. One thread.
 class CCatalogSigning {
 public:
     // For how many days signatures are good.
@@ -35,8 +34,8 @@ public:
     // The catalog must outlive this object.
     CCatalogSigning(const CCatalog& catalog, std::unique_ptr<CMinisignTool> tool, int days);
 
-    // What each published file is to hold, in an order in which they may be published: lists come last.
-    // Nothing when one cannot be signed.
+    // The new contents of each published file, in the order to publish them: lists come last. Nothing when
+    // one cannot be signed.
     std::optional<std::vector<SignedFile>> SignAll();
     // Puts the signed files in their places, in their order, and writes a line for each to out. On failure
     // some may be signed already, which does no harm.

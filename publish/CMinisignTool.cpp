@@ -17,8 +17,7 @@ constexpr int LONGEST_SIGNING = 120'000;  // milliseconds
 
 }  // namespace
 
-// Behind the comment and the two letters of the algorithm stands the name of the function that makes a key of
-// the password: "Sc", or two zeros.
+// After the comment and the algorithm's two letters comes the key derivation function: "Sc", or two zeros.
 bool CMinisignTool::NeedsPassword(const QString& keyFile) {
     QFile file(keyFile);
     if (!file.open(QIODevice::ReadOnly))

@@ -11,20 +11,20 @@
 #include <memory>
 #include <optional>
 
-// Runs the tool once for each signature. The secret key stays in its file, and the password goes to nobody
-// but the tool. One thread.
+// Runs the tool once for each signature. The secret key stays in its file, and only the tool gets the
+// password. One thread.
 class CMinisignTool {
 public:
-    // password: that of the key; of no account when the key has none.
+    // password is the key's; ignored when the key has none.
     CMinisignTool(const QString& keyFile, const QByteArray& password)
         : keyFile_(keyFile), password_(password) {}
 
-    // The tool with that key, whose password is asked for on err and read from standard input, where a
-    // terminal does not show it; only if the key has one.
+    // The tool with that key. If the key has a password, asks for it on err and reads it from standard input,
+    // unseen in a terminal.
     static std::unique_ptr<CMinisignTool> WithPassword(const QString& keyFile, std::ostream& err);
     // The four lines of a signature of content; nothing when the tool failed.
     std::optional<QByteArray> Sign(const QByteArray& content, const QString& trustedComment);
-    // The same of what a file holds.
+    // The same for a file's contents.
     std::optional<QByteArray> SignFile(const QString& path, const QString& trustedComment);
     // Why it failed, in the tool's words or the system's.
     const QString& GetProblem() const { return problem_; }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What installed programs would get of files that are not published yet.
+// What unpublished files would offer to installed programs.
 #pragma once
 
 #include "catalog/CCatalog.h"
@@ -20,7 +20,7 @@
 // Gallery content and notifications have no versions of this kind, and are left out.
 class CPreview {
 public:
-    // By key, the only installed version that is asked about; without any, all versions of all products are.
+    // By key, the installed version to ask about; an empty map asks about all versions of all products.
     using Versions = std::map<QString, QString>;
 
     // The key of the program itself.
@@ -36,7 +36,7 @@ public:
     QByteArray ToJson() const;
 
 private:
-    // What the versions from one on get.
+    // What the versions of an interval get.
     struct Row {
         // The first of them; without it, all below the end.
         std::optional<CVersionString> from{};
@@ -56,7 +56,7 @@ private:
         // Where the description lies; empty when that is not known.
         QString description{};
         QString signature{};
-        // Why nobody is offered anything; empty when somebody may be.
+        // Why no installation is offered anything; empty when one may be.
         QString nobody{};
         std::vector<Row> rows{};
         QStringList disablers{};

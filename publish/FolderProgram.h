@@ -9,7 +9,7 @@
 #include <boost/function.hpp>
 #include <iosfwd>
 
-// What such a program ends with.
+// The exit statuses of such a program.
 enum CatalogExit {
     EXIT_CLEAN = 0,
     EXIT_WARNINGS = 1,
@@ -47,7 +47,7 @@ struct CommonOptions {
     QString problem{};
 };
 
-// Says on err what is wrong with the arguments, and how the program is used. The exit status for that.
+// Says on err what is wrong with the arguments, and how to use the program. Returns the exit status.
 int RefuseUsage(const ProgramTexts& texts, const QString& problem, std::ostream& err);
 
 // Does what the options ask for, or else the work, which gives the exit status. EXIT_ERRORS, with a word on

@@ -9,7 +9,7 @@
 #include "net/Downloader.h"
 
 // Fetches all that installed programs fetch of the catalog's site, with the program's own installer and its
-// signature, as they do, from the address at which that site is published now. What they would not get, or
-// get otherwise than it is in the folder, by the paths of the files. Nothing without a site. GUI thread;
-// serves events while it waits.
+// signature, as they do, from the address at which that site is published now. Returns the files that are
+// missing there or differ from the folder, by their paths. Empty without a site. GUI thread; serves events
+// while it waits.
 CFindings CheckLive(const CCatalog& catalog, const QString& address, Downloader& downloader);

@@ -99,8 +99,8 @@ public:
     CInstallerSigning(const CCatalog& catalog, std::unique_ptr<CMinisignTool> tool)
         : catalog_(catalog), tool_(std::move(tool)) {}
 
-    // The signatures; nothing when one cannot be made. What a range offers is an older release: it keeps the
-    // signature that it has, for those who know the key of then.
+    // The signatures; nothing when one cannot be made. A range offers an older release, which keeps its
+    // signature for installations with the old key.
     std::optional<std::vector<SignedFile>> SignAll() {
         for (const Reference& reference : catalog_.GetReferences())
             if (reference.from->GetName() == QString::fromWCharArray(DescriptionFormat::OWN_FILE))
@@ -197,7 +197,7 @@ bool ReplaceSignatures(const std::vector<SignedFile>& signatures, std::ostream& 
     });
 }
 
-// Nothing is written before all is signed. What is written first is of no use to anybody before the rest.
+// Signs everything before it writes anything. The files written first have no effect without the rest.
 int SignAll(const Options& options, std::ostream& out, std::ostream& err) {
     const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
     const CCatalog catalog(folder, siteAddress, siteFolder);
