@@ -23,7 +23,7 @@
 
 namespace {
 
-// By its contents. What no other reader could read may still be a description.
+// The kind by the contents. A file that no other reader could read may still be a description.
 FileKind KindOf(CCatalogFile& file) {
     for (const FileKind assumed : {FileKind::UNKNOWN, FileKind::REMOTE_DESCRIPTION}) {
         file.SetKind(assumed);
@@ -164,7 +164,7 @@ void CCatalog::RecogniseByName() {
             RecogniseListed(*list);
 }
 
-// What says of itself that it comes from a site is not what is installed, whatever its name.
+// A file that names its site is not an installed one, whatever its name.
 void CCatalog::RecogniseListed(const CCatalogFile& list) {
     for (const TiXmlElement* child = list.GetRoot()->FirstChildElement(); child;
          child = child->NextSiblingElement()) {

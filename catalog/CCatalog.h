@@ -24,7 +24,7 @@ struct Reference {
     FileKind kind = FileKind::UNKNOWN;
 };
 
-// Reads the folder with all below it, once, but for hidden files and links to folders. GUI thread only.
+// Reads the folder and all below it once, except hidden files and links to folders. GUI thread only.
 //
 // A file is what the program would come to read it as: by its name where the name is fixed or a product list
 // gives it, else by the address by which another file names it, else by what is in it.
@@ -60,7 +60,7 @@ public:
     std::optional<QString> PublishedAt(const CCatalogFile& file) const;
     // Whether a file is a product list that was installed, beside local descriptions.
     bool IsInstalledCopy(const CCatalogFile& list) const;
-    // A world in which nothing is installed; today is today.
+    // An environment without installed products; its date is the real one.
     const boost::shared_ptr<IEnvironment>& GetEnvironment() const { return environment_; }
 
 private:

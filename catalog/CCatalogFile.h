@@ -10,7 +10,7 @@
 #include <QString>
 #include <memory>
 
-// As what the update program would read a file; from STRINGS on, not as XML.
+// The kind as which the update program reads a file; from STRINGS on, it is not XML.
 enum class FileKind {
     UNKNOWN,
     PRODUCT_LIST,

@@ -26,7 +26,7 @@ public:
     // A line of 0 or less, for what concerns a whole file, counts as its first.
     void Add(const QString& file, int line, const FindingCode& code, const QString& text);
 
-    // By file and line, for one line as they came.
+    // Sorted by file and line; findings of one line keep their order.
     std::vector<Finding> Sorted() const;
     int Count(Severity severity) const;
     // Of errors in one file.

@@ -31,12 +31,12 @@ void CheckReferences(const CCatalog& catalog, CFindings& findings);
 // The program's own installer, where an installed program is offered one: whether it can be fetched, is
 // accepted and can be started.
 void CheckInstallers(const CCatalog& catalog, CFindings& findings);
-// The same of what a reader of both descriptions offers, which these files are.
+// The same for the offer of a reader that has read both files.
 void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
                     const CCatalogFile& remote, CFindings& findings);
 
-// With the maker's key for XML files in the folder: the signatures of all that is published. And whether key
-// files are such.
+// With the maker's key for XML files in the folder: the signatures of all that is published. Also checks that
+// key files are valid.
 void CheckSignatures(const CCatalog& catalog, CFindings& findings);
 
 // All of these, and what concerns every file: XML that is malformed, files of no known kind.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What can be said of an element by the rules for it.
+// Checks an element by its rules.
 #pragma once
 
 #include "catalog/CCatalogFile.h"

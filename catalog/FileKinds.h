@@ -15,8 +15,8 @@ bool IsXmlKind(FileKind kind);
 // UNKNOWN for a name that does not say.
 FileKind KindByName(const QString& name);
 
-// UNKNOWN for elements of no kind that the program reads. A best guess: a file with mistakes in it should
-// still be told for what it is meant to be.
+// UNKNOWN for elements of no kind that the program reads. A best guess: a file with mistakes should still be
+// recognised.
 FileKind KindByContents(const TiXmlElement& root);
 
 // In English, with its article.

@@ -4,7 +4,7 @@
 // What can be wrong with published files: a code each, by which the documentation explains it.
 #pragma once
 
-// In the order of their weight.
+// Least severe first.
 enum class Severity {
     // Worth knowing.
     NOTE,

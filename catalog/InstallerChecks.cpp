@@ -103,7 +103,7 @@ void CheckSignature(const CCatalog& catalog, const CUpdateXmlReader& reader, con
                          .arg(key.GetFilePathString().ToQString(), fault));
 }
 
-// What the system starts (execve(2)): a program of its own, or a script that names its interpreter.
+// The system starts (execve(2)) its own programs, and scripts that name their interpreter.
 void CheckBeginning(const CCatalogFile& installer, const Place& place, CFindings& findings) {
     QFile file(installer.GetPath());
     file.open(QIODevice::ReadOnly);

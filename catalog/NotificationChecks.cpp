@@ -78,8 +78,8 @@ bool HasText(const std::map<QString, int>& texts, const QString& code) {
                        [&](const QString& candidate) { return texts.contains(candidate); });
 }
 
-// How Qt, by the standard (ISO 639, and ISO 3166 for regions), writes the code of a language; empty for what
-// is none.
+// How Qt, by the standard (ISO 639, and ISO 3166 for regions), writes the code of a language; empty for any
+// other text.
 QString StandardCode(const QString& code) {
     const QLocale locale(code);
     if (locale.language() == QLocale::C)

@@ -26,7 +26,7 @@ QString Meaning(const TiXmlElement& element) {
     return meaning + QLatin1Char('>');
 }
 
-// Who has the installed list takes another one for a higher version only.
+// An installation accepts a new list only with a higher version.
 void CheckRaised(const CCatalogFile& published, const CCatalogFile& installed, CFindings& findings) {
     const CVersionString version(XmlAttribute(*published.GetRoot(), VERSION));
     const CVersionString known(XmlAttribute(*installed.GetRoot(), VERSION));

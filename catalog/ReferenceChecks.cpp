@@ -42,7 +42,7 @@ void CheckPages(const CCatalog& catalog, CFindings& findings) {
     }
 }
 
-// The list, or what seems to be meant as one, to which it may be due that no address could be followed.
+// The list, or apparent list, that may be why no address could be followed.
 const CCatalogFile* OddList(const CCatalog& catalog) {
     const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
     const auto odd = std::find_if(lists.begin(), lists.end(), [](const CCatalogFile* list) {

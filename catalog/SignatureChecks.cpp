@@ -8,7 +8,7 @@
 
 namespace {
 
-// Whoever signs by hand once a month is told in time.
+// Warns a maker in time who signs by hand once a month.
 constexpr int WARNING_DAYS = 14;
 
 QString Text(const std::string& path) {

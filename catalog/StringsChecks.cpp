@@ -97,8 +97,8 @@ private:
         known->second = line;
     }
 
-    // Keys and texts take turns, whatever stands between them. Who writes them puts "=" in between, and ";"
-    // behind. Said once: all that follows is out of step too.
+    // Keys and texts take turns, whatever stands between them. Authors put "=" between and ";" after them.
+    // Reported once, since all that follows is out of step too.
     void CheckStep(const CStringsReader& reader, int line) {
         const QStringView all(reader.GetText());
         const QStringView before = all.sliced(lastEnd_, reader.GetKeyToken().begin - lastEnd_);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What can be said of a single value: versions, ranges, dates and addresses.
+// Checks of single values: versions, ranges, dates and addresses.
 #pragma once
 
 #include "catalog/CFindings.h"

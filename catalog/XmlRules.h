@@ -28,7 +28,7 @@ struct XmlAttributeRule {
 };
 
 struct XmlElementRule {
-    // Null: whatever its name is.
+    // Null matches any name.
     const char* name = nullptr;
     std::span<const XmlAttributeRule> attributes;
     std::span<const XmlElementRule> children;
