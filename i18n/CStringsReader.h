@@ -21,7 +21,7 @@ constexpr int HexDigit(char32_t ch) {
 
 // Splits the bytes of a strings file into its pairs, in the file's order. The bytes are UTF-16: the first
 // code unit is skipped as the byte order mark; FE FF in front of an even number of bytes means big-endian,
-// anything else little-endian. A last odd byte is dropped. Any bytes may come; none is an error.
+// anything else little-endian. A last odd byte is dropped. Every sequence of bytes is accepted.
 //
 // Tokens are taken in pairs and separated by "=", ";", blanks, tabs, line ends and 0. A double quote switches
 // the quoted mode, in which separators are ordinary and a backslash starts an escape; a token may be partly
@@ -47,8 +47,8 @@ public:
         // It holds an escape that stands for nothing but its own letter, or a \u without four digits.
         bool hasOddEscape = false;
     };
-    // Of the last pair. When there was no other, of the rest: a last key without a text has an end above 0,
-    // and that of the text is 0.
+    // The last pair's tokens. After the end of the pairs: a last key without a text has an end above 0, its
+    // text the end 0.
     const Token& GetKeyToken() const { return keyToken_; }
     const Token& GetTextToken() const { return textToken_; }
     // The whole text, behind the mark.
@@ -70,7 +70,7 @@ private:
 
     bool AtEnd() const { return position_ >= text_.size(); }
     bool StartsWith(const char16_t* word) const;
-    // Moves behind the next occurrence of word, or to the end; whether there was one.
+    // Moves behind the next occurrence of word, or to the end; true when it occurs.
     bool SkipPast(const char16_t* word);
 
     QString text_;

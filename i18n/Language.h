@@ -6,7 +6,7 @@
 
 #include <QString>
 
-// For the GUI thread, like everything that reads settings.
+// GUI thread only, like everything that reads settings.
 
 // Forces a language, a code or a hexadecimal ID, for the rest of the process; an empty text lifts that.
 void SetLocaleOverride(const QString& language);

@@ -41,7 +41,7 @@ constexpr SetupFolder SETUP_FOLDERS[] = {
     {"VARDO Board/LanguagesFolder", "/languages.xml"},
 };
 
-// A setting that is missing must not make a file of the root folder the table.
+// Without this check, a missing setting would make a file in the root folder the table.
 bool IsTable(const CAtlString& folder, const CAtlString& table) {
     return !folder.IsEmpty() && CVardoFilePath(folder + table).Exists();
 }

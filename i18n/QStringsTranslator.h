@@ -17,7 +17,7 @@ public:
     static QStringsTranslator& Instance();
 
     // Sets the resource manager up with the strings of a product in a language, an ID or a code, below
-    // directory, or below its folder "Languages" when the path holds no such word. True whatever was found.
+    // directory, or below its folder "Languages" when the path holds no such word. Always true.
     bool load(const QString& language, const QString& productName, const QString& directory);
 
     // The text for sourceText, or sourceText itself; one text means the same in every context and number.
