@@ -13,8 +13,8 @@
 #include <signal.h>
 
 // A scope: while it lives, SIGTERM and SIGINT do not end the process. They call back instead, while the
-// thread serves events. Signals that were ignored before stay ignored. To be made before other threads, which
-// take the signal mask over; GUI thread only.
+// thread serves events. Signals that were ignored before stay ignored. Make it before other threads, which
+// inherit the signal mask. GUI thread only.
 class CInterruption {
 public:
     explicit CInterruption(const std::function<void()>& interrupted);

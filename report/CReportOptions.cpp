@@ -59,7 +59,7 @@ CReportOptions::CReportOptions()
       version_({"v", "version"}, "Print the version, and end.") {
     parser_.setApplicationDescription(DESCRIPTION);
     parser_.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
-    // As the update program takes them, too.
+    // The update program accepts this form, too.
     parser_.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser_.addOptions({json_, formatName_, output_, explain_, offline_, fetchList_, allUsers_, proxy_,
                         userName_, passwordFile_, wait_, whole_, help_, version_});

@@ -27,14 +27,14 @@ public:
     bool IsHelpWanted() const { return parser_.isSet(help_); }
     bool IsVersionWanted() const { return parser_.isSet(version_); }
     ReportFormat GetFormat() const { return format_; }
-    // Where the report goes; empty: to standard output.
+    // Where the report goes; empty means standard output.
     QString GetOutput() const { return parser_.value(output_); }
     bool IsExplained() const { return parser_.isSet(explain_); }
     bool IsOffline() const { return parser_.isSet(offline_); }
     // Whether every user of the machine has a line; for root alone.
     bool IsOfAllUsers() const { return parser_.isSet(allUsers_); }
     bool IsListFetched() const { return parser_.isSet(fetchList_); }
-    // Empty: the stored proxy counts.
+    // When empty, the stored proxy counts.
     const CAtlString& GetProxyHost() const { return proxyHost_; }
     int GetProxyPort() const { return proxyPort_; }
     // For the proxy; empty when not given.

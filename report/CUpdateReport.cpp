@@ -29,8 +29,7 @@ QString EndText(CUpdateReport::End end) {
     return end == CUpdateReport::End::DEADLINE ? "the deadline came first" : "the report was interrupted";
 }
 
-// Somebody on the way to the site or there has answered; a proxy that wants credentials is on this side of
-// it.
+// True when the site, or a host on the way, answered; a proxy that wants credentials does not count.
 bool WasAnswered(const QJsonValue& request) {
     const int status = request["status"].toInt();
     return status != 0 && (status != 407 || request["proxy"].toString().isEmpty());

@@ -17,8 +17,8 @@
 #include <set>
 #include <vector>
 
-// Goes the way of a check, and stores no list. Writes nothing but the files that are fetched, which are
-// deleted. GUI thread only; serves one run.
+// Runs a check without storing a list. Writes only the fetched files, and deletes them. GUI thread only;
+// serves one run.
 class CUpdateReport {
 public:
     // Exit statuses. Ignorance comes before news: the highest that applies.
@@ -51,7 +51,7 @@ public:
     // an "explain", and products that are not installed are there as well.
     QJsonObject ToJson() const;
     int GetExitStatus() const;
-    // After Run: what the reader has to know besides, a sentence each.
+    // After Run: further facts for the reader, a sentence each.
     QStringList GetRemarks() const;
 
 private:
@@ -61,7 +61,7 @@ private:
     // Learns the version of the site's list, if that is newer.
     void LookForList();
     void MakeRows();
-    // There was an answer to a request, be it that the file is missing; or there was no request.
+    // True when a request was answered, if only with "not found", or when there was no request.
     bool IsAnybodyThere() const;
     // isDue: a silent check is.
     QJsonArray Rows(bool isDue) const;
@@ -88,7 +88,7 @@ private:
     // The version of the site's list, when it is newer than the one in use.
     QString newerList_;
     std::optional<End> end_;
-    // Those whose check came to its end.
+    // The products whose check has ended.
     std::set<const IProduct*> finished_;
     struct Entry {
         ReportRow row;

@@ -9,7 +9,7 @@
 #include <QJsonObject>
 #include <QString>
 
-// What is known of one installed version; texts are empty where nothing is.
+// The facts about one installed version; unknown texts are empty.
 struct ReportRow {
     QString name;
     QString key;

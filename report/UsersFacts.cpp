@@ -19,7 +19,7 @@
 namespace {
 
 constexpr unsigned LONGEST_LOOK_S = 10;
-// Far more than the facts of one user take, in bytes.
+// In bytes; far more than the facts of one user take.
 constexpr qint64 LONGEST_FACTS = 1 << 20;
 
 bool BecomeUser(const passwd& user) {
@@ -44,7 +44,7 @@ QByteArray OwnFacts(const char* name, const boost::shared_ptr<IEnvironment>& env
     return QJsonDocument(facts).toJson();
 }
 
-// The end of the other process, which never returns.
+// Runs in the other process, and never returns.
 [[noreturn]] void TellFacts(const passwd& user, const boost::shared_ptr<IEnvironment>& environment,
                             int pipe) {
     alarm(LONGEST_LOOK_S);

@@ -41,8 +41,7 @@ bool Print(const QString& text) {
     return false;
 }
 
-// A reader of the file finds the old text or the new one, whole. A device or a pipe is no file to be
-// replaced.
+// A reader of the file finds the old text or the new one, whole. Devices and pipes are not replaced.
 bool Replace(const QString& path, const QString& text) {
     const QFileInfo there(path);
     QSaveFile file(path);
@@ -85,7 +84,7 @@ TransferBounds MakeBounds(const CReportOptions& options) {
     return bounds;
 }
 
-// Of no other process: the program itself may fetch for the same user at the same time.
+// Unique to this process, since the program itself may fetch for the same user at the same time.
 CAtlString FileNames() {
     CAtlString names;
     names.Format(L"%s%lld", CTemporaryFolder::OWN_NAME,
@@ -141,7 +140,7 @@ int Report(const CReportOptions& options) {
                                                                          : CUpdateReport::NOTHING_REPORTED;
 }
 
-// Reports, or says what is wrong with the arguments. The exit status.
+// Reports, or says what is wrong with the arguments. Returns the exit status.
 int RunReport(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(VARDO_VERSION);
