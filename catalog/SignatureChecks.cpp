@@ -8,7 +8,7 @@
 
 namespace {
 
-// Warns a maker in time who signs by hand once a month.
+// Enough notice for a maker that signs by hand once a month.
 constexpr int WARNING_DAYS = 14;
 
 QString Text(const std::string& path) {
