@@ -23,7 +23,7 @@ void PrintProgress(const char* before, const IProduct& product, const char* afte
     std::cout << before << PrintableNarrow(CAtlString(product.GetName())) << after << std::endl;
 }
 
-// True when all of its items are unchecked.
+// True when it has items and all of them are unchecked.
 bool IsUnchecked(const IProduct& product) {
     const unsigned items = product.GetItemCount();
     for (unsigned item = 0; item < items; ++item)
