@@ -124,8 +124,7 @@ TEST_F(CatalogTest, StringsFilesOfWrongBytesGiveNoTexts) {
 }
 
 TEST_F(CatalogTest, EncodingsAreThoseOfEachReader) {
-    // A lead byte of UTF-8 takes the quote behind it along, but not in a description that declares single
-    // bytes.
+    // A lead byte of UTF-8 takes the quote behind it along, unless the file declares single bytes.
     const std::string head = "<?xml version='1.0' encoding='ISO-8859-1'?>";
     shared_.Write(REMOTE, head +
                               "<x Location='Server'><Product UpdateVersion='11.5.0.0' "

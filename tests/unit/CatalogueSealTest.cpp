@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// With the maker's key for XML files beside the program: which of them are believed. Signatures are made by
-// the minisign tool.
+// Which XML files the program believes with the maker's key beside it; the minisign tool signs.
 #include <gmock/gmock.h>
 #include <QRegularExpression>
 #include <filesystem>

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What the report is made of: the first reason why each file does not count, and how its texts come out on a
-// terminal.
+// The first reason why each file does not count, and how the report's texts come out on a terminal.
 #include <gtest/gtest.h>
 #include <QJsonObject>
 
@@ -26,8 +25,7 @@ struct Verdicts : IDecisionObserver {
     void OnRemoteFile(Verdict verdict) override { remote = verdict; }
 };
 
-// A kind of product: its element in the list, its local file and a good one, and the address of the remote
-// file.
+// A kind of product: its element in the list, its local file, a good one, and the remote file's address.
 struct Kind {
     const char* element;
     const char* file;

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The examples and tables of docs/formats.md and docs/settings.md, read by the program: they mean what is
-// written beside them.
+// The examples and tables of docs/formats.md and docs/settings.md mean what is written beside them.
 #include <gmock/gmock.h>
 #include <QLocale>
 #include <map>

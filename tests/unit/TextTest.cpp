@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The program's text: its layout and sharing, its operations, and its ways in and out of other encodings. And
-// versions, which are read from texts.
+// The program's text: layout, sharing, operations and encodings. And versions, which are read from texts.
 #include <gtest/gtest.h>
 #include <clocale>
 #include <cstdint>

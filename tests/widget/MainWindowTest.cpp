@@ -52,8 +52,7 @@ protected:
         window_.show();
         window_.OnCheckUpdates();
     }
-    // The texts of each row's cells, and its button in brackets when there is one, in parentheses when it
-    // cannot be pressed.
+    // The texts of each row's cells; an enabled button in brackets, a disabled one in parentheses.
     std::vector<std::string> Rows() const {
         std::vector<std::string> rows;
         for (int row = 0; row < table_.rowCount(); ++row) {
@@ -144,8 +143,7 @@ TEST_F(MainWindowTest, ShowsWhatACheckFinds) {
     EXPECT_FALSE(table_.isSortingEnabled()) << "the rows are known by their numbers";
 }
 
-// The names of what can be operated or read below the object, as a screen reader walks; "?" for a control
-// without.
+// The names of the controls and texts below the object, as a screen reader walks; "?" for a missing one.
 void CollectNames(const QAccessibleInterface& object, QStringList& names) {
     const auto role = object.role();
     const QString name = object.text(QAccessible::Name);
