@@ -34,7 +34,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool g
     return std::make_unique<QCoreApplication>(argc, argv);
 }
 
-// To detect a file's format, Qt would load all its image plugins, which takes a tenth of the start.
+// To detect a file's format, Qt would load all its image plugins, which takes 3 of the start's 110 ms.
 QIcon ReadIcon() {
     QImageReader reader(":/images/update.png", "png");
     reader.setAutoDetectImageFormat(false);
