@@ -173,15 +173,13 @@ int CProductTable::WidthThatNamesLack(int widest) const {
 }
 
 // An announced cell makes the header measure all columns anew, which takes longer than fetching the cell's
-// content. So a cell that is wide enough is only painted, unless a screen reader is active. A hidden table
-// measures its columns when it is shown: laying out each text before took a silent check a tenth of its
-// processor time.
+// content. So a cell that is wide enough is only painted, unless a screen reader is active.
 void CProductTable::SetLatest(QTableWidgetItem& cell, const QString& text) {
     const QSignalBlocker quiet(QAccessible::isActive() ? nullptr : table_.model());
     SetText(cell, text, LONGEST_VERSION);
     const QModelIndex index = table_.indexFromItem(&cell);
     table_.update(index);
-    if (table_.isVisible() && table_.sizeHintForIndex(index).width() > table_.columnWidth(LATEST))
+    if (table_.sizeHintForIndex(index).width() > table_.columnWidth(LATEST))
         MeasureColumns();
 }
 

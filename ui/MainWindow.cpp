@@ -91,15 +91,26 @@ void MainWindow::SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record)
 void MainWindow::ShowProducts() {
     ShowSchedule();
     ShowDate(DateText(record_->GetLastChecked()));
+    rows_.clear();
+    isTableFilled_ = false;
+    for (const Product& product : controller_->GetProducts())
+        for (unsigned item = 0; item < product->GetItemCount(); ++item)
+            AddRow(product, item);
+    if (isVisible())
+        FillTable();
+}
+
+void MainWindow::FillTable() {
+    isTableFilled_ = true;
     table_.Reset();
-    const IProduct::List products = controller_->GetProducts();
-    for (const Product& product : products)
-        for (unsigned item = 0; item < product->GetItemCount(); ++item)
-            AddProductRow(product, item);
+    for (const Row& row : rows_)
+        ShowRow(row);
     // Placing a button makes the table settle its widths, which pays only once all rows are there.
-    for (const Product& product : products)
-        for (unsigned item = 0; item < product->GetItemCount(); ++item)
-            AddButtonIfWanted(product, item, product->GetRow(item));
+    for (const Row& row : rows_)
+        AddButtonIfWanted(row);
+    for (const Row& row : rows_)
+        if (row.isChecked)
+            ShowCheckedRow(row);
     QTimer::singleShot(0, this, &MainWindow::MakeRoomForNames);
 }
 
@@ -233,6 +244,8 @@ void MainWindow::reject() {
 
 void MainWindow::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
+    if (!isTableFilled_)
+        FillTable();
     QTimer::singleShot(0, this, &MainWindow::MakeRoomForNames);
 }
 
@@ -262,36 +275,50 @@ void MainWindow::OnProductChecked(const Product& product) {
     busyTimer_.stop();
     if (!isFailureTold_ && IsUnchecked(*product))
         TellUnreadable(*product);
-    for (unsigned item = 0; item < product->GetItemCount(); ++item)
-        ShowCheckedItem(product, item);
+    for (unsigned item = 0; item < product->GetItemCount(); ++item) {
+        // Some items exist only after their check.
+        const int known = product->GetRow(item);
+        if (known < 0 || known >= rows_.size())
+            AddRow(product, item);
+        Row& row = rows_[product->GetRow(item)];
+        row.isChecked = true;
+        if (isTableFilled_)
+            ShowCheckedRow(row);
+    }
 }
 
-int MainWindow::AddProductRow(const Product& product, unsigned item) {
-    const int row = table_.AddRow(product->GetName(), product->GetInstalledVersion(item).ToQString());
-    product->SetRow(item, row);
-    return row;
+void MainWindow::AddRow(const Product& product, unsigned item) {
+    product->SetRow(item, static_cast<int>(rows_.size()));
+    rows_.push_back({product, item});
+    if (isTableFilled_)
+        ShowRow(rows_.back());
 }
 
-void MainWindow::AddButtonIfWanted(const Product& product, unsigned item, int row) {
-    if (product->HasAction(item) && !table_.HasButton(row))
-        table_.AddButton(row, boost::bind(&IProduct::RunAction, product, item));
+void MainWindow::ShowRow(const Row& row) {
+    table_.AddRow(row.product->GetName(), row.product->GetInstalledVersion(row.item).ToQString());
 }
 
-void MainWindow::ShowCheckedItem(const Product& product, unsigned item) {
-    const int known = product->GetRow(item);
-    const int row = table_.HasRow(known) ? known : AddProductRow(product, item);
+void MainWindow::AddButtonIfWanted(const Row& row) {
+    const int place = row.product->GetRow(row.item);
+    if (row.product->HasAction(row.item) && !table_.HasButton(place))
+        table_.AddButton(place, boost::bind(&IProduct::RunAction, row.product, row.item));
+}
+
+void MainWindow::ShowCheckedRow(const Row& row) {
+    const auto& [product, item, isChecked] = row;
+    const int place = product->GetRow(item);
     // Some items know only after their check that something can be done about them.
-    AddButtonIfWanted(product, item, row);
+    AddButtonIfWanted(row);
     if (product->IsChecked(item)) {
         const bool available = product->IsUpdateAvailable(item);
-        table_.ShowLatest(row, product->GetLatestVersion(item).ToQString());
-        table_.SetButton(row, product->GetActionTexts().value(available ? 1 : 0), available);
+        table_.ShowLatest(place, product->GetLatestVersion(item).ToQString());
+        table_.SetButton(place, product->GetActionTexts().value(available ? 1 : 0), available);
     } else {
-        table_.ShowLatest(row, tr("N/A"));
+        table_.ShowLatest(place, tr("N/A"));
     }
     ShowReasons(*product, item);
     if (product->IsHighlighted(item))
-        table_.Highlight(row);
+        table_.Highlight(place);
 }
 
 void MainWindow::TellUnreadable(const IProduct& product) {
@@ -323,11 +350,8 @@ void MainWindow::AddRowMenu() {
 }
 
 CRowMenu::Item MainWindow::ItemOf(int row) const {
-    for (const Product& product : controller_->GetProducts())
-        for (unsigned item = 0; item < product->GetItemCount(); ++item)
-            if (product->GetRow(item) == row)
-                return {product, item};
-    return {};
+    const Row found = rows_.value(row);
+    return {found.product, found.item};
 }
 
 QString MainWindow::AllText() const {

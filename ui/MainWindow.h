@@ -13,6 +13,7 @@
 #include "ui/CRowMenu.h"
 
 #include <QDialog>
+#include <QList>
 #include <QTimer>
 #include <boost/shared_ptr.hpp>
 
@@ -37,7 +38,7 @@ public:
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) { proxyHandler_ = handler; }
     // Restores the window's place and size.
     void SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record);
-    // Builds the rows of what the controller holds, and shows the record.
+    // Lists what the controller holds, and shows the record.
     void ShowProducts();
     // Shows the summary of a check that has ended.
     void ShowOutcome();
@@ -65,6 +66,11 @@ protected:
 
 private:
     using Product = boost::shared_ptr<IProduct>;
+    struct Row {
+        Product product;
+        unsigned item = 0;
+        bool isChecked = false;
+    };
 
     void OnCheckingProduct(const Product& product);
     void OnProductChecked(const Product& product);
@@ -85,11 +91,18 @@ private:
     void Explain(const CRowMenu::Item& item);
     void TellUnreadable(const IProduct& product);
     void ShowReasons(const IProduct& product, unsigned item);
-    int AddProductRow(const Product& product, unsigned item);
-    void AddButtonIfWanted(const Product& product, unsigned item, int row);
-    void ShowCheckedItem(const Product& product, unsigned item);
+    void AddRow(const Product& product, unsigned item);
+    // Builds the table's rows from rows_.
+    void FillTable();
+    void ShowRow(const Row& row);
+    void AddButtonIfWanted(const Row& row);
+    void ShowCheckedRow(const Row& row);
 
     CProductTable table_;
+    // What the table shows, or will show: its rows are built when the window is visible, since most silent
+    // checks end without it.
+    QList<Row> rows_;
+    bool isTableFilled_ = false;
     boost::shared_ptr<CProductListController> controller_;
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     boost::shared_ptr<CRecordKeeper> record_;
