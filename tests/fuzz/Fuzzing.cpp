@@ -15,9 +15,9 @@
 #include "platform/files/CFileDescriptor.h"
 #include "support/Sandbox.h"
 
-// What the address sanitizer begins with; ASAN_OPTIONS may say more. Short stacks of allocations and a small
-// quarantine double the speed. What wants more than the limit does not get it, as on a small machine: this is
-// survived, or the uncaught exception ends the process.
+// The address sanitizer's default options, which ASAN_OPTIONS overrides. Short stacks of allocations and a
+// small quarantine double the speed. Above the limit, malloc returns null, as on a small machine, and
+// operator new ends the process with a report.
 extern "C" const char* __asan_default_options() {  // NOLINT(bugprone-reserved-identifier): its name.
     return "detect_stack_use_after_return=1:strict_string_checks=1:malloc_context_size=4:"
            "quarantine_size_mb=16:allocator_may_return_null=1:max_allocation_size_mb=512";
@@ -27,10 +27,10 @@ extern "C" const char* __ubsan_default_options() {  // NOLINT(bugprone-reserved-
     return "print_stacktrace=1";
 }
 
-// Called by libFuzzer once, before the first input.
+// libFuzzer calls this once, before the first input.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     EnterSandbox();
-    // What the readers have to say to the terminal is of no interest a thousand times a second.
+    // The readers would write to the terminal a thousand times a second.
     std::cout.rdbuf(nullptr);
     static const QCoreApplication application(*argc, *argv);
     return 0;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What the fuzzers have in common. Each of them hands an input to a reader and checks what the reader
-// promises for any input at all; the sanitizers check the rest.
+// All fuzzers use this file. Each of them hands an input to a reader and checks what the reader promises for
+// any input at all; the sanitizers check the rest.
 #pragma once
 
 #include <cstddef>
@@ -14,10 +14,10 @@
 #include "platform/text/CAtlString.h"
 #include "platform/text/CAtlStringA.h"
 
-// What libFuzzer calls for each input.
+// libFuzzer calls this for each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-// Ends the process, naming the promise, unless it was kept; libFuzzer then stores the input.
+// Unless the promise was kept, names it and aborts the process; libFuzzer then stores the input.
 void Require(bool kept, const char* promise);
 
 inline std::string_view View(const std::uint8_t* data, std::size_t size) {
@@ -25,13 +25,13 @@ inline std::string_view View(const std::uint8_t* data, std::size_t size) {
 }
 CAtlStringA Bytes(std::string_view input);
 
-// A file in the process's own /tmp, which lies in memory. Creates the folder.
+// A file in the process's own /tmp, which lies in memory. The constructor creates its folder.
 class InputFile {
 public:
     explicit InputFile(std::string path);
 
     const std::string& Path() const { return path_; }
-    // Replaces what the file holds.
+    // Replaces the file's contents.
     void Write(std::string_view contents) const;
     bool Exists() const;
 
@@ -39,7 +39,7 @@ private:
     std::string path_;
 };
 
-// A web of one page, whatever the address.
+// Answers every address with the same page.
 class OnePageDownloader : public IDownloader {
 public:
     void Serve(std::string_view page) { page_ = page; }

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The answer of a server or a proxy, as it comes out of the connection.
+// Reads the input as the answer of a server or a proxy, in pieces as they may arrive.
 #include "fuzz/Fuzzing.h"
 #include "net/CHttpAnswerParser.h"
 
 namespace {
 
-// An answer whose connection has ended.
+// Reads the input in pieces of that many bytes, and then the end of the connection.
 struct Reading {
     CHttpAnswerParser parser{1 << 20};
     QByteArray body;

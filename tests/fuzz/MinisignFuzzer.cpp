@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A key file and a signature file of minisign, and a file with a signature in it; the input is read as each.
-// The corpus holds real signatures: nothing that differs from them in more than its looks may count as
-// signed.
+// Reads the input as a key file and a signature file of minisign, and as a file with a signature in it. The
+// corpus holds real signatures; an input may count as signed only if it differs from them in layout alone.
 #include <fcntl.h>
 
 #include "fuzz/Fuzzing.h"
@@ -12,7 +11,7 @@
 
 namespace {
 
-// Whose secret half is gone.
+// The secret half of this key no longer exists.
 constexpr const char* KEY =
     "untrusted comment: minisign public key 7937908A525D6DE8\n"
     "RWTobV1SipA3ecB5oTKph5W5fQBe1sCyqgjOGoi7CxFYxI/8a0o5aYM8\n";

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What the maker's site answers: the input is read as the list, as a description, as a message and as the
-// categories of gallery content.
+// Reads the input as an answer of the maker's site: as the list, a description, a message, and the categories
+// of gallery content.
 #include <boost/make_shared.hpp>
 
 #include "fuzz/Fuzzing.h"
@@ -20,7 +20,7 @@ constexpr const char* LIST =
     "<P Version='1'><Product Name='p' BaseXml='SoftwareUpdateVBS'/><Notification Name='n' BaseXML='message'/>"
     "<Gallery Name='g' GUID='{G}' DefaultUrl='http://h'/></P>";
 
-// A machine with a product of each kind, in the user's Austrian hands.
+// A machine with a product of each kind and an Austrian user.
 struct World {
     World() {
         const std::string share = "/tmp/fuzz/share/";

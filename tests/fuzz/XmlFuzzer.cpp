@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The look at an XML text and the parser behind it must see the same text: nothing may nest deeper than the
-// look allows, and nothing may be read behind the padding.
+// The check of a text's bounds and the XML parser must see the same text: parsed elements nest no deeper than
+// the check allows, and the parser reads no byte behind the padding.
 #include <algorithm>
 #include <cstring>
 
@@ -15,10 +15,10 @@
 
 namespace {
 
-// Small inputs nest no deeper than this, as a rule.
+// Small inputs seldom nest deeper than this.
 constexpr int DEEP = 6;
 
-// Memory that ends at a page which nobody may touch: the parser is not built with the sanitizers.
+// Memory that ends at a page without access, because the parser is built without the sanitizers.
 class GuardedMemory {
 public:
     GuardedMemory()
@@ -28,7 +28,7 @@ public:
         Require(::mprotect(start_ + SIZE, page_, PROT_NONE) == 0, "the machine guards a page");
     }
 
-    // A copy of the text and its terminator at the end of the memory.
+    // Copies the text and its terminator to the end of the memory.
     const char* Place(const std::string& text) {
         Require(text.size() < SIZE, "inputs are small");
         char* at = start_ + SIZE - text.size() - 1;
@@ -50,7 +50,7 @@ int Depth(const TiXmlNode& node) {
     return deepest + (node.ToElement() ? 1 : 0);
 }
 
-// The least depth that the look allows the text.
+// The smallest limit of depth with which the text passes the check; from DEEP on, MAX_XML_DEPTH.
 int SeenDepth(const std::string& padded, bool utf8) {
     int depth = 0;
     while (depth < DEEP && !IsWithinXmlBounds(padded, utf8, nullptr, depth))
@@ -58,7 +58,7 @@ int SeenDepth(const std::string& padded, bool utf8) {
     return depth < DEEP ? depth : MAX_XML_DEPTH;
 }
 
-// With and without rows, the parser reads no byte behind the padding.
+// Parses without rows and with them; a read behind the padding would end the process.
 void CheckParser(const std::string& padded, TiXmlEncoding encoding, bool parsed) {
     static GuardedMemory memory;
     for (const int tabSize : {0, 1}) {

@@ -27,7 +27,7 @@ void CheckFixture::AddProduct(const std::string& key, const std::vector<std::str
     for (const std::string& version : installed) {
         tree_.Write(file + ".xml",
                     std::string("<U><Product CurrentVersion='").append(version).append(remote));
-        // The next copy's: only its first digit must follow the key.
+        // The name of the next version's file: a digit must follow the key.
         file += "2";
     }
     if (!offered.empty())

@@ -13,20 +13,20 @@
 #include <string>
 #include <vector>
 
-// Products are added first; Install then writes the list. The fakes record what a check asked of them.
+// A test adds products first; Install then writes the list. The fakes record what a check asks of them.
 class CheckFixture : public testing::Test {
 protected:
     CheckFixture();
 
-    // A product with these installed versions, whose page is "http://page/<key>". An empty offer leaves its
-    // remote description missing on the site.
+    // Adds a product with these installed versions and the page "http://page/<key>". With an empty offer, the
+    // site has no remote description of it.
     void AddProduct(const std::string& key, const std::vector<std::string>& installed,
                     const std::string& offered, const std::string& name = {});
-    // Writes the list with all that was added; the site offers the same list.
+    // Writes the list of all added products; the site offers the same list.
     void Install();
 
-    // The user's settings, which are read back in one line, sorted by their names, without the window's
-    // place.
+    // Writes the user's settings; StoredSettings returns them in one line, sorted by name, without the
+    // window's place.
     static void StoreSettings(int checkUpdates, int interval, int lastChecked);
     static std::string StoredSettings();
 
@@ -35,6 +35,6 @@ protected:
     TemporaryTree tree_;
     boost::shared_ptr<FakeEnvironment> environment_ = boost::make_shared<FakeEnvironment>();
     boost::shared_ptr<FakeDownloader> downloader_ = boost::make_shared<FakeDownloader>();
-    // Further elements of the list.
+    // The elements of the list; AddProduct appends its own.
     std::string elements_;
 };

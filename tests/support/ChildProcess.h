@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Another program (a server, a proxy, the program itself) for the length of a scope.
+// Runs another program (a server, a proxy, the program itself) for the length of a scope.
 #pragma once
 
 #include <QProcess>
@@ -18,7 +18,7 @@
 
 #include "support/TemporaryTree.h"
 
-// Polls the condition every few milliseconds until it holds; false when it does not within the limit.
+// Polls the condition every few milliseconds until it holds; false when the limit passes first.
 inline bool WaitUntil(const std::function<bool()>& condition,
                       std::chrono::seconds limit = std::chrono::seconds(30)) {
     const auto end = std::chrono::steady_clock::now() + limit;
@@ -30,8 +30,8 @@ inline bool WaitUntil(const std::function<bool()>& condition,
     return true;
 }
 
-// Runs a program in a process group of its own. The destructor ends the whole group, first politely; it also
-// ends when the test program dies. Use it from the thread that made it.
+// Runs a program in a process group of its own. The destructor ends the whole group, with SIGTERM first. The
+// system kills the program alone when the test program dies. Use it from the thread that made it.
 class ChildProcess {
 public:
     // Starts the program (a path, or a name on the PATH), with variables added to the environment; throws
@@ -70,13 +70,13 @@ public:
     bool WaitForEnd(std::chrono::seconds limit = std::chrono::seconds(30)) {
         return WaitUntil([this] { return !IsRunning(); }, limit);
     }
-    // Waits for its end; its exit code, or -1 when it did not come to an end by itself.
+    // Waits for its end; returns its exit code, or -1 after a signal or half a minute.
     int ExitCode() {
         return WaitForEnd() && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
     }
     // Sends the signal to the whole group.
     void Signal(int number) const { kill(static_cast<pid_t>(-id_), number); }
-    // What it wrote so far to standard output and to standard error.
+    // What it has written so far to standard output and to standard error.
     std::string Output() const { return ReadWholeFile(files_.Path("output")); }
     std::string Errors() const { return ReadWholeFile(files_.Path("errors")); }
 

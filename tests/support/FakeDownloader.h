@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A web for tests, made of texts.
+// A downloader for tests, which serves texts.
 #pragma once
 
 #include "net/IDownloader.h"
@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-// Answers every address that Serve was given with a fresh file of its contents, which nobody but the user may
-// read, and any other with a failure.
+// Answers each address that Serve was given with a new file of its contents, which only the user may read,
+// and every other address with a failure.
 class FakeDownloader : public IDownloader {
 public:
     void Serve(const std::string& address, const std::string& contents) { contents_[address] = contents; }
@@ -60,14 +60,14 @@ public:
     }
 
     int cancels = 0;
-    // What each announcement said.
+    // The addresses of each call of FetchAhead.
     std::vector<std::vector<std::string>> announced;
-    // The addresses of installers.
+    // The addresses of fetched installers, in order.
     std::vector<std::string> installers;
-    // The addresses asked for and the paths of the files handed out, in order.
+    // All fetched addresses, and the paths of the returned files, in order.
     std::vector<std::string> addresses;
     std::vector<std::string> files;
-    // Called inside every fetch, where the real one serves events.
+    // Called during each fetch, while the real downloader would serve events.
     std::function<void()> whileDownloading;
 
 private:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A world for tests: its facts are set, and what was asked of it is recorded.
+// An environment for tests, which set its answers and read what the program asked of it.
 #pragma once
 
 #include "platform/desktop/IAttendedEnvironment.h"
@@ -15,24 +15,24 @@
 
 class FakeEnvironment : public IAttendedEnvironment {
 public:
-    // What the world answers.
+    // Its answers.
     QDate today{2026, 3, 15};
     CVardoDirectoryPath sharedDataFolder;
     bool programsStart = true;
     bool pagesOpen = true;
     bool selfUpdateConfirmed = false;
 
-    // What was asked of it, in order.
+    // What the program asked of it, in order.
     std::vector<std::pair<QString, QStringList>> startedPrograms;
     std::vector<CAtlString> openedPages;
     int selfUpdateQuestions = 0;
     SelfUpdateOffer selfUpdateOffer;
     int selfUpdateWarnings = 0;
-    // What the user was told about waiting: what for, the bytes, and "." for its end.
+    // What the progress showed: each task, the bytes, and "." for a pause.
     QStringList progress;
-    // What the user does who has enough of it.
+    // Cancels the waiting, as the user would.
     boost::function<void()> cancelWaiting;
-    // What happens while a page is being opened, which then takes until StopWaiting.
+    // Called while a page is being opened, which then lasts until StopWaiting.
     std::function<void()> whileOpening;
 
     QDate Today() const override { return today; }

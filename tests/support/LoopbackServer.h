@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A scriptable HTTP server inside the test process; asked for a host that no resolver knows, it is a proxy.
+// A scriptable HTTP server inside the test process. As a proxy, it answers for hosts that no resolver knows.
 #pragma once
 
 #include <QString>
@@ -15,20 +15,20 @@
 class QTcpServer;
 class QTcpSocket;
 
-// What the server sends. The header fields are complete lines without their end.
+// What the server sends. Each of the headers is a whole line without its end.
 struct LoopbackAnswer {
     int status = 200;
     std::string body{};
     std::vector<std::string> headers{};
-    // Before the first byte.
+    // The time before it begins to send.
     std::chrono::milliseconds delay{0};
-    // After each byte; 0 sends all at once.
+    // The time before each byte; with 0, all bytes go at once.
     std::chrono::milliseconds pause{0};
-    // The "Content-Length" sent; -1 for the body's. Behind a shorter body the connection ends.
+    // The "Content-Length"; -1 stands for the body's. After a shorter body, the connection ends.
     long announcedLength = -1;
-    // Whether the bytes of body are all that is sent, without a head; then the connection ends.
+    // Sends the body alone, without a head; then the connection ends.
     bool isRaw = false;
-    // Keeps the connection open all the same.
+    // Keeps the connection open in both of these cases.
     bool holdOpen = false;
 
     static LoopbackAnswer Status(int status, const std::string& body = "body of an answer") {
@@ -36,7 +36,7 @@ struct LoopbackAnswer {
     }
     static LoopbackAnswer Body(const std::string& body) { return {.body = body}; }
     static LoopbackAnswer Raw(const std::string& bytes) { return {.body = bytes, .isRaw = true}; }
-    // 407 with a challenge, such as "Basic realm=\"test\"".
+    // A 407 with a challenge, such as "Basic realm=\"test\"".
     static LoopbackAnswer Challenge(const std::string& challenge) {
         return {.status = 407, .body = "credentials", .headers = {"Proxy-Authenticate: " + challenge}};
     }
@@ -46,14 +46,14 @@ struct LoopbackAnswer {
 
 struct LoopbackRequest {
     std::string method;
-    // As in the request line: a path, or a whole address when the server is used as a proxy.
+    // The target in the request line: a path, or a whole address when the server is used as a proxy.
     std::string target;
-    // Names in lower case.
+    // The names are in lower case.
     std::map<std::string, std::string> headers;
 };
 
-// Listens on 127.0.0.1 from its construction on; the system chooses the port. Its thread ends in the
-// destructor. All functions may be called from any thread.
+// Listens on 127.0.0.1 from its construction on; the system chooses the port. The destructor ends its thread.
+// Any thread may call its functions.
 class LoopbackServer {
 public:
     LoopbackServer();
@@ -63,19 +63,19 @@ public:
     // "http://127.0.0.1:<port>" and the path.
     QString Address(const std::string& path) const;
 
-    // Answers requests for a target, one after the other; the last answer is for all later ones. A target
-    // without answers gets those of ANY, else 404.
+    // Sets the answers to the requests for a target, in order; the last one also answers all later requests.
+    // A target without answers gets those of ANY, else 404.
     void Serve(const std::string& target, std::vector<LoopbackAnswer> answers);
     void Serve(const std::string& target, const LoopbackAnswer& answer) { Serve(target, {{answer}}); }
     static constexpr const char* ANY = "*";
 
-    // What was asked so far, in the order of arrival.
+    // The requests so far, in the order of arrival.
     std::vector<LoopbackRequest> Requests() const;
     std::size_t RequestCount() const { return Requests().size(); }
     std::vector<std::string> Targets() const;
     // The most requests that were waiting for their answer at the same time.
     int MostAtOnce() const;
-    // How many there have been.
+    // The number of connections so far.
     int Connections() const;
 
 private:

@@ -10,8 +10,8 @@
 #include <functional>
 #include <utility>
 
-// While it lives, every modal dialog is handed to a function once, from the dialog's own event loop. A dialog
-// that the function leaves open is rejected, so that no test hangs.
+// While it lives, hands each modal dialog once to a function, from the dialog's own event loop. Rejects a
+// dialog that the function leaves open, so that no test hangs.
 class ModalDialogDriver {
 public:
     explicit ModalDialogDriver(std::function<void(QDialog&)> operate) : operate_(std::move(operate)) {
@@ -19,7 +19,7 @@ public:
         timer_.start(1);
     }
 
-    // How many dialogs there were.
+    // The number of dialogs so far.
     int Count() const { return count_; }
 
 private:

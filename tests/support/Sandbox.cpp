@@ -19,7 +19,7 @@
 
 namespace {
 
-// Ends the process with a word on what failed.
+// Unless a step succeeded, names it and ends the process.
 void Check(bool succeeded, const char* what) {
     if (succeeded)
         return;
@@ -49,7 +49,7 @@ void MountEmpty(const char* path) {
     Check(mount("vardo-tests", path, "tmpfs", 0, "mode=1777") == 0, path);
 }
 
-// A source tree that itself lies under /tmp must still be seen under its name.
+// A source tree below /tmp stays visible under its path.
 void MountPrivateTmp() {
     const char* const tree = VARDO_SOURCE_DIR;
     const bool hidden = std::string(tree).starts_with("/tmp/");
@@ -78,7 +78,7 @@ void EnterSandbox() {
     setenv("XDG_DATA_HOME", "/tmp/home/.local/share", 1);
     setenv("TMPDIR", "/tmp", 1);
     setenv("LC_ALL", "C.UTF-8", 1);
-    // Without an address, Qt asks dbus-launch(1) for a bus, which outlives everybody.
+    // Without an address, Qt asks dbus-launch(1) for a bus, which outlives the tests.
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     for (const char* name :
          {"WAYLAND_DISPLAY", "DESKTOP_SESSION", "GNOME_DESKTOP_SESSION_ID", "KDE_FULL_SESSION", "http_proxy",

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// An environment variable for the length of a scope.
+// Changes an environment variable for the length of a scope.
 #pragma once
 
 #include <cstdlib>
 #include <optional>
 #include <string>
 
-// Sets (or, with a null value, removes) a variable, and restores what was there when the scope ends.
+// Sets (or, with a null value, removes) a variable, and restores its old value when the scope ends.
 class ScopedEnvironment {
 public:
     ScopedEnvironment(const char* name, const char* value) : name_(name) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Files for the length of a scope.
+// Temporary files for the length of a scope.
 #pragma once
 
 #include <cstdlib>
@@ -11,7 +11,7 @@
 #include <stdexcept>
 #include <string>
 
-// A fresh directory of its own, removed with all that is in it when the scope ends.
+// Makes a new directory below /tmp, and removes it with all its contents when the scope ends.
 class TemporaryTree {
 public:
     TemporaryTree() {
@@ -28,14 +28,14 @@ public:
     const std::string& Root() const { return root_; }
     std::string Path(const std::string& relative) const { return root_ + "/" + relative; }
 
-    // Writes a file, creating its folders, and returns its path.
+    // Writes a file and creates its folders; returns its path.
     std::string Write(const std::string& relative, const std::string& contents) const {
         std::string path = Path(relative);
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         std::ofstream(path, std::ios::binary) << contents;
         return path;
     }
-    // Creates a directory with its parents, and returns its path.
+    // Creates a directory and its parents; returns its path.
     std::string MakeDirectory(const std::string& relative) const {
         std::filesystem::create_directories(Path(relative));
         return Path(relative);
@@ -45,7 +45,7 @@ private:
     std::string root_ = "/tmp/tree-XXXXXX";
 };
 
-// The bytes of a file; empty when it cannot be read.
+// Returns the bytes of a file; empty when it cannot be read.
 inline std::string ReadWholeFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The entry point of every test program that needs Qt.
+// The entry point of the test programs that need a QApplication.
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// How GoogleTest prints the program's texts when an assertion fails.
+// Lets GoogleTest print the program's texts when an assertion fails.
 #pragma once
 
 #include "platform/text/CAtlString.h"

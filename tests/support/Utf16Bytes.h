@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Strings files for tests.
+// Makes strings files for tests.
 #pragma once
 
 #include <string>
 
-// The text as UTF-16 behind a byte order mark.
+// The text as UTF-16, after a byte order mark.
 inline std::string Utf16Bytes(const std::u16string& text, bool bigEndian = false) {
     std::string bytes;
     for (const char16_t unit : u'\xFEFF' + text)

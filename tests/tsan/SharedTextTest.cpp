@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Texts that share one array, used from plain threads: the thread sanitizer is the judge.
+// Plain threads use texts that share one array; the thread sanitizer finds the races.
 #include <gtest/gtest.h>
 #include <string>
 #include <thread>
@@ -9,7 +9,7 @@
 
 #include "platform/text/CAtlString.h"
 
-// In each round every owner tries to be the last one, or the one that may write in place.
+// In each round the threads race to free the array as its last owner, or to write into it as its only one.
 TEST(SharedTexts, AreCopiedChangedAndFreedInThreads) {
     constexpr int THREADS = 4;
     const CAtlString original(L"shared \u4E2D text");
@@ -23,7 +23,7 @@ TEST(SharedTexts, AreCopiedChangedAndFreedInThreads) {
                 copy.Replace(L's', static_cast<wchar_t>(L'0' + i));
                 copy += second.Right(5);
                 EXPECT_EQ(copy, (std::to_wstring(i) + L"hared \u4E2D text text").c_str());
-                // The empty text belongs to all, too.
+                // All empty texts share one array, too.
                 copy = CAtlString();
                 copy += L"x";
                 CAtlString& mine = owners[static_cast<std::size_t>(i)];
