@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A display in memory, and a user's hands on it.
+// A display in memory, with a user's clicks and keys on it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -17,8 +17,8 @@ struct Window {
     int height = 0;
 };
 
-// An X server of its own, on a display number that nobody else uses. It has no window manager: the newest
-// window of a program is the one that the user works in.
+// An X server of its own, on a free display number. It has no window manager, so the user works in a
+// program's newest window.
 class Desktop {
 public:
     Desktop() {
@@ -28,7 +28,7 @@ public:
     // The value of the environment variable DISPLAY.
     std::string Name() const { return ":" + std::to_string(std::stoi(server_.Output())); }
 
-    // The newest visible window of the process with this title; fails the test when it does not come.
+    // Waits for the newest visible window of the process with this title; throws when it does not come.
     Window WaitFor(qint64 process, const std::string& title) const {
         std::string found;
         const auto search = [&] {
@@ -49,16 +49,16 @@ public:
         });
     }
 
-    // A click at this place; negative numbers count from the right and from the bottom.
+    // Clicks at this place; negative numbers count from the right and from the bottom.
     void Click(const Window& window, int x, int y) const {
         Do({"mousemove", "--window", window.id, std::to_string(x < 0 ? window.width + x : x),
             std::to_string(y < 0 ? window.height + y : y), "click", "1"});
     }
-    // Keys by their X names, e.g. "Tab" or "ctrl+a"; the window gets the focus first.
+    // Presses keys by their X names, such as "Tab" or "ctrl+a"; the window gets the focus first.
     void Press(const Window& window, const std::string& keys) const {
         Do({"windowfocus", "--sync", window.id, "key", keys});
     }
-    // Types in place of what the focused field holds.
+    // Replaces the text of the focused field.
     void Type(const Window& window, const std::string& text) const {
         Do({"windowfocus", "--sync", window.id, "key", "ctrl+a", "type", text});
     }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The installed program on a machine that fails: without room, without permission.
+// The installed program where a file system is full or read-only.
 #include <sys/mount.h>
 
 #include "e2e/ProgramTest.h"
@@ -13,7 +13,7 @@ const std::string SHARE = SampleMachine::FOLDER + "/share";
 const std::string LIST = SHARE + "/products.xml";
 const std::string USERS_LIST = "/tmp/home/.VARDO Technologies/Product Update/products.xml";
 
-// A small disk, or a write protection, over a folder and what it holds.
+// Mounts a full disk or a read-only one, which holds the folder's files, over the folder.
 class Mounted {
 public:
     enum Kind { FULL, READ_ONLY };
@@ -49,7 +49,7 @@ protected:
         UpdateSettings().setValue("CheckUpdates", 1);
     }
 
-    // One whole check of so many products with the window, as a user runs it.
+    // Opens the window, waits until so many products have been checked, and closes it.
     void CheckAll(int products = PRODUCTS) {
         Open();
         EXPECT_TRUE(WaitUntilChecked(products)) << program_->Output();
@@ -68,7 +68,7 @@ TEST_F(FaultTest, WithoutRoomForDownloadsNothingIsCheckedAndNothingLost) {
     EXPECT_EQ(Setting("Interval"), 7);
 }
 
-// Read-only, the list of the user is there from the check before.
+// In the second round the user's list exists already, from the first.
 TEST_F(FaultTest, ListGoesToTheUserWhereTheInstallationTakesNone) {
     for (const auto kind : {Mounted::FULL, Mounted::READ_ONLY}) {
         const Mounted installation(SHARE, kind);

@@ -11,15 +11,15 @@ protected:
     void SetUp() override {
         Open();
         ASSERT_TRUE(WaitUntilChecked(PRODUCTS)) << program_->Output();
-        // It has grown for the longest name.
+        // The window has grown for the longest name.
         window_ = desktop_.WaitFor(program_->Id(), TITLE);
     }
-    // Clicks all the way down the column of buttons; what opens a page opens it more than once.
+    // Clicks all the way down the column of buttons, so that no button is missed.
     void ClickEveryVisibleButton() {
         for (int y = 45; y < window_.height - 100; y += 12)
             desktop_.Click(window_, -60, y);
     }
-    // The pages that browsers were asked for, without the site's address.
+    // The pages that the browser should have opened, without the site's address.
     static std::set<std::string> OpenedPages() {
         std::ifstream notes("/tmp/run/pages");
         return {std::istream_iterator<std::string>(notes), {}};
@@ -34,7 +34,7 @@ TEST_F(InteractiveCheckTest, ButtonsOpenThePagesOfTheUpdates) {
     EXPECT_THAT(ReadWholeFile(SampleMachine::FOLDER + "/share/products.xml"),
                 HasSubstr("Version=\"1.3.0.0\""));
     EXPECT_THAT(machine_.Requests(), HasSubstr("GET /updates/ink.xml 404"));
-    // The highlighted notice at the end was scrolled into view.
+    // The window has scrolled down to the highlighted notice at the end.
     ClickEveryVisibleButton();
     EXPECT_TRUE(WaitUntil([] { return OpenedPages().contains("pages/courses.html"); }));
     ScrollUp();

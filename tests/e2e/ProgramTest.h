@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What the tests of the real program have in common.
+// The tests of the installed program share this fixture.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -16,7 +16,7 @@ using testing::HasSubstr;
 class ProgramTest : public testing::Test {
 protected:
     static constexpr const char* TITLE = "VARDO Product Update";
-    // How many there are in the list on the sample site.
+    // The number of entries in the list on the sample site.
     static constexpr int PRODUCTS = 11;
 
     explicit ProgramTest(bool selfUpdate = false) : machine_(selfUpdate) {}
@@ -29,13 +29,13 @@ protected:
         Start(arguments);
         window_ = desktop_.WaitFor(program_->Id(), TITLE);
     }
-    // Until so many products have been checked.
+    // Waits until so many products have been checked.
     bool WaitUntilChecked(int products) const {
         return WaitUntil(
             [&] { return QString::fromStdString(program_->Output()).count("- Done ") >= products; });
     }
     // Closes the window, which may have grown meanwhile, with its own button; true when the program then ends
-    // by itself.
+    // with 0.
     bool Close() {
         desktop_.Click(desktop_.WaitFor(program_->Id(), TITLE), -40, -20);
         return program_->ExitCode() == 0;

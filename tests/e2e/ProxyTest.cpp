@@ -9,7 +9,7 @@
 
 namespace {
 
-// All that squid would do besides (other sockets, helpers, caches) is switched off.
+// Squid's other work (further sockets, helpers, caches) is switched off.
 const char* const CONFIGURATION = R"(
 http_port 127.0.0.1:%1
 auth_param digest program /usr/lib/squid/digest_file_auth %2/passwords
@@ -31,7 +31,7 @@ visible_hostname squid.test
 
 class ProxyTest : public ProgramTest {
 public:
-    // Asked to end, squid takes a second for it, and it keeps nothing that is worth one.
+    // Squid would take a second to end politely, and it has nothing to save.
     ~ProxyTest() override { squid_->Signal(SIGKILL); }
 
 protected:
@@ -42,7 +42,7 @@ protected:
         unused.listen(QHostAddress::LocalHost);
         const int port = unused.serverPort();
         unused.close();
-        // Squid leaves root's rights behind before it opens its files.
+        // Squid gives up root's rights before it opens its files.
         std::filesystem::permissions(files_.Root(), std::filesystem::perms::all);
         files_.Write("passwords", "user:word\n");
         files_.Write("squid.conf", QString(CONFIGURATION).arg(port).arg(files_.Root().c_str()).toStdString());
@@ -53,7 +53,7 @@ protected:
         })) << squid_->Errors();
         ProxySettings().setValue("HttpProxyHost", "127.0.0.1");
         ProxySettings().setValue("HttpProxyPort", port);
-        // The products are checked one by one: few are enough to see what happens to the later ones.
+        // One product is enough: the program asks for its own description before it.
         machine_.KnowBoardSoftwareOnly();
     }
 
@@ -70,7 +70,7 @@ protected:
         ASSERT_TRUE(WaitUntilChecked(1)) << program_->Output();
         EXPECT_TRUE(Close());
     }
-    // The proxy's answers since the last call, once there are so many: the status and the user, "-" for none.
+    // Waits for the proxy's next answers and compares them: status and user, "-" for no user.
     void ExpectAnswers(const std::vector<std::string>& expected) {
         std::vector<std::string> answers;
         WaitUntil([&] {
@@ -89,7 +89,7 @@ protected:
     std::size_t logRead_ = 0;
 };
 
-// Each attempt needs a challenge of its own, but for the last one, the product's file.
+// The proxy challenges each attempt with credentials first, except the last one, for the product's file.
 TEST_F(ProxyTest, AsksAUserUntilTheCredentialsAreRightOrRefused) {
     Start({"-silent"});
     EXPECT_EQ(program_->ExitCode(), 0);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The installed report on the sample machine, without a display: what it prints, how it ends, and that it
-// leaves no trace.
+// The installed report on the sample machine, without a display: its output, its exit status, and that it
+// changes no file.
 #include <pwd.h>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -20,11 +20,11 @@ namespace {
 
 struct Row {
     const char* name;
-    // The products of the list; none: there is no list.
+    // The products of the list; when empty, there is no list.
     std::vector<const char*> products;
     std::vector<std::string> arguments;
     int exitCode;
-    // On standard output or on standard error.
+    // A text on standard output or on standard error.
     const char* says;
 };
 
@@ -38,7 +38,7 @@ const Row ROWS[] = {
     {"NothingInstalled", {"NONE"}, {}, 0, "No product of the list is installed.\n"},
     {"NoList", {}, {}, 3, "there is no product list\n"},
     {"Offline", {"VBS", "VN"}, {"--offline"}, 0, " not checked "},
-    {"AsTheUpdateProgramTakesOptions", {"VBS"}, {"-offline"}, 0, " not checked "},
+    {"OptionsOfTheUpdateProgramsForm", {"VBS"}, {"-offline"}, 0, " not checked "},
     {"EveryUser", {"VBS"}, {"--all-users"}, 0, "USER  CHECKS  INTERVAL"},
     {"EveryUserAsJson", {"VBS"}, {"--all-users", "--json"}, 0, "\"users\": ["},
     {"Metrics",
@@ -53,7 +53,7 @@ const Row ROWS[] = {
      R"(vardo_product_check_failed{key="SoftwareUpdateVINK"} 1)"},
     {"OutputIntoAFolder", {"VBS"}, {"--output", "/tmp/run/machine"}, 3, "is as it was"},
     {"OutputIntoNoFolder", {"VBS"}, {"--output", "/tmp/run/none/report"}, 3, "is as it was"},
-    {"NobodyThere", {"VBS"}, {"--proxy", "[::1]:1", "--explain"}, 3, "through ::1:1: status 0"},
+    {"NoProxyThere", {"VBS"}, {"--proxy", "[::1]:1", "--explain"}, 3, "through ::1:1: status 0"},
     {"ThePassedOverFile", {"VN"}, {"--explain"}, 1, "/SoftwareUpdateVNX.xml: passed over, its name"},
     {"TheRange", {"VLP"}, {"--explain"}, 1, "2.0.0.0 to 2.9.9.9: version \"2.9.1.0\" read as"},
     {"WhatDisables", {"VPL", "VBS"}, {"--explain"}, 0, "VBS 9.7.105.0 is installed, which disables"},
@@ -67,11 +67,11 @@ const Row ROWS[] = {
     {"ProxyWithAPassword", {}, {"--proxy", "user:hidden@proxy:1"}, 64, "a host, a colon and a port"},
     {"UnknownFormat", {}, {"--format", "xml"}, 64, "takes table, json or prometheus"},
     {"TwoFormats", {}, {"--json", "--format", "table"}, 64, "takes table, json or prometheus"},
-    {"OutputNowhere", {}, {"--output", ""}, 64, "--output takes a file"},
+    {"OutputWithoutFile", {}, {"--output", ""}, 64, "--output takes a file"},
     {"ListOfTheSiteOffline", {}, {"--offline", "--fetch-list"}, 64, "exclude each other"},
-    {"NoDeadline", {}, {"--deadline", "0"}, 64, "--deadline takes a whole number of seconds"},
-    {"PasswordOfNobody", {}, {"--password-file", "/tmp/run"}, 64, "needs --username"},
-    {"PasswordFileThatIsMissing", {}, {"--username", "u", "--password-file", "/none"}, 64, "cannot be read"},
+    {"DeadlineOfZero", {}, {"--deadline", "0"}, 64, "--deadline takes a whole number of seconds"},
+    {"PasswordWithoutUser", {}, {"--password-file", "/tmp/run"}, 64, "needs --username"},
+    {"MissingPasswordFile", {}, {"--username", "u", "--password-file", "/none"}, 64, "cannot be read"},
 };
 
 // Every file below the folders, with its bytes.
@@ -117,7 +117,7 @@ protected:
         ExpectReadable(report_->Output());
         return status;
     }
-    // What is for machines has to please those who read it there.
+    // JSON must match its schema, and metrics must please promtool.
     static void ExpectReadable(const std::string& report) {
         const bool isJson = report.starts_with("{");
         if (!isJson && !report.starts_with("# HELP"))
@@ -307,7 +307,7 @@ TEST_F(ReportTest, TellsWhatItKnowsWhenItHasToEnd) {
 
 TEST_F(ReportTest, AProxyGetsThePasswordAndNobodyElseDoes) {
     WriteList({"VSECRET"});
-    // What comes through this proxy is not signed.
+    // This proxy's answers are not signed.
     std::filesystem::remove(Share("VardoCatalogue.pub"));
     std::ofstream(Share("SoftwareUpdateVSECRET.xml"))
         << "<U><Product CurrentVersion='1.0.0.0' RemoteVersionFile='f.xml'"

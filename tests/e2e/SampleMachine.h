@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A machine with the program and the maker's software on it, and the maker's site on the other end of the
-// line.
+// A machine with the program and the maker's software on it, and the maker's site.
 #pragma once
 
 #include <QSettings>
@@ -24,14 +23,14 @@ struct ProxySettings : QSettings {
     }
 };
 
-// Installs the program that was built into a folder, lays the sample installation over it, and serves the
-// sample site with a real web server. Browsers on this machine only note which page they were asked for.
+// Installs the built program into FOLDER, lays the sample installation over it, and serves the sample site
+// with a real web server. The browser of this machine only notes each page that it should open.
 class SampleMachine {
 public:
-    // Of no one script, and with a space in it: what works here works in any folder.
+    // The name mixes scripts and holds a space, so that what works here works in any folder.
     static inline const std::string FOLDER = "/tmp/Обновление 製品 تحديث/v 1";
 
-    // Its user never ran the program. selfUpdate: the site offers a newer version of the program.
+    // Its user has never run the program. With selfUpdate the site offers a newer version of it.
     explicit SampleMachine(bool selfUpdate = false) {
         for (const char* folder : {FOLDER.c_str(), "/tmp/run", "/tmp/home"})
             std::filesystem::remove_all(folder);
@@ -63,16 +62,16 @@ public:
             {"XDG_CONFIG_DIRS", "/tmp/run/machine"}};
         return std::make_unique<ChildProcess>(FOLDER + "/bin/VARDOProductUpdate", arguments, variables);
     }
-    // Starts the report, where there is no display.
+    // Starts the report without a display.
     static std::unique_ptr<ChildProcess> StartReport(const std::vector<std::string>& arguments) {
         const std::map<std::string, std::string> variables{
             {"DISPLAY", ""}, {"QT_QPA_PLATFORM", "xcb"}, {"XDG_CONFIG_DIRS", "/tmp/run/machine"}};
         return std::make_unique<ChildProcess>(FOLDER + "/bin/VARDOUpdateReport", arguments, variables);
     }
 
-    // The site's requests so far: method, path and status, a line each.
+    // The site's requests so far: a line each, with method, path and status.
     static std::string Requests() { return ReadWholeFile("/tmp/run/access.log"); }
-    // Replaces the installed product list by one that never changes and knows the board software only.
+    // Replaces the installed product list by one with the board software alone and without an address.
     static void KnowBoardSoftwareOnly() {
         std::ofstream(FOLDER + "/share/products.xml")
             << R"(<Products Version="1.0.0.0"><Product Name="B" BaseXml="SoftwareUpdateVBS"/></Products>)";

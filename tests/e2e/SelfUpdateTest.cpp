@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The site offers a newer version of the installed program itself, signed with the key that lies beside it.
+// The site offers a newer version of the program, signed; the public key lies beside the installed one.
 #include <filesystem>
 #include <iterator>
 
@@ -10,7 +10,7 @@
 
 using testing::Not;
 
-// The question has the title of the window; it comes before any product is checked.
+// The question has the title of the main window, and comes before the check of the products.
 class SelfUpdateTest : public ProgramTest {
 protected:
     SelfUpdateTest() : ProgramTest(true) {}
@@ -23,11 +23,11 @@ protected:
         EXPECT_EQ(Setting("LastChecked"), -1);
         EXPECT_THAT(machine_.Requests(), Not(HasSubstr("/products.xml")));
         std::filesystem::remove(LOG);
-        // An installer stays, since it may still run.
+        // The program keeps an installer, which may still run.
         for (const auto& entry : Downloads())
             std::filesystem::remove_all(entry);
     }
-    // The key is for the window that the user works in; the check then goes on in the main window.
+    // Presses a key in the current window; the check then goes on in the main window.
     void ExpectTheCheckAfter(const char* key) {
         EXPECT_THAT(program_->Output(), Not(HasSubstr("- Checking")));
         desktop_.Press(window_, key);
@@ -78,7 +78,7 @@ TEST_F(SelfUpdateTest, RefusedDeclinedOrCancelledItGoesOnWithTheCheck) {
     std::ofstream(INSTALLER, std::ios::app) << "rm -r ~\n";
     Open();
     ExpectAWarningAndTheCheck();
-    // At 2 kB a second it is not there before somebody cancels, who needs no warning.
+    // At 2 kB a second the user can cancel the download, and then needs no warning.
     std::ofstream(INSTALLER, std::ios::app) << std::string(1'000'000, '#');
     Open();
     desktop_.Press(window_, "Return");

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// How the installed program starts: alone, by a scheduler that sees it only when it has something to say, or
-// not at all; and what it says of itself.
+// How the installed program starts: beside another copy, without a display, and silently; and that its file
+// tells its version.
 #include "e2e/ProgramTest.h"
 #include "support/LoopbackServer.h"
 
@@ -60,11 +60,11 @@ TEST_F(StartTest, WithoutADisplayItSaysWhatNeedsNone) {
 
 TEST_F(StartTest, SilentWithNothingNewAndNobodyWhoReadsItsOutputItNotesTheDayAndAsksNoMore) {
     machine_.KnowBoardSoftwareOnly();
-    // Before its first line it asks for nothing: with the first request Qt ignores SIGPIPE by itself.
+    // Without this file the program writes before its first request, with which Qt begins to ignore SIGPIPE.
     std::filesystem::remove(SampleMachine::FOLDER + "/share/VardoProductUpdate.xml");
     UpdateSettings().setValue("LastChecked", Today() - 1);
     UpdateSettings().setValue("Interval", 1);
-    // By the desktop at login, and by the timer.
+    // The desktop starts it at login, and the timer starts it later.
     for (const char* starter : {"autostart entry", "timer"}) {
         program_ = std::make_unique<ChildProcess>(
             "bash",
