@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The fetch service: where files land, whose proxy it uses, and what it answers.
+// The downloader: which files it makes, which bounds it keeps, and whom it blames for a failure.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Files that are on their way before they are asked for.
+// The downloader fetches announced files before the program asks for them.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <QCoreApplication>
@@ -39,7 +39,7 @@ protected:
             .entryList(QDir::Files);
     }
 
-    // Addresses of this server for so many files, each answered after a delay that grows and falls.
+    // Serves so many files, each after one to three units of time; returns their addresses.
     std::vector<CAtlString> Serve(int count, std::chrono::milliseconds unit) {
         std::vector<CAtlString> urls;
         for (int i = 0; i < count; ++i) {
@@ -48,7 +48,7 @@ protected:
         }
         return urls;
     }
-    // What was fetched, which is then deleted; "-" for a failure.
+    // Fetches a file, deletes it and returns its contents; "-" for a failure.
     std::string Take(const CAtlString& url) {
         const CAtlString path = downloader_->Download(url);
         QFile file(path.ToQString());
@@ -74,7 +74,7 @@ protected:
 
 }  // namespace
 
-// Each file costs one request, and none of them a connection beyond the first of each thread.
+// Each file costs one request, and each thread keeps to one connection.
 TEST_F(FetchAhead, HandsOutEachFileInItsTurnAndAsksOnceForEach) {
     std::vector<CAtlString> urls = Serve(20, 10ms);
     urls.push_back(urls.back());
@@ -136,7 +136,7 @@ TEST_F(FetchAhead, CancelEndsTheFetchInHandAndWhatIsAheadOfIt) {
     }
 }
 
-// All of them are answered for when one silence is over; "Retry" waits for it again.
+// All files have failed once the time for one silence is over; the next check waits for it again.
 TEST_F(FetchAhead, WaitsOncePerCheckForAServerThatIsSilent) {
     downloader_ = std::make_unique<Downloader>(TransferBounds{.silence = 300ms});
     server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
@@ -174,7 +174,7 @@ protected:
             });
     }
 
-    // Known to no resolver; each file's contents are its number.
+    // Serves files at a host that no resolver knows; each holds its own path.
     std::vector<CAtlString> ServeThroughProxy(int count) {
         std::vector<CAtlString> urls;
         for (int i = 0; i < count; ++i) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The comparison of a folder with what a server gives.
+// The comparison of a folder with the files that a server sends.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -23,7 +23,7 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
     tree.Write("share/VardoProductUpdate.xml",
                "<S><Product CurrentVersion='1.0.0.0' RemoteVersionFile='own.xml' "
                "RemoteVersionFileURL='http://h/p'/></S>");
-    // The last is what is said; empty when nothing is.
+    // The last text is the end of the finding; it is empty when there is no finding.
     const std::tuple<const char*, const char*, LoopbackAnswer, const char*> cases[] = {
         {"/products.xml", "", LoopbackAnswer::Body(list), ""},
         {"/products.xml",

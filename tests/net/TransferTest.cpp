@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// One transfer: what is asked for, what counts as success and what is left of the file; and how hosts with
-// several addresses are reached, not all of which answer.
+// One transfer: its request, what counts as success, and which file it leaves; and how a connection finds the
+// address that answers, of a host with several.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <QCoreApplication>
@@ -60,10 +60,10 @@ protected:
                 return true;
             });
     }
-    // Forgets connections and what was seen of servers.
+    // Forgets the connections and what they taught about servers.
     void BeginAnew() { threads_ = boost::make_shared<CTransferThreads>(1); }
 
-    // Of no interest to a transfer: a proxy that refuses every connection.
+    // A transfer ignores this proxy, which refuses every connection.
     const ScopedEnvironment environment_{"http_proxy", "http://127.0.0.1:1/"};
     LoopbackServer server_;
     boost::shared_ptr<CTransferThreads> threads_ = boost::make_shared<CTransferThreads>(1);
@@ -76,7 +76,7 @@ protected:
 const std::string HEAD = "HTTP/1.1 200 OK\r\n";
 const std::string LARGE(3'000'000, 'x');
 const std::string LINES = QByteArray("X: y\r\n").repeated(100'000).toStdString();
-// Byte by byte, it takes longer than HURRIED allows; behind HEAD, it ends with a body.
+// Sent byte by byte, it takes longer than HURRIED allows; after HEAD, it is more header lines and a body.
 const std::string DRIPS = LINES.substr(0, 600) + "\r\nx";
 
 const TransferBounds PATIENT{.silence = 10s};
@@ -87,7 +87,7 @@ const TransferBounds NARROW{.bodyBytes = 1000};
 struct Answered {
     const char* situation;
     LoopbackAnswer answer;
-    // What the file holds; empty for a failure.
+    // The contents of the file; empty for a failure.
     std::string file{};
     TransferBounds bounds = PATIENT;
     friend void PrintTo(const Answered& row, std::ostream* out) { *out << row.situation; }
@@ -124,7 +124,7 @@ const Answered SERVERS[] = {
 
 class Servers : public Transfer, public testing::WithParamInterface<Answered> {};
 
-// Each directly and through a proxy, over a new connection and over one that was kept.
+// Tries each row directly and through a proxy, over a new connection and over a kept one.
 TEST_P(Servers, CountAsTheyAnswer) {
     const Answered& row = GetParam();
     const int result = row.file.empty() ? RESULT_FAILED : RESULT_OK;
@@ -148,12 +148,11 @@ TEST_P(Servers, CountAsTheyAnswer) {
             timer.start();
             EXPECT_EQ(Fetch(site + "/file.xml", row.bounds), result);
             EXPECT_LT(timer.elapsed(), 5000);
-            // Of a failure, at most an empty file is left, and none where the status says that there is
-            // none.
+            // A failure leaves at most an empty file, and no file unless the status is 200.
             const bool isNone = Contents() == NO_FILE;
             EXPECT_EQ(isNone ? "" : Contents(), row.file);
             EXPECT_TRUE(isNone || row.answer.status == 200);
-            // A connection that was kept may have been closed meanwhile, and this one was.
+            // The server closes the kept connection without an answer, so the request is sent again.
             const bool isSentTwice =
                 isKept && row.answer.body.empty() && row.answer.isRaw && !row.answer.holdOpen;
             EXPECT_EQ(server_.RequestCount(), before + (isSentTwice ? 2 : 1));
@@ -262,7 +261,7 @@ TEST_F(Transfer, WaitsForSilenceOnce) {
         {false, server_.Address("/other.xml"), "127.0.0.1: The server does not answer", false},
         {true, "http://silent.invalid/a.xml", "Proxy 127.0.0.1: No answer", true},
         {true, "http://updates.invalid/a.xml", "Proxy 127.0.0.1: No answer", false},
-        // The next check.
+        // Each row without a text begins a new check.
         {true, "http://updates.invalid/a.xml", nullptr, true},
         {true, "http://silent.invalid/a.xml", "silent.invalid: The server does not answer", true},
         {true, "http://silent.invalid/b.xml", "silent.invalid: The server does not answer", false},
@@ -291,7 +290,7 @@ protected:
     int FetchThroughProxy() { return Fetch(ADDRESS); }
     void Serve(std::vector<LoopbackAnswer> answers) { server_.Serve(ADDRESS, std::move(answers)); }
 
-    // With all requests but the first ones.
+    // The credentials of each request, without those of the first requests.
     std::vector<std::string> SentCredentials(std::size_t without) const {
         std::vector<std::string> sent;
         for (const LoopbackRequest& request : server_.Requests()) {
@@ -302,7 +301,7 @@ protected:
     }
 
     static constexpr const char* WORD = "p\xc3\xa4ss:word";
-    // Known to no resolver.
+    // No resolver knows this host.
     static constexpr const char* ADDRESS = "http://updates.invalid/list.xml";
     const LoopbackAnswer basic_ = LoopbackAnswer::Challenge("Basic realm=\"Digest nonce=1, x\"");
     const LoopbackAnswer digest_ = LoopbackAnswer::Challenge("Digest realm=\"x\", nonce=\"1\", qop=\"auth\"");
@@ -319,12 +318,12 @@ TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
         std::vector<std::string> sent;
     } rows[] = {
         {"an open proxy", {body_}, true, true, RESULT_OK, 0, {""}},
-        {"nobody answers the challenge", {basic_, body_}, false, false, RESULT_ABORTED, 0, {""}},
+        {"the challenge gets no answer", {basic_, body_}, false, false, RESULT_ABORTED, 0, {""}},
         {"answered", {basic_, body_}, false, true, RESULT_OK, 1, {"", word}},
         {"known before", {basic_, body_}, true, true, RESULT_OK, 0, {"", word}},
         {"refused twice", {basic_, basic_, basic_, body_}, false, true, RESULT_OK, 3, {"", word, word, word}},
-        {"never content", {basic_}, false, true, RESULT_FAILED, 4, {"", word, word, word, word}},
-        {"broken off",
+        {"always refused", {basic_}, false, true, RESULT_FAILED, 4, {"", word, word, word, word}},
+        {"the connection breaks",
          {basic_, LoopbackAnswer::Raw("x"), body_},
          false,
          true,
@@ -364,7 +363,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
     const LoopbackAnswer domain = fields({"Negotiate", "NTLM", basic});
     LoopbackAnswer stale = LoopbackAnswer::Challenge("Digest realm=\"x\", nonce=\"1\", stale=true");
     LoopbackAnswer bare = LoopbackAnswer::Challenge("NTLM");
-    // The manager sends requests on a thread of its own; the transfer gets the time to stop it.
+    // QNetworkAccessManager sends requests on a thread of its own; the delay lets the transfer stop it.
     stale.delay = bare.delay = 300ms;
     const struct {
         const char* situation;
@@ -377,7 +376,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
         {"two fields", {two, two, body_}, "Digest ", true},
         {"one field", {one, one, body_}, "Digest ", true},
         {"a Windows domain", {domain, domain, body_}, "NTLM ", true},
-        {"behind Basic", {fields({basic + "," + digest})}, "", false},
+        {"Digest after Basic, in one field", {fields({basic + "," + digest})}, "", false},
         {"no ticket", {fields({"Negotiate", basic})}, "", false},
         {"unknown Digest", {fields({digest + ",algorithm=SHA-256", basic})}, "", false},
         {"Basic first", {basic_, digest_, digest_, body_}, "Digest ", true},
@@ -392,7 +391,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
         Serve(row.answers);
         info_.SetCredentials("user", "word");
         EXPECT_EQ(FetchThroughProxy() == RESULT_OK, row.isFetched);
-        // The manager has sent another one before it can be stopped.
+        // The manager may send one more request before the transfer stops it.
         EXPECT_LE(server_.RequestCount(), before + QHttp::MAX_CHALLENGES + 1);
         EXPECT_THAT(SentCredentials(before).back(), testing::StartsWith(row.last));
         const bool isBasicFirst = row.answers.front().headers == basic_.headers;
@@ -420,8 +419,7 @@ TEST_F(ProxyTransfer, DoesNotSendRefusedCredentialsAgain) {
     EXPECT_EQ(FetchThroughProxy(), RESULT_OK) << "what was typed anew";
 }
 
-// Lets nobody in who comes after the first two, and does not turn them away either: their requests for a
-// connection are dropped.
+// Neither accepts nor refuses connections after the first two: the system drops their requests.
 class SilentServer {
 public:
     explicit SilentServer(quint16 port) {
@@ -452,7 +450,7 @@ class HostConnection : public testing::Test {
 protected:
     HostConnection() { EXPECT_TRUE(server_.listen(QHostAddress::LocalHost)); }
 
-    // Where the connection leads, or the error, within a second.
+    // The address that the connection reaches, or the error, within a second.
     QString PeerOf(const QList<QHostAddress>& addresses) {
         QString error = "nothing yet";
         timer_.start();
@@ -476,10 +474,10 @@ TEST_F(HostConnection, FindsTheAddressThatAnswers) {
         QString expected;
         qint64 atLeast, atMost;  // milliseconds
     } rows[] = {
-        {"behind one that refuses", {"127.0.0.3", "127.0.0.1"}, "127.0.0.1", 0, 200},
-        {"behind a silent one", {SilentServer::ADDRESS, "127.0.0.1"}, "127.0.0.1", 250, 1000},
-        {"a silent one first", {SilentServer::ADDRESS, "127.0.0.3"}, "nothing yet", 1000, 2000},
-        {"none", {"127.0.0.3", "127.0.0.4"}, "Connection refused", 0, 200},
+        {"after one that refuses", {"127.0.0.3", "127.0.0.1"}, "127.0.0.1", 0, 200},
+        {"after a silent one", {SilentServer::ADDRESS, "127.0.0.1"}, "127.0.0.1", 250, 1000},
+        {"a silent one, then a refusal", {SilentServer::ADDRESS, "127.0.0.3"}, "nothing yet", 1000, 2000},
+        {"all refuse", {"127.0.0.3", "127.0.0.4"}, "Connection refused", 0, 200},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.situation);
