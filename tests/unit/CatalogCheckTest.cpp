@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The check of published files, and the program, before the same files: what the one finds the other does.
+// The check and the program read the same published files: the check foretells what the program does.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <QJsonArray>
@@ -31,15 +31,15 @@ const QString OWN_OFFERS_LINE = "site/program/VardoProductUpdate.xml:3: error";
 // A block of data/catalog-mistakes.txt.
 struct Mistake {
     QString situation, file, what, with;
-    // What the file is called instead; empty when it keeps its name.
+    // The file's new path; empty when it keeps its own.
     QString renamed;
-    // The finding: its file, line and severity, and its code.
+    // The finding's file, line and severity, and its code.
     QString place, code;
-    // What the program makes of it, and of which kind that is.
+    // Where the program shows it ("row", "no row" or the key of a text), and what it shows.
     QString kind, shown;
 };
 
-// What stands behind a sign in those lines that begin with it.
+// The rest of each line that begins with the sign.
 QString Behind(const QString& sign, const QStringList& lines) {
     QStringList texts;
     for (const QString& line : lines)
@@ -103,7 +103,7 @@ TEST_F(CatalogTest, WhatIsFoundIsWhatTheProgramDoes) {
         if (!other.empty())
             std::filesystem::remove(shared_.Path(other));
         shared_.Write(file, before);
-        // A newer list has taken its place.
+        // The program may have replaced it by the site's list.
         shared_.Write("program/share/products.xml", installedList);
     }
 }
@@ -124,7 +124,7 @@ TEST_F(CatalogTest, StringsFilesOfWrongBytesGiveNoTexts) {
 }
 
 TEST_F(CatalogTest, EncodingsAreThoseOfEachReader) {
-    // A lead byte of UTF-8 takes the quote behind it along, unless the file declares single bytes.
+    // In UTF-8 a lead byte swallows the quote after it. Only descriptions may declare single bytes.
     const std::string head = "<?xml version='1.0' encoding='ISO-8859-1'?>";
     shared_.Write(REMOTE, head +
                               "<x Location='Server'><Product UpdateVersion='11.5.0.0' "
@@ -163,7 +163,7 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
     EXPECT_TRUE(program.LoadLocal() && program.IsNoUpdates());
 }
 
-// That the program refuses the same installers is tested with its seal.
+// InstallerSealTest holds that the program refuses the same installers.
 TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
     const std::string contents = "#!/bin/sh\n";
     const std::string comment = "file:installer version:3.2.0.0";
@@ -173,7 +173,7 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
     const QStringList withoutKey = Check();
     shared_.Write("program/share/VardoProductUpdate.pub", maker.Key());
     EXPECT_EQ(Count(Check(withoutKey), OWN_OFFERS_LINE, "unsigned-installer"), 1) << "no signature";
-    // The last is what is said of it; empty when nothing is.
+    // The last text is part of the finding; it is empty when there is no finding.
     const std::tuple<const char*, std::string, const char*> cases[] = {
         {"another maker's", Minisign().Sign(contents, comment), "installer.minisig\" was made with the key "},
         {"another file's", maker.Sign(contents, "file:old version:3.2.0.0"),
@@ -183,10 +183,10 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
         {"the tool's own comment", maker.Sign(contents, ""), "is for the file \"setup.bin\""},
         {"another argument's", maker.Sign(contents, comment + " argument:a%20b"),
          "is for the argument \"a%20b\", and the offer's is \"\""},
-        {"an old one", maker.Sign(contents, comment + " until:20200131"), "was good until \"20200131\""},
-        {"no signature", "x", "installer.minisig\" is no signature of minisign's"},
-        {"altered since", maker.Sign(contents + "x", comment), "installer\" is not what was signed with"},
-        {"the very file", maker.Sign(contents, comment), ""},
+        {"an expired one", maker.Sign(contents, comment + " until:20200131"), "was good until \"20200131\""},
+        {"not a signature", "x", "installer.minisig\" is no signature of minisign's"},
+        {"other contents'", maker.Sign(contents + "x", comment), "installer\" is not what was signed with"},
+        {"the offer's", maker.Sign(contents, comment), ""},
     };
     for (const auto& [situation, signature, text] : cases) {
         SCOPED_TRACE(situation);
@@ -253,7 +253,7 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
         run(wrong, EXIT_WRONG_USAGE);
 }
 
-// "rejected" is for a file that a reader refuses for a reason that nobody thought of: there is none here.
+// "rejected" stands for a refusal that no other check explains; no file here is refused like that.
 TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
     std::map<QString, QString> tested{
         {"rejected", "error"},           {"not-utf8", "error"},

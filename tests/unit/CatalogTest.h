@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// A maker's folder, made of the samples, of which both the check and the program say what they make of it.
+// A maker's folder, made of the samples, which both the check and the program read.
 #pragma once
 
 #include "ProductTest.h"
@@ -15,8 +15,8 @@
 #include <QStringDecoder>
 #include <algorithm>
 
-// Below the folder are "program" (as it is installed, with the shipped languages) and "site" (what is
-// published at http://127.0.0.1:8080/).
+// The folder holds "program", an installation with the shipped languages, and "site", which is published at
+// http://127.0.0.1:8080/.
 class CatalogTest : public ProductTest {
 public:
     ~CatalogTest() override {
@@ -35,7 +35,7 @@ protected:
             .setValue("Path", QString::fromStdString(shared_.Path("program")));
     }
 
-    // Puts the folder back into the state in which it was laid out.
+    // Lays out the folder, in place of what it held.
     void LayOut() {
         std::filesystem::remove_all(shared_.Root());
         const std::string samples = VARDO_SOURCE_DIR "/samples/";
@@ -45,8 +45,8 @@ protected:
         CopyTree(OwnLanguagesFolder().toStdString(), shared_.Path("program/Languages"));
         environment_->sharedDataFolder = CVardoDirectoryPath(shared_.Path("program/share").c_str());
     }
-    // Replaces the first occurrence of a text in a file, or all of the file for an empty text. Strings files
-    // are UTF-16; the texts are UTF-8.
+    // Replaces the first occurrence of a text in a file, or the whole file for an empty text. Strings files
+    // are UTF-16, all others UTF-8.
     void Alter(const std::string& file, const QString& what, const QString& with) {
         const bool isStrings = file.ends_with(".strings");
         const QByteArray bytes = QByteArray::fromStdString(ReadWholeFile(shared_.Path(file)));
@@ -57,7 +57,7 @@ protected:
         shared_.Write(file, isStrings ? Utf16Bytes(text.toStdU16String()) : text.toStdString());
     }
 
-    // The lines that the check prints, without the folder's name; those of others are left out.
+    // The lines that the check prints, without the folder's name, except those that others holds.
     QStringList Check(const QStringList& others = {}) const {
         const QString root = QString::fromStdString(shared_.Root());
         QStringList lines = QString::fromUtf8(CheckCatalog(CCatalog(root, {})).ToText()).split('\n');
@@ -65,8 +65,7 @@ protected:
         erase_if(lines, [&](const QString& line) { return line.isEmpty() || others.contains(line); });
         return lines;
     }
-    // How many of the check's lines begin with a place, such as "site/products.xml:3: error", and end with a
-    // code.
+    // The number of lines that begin with a place, such as "site/products.xml:3: error", and end with a code.
     static qsizetype Count(const QStringList& findings, const QString& place, const QString& code) {
         return std::count_if(findings.begin(), findings.end(), [&](const QString& line) {
             return line.startsWith(place) && line.endsWith(" [" + code + ']');
@@ -82,7 +81,7 @@ protected:
                 downloader_->Serve("http://127.0.0.1:8080" + entry.path().string().substr(site.size()),
                                    ReadWholeFile(entry.path()));
     }
-    // What the window shows after a check.
+    // The rows of the window after a check.
     std::vector<std::string> Rows() {
         ServeSite();
         CProductListController controller(environment_);
@@ -95,14 +94,14 @@ protected:
         controller.CheckForUpdates();
         return RowsOf(controller);
     }
-    // What the program makes of a text in German, and whether it is written from right to left.
+    // The German text for a key, then "|<" if Hebrew is written from right to left, else "|>".
     static std::string InGerman(const char* key, const std::string& languages) {
         CResourceManagerLinux manager;
         manager.Init(ParseHexLanguageId(LanguageIdFromCode("de")), languages.c_str(), "VARDOProductUpdate");
         return manager.GetString(key).ToQString().toStdString() + (IsRightToLeft("he") ? "|<" : "|>");
     }
 
-    // The refusals that the last check told.
+    // The failures that the last check told.
     QStringList told_;
 
 private:

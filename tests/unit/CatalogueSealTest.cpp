@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Which XML files the program believes with the maker's key beside it; the minisign tool signs.
+// Which XML files the program accepts with the maker's key beside it. The minisign tool signs them.
 #include <gmock/gmock.h>
 #include <QRegularExpression>
 #include <filesystem>
@@ -30,7 +30,7 @@ std::string Signed(const std::string& content, const std::string& comment,
     return content + "<!--minisign\n" + Maker().Sign(content, comment, options) + "-->\n";
 }
 
-// The text with the first place of one text replaced by another.
+// The text with the first occurrence of a part replaced by another.
 std::string But(std::string text, const std::string& what, const std::string& with) {
     return text.replace(text.find(what), what.size(), with);
 }
@@ -49,20 +49,20 @@ TEST(CatalogueSeal, BelievesWhatTheMakerSignedForThisAddressAndThisDay) {
     const std::string good = Signed(CONTENT, COMMENT);
     const std::string block = good.substr(CONTENT.size());
     const Case cases[] = {
-        {.situation = "as it is", .judgement = GOOD},
-        {.situation = "a day of grace", .judgement = GOOD, .today{2027, 2, 1}},
+        {.situation = "the signed file", .judgement = GOOD},
+        {.situation = "on the day of grace", .judgement = GOOD, .today{2027, 2, 1}},
         {.situation = "two days late", .judgement = EXPIRED, .today{2027, 2, 2}},
-        {.situation = "no day that counts", .judgement = GOOD, .today{}},
+        {.situation = "without a date", .judgement = GOOD, .today{}},
         {.situation = "another path", .judgement = WRONG_ADDRESS, .address = "http://mirror:8080/a/u.xml"},
-        {.situation = "white space behind", .file = good + " \r\n\t", .judgement = GOOD},
+        {.situation = "white space after it", .file = good + " \r\n\t", .judgement = GOOD},
         {.situation = "another maker's key", .key = other.Key()},
         {.situation = "a key and something else", .key = Maker().Key() + "\n"},
         {.situation = "no signature", .file = CONTENT},
         {.situation = "a byte changed", .file = But(good, "Server", "server")},
         {.situation = "another line end", .file = But(good, "\r\n", "\n")},
         {.situation = "the old form", .file = Signed(CONTENT, COMMENT, {"-l"})},
-        {.situation = "something behind", .file = good + "<!-- -->"},
-        {.situation = "an element in the comment that nobody signed",
+        {.situation = "a comment after it", .file = good + "<!-- -->"},
+        {.situation = "an unsigned element in the comment",
          .file = But(good, "comment: ", "comment: --><u/><!--")},
         {.situation = "two signatures", .file = good + block},
         {.situation = "a signature of a signature", .file = Signed(good, COMMENT)},
@@ -83,14 +83,14 @@ TEST(CatalogueSeal, BelievesWhatTheMakerSignedForThisAddressAndThisDay) {
 
 class SignedSite : public CatalogTest {
 protected:
-    // Signs the site for so many days with the maker's secret key.
+    // Signs a folder for so many days with the maker's secret key; returns the exit status.
     int Sign(const char* days, const char* folder = "site") {
         std::ostringstream out;
         return RunCatalogSign({"VARDOCatalogSign", "--key", QString::fromStdString(Maker().SecretKeyFile()),
                                "--days", days, QString::fromStdString(shared_.Path(folder))},
                               out, out);
     }
-    // The lines of a release of the folder, or what went wrong.
+    // Releases the whole folder; returns the lines that this prints.
     QStringList Release(QStringList options, int status) {
         std::ostringstream out;
         options.prepend("VARDOCatalogRelease");
@@ -115,7 +115,7 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
         EXPECT_EQ(Count(Check(withoutKey), QString("site/%1:1: error").arg(file), "unsigned-file"), 1)
             << file;
 
-    // Twice: a signature gives way to the next.
+    // The second signature replaces the first.
     EXPECT_EQ(Sign("13") + Sign("14"), 0);
     EXPECT_EQ(Check(withoutKey), QStringList());
     EXPECT_EQ(Rows(), rows);
@@ -127,7 +127,7 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
     shared_.Write("program/share/VardoCatalogue.pub", "no key");
     EXPECT_EQ(Count(Check(), "program/share/VardoCatalogue.pub:1: error", "bad-key"), 1);
 
-    // One altered file of each kind: what it says is not shown, and the reason is told.
+    // The program does not show what an altered file says, and tells the reason.
     for (const char* file :
          {"products.xml", "updates/planner.xml", "notices/courses.xml", "gallery/gallery_categories.xml"}) {
         SCOPED_TRACE(file);

@@ -9,14 +9,13 @@
 #include <QStringList>
 #include <vector>
 
-// A file of the source tree; UTF-8.
+// The text of a file of the source tree, read as UTF-8.
 inline QString SourceText(const std::string& file) {
     return QString::fromStdString(ReadWholeFile(VARDO_SOURCE_DIR "/" + file));
 }
 
 // The lines of a file in tests/unit/data, cut into cells at "|", without the blanks around them. "(none)"
-// stands for an empty cell. Empty lines and lines that begin with "#" are no rows. Throws when there is no
-// row.
+// stands for an empty cell. Skips empty lines and lines that begin with "#". Throws when there is no row.
 inline std::vector<QStringList> DataTable(const std::string& file) {
     std::vector<QStringList> rows;
     for (const QString& line : SourceText("tests/unit/data/" + file).split('\n', Qt::SkipEmptyParts)) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Which program opens an address on which desktop, and what starting a process means.
+// Which program opens an address on each desktop, and how processes are started.
 #include <gtest/gtest.h>
 #include <csignal>
 #include <filesystem>
@@ -20,7 +20,7 @@ namespace {
 const QString ADDRESS = QStringLiteral("http://h/\u4E2D \"q\" $(x)?a=1&b");
 const QString PASSED = QStringLiteral("http://h/%E4%B8%AD%20%22q%22%20$(x)?a=1&b");
 
-// Starts nothing; keeps what was asked: "run" or "start", the program and its arguments.
+// Starts no process, and records each request: "run" or "start", the program and its arguments.
 class RecordingStarter : public IProcessStarter {
 public:
     bool RunAndWait(const QString& program, const QStringList& arguments, int limitMs) override {
@@ -110,7 +110,7 @@ TEST(ProcessStarter, LeavesASlowProgramRunning) {
         return pid > 0 && kill(pid, SIGKILL) == 0;
     };
     bool isLeft = false;
-    // A busy machine may not even have started the shell in that time.
+    // On a busy machine, even the shell may not have started in that time.
     for (int limitMs = 100; !isLeft && limitMs < 10000; limitMs *= 3) {
         ASSERT_FALSE(starter.RunAndWait("/bin/sh", arguments, limitMs));
         isLeft = endSleeper();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The first reason why each file does not count, and how the report's texts come out on a terminal.
+// The first reason why a file does not count, and how a terminal shows the report's texts.
 #include <gtest/gtest.h>
 #include <QJsonObject>
 
@@ -25,7 +25,7 @@ struct Verdicts : IDecisionObserver {
     void OnRemoteFile(Verdict verdict) override { remote = verdict; }
 };
 
-// A kind of product: its element in the list, its local file, a good one, and the remote file's address.
+// A kind of product: its element in the list, its local file, good contents of that, and the remote address.
 struct Kind {
     const char* element;
     const char* file;
@@ -42,7 +42,7 @@ const Kind NOTIFICATION{"<Notification BaseXML='N'/>", "N.xml", "<Notification U
 const Kind GALLERY{"<Gallery Name='n' GUID='{G}' DefaultUrl='http://h'/>", "Uninstall/updateinfo.xml",
                    "<i><category id='a' version='1'/></i>", "http://h/gallery_categories.xml"};
 
-// The message between two days for "DATES <day> <day>".
+// For "DATES <day> <day>", a message for the days between; any other cell stands for itself.
 std::string Message(const QString& cell) {
     if (!cell.startsWith("DATES "))
         return cell.toStdString();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The examples and tables of docs/formats.md and docs/settings.md mean what is written beside them.
+// The program reads the examples and tables of docs/formats.md and docs/settings.md as these pages say.
 #include <gmock/gmock.h>
 #include <QLocale>
 #include <map>
@@ -25,7 +25,7 @@ const QString& Document() {
     return text;
 }
 
-// The fenced blocks by their titles (```xml title="share/products.xml").
+// The texts of the fenced blocks, by their titles (```xml title="share/products.xml").
 std::map<QString, QString> Examples() {
     std::map<QString, QString> examples;
     const QStringList parts = Document().split("\n```");
@@ -55,7 +55,7 @@ CVersionString Version(const QString& cell) {
     return CVersionString(cell == "(none)" ? CAtlString() : CAtlString(cell));
 }
 
-// The program's folder, the machine's and the user's settings and the site of the examples.
+// Lays out the examples: the program's folder, the settings of the machine and of the user, and the site.
 class FormatsDocument : public ProductTest {
 protected:
     void SetUp() override {
@@ -84,12 +84,12 @@ protected:
             << (file.endsWith(".strings") ? Utf16Bytes(text.toStdU16String()) : text.toStdString());
     }
 
-    // The local description, but of another version and with another remote one.
+    // The example's local description with another remote one and another installed version.
     static QString Local(const QString& remote, const QString& installed) {
         QString local = Examples().at("/opt/vardo/share/SoftwareUpdateVN.xml");
         return local.replace("notebook.xml", remote).replace("11.0.580.0", installed);
     }
-    // What the remote description offers to a computer with that version, and whether it is an update there.
+    // What the remote description offers to that installed version, and whether that is an update.
     std::pair<QString, bool> Offer(const QString& remote, const QString& installed) {
         LayOut("/opt/vardo/share/Other.xml", Local(remote, installed));
         const Product product = Make("<Product Name='n' BaseXml='Other'/>");

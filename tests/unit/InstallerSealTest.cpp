@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// With the maker's key beside the program: which installers are started, and that those are the bytes that
-// were verified. Keys and signatures are made by the minisign tool.
+// Which installers the program starts with the maker's key beside it, and that it starts the very bytes that
+// it verified. The minisign tool makes the keys and signatures.
 #include <gtest/gtest.h>
 #include <filesystem>
 #include <functional>
@@ -23,7 +23,7 @@ namespace {
 
 constexpr char COMMENT[] = "file:setup.bin version:2.0.0.0";
 
-// Some blocks of the size in which it is read, and a rest.
+// Several blocks of the size that the program reads at once, and a rest.
 std::string InstallerBytes() {
     std::string bytes = "#!/bin/sh\n";
     while (bytes.size() < 200'001)
@@ -36,7 +36,7 @@ const Minisign& Maker() {
     return maker;
 }
 
-// What lies on the machine and on the site: a good installer, until a case changes something.
+// The key on the machine and the offer on the site: a good one, until a case changes it.
 struct Offer {
     std::string key = Maker().Key();
     std::string installer = InstallerBytes();
@@ -50,7 +50,7 @@ struct Offer {
     }
 };
 
-// Changes the character at an offset from the start of a line (counted from 0) of a text.
+// Changes one character of a text, at an offset in a line; both count from 0.
 void Alter(std::string& text, int line, std::size_t offset) {
     std::size_t at = 0;
     for (; line > 0; --line)
@@ -68,7 +68,7 @@ std::string TempFolder() {
 
 class InstallerSeal : public ProductTest {
 protected:
-    // The path of the installer that would be started; empty when there is none.
+    // The path of the installer that the program would start; empty when it refuses the offer.
     std::string PathFor(const Offer& offer) {
         const std::string address = "http://s/" + offer.file;
         Install("self.xml", "1.0.0.0");
@@ -89,7 +89,7 @@ protected:
             EXPECT_FALSE(fs::exists(file)) << "what was fetched must not stay where it was";
         return update.GetInstallerPath().ToQString().toStdString();
     }
-    // What is started holds the offered bytes, where nobody else can exchange them.
+    // The installer holds the offered bytes, in a folder that only the user can write.
     void Expect(bool opens, const Offer& offer) {
         shared_.Write("VardoProductUpdate.pub", offer.key);
         const fs::path installer = PathFor(offer);
@@ -129,15 +129,15 @@ TEST_F(InstallerSeal, StaysShutForWhatWasAltered) {
     static const Minisign other;
     const std::tuple<const char*, bool, std::function<void(Offer&)>> cases[] = {
         {"the old form", false, [](Offer& o) { o.SignWith(COMMENT, {"-l"}); }},
-        {"from Windows", true, [](Offer& o) { o.signature = WithWindowsLineEnds(o.signature); }},
-        {"no line end at the end", true, [](Offer& o) { o.signature.pop_back(); }},
-        {"an argument", true,
+        {"Windows line ends", true, [](Offer& o) { o.signature = WithWindowsLineEnds(o.signature); }},
+        {"no line end at the last line", true, [](Offer& o) { o.signature.pop_back(); }},
+        {"a signed argument", true,
          [](Offer& o) {
              o.argument = "--to 100% größe";
              o.SignWith(COMMENT + std::string(" argument:--to%20100%25%20gr%C3%B6%C3%9Fe until:29991231"));
          }},
         {"a new key before the old one", true, [](Offer& o) { o.key = Minisign().Key() + o.key; }},
-        {"an argument that nobody signed", false, [](Offer& o) { o.argument = "--from evil"; }},
+        {"an unsigned argument", false, [](Offer& o) { o.argument = "--from evil"; }},
         {"another argument", false,
          [](Offer& o) {
              o.argument = "--from evil";
@@ -149,7 +149,7 @@ TEST_F(InstallerSeal, StaysShutForWhatWasAltered) {
         {"no signature", false, [](Offer& o) { o.signature.clear(); }},
         {"another maker's key", false, [](Offer& o) { o.key = other.Key(); }},
         {"altered installer", false, [](Offer& o) { Alter(o.installer, 9000, 2); }},
-        {"more than the installer", false, [](Offer& o) { o.installer += "rm -r ~\n"; }},
+        {"a line after the installer", false, [](Offer& o) { o.installer += "rm -r ~\n"; }},
         {"altered signature", false, [](Offer& o) { Alter(o.signature, 1, 40); }},
         {"altered trusted comment", false,
          [](Offer& o) {

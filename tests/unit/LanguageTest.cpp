@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Which language is chosen, what the language tables say of it, and what texts come of its files.
+// Which language the program chooses, what the language tables say of it, and which texts its files give.
 #include <gtest/gtest.h>
 #include <QApplication>
 #include <QSettings>
@@ -35,7 +35,7 @@ constexpr const char* NOTEBOOK_PATH =
 constexpr const char* DRIVERS_PATH =
     "Software/VARDO Technologies/VARDO Board Drivers/Install Information/Drivers Directory";
 
-// Leaves no setting, no override and no translator behind. Without settings, the table is the shipped one.
+// Removes settings, override and translator after each test. Without settings, the shipped table counts.
 class Language : public testing::Test {
 protected:
     void TearDown() override {
@@ -53,7 +53,7 @@ protected:
         QSettings(QSettings::NativeFormat, scope, MAKER, application)
             .setValue(key, QString::fromStdString(value));
     }
-    // A table in which each language is one line of attributes; the answer is the folder for "Path".
+    // Writes a table with these elements of languages; returns the folder for "Path".
     std::string MakeTable(const std::string& folder, const std::string& languages = "") const {
         tree_.Write(folder + TABLE, "<Table>" + languages + "</Table>");
         return tree_.Path(folder);
@@ -181,7 +181,7 @@ using namespace std::string_literals;
 // Keys and texts, in turn.
 using Texts = std::vector<CAtlString>;
 
-// Reads from a copy of exactly that size, so that the address sanitizer sees a step beyond its end.
+// Reads from a copy of exactly that size, so that the address sanitizer sees a read beyond its end.
 Texts Read(const std::string& bytes) {
     const auto copy = std::make_unique<char[]>(bytes.size());
     bytes.copy(copy.get(), bytes.size());

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Paths as texts, and what happens to the files and directories behind them.
+// Paths as texts, and the files and directories that they name.
 #include <gtest/gtest.h>
 #include <clocale>
 #include <csignal>
@@ -29,7 +29,7 @@
 
 namespace {
 
-// A fresh directory with a name in several scripts, visited under a locale that knows none of them.
+// A new directory with a name in several scripts, under a locale that knows ASCII alone.
 class Paths : public testing::Test {
 public:
     Paths() {
@@ -132,7 +132,7 @@ TEST(TemporaryFolders, AreOutOfTheReachOfOthers) {
     const Make nothing = [](Path) { return true; };
     const Make link = [](Path path) { return symlink("../cache", path.c_str()) == 0; };
     const Make file = [](Path path) { return mknod(path.c_str(), S_IFREG | 0600, 0) == 0; };
-    // Only root can give a folder away.
+    // Only root can give a folder to another user.
     const Make anothers = [&](Path path) {
         return folder(0777)(path) && (geteuid() != 0 || chown(path.c_str(), 4711, 4711) == 0);
     };
@@ -145,10 +145,10 @@ TEST(TemporaryFolders, AreOutOfTheReachOfOthers) {
         std::string taken;
     } rows[] = {
         {"nothing there", nothing, 01777, 0755, 0700, usual},
-        {"others may read, in a folder of the user", folder(0755), 0755, 0755, 0755, usual},
+        {"others may read, in the user's folder", folder(0755), 0755, 0755, 0755, usual},
         {"the group may write", folder(0770), 01777, 0755, 0700, own},
         {"others may write", folder(0707), 01777, 0755, 0700, own},
-        {"another user's", anothers, 01777, 0755, 0700, own},
+        {"a folder of another user", anothers, 01777, 0755, 0700, own},
         {"a link to a safe folder", link, 01777, 0755, 0700, own},
         {"a file", file, 01777, 0755, 0700, own},
         {"others could rename it", folder(0700), 0777, 0755, 0700, own},

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Installed products, notifications and gallery content: what shows of them, and what their buttons do. (Why
-// they may not show is what an observer learns; the dates of notifications are those of docs/formats.md.)
+// Installed products, notifications and gallery content: what their rows show and what their buttons do.
+// ExplanationTest holds why rows are missing, FormatsDocumentTest the days of notifications.
 #include <QLocale>
 #include <tuple>
 
@@ -45,7 +45,7 @@ protected:
     Product MakeN(const std::string& name = "Courses") {
         return Make("<Notification Name='" + name + "' BaseXML='N'/>");
     }
-    // A notification that was found and checked against a message.
+    // Finds a notification and checks it; its message has these texts.
     Product Checked(const std::string& texts = "<en value='x'/>") {
         downloader_->Serve("http://h/notices/n.xml",
                            "<Notification WebPage='http://page' StartDate='20100101' StopDate='20991231'>"
@@ -60,7 +60,7 @@ protected:
     }
 };
 
-// Categories for "a 2010-01-05, b": their ids, each with its version if it has one.
+// For "a 2010-01-05, b", an element for each id, with its version if it has one.
 std::string Categories(const QString& cell) {
     QString elements;
     for (const QString& each : cell.split(", ")) {
@@ -79,7 +79,7 @@ class Gallery : public ProductTest {
 protected:
     Gallery() { RecordGallery(shared_.Path("ims/manifest.xml"), "", tool_); }
 
-    // Gallery content that was found with these categories, while others are published.
+    // Finds gallery content with the installed categories, while the site has the published ones.
     Product Find(const QString& installed, const QString& published) {
         shared_.Write("ims/Uninstall/updateinfo.xml", "<info>" + Categories(installed) + "</info>");
         downloader_->Serve("http://h/gallery_categories.xml",
@@ -100,7 +100,7 @@ TEST_F(InstalledProducts, FilesThatBelongToABaseName) {
         EXPECT_TRUE(MakeB()->FindInstalled()) << file;
         std::filesystem::remove(shared_.Path(file));
     }
-    // Together, because removing several neighbours from what was listed must not skip any.
+    // All at once, because the removal of neighbours from the listing must not skip any.
     for (const char* file : {"BA.xml", "BB.xml", "BC.xml", "BD.xml", "b.xml", "B-2.xml", "B2.xml.bak",
                              "AB.xml", ".B.xml", "B.XML", "B.2.xml", "sub/B.xml"})
         Install(file, "1.0.0.0");
@@ -130,12 +130,12 @@ TEST_F(InstalledProducts, EachVersionIsOneItemAndTheHighestIsChecked) {
 TEST_F(InstalledProducts, AreDisabledByOthersInTheGivenVersions) {
     const std::string other = Disabler("X", "", "9.0.0.0");
     const std::tuple<const char*, std::string, bool, const char*> cases[] = {
-        {"none", "", false, ""},
+        {"no disabler", "", false, ""},
         {"in one version", Disabler("K", "1.0.0.0", "1.5.0.0"), true, "(K K\n)+"},
         {"in the other", Disabler("K", "2.5.0.0", "2.5.0.0"), true, "(K K\n)+"},
         {"out of range", Disabler("K", "1.6.0.0", "1.9.9.9"), false, "K K\nK K\nB2 K\n"},
         {"another case", Disabler("k", "1.0.0.0", "1.9.9.9"), false, "K k\nK k\nB2 k\n"},
-        {"no ends", "<Disabler uid='K'/>", false, "K K\nK K\nB2 K\n"},
+        {"a range without ends", "<Disabler uid='K'/>", false, "K K\nK K\nB2 K\n"},
         {"the second of each", other + Disabler("B2", "", "9.0.0.0"), true,
          "K X\nK B2\nK X\nK B2\nB2 X\nB2 B2\n"},
         {"itself, and one of its own key", Disabler("B", "", "9.0.0.0"), false, "K B\nK B\nB2 B\n"},

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The product list: reading it, choosing between its copies, refreshing it, and the passes over it.
+// The product list: how it is read, chosen among copies and refreshed, and how its products are checked.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <QTest>
@@ -48,7 +48,7 @@ protected:
             keys += product->GetKey().ToQString().toStdString();
         return keys;
     }
-    // An empty text stands for no file.
+    // Writes a file, or removes it for an empty text.
     void Put(const std::string& path, const std::string& contents) {
         fs::remove_all(shared_.Path(path));
         if (!contents.empty())
@@ -76,7 +76,7 @@ TEST_F(ProductList, IsReadInOrderWithoutWhatItDoesNotKnow) {
 }
 
 TEST_F(ProductList, TheNewerCopyIsTaken) {
-    // "-" stands for no copy.
+    // "-" stands for a missing copy.
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"-", "-", ""},
         {"-", "1.0.0.0", "i"},

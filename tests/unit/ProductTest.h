@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What the tests of all kinds of products need.
+// The tests of all kinds of products share this fixture.
 #pragma once
 
 #include "platform/settings/CSettingsIdentity.h"
@@ -19,19 +19,19 @@
 #include <string>
 #include <vector>
 
-// A shared data folder of its own, a fake world that has it, and a fake web.
+// A shared data folder of its own, a fake environment that has it, and a fake downloader.
 class ProductTest : public testing::Test {
 protected:
     using Product = boost::shared_ptr<IProduct>;
 
     ProductTest() { environment_->sharedDataFolder = CVardoDirectoryPath(shared_.Root().c_str()); }
 
-    // Puts a local description into the shared data folder.
+    // Writes a local description into the shared data folder.
     void Install(const std::string& file, const std::string& version, const std::string& remote = "r.xml") {
         shared_.Write(file, "<l><Product CurrentVersion='" + version + "' RemoteVersionFile='" + remote +
                                 "' RemoteVersionFileURL='http://h/'/></l>");
     }
-    // Puts gallery content into the notebook's settings, with the identifier {G}.
+    // Records gallery content with the GUID {G} in the notebook's settings.
     static void RecordGallery(const std::string& manifest, const std::string& metadata,
                               const std::string& tool) {
         const CSettingsIdentity notebook("VARDO Technologies", "", "VARDO Notebook");
@@ -40,7 +40,7 @@ protected:
         WriteRegistryString(HKEY_LOCAL_MACHINE, key, "MetadataXml", metadata.c_str());
         WriteRegistryString(HKEY_LOCAL_MACHINE, key, "AppPath", tool.c_str());
     }
-    // The product that an element of the product list makes; empty when it makes none.
+    // Makes the product of an element of the product list; null when the element is faulty.
     Product Make(const std::string& element) {
         TiXmlDocument document;
         document.Parse(element.c_str());
@@ -53,8 +53,8 @@ protected:
             EXPECT_FALSE(std::filesystem::exists(file)) << "what was fetched must not stay";
         return isChecked;
     }
-    // What the window shows of the list's products: name, versions, caption of the button and the page that
-    // it opens. Presses every button.
+    // The window's rows for the list's products: name, versions, caption of the button, and the page that it
+    // opens. Presses every button.
     std::vector<std::string> RowsOf(const CProductListController& list) {
         std::vector<std::string> rows;
         for (const auto& product : list.GetProducts())

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Where settings land, what is read where they are missing, and when a check is due by them.
+// Which files hold settings, what counts when they are missing, and when they make a check due.
 #include <gtest/gtest.h>
 #include <QCoreApplication>
 #include <climits>
@@ -38,7 +38,7 @@ protected:
             std::filesystem::create_directories(folder);
         }
     }
-    // The number read; -7 when there is none.
+    // The stored number; -7 when it is missing.
     static int Number(int hive, const CAtlString& key, const CAtlString& name) {
         int error = 99;
         const int value = ReadRegistryDword(hive, key, name, -7, error);
@@ -108,7 +108,7 @@ TEST_F(Settings, ReadsAndDefaults) {
     EXPECT_EQ(names, (std::vector<CAtlString>{L"held", L"X", L"Y", L"a"}));
 }
 
-// What function returns, 0 to 255, in another process, one that is not root's, so that permissions count.
+// Returns the function's result, 0 to 255, from another process, never root's, so that permissions count.
 static int InAnotherProcess(const std::function<int()>& function) {
     const pid_t child = fork();
     if (child == 0)
@@ -123,7 +123,7 @@ TEST_F(Settings, AMachineFileThatIsNotToBeWrittenIsReplacedByTheUsers) {
     const std::tuple<const char*, mode_t, std::string> cases[] = {
         {"neither the file nor its folder may be written", 0444, MACHINES},
         {"the file may be written, its folder not", 0666, MACHINES},
-        {"a link to it", 0444, "/tmp/link:" + MACHINES},
+        {"a link into the user's folder comes first", 0444, "/tmp/link:" + MACHINES},
     };
     std::filesystem::create_symlink(desktops, "/tmp/link");
     for (const auto& [situation, mode, directories] : cases) {

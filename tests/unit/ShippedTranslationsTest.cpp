@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The translations as they are built: every text that the program passes to tr or translate, and every text
-// that Qt shows in its dialogs, is in every shipped file.
+// Each built translation holds every text that the program passes to tr or translate, and every text that Qt
+// shows in the program's dialogs.
 #include <gtest/gtest.h>
 #include <QCoreApplication>
 #include <QDir>
@@ -27,8 +27,8 @@ using Texts = std::set<QString>;
 
 const QStringList SHIPPED = {"ar", "de", "es", "fr", "he", "ja", "pl", "pt_BR", "zh_CN"};
 
-// The texts that a C++ source hands over for translation, joined from their literals, and those of a form. A
-// call without a literal, whose text cannot be found this way, is itself among them, and in no file.
+// The texts that a C++ source passes on for translation, joined from their literals, and those of a form. A
+// call without a literal stands for its unknown text, and fails the test, since no file holds it.
 Texts TextsOfFile(QString file) {
     static const QRegularExpression COMMENT(R"(^\s*//.*$)", QRegularExpression::MultilineOption);
     static const QRegularExpression JOINT(R"x("\s*")x");
@@ -59,7 +59,7 @@ Texts TextsOfProgram() {
     return texts;
 }
 
-// Notes what is asked of it and translates nothing.
+// Records the texts that Qt asks for, and translates nothing.
 class Recorder : public QTranslator {
 public:
     Recorder() { QCoreApplication::installTranslator(this); }
@@ -73,7 +73,7 @@ public:
     mutable Texts asked;
 };
 
-// What Qt asks for on this platform, and the captions that it has on GNOME.
+// The texts that Qt asks for on this platform, and its captions on GNOME.
 Texts TextsOfQt() {
     const Recorder recorder;
     recorder.asked = {"&OK", "&Cancel", "&Close"};

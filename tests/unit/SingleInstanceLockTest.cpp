@@ -38,7 +38,7 @@ TEST(SingleInstanceLock, ExcludesASecondHolderOfTheSameFileAndProjectUntilItEnds
     EXPECT_TRUE(IsHeld(file, 'q'));
 }
 
-// In a process of another user, which ends without tidying up.
+// Asks in a process of another user, which ends without tidying up.
 bool AsNobody(const std::function<bool()>& question) {
     constexpr uid_t NOBODY = 65534;
     const pid_t child = fork();

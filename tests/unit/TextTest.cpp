@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The program's text: layout, sharing, operations and encodings. And versions, which are read from texts.
+// The program's texts: layout, sharing, operations and encodings; and the versions that it reads from texts.
 #include <gtest/gtest.h>
 #include <clocale>
 #include <cstdint>
@@ -19,7 +19,7 @@ namespace {
 
 using Fields = std::vector<std::int32_t>;
 
-// Reference count, length and capacity, which stand in front of the characters.
+// Reference count, length and capacity, which lie before the characters.
 Fields HeaderOf(const CAtlString& text) {
     const auto* fields = reinterpret_cast<const std::int32_t*>(text.GetString());
     return {fields[-3], fields[-2], fields[-1]};

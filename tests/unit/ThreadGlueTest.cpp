@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Waiting with events, and waking.
+// Waits that serve events, and how a flag ends them.
 #include <gtest/gtest.h>
 #include <QElapsedTimer>
 #include <atomic>
@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Well below the poll, well above what a machine under load needs.
+// In milliseconds: well below the poll's interval, and well above what a busy machine needs.
 constexpr qint64 AT_ONCE = 300;
 
 template <typename Action>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The XML door: what passes, what does not, and how long a hostile text may take.
+// The reader of XML: which texts it accepts, and how long a hostile text may take.
 #include <gtest/gtest.h>
 #include <ctime>
 #include <fstream>
@@ -16,7 +16,7 @@
 
 namespace {
 
-// Of processor time, so that a busy machine does not count; what grows with the square takes far longer.
+// A limit of processor time, which a busy machine does not use up; quadratic work takes far longer.
 constexpr std::clock_t SOON = 10 * CLOCKS_PER_SEC;
 
 // The attribute "v" of the root element, or "(rejected)".
@@ -62,11 +62,11 @@ TEST(XmlDoor, KnowsGoodFromBadAtOnce) {
         {"invalid bytes in text", "<a>\xFF\xFE\x80</a>", true, true},
         {"entity that hides markup", "<a>&#\"<b>#65;</a>", false, false},
         {"declaration cut off behind a blank", "<a/><?xml ", false, false},
-        {"deepest", Nested(MAX_XML_DEPTH), true, true},
+        {"the greatest depth", Nested(MAX_XML_DEPTH), true, true},
         {"one level too deep", Nested(MAX_XML_DEPTH + 1), false, false},
-        {"character data closes nothing", Repeated("<a><![CDATA[</a>]]>", MAX_XML_DEPTH + 1), false, false},
-        {"depth in a value is none", "<a b=\"" + Nested(1000) + "\"/>", true, true},
-        {"most attributes", WithAttributes(MAX_XML_ATTRIBUTES), true, true},
+        {"CDATA closes no element", Repeated("<a><![CDATA[</a>]]>", MAX_XML_DEPTH + 1), false, false},
+        {"tags in a value do not nest", "<a b=\"" + Nested(1000) + "\"/>", true, true},
+        {"as many attributes as may be", WithAttributes(MAX_XML_ATTRIBUTES), true, true},
         {"one attribute too many", WithAttributes(MAX_XML_ATTRIBUTES + 1), false, false},
         {"100,000 siblings", "<a>" + Repeated("<b c='1'>t</b>", 100000) + "</a>", true, true},
         {"too many items", "<a>" + Repeated("<b/>", MAX_XML_ITEMS) + "</a>", false, false},
@@ -88,12 +88,12 @@ TEST(XmlDoor, EncodingsAndValues) {
     const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?><a w='\xE9' v='x'/>";
     const std::tuple<const char*, std::string, TiXmlEncoding, const wchar_t*> cases[] = {
         {"entities", "<a v='&#x4E2D;&#233;&lt;&quot;'/>", UTF8, L"\u4E2D\u00E9<\""},
-        {"no such attribute", "<a/>", UTF8, L""},
+        {"attribute missing", "<a/>", UTF8, L""},
         {"illegal byte ends the value", "<a v='ab\xFF!'/>", UTF8, L"ab"},
         {"surrogate entity ends the value", "<a v='ab&#xD800;cd'/>", UTF8, L"ab"},
         {"line ends stay", "<a v='1\r\n2'/>", UTF8, L"1\r\n2"},
-        {"mark", "\xEF\xBB\xBF<a v='&#x4E2D;'/>", FOUND, L"\u4E2D"},
-        {"declared", " <?xml version='1.0' encoding='utf-8'?><a v='&#x4E2D;'/>", FOUND, L"\u4E2D"},
+        {"byte order mark", "\xEF\xBB\xBF<a v='&#x4E2D;'/>", FOUND, L"\u4E2D"},
+        {"UTF-8 declared", " <?xml version='1.0' encoding='utf-8'?><a v='&#x4E2D;'/>", FOUND, L"\u4E2D"},
         {"single bytes declared", latin, FOUND, L"x"},
         {"single bytes despite the declaration", latin, UTF8, L"(rejected)"},
     };
