@@ -65,7 +65,7 @@ protected:
         }
         return rows;
     }
-    // What a screen reader says of a cell, or of the button in its place.
+    // The accessible description of a cell, or of the button in its place.
     QString Described(int row, int column) const {
         QWidget* button = table_.cellWidget(row, column);
         const auto* table = QAccessible::queryAccessibleInterface(&table_)->tableInterface();
@@ -143,7 +143,7 @@ TEST_F(MainWindowTest, ShowsWhatACheckFinds) {
     EXPECT_FALSE(table_.isSortingEnabled()) << "the rows are known by their numbers";
 }
 
-// The names of the controls and texts below the object, as a screen reader walks; "?" for a missing one.
+// Collects the names of the object and of all below it, as a screen reader would; "?" for a missing one.
 void CollectNames(const QAccessibleInterface& object, QStringList& names) {
     const auto role = object.role();
     const QString name = object.text(QAccessible::Name);
@@ -228,7 +228,7 @@ TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
 
 TEST_F(MainWindowTest, StatusSumsUpWhatCameOfTheCheck) {
     const std::string lost = ": site: The server's answer cannot be read";
-    // What the site offers to A, B and C, where 1 is installed: a version, or nothing.
+    // The versions that the site offers for A, B and C, where 1 is installed; empty without a description.
     const std::vector<std::pair<std::array<std::string, 3>, std::string>> cases{
         {{"1", "1", "1"}, "Everything is up to date"},
         {{"1", "2", "1"}, "1 update"},

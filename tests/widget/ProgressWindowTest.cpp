@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The small window of a program that waits, as the user meets it.
+// The small window that shows progress, as the user meets it.
 #include "ui/CProgressWindow.h"
 
 #include <gtest/gtest.h>
@@ -18,14 +18,14 @@ using Task = IProgress::Task;
 
 class ProgressWindow : public testing::Test {
 protected:
-    // Waits for the window and gives how long that took, in milliseconds.
+    // Waits for the window; returns how long that took, in milliseconds.
     qint64 TimeUntilVisible() {
         QElapsedTimer timer;
         timer.start();
         EXPECT_TRUE(QTest::qWaitFor([this] { return window_.isVisible(); }));
         return timer.elapsed();
     }
-    // Without the isolates that keep numbers and units together.
+    // The text of the bytes, without the isolates that keep numbers and units together.
     QString Bytes() const {
         return window_.findChild<QLabel*>("bytesLabel")->text().remove(QChar(0x2068)).remove(QChar(0x2069));
     }
@@ -43,7 +43,7 @@ TEST_F(ProgressWindow, AppearsWhenAllWaitingTogetherTakesLong) {
     window_.Begin(Task::LOOKING_FOR_PROGRAM);
     QTest::qWait(300);
     window_.Pause();
-    // As long as the user thinks about a question.
+    // The user may think this long about a question, which does not count as waiting.
     QTest::qWait(600);
     EXPECT_FALSE(window_.isVisible());
     window_.Begin(Task::LOOKING_FOR_LIST);

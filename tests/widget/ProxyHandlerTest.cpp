@@ -33,7 +33,7 @@ void Press(const QDialog& dialog, const QString& button) {
 
 class ProxyHandler : public testing::Test {
 protected:
-    // Both files, so that no test finds what another one stored.
+    // Clears the settings of user and machine, so that no test finds what another one stored.
     ProxyHandler() {
         handler_.SetDialog(boost::make_shared<CProxyDialog>());
         QSettings(QSettings::UserScope, "VARDO Technologies").clear();
@@ -41,7 +41,7 @@ protected:
         stored_.beginGroup("Software/VARDO Technologies/VARDO Board Software/ProxyInformation");
     }
 
-    // "user:password" of the answer to a 407, "-" for a refusal.
+    // The answer to a 407 as "user:password"; "-" for a refusal.
     static QString Answer(ProxyHandlerBase& handler) {
         CAtlString user(L"?");
         CAtlString password(L"?");
@@ -70,7 +70,7 @@ struct Asking {
     bool interactive;
     // What the user does in each dialog: "OK" gives typed:secret, "Cancel" or "Close" declines.
     QStringList userDoes;
-    // One answer for each 407 in a row.
+    // The answers to so many 407s, one after the other.
     QStringList answers;
 };
 
@@ -139,7 +139,7 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
         const char* typed = "";
         const char* button = "";
         const char* settings = "";
-        // Host and port, when there are any.
+        // The stored host and port; empty when nothing is stored.
         QStringList stored;
     };
     const Row rows[] = {

@@ -20,8 +20,8 @@ namespace {
 
 class WorkFlow : public CheckFixture {
 protected:
-    // Runs the program with these arguments; the user closes the window when its check has ended, after
-    // doing what atEnd does.
+    // Runs the program with these arguments. When a window's check has ended, calls atEnd and closes the
+    // window, as a user would.
     void Run(std::vector<std::string> arguments, const std::function<void(QWidget&)>& atEnd = {}) {
         arguments.insert(arguments.begin(), "/proc/self/exe");
         std::vector<char*> argv;
@@ -44,7 +44,7 @@ protected:
         });
         user.start(5);
         EXPECT_EQ(factory.Run(), 0);
-        // As main does; it also ends what a self-update asked of the event loops.
+        // As main does, runs the event loop once more.
         QTimer::singleShot(0, qApp, &QCoreApplication::quit);
         QCoreApplication::exec();
     }
@@ -60,7 +60,7 @@ protected:
         downloader_->Serve("http://self/get/setup.bin", "installer");
     }
 
-    // The first row's latest version in each window that was shown.
+    // The first row's latest version in each window that the program showed.
     QStringList latest_;
     CApplicationFactory* running_ = nullptr;
 };
@@ -69,7 +69,7 @@ TEST_F(WorkFlow, StartedAgainItShowsItsWindowEvenBeforeASilentCheckHasEnded) {
     AddProduct("Planner", {"1.0.0.0"}, "1.0.0.0");
     Install();
     const auto window = [] { return QApplication::activeModalWidget(); };
-    // While the list is fetched, or the product.
+    // The user starts it again while it fetches the list, and while it fetches the product.
     for (const std::size_t request : {1U, 2U}) {
         downloader_->addresses.clear();
         downloader_->whileDownloading = [&] {
