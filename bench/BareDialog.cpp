@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // The least that any program with such a window must do: a dialog with an empty table of the same columns.
-// With
-// "--quit" it ends once its events are handled.
+// With "--quit" it ends once its events are handled.
 #include <QApplication>
 #include <QDialog>
 #include <QTableWidget>

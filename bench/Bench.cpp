@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Measures the program side by side with what anyone could use instead; scripts/bench.sh prepares what it
-// needs.
+// Measures the program next to what a user could run instead; scripts/bench.sh lays out STATE.
 //
 // bench STATE PORT RUNS [--json]: STATE holds bin/ with the programs, site/, which a web server serves on
-// PORT of 127.0.0.1, and line.conf, with which nginx serves it on the same port of every address. RUNS is how
-// many times each figure is measured, at least.
+// PORT of 127.0.0.1, and line.conf, with which nginx serves it on the same port of every address. Each figure
+// is measured at least RUNS times.
 #include <QCoreApplication>
 #include <QFile>
 #include <cstdio>
@@ -49,8 +48,8 @@ constexpr Bound IDLE{"idle window, processor time in 10 s", "ms", "", 10.0};
 constexpr Bound WAITING{"waiting 5 s, processor time of it", "ms", "at most", 1.0};
 
 constexpr int IDLE_SECONDS = 10;
-// How many times as often is measured what takes some 30 ms: where the scheduler puts the processes makes
-// twice the difference that is to be seen.
+// Figures of some 30 ms are measured this many times more often, because the scheduler's choice of processors
+// makes twice the difference that the measurement looks for.
 constexpr int QUICK = 20;
 
 class Bench {
@@ -88,7 +87,7 @@ private:
     std::string SiteAddress() const { return "http://127.0.0.1:" + std::to_string(port_); }
     std::string Tool(const char* name) const { return state_ / "bin" / name; }
 
-    // An installation of its own for each set of products: the program looks beside itself.
+    // Makes an installation of its own for each set of products, since the program looks beside itself.
     void Install(const std::string& name, int count, const std::string& address) {
         const fs::path folder = state_ / "sets" / name;
         fs::remove_all(folder);
@@ -96,8 +95,7 @@ private:
         fs::create_directories(folder / "bin");
         fs::copy_file(Tool("VARDOProductUpdate"), folder / "bin" / "VARDOProductUpdate");
     }
-    // A program with a home that nobody has used; the caches of fonts and the like are kept, for all
-    // programs.
+    // Makes an unused home, and returns the command for the program; caches, such as that of fonts, are kept.
     Command Program(const std::string& set, const Command& arguments) {
         const fs::path home = state_ / "home";
         fs::remove_all(home);
@@ -113,7 +111,7 @@ private:
     Usage SilentCheck(const std::string& set, int network = CMeasuredProcess::HERE) {
         return CMeasuredProcess::Run(Program(set, {"-silent"}), network);
     }
-    // What the check of a set fetches, fetched by curl.
+    // Fetches with curl what the check of a set fetches.
     static Usage Curl(int count, const std::string& address, int network = CMeasuredProcess::HERE) {
         return CMeasuredProcess::Run({"curl", "-sf", "--no-progress-meter", "-Z", "--parallel-max", "6",
                                       address + "/[0-" + std::to_string(count - 1) + "].xml"},
@@ -132,7 +130,7 @@ private:
 
     using Measurement = std::function<double()>;
 
-    // The medians of measurements taken by turns: what slows the machine for a while slows all of them.
+    // The medians of measurements taken by turns, so that a slow phase of the machine slows all of them.
     static std::vector<double> MediansByTurns(int runs, const std::vector<Measurement>& measurements) {
         std::vector<std::vector<double>> values(measurements.size());
         for (int run = 0; run < runs; ++run)
@@ -174,7 +172,7 @@ private:
         Add(LINE_10, walls[2], walls[3]);
     }
 
-    // What each further file costs: the difference between two sizes, so that the start does not count.
+    // Measures what each further file costs as the difference of two sizes, so that the start does not count.
     void MeasureFetching() {
         const std::vector<double> walls =
             MediansByTurns(QUICK * runs_, {[this] { return SilentCheck("60").wallMs; },
@@ -184,7 +182,7 @@ private:
         Add(FURTHER, (walls[1] - walls[0]) / 540, (walls[3] - walls[2]) / 540);
     }
 
-    // The same descriptions, each with the maker's signature.
+    // Publishes the same descriptions, each with the maker's signature, and installs their set.
     void SignSite(const std::string& set, int count) {
         const Minisign maker;
         Install(set, count, SiteAddress() + "/" + set);
@@ -197,7 +195,7 @@ private:
                                                     << signature << "-->\n";
         }
         SilentCheck(set);
-        // Only a check that accepted a description leaves its date.
+        // Only a check that has accepted a description stores its date.
         if (ReadWholeFile(state_ / "home" / "config" / "VARDO Technologies.conf").find("LastChecked=") ==
             std::string::npos)
             throw std::runtime_error("the signatures were refused");
@@ -220,7 +218,7 @@ private:
         Add(THOUGHT, ours, 60 * 100);
     }
 
-    // Until the window is there and, when a line is given, that line has been printed.
+    // The time until the window is there and the program has printed the line.
     double MappedMs(const Command& command, const std::string& line) const {
         CWindowWatch watch;
         const CMeasuredProcess process(command);
@@ -264,7 +262,7 @@ private:
         Add(MEMORY_600, MedianOf([this] { return SilentCheck("600").peakMiB; }), bare);
     }
 
-    // In clock ticks of the system (proc(5)), as milliseconds.
+    // The processor time of a process in milliseconds, from the clock ticks in proc(5).
     static double ProcessorMs(pid_t process) {
         QFile file(QStringLiteral("/proc/%1/stat").arg(process));
         if (!file.open(QIODevice::ReadOnly))
@@ -293,7 +291,7 @@ private:
         server.Serve("/late/0.xml", answer);
         Install("one", 1, server.Address("").toStdString());
         Install("late", 1, server.Address("/late").toStdString());
-        // A program that starts after five idle seconds takes longer than one after another: by turns.
+        // After five idle seconds a program takes longer. By turns, one program ends after them, one starts.
         const std::vector<double> times =
             MediansByTurns(runs_, {[this] { return SilentCheck("late").processorMs; },
                                    [this] { return SilentCheck("one").processorMs; }});
@@ -309,7 +307,7 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) try {
-    // The server that thinks lives in this process and needs an application's event dispatcher.
+    // The slow server lives in this process, and needs an application's event dispatcher.
     const QCoreApplication application(argc, argv);
     if (argc < 4)
         return 2;

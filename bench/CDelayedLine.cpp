@@ -28,10 +28,10 @@ namespace asio = boost::asio;
 
 namespace {
 
-// What a device takes at once, at most; a TUN device has the MTU of an Ethernet.
+// The most bytes that a device takes at once; a TUN device has the MTU of an Ethernet.
 constexpr std::size_t MTU = 1500;
 
-// Gives back what a call of the system returned, unless it failed.
+// Returns the result of a system call; throws when it has failed.
 int Checked(int result, const char* what) {
     if (result < 0)
         throw std::system_error(errno, std::generic_category(), what);
@@ -39,7 +39,7 @@ int Checked(int result, const char* what) {
 }
 
 // A machine whose /dev has no such file may still have the driver, under these numbers
-// (Documentation/networking/tuntap.rst of the kernel). The file in /tmp is gone at once.
+// (Documentation/networking/tuntap.rst of the kernel). Deletes the file in /tmp at once.
 int OpenTun() {
     const int found = open("/dev/net/tun", O_RDWR | O_CLOEXEC);
     if (found >= 0 || errno != ENOENT)
@@ -83,7 +83,7 @@ CDelayedLine::~CDelayedLine() {
     thread_.join();
 }
 
-// A thread of its own enters the namespace and ends, so that no other thread has left its own one.
+// A thread of its own makes the namespace and ends, so that all other threads stay in their own one.
 CDelayedLine::End CDelayedLine::MakeEnd(const char* address, const char* peer) {
     const auto make = [this, address, peer] {
         Checked(unshare(CLONE_NEWNET), "no network namespace");
@@ -93,14 +93,14 @@ CDelayedLine::End CDelayedLine::MakeEnd(const char* address, const char* peer) {
         request.ifr_flags = IFF_TUN | IFF_NO_PI;
         Checked(ioctl(tun.Get(), TUNSETIFF, &request), "no TUN device");
         SetUp(request, address, peer);
-        // Only now may anyone wait for its packets: before TUNSETIFF a device has nothing to wait for.
+        // Only now can asio wait for its packets: before TUNSETIFF a device has nothing to wait for.
         Device device(events_, Checked(fcntl(tun.Get(), F_DUPFD_CLOEXEC, 0), "a TUN device"));
         return End{std::move(network), std::move(device)};
     };
     return std::async(std::launch::async, make).get();
 }
 
-// A packet that the device does not take is lost, as on every line.
+// A packet that the device refuses is lost, as on every line.
 void CDelayedLine::Pass(Device& from, Device& to) {
     const auto packet = std::make_shared<std::vector<char>>(MTU);
     from.async_read_some(asio::buffer(*packet), [this, packet, &from, &to](auto error, std::size_t size) {

@@ -13,10 +13,10 @@
 
 #include "platform/files/CFileDescriptor.h"
 
-// Makes two network namespaces with one TUN device in each. A packet that is sent into one device comes out
-// of the other one DELAY later; the line itself has no limit of its rate. The namespaces have no other
-// device, and nothing outside of them changes. They end with the object and the last process that runs in
-// them. A thread of its own passes the packets on.
+// Makes two network namespaces with one TUN device in each. A packet that enters one device comes out of the
+// other one DELAY later; the line does not limit the rate. The namespaces have no other device that is up,
+// and nothing outside of them changes. They end with the object and the last process in them. A thread of its
+// own passes the packets on.
 class CDelayedLine {
 public:
     static constexpr std::chrono::milliseconds DELAY{50};
@@ -24,7 +24,7 @@ public:
     static constexpr const char* CLIENT = "10.0.0.1";
     static constexpr const char* SERVER = "10.0.0.2";
 
-    // The calling process needs CAP_SYS_ADMIN in its user namespace, and a TUN device that it may open.
+    // The calling process needs CAP_SYS_ADMIN in its user namespace, and must be able to open a TUN device.
     // Throws std::system_error, which says what is missing.
     CDelayedLine();
     ~CDelayedLine();

@@ -10,19 +10,18 @@
 
 #include <sys/types.h>
 
-// What a program has used from its start to its end.
+// What a program uses from its start to its end.
 struct Usage {
     double wallMs = 0;
     double processorMs = 0;
     double peakMiB = 0;
 };
 
-// Starts a program in its constructor, with its standard output in a pipe, and ends it in the destructor if
-// it is still there then. A program that cannot be started, or that fails, ends the measurement with an
-// exception.
+// The constructor starts a program with its standard output in a pipe, and the destructor kills it if it
+// still runs. Wait throws std::runtime_error when the program could not start or has failed.
 class CMeasuredProcess {
 public:
-    // The program runs in the network namespace of that descriptor; with HERE in this process's own.
+    // The program runs in the network namespace of that descriptor; with HERE, in this process's own.
     explicit CMeasuredProcess(const std::vector<std::string>& command, int network = HERE);
     ~CMeasuredProcess();
     CMeasuredProcess(const CMeasuredProcess&) = delete;
@@ -35,14 +34,14 @@ public:
     double Elapsed() const;
     // The descriptor of its standard output.
     int Output() const { return output_; }
-    // What has arrived of its output; false at the end of the output.
+    // Waits for output and appends it to text; false at the end of the output.
     bool Read(std::string& text) const;
-    // Reads the output to its end, and waits for the program's.
+    // Reads the output to its end, waits for the program to end, and returns what it used.
     Usage Wait();
     // The last line of the output, after Wait.
     const std::string& LastLine() const { return lastLine_; }
 
-    // The three in one.
+    // Starts a program, and waits for it.
     static Usage Run(const std::vector<std::string>& command, int network = HERE) {
         return CMeasuredProcess(command, network).Wait();
     }

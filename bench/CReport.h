@@ -7,8 +7,8 @@
 #include <QString>
 #include <vector>
 
-// What a figure is called, what it is compared with, and how much of that it may be. Without a reference the
-// bound is that of the figure itself.
+// A figure's name and unit, what it is compared with, and the most that it may be, as a ratio to that.
+// Without a reference, ratio bounds the figure itself.
 struct Bound {
     const char* name;
     const char* unit;
@@ -16,12 +16,12 @@ struct Bound {
     double ratio;
 };
 
-// One figure: ours, and what it is compared with.
+// One measured figure: the program's, and the reference's.
 struct Figure {
     Bound bound;
     double ours = 0;
     double reference = 0;
-    // Why it could not be measured; empty for a figure that was.
+    // Why it could not be measured; empty for a measured figure.
     QString leftOut{};
 
     double Ratio() const { return reference > 0 ? ours / reference : ours; }
@@ -38,5 +38,5 @@ private:
     std::vector<Figure> figures_;
 };
 
-// The middle one of an odd number of values, or the upper of the two in the middle.
+// The middle one of the values; of an even number of them, the upper of the two in the middle.
 double Median(std::vector<double> values);

@@ -32,7 +32,7 @@ CWindowWatch::CWindowWatch() : connection_(xcb_connect(nullptr, nullptr)) {
     const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
     const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_, screen->root, XCB_CW_EVENT_MASK, &events);
-    // A round trip: from here on nothing is missed.
+    // After this round trip, no event is missed.
     Owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 

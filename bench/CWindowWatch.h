@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// When a window appears on the display.
+// Tells when a window appears on the display.
 #pragma once
 
 struct xcb_connection_t;
 
-// Watches the display of the environment from its construction on.
+// Watches the display that DISPLAY names, from its construction on.
 class CWindowWatch {
 public:
     CWindowWatch();
@@ -14,9 +14,9 @@ public:
     CWindowWatch(const CWindowWatch&) = delete;
     CWindowWatch& operator=(const CWindowWatch&) = delete;
 
-    // The descriptor on which news arrive.
+    // The descriptor that has data once something has happened.
     int Descriptor() const;
-    // Whether a top-level window larger than a pixel or two has been mapped since the last call.
+    // Whether a top-level window of more than 50 by 50 pixels has been mapped since the last call.
     bool WasMapped();
 
 private:

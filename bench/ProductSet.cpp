@@ -12,7 +12,7 @@ void Write(const std::filesystem::path& file, const std::string& text) {
     std::ofstream(file) << text;
 }
 
-// No name continues another with a digit, so each product has one description.
+// The hyphen keeps a name from continuing another with a digit, so each product has one description.
 std::string Name(int number) {
     return "Product" + std::to_string(number) + "-";
 }

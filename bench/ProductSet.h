@@ -7,10 +7,9 @@
 #include <filesystem>
 #include <string>
 
-// Fills installation/share with a product list of count products, each with one local description whose
-// remote one is address + "/<number>.xml", and with DISABLERS products that name a product which is not
-// installed in a version that matters. Folders are created; nothing newer is on offer, so a silent check
-// shows no window.
+// Fills installation/share with a list of count products and a local description of each, whose remote one is
+// address + "/<number>.xml". The first DISABLERS products name a disabler whose installed version is out of
+// its range. Creates folders. Nothing newer is on offer, so a silent check shows no window.
 struct ProductSet {
     static constexpr int DISABLERS = 10;
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // scale_benchmark COUNT FOLDER: loads the list of an installation of COUNT products, finds the installed
-// versions and applies the disablers. The last line that it prints is the processor time of that, in
+// versions and applies the disablers. Its last line of output is the processor time that this took, in
 // milliseconds.
 #include <QCoreApplication>
 #include <algorithm>
@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
     controller.FindInstalled();
     const double used = ProcessorMilliseconds() - before;
 
-    // What was measured must have happened.
+    // The measured work must be complete.
     const auto products = controller.GetProducts();
     const bool complete = products.size() == static_cast<std::size_t>(count) &&
                           std::all_of(products.begin(), products.end(),
