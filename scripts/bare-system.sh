@@ -8,7 +8,7 @@ STATE=$TREE/build/verify
 ROOT=$STATE/root
 SUITE=bookworm
 
-# Where this machine gets the suite from, by its own apt sources.
+# Prints where this machine gets the suite from, by its own apt sources.
 mirror_of_machine() {
     # shellcheck disable=SC2016 # apt-get fills them in.
     apt-get indextargets --format '$(CODENAME) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |
@@ -16,7 +16,7 @@ mirror_of_machine() {
 }
 MIRROR=${MIRROR:-$(mirror_of_machine)}
 
-# in_namespaces COMMAND...: as root, with mounts, processes and semaphores of its own; they end with the command.
+# in_namespaces COMMAND...: runs it as root, with mounts, processes and semaphores of its own, which end with it.
 in_namespaces() {
     if [[ $(id -u) != 0 ]] && ! command -v sudo >/dev/null; then
         fail "only root can install a system. As root, run: $0 $PACKAGE"
@@ -31,7 +31,7 @@ in_namespaces() {
 
 # --- making it -------------------------------------------------------------------------------------------------------
 
-# The bare system is made anew when it is older than a month: its packages are then no longer to be had.
+# Makes the bare system anew when it is older than 30 days, since a mirror may no longer have its packages.
 prepare() {
     [[ -n $(find "$STATE/base.tar" -mtime -30 2>/dev/null) ]] || make_base
     mount_root
@@ -65,19 +65,19 @@ mount_in_root() {
     chmod 1777 "$ROOT/tmp/.X11-unix" /tmp/.X11-unix
     mount -t tmpfs -o mode=1777 vardo-verify "$ROOT/dev/shm"
     mount --bind "$STATE/archives" "$ROOT/var/cache/apt/archives"
-    # The display's socket is in the system, too.
+    # Programs in the system reach the display by its socket.
     mount --bind /tmp/.X11-unix "$ROOT/tmp/.X11-unix"
     cp -L /etc/resolv.conf "$ROOT/etc/resolv.conf"
     printf '#!/bin/sh\nexit 101\n' >"$ROOT/usr/sbin/policy-rc.d"
     chmod 755 "$ROOT/usr/sbin/policy-rc.d"
 }
 
-# What the package says that it needs, and nothing else.
+# Installs what the package depends on, and nothing else.
 install_dependencies() {
     local log=$STATE/apt.log options=(-y --no-install-recommends -o Dpkg::Use-Pty=0 -o APT::Keep-Downloaded-Packages=true)
     say "Installing what the package depends on"
     in_root apt-get update >"$log" 2>&1 || fail "apt-get could not read the package lists; see $log"
-    # As apt's own user it could not write into build/.
+    # apt's own user could not write into build/.
     in_root apt-get -o APT::Sandbox::User=root satisfy "${options[@]}" "$(dpkg-deb -f "$PACKAGE" Depends)" >>"$log" 2>&1 ||
         fail "apt-get could not install what the package depends on; see $log"
 }
@@ -92,7 +92,7 @@ home_of() { awk -F: -v user="$1" '$1 == user { print $6 }' "$ROOT/etc/passwd"; }
 
 in_root() { chroot "$ROOT" /usr/bin/env -i "${IN_ROOT[@]}" HOME=/root "$@"; }
 
-# command_of USER: puts into COMMAND what runs something as the user, in the user's home.
+# command_of USER: puts into COMMAND the words that run a command as the user, in the user's home.
 command_of() {
     local home
     home=$(home_of "$1")
@@ -106,7 +106,7 @@ as_user() {
     "${COMMAND[@]}" "${@:2}"
 }
 
-# start_as_user USER COMMAND...: in the background; its process is $STARTED, what it says is in program.log.
+# start_as_user USER COMMAND...: starts it in the background; its process is $STARTED, its output is in program.log.
 start_as_user() {
     command_of "$1"
     : >"$STATE/program.log"
@@ -126,8 +126,8 @@ hand_over_display() {
 
 # --- looking at it ---------------------------------------------------------------------------------------------------
 
-# Type, mode, owner and content of every file, but for what every use of a system changes: dpkg's and apt's own records,
-# caches and logs, temporary files and homes.
+# Prints type, mode, owner and contents of every file, except those that every use of a system changes: the records of
+# dpkg and apt, caches and logs, temporary files and homes.
 list_files() {
     local volatile=(proc dev sys run tmp home root var/cache var/log var/tmp var/lib/dpkg var/lib/apt) prune=() path
     for path in "${volatile[@]}"; do

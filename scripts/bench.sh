@@ -4,14 +4,14 @@
 #
 # bench.sh [--json] [--runs N]
 #
-# Measures the optimised program and prints, for each figure, the median of at least five runs, the same of what it is
-# compared with, and their ratio; as a table, or as JSON. Everything runs on a display in memory, in a /tmp of its own,
-# against a web server on loopback. The machine should have nothing else to do meanwhile.
+# Measures the optimised program. Prints for each figure the median of at least five runs, that of its reference, and
+# their ratio, as a table or as JSON. Everything runs on a display in memory, in a /tmp of its own, against web servers
+# on this machine, which should have nothing else to do meanwhile.
 source "$(dirname "$0")/lib.sh"
 
 STATE=$TREE/build/bench
 
-# The second half of the script: in namespaces of its own, where no other copy of the program runs.
+# The second half of the script runs in namespaces of its own, where no other copy of the program holds the lock.
 measure() {
     mount -t tmpfs -o mode=1777 bench /tmp
     end_with_script
@@ -37,7 +37,7 @@ start_site() {
         # Root of a user namespace cannot give nginx's folders to a user that this namespace does not know.
         sed "1i user root;
              s/@PORT@/$PORT/" samples/nginx.conf >"$STATE/nginx.conf"
-        # The same for the far end of the line, which is not on loopback; it runs in the line's namespace alone.
+        # The server at the far end of the line is not on loopback; it runs in the line's namespace alone.
         sed "s/127.0.0.1:$PORT/$PORT/; s/nginx.pid/line.pid/" "$STATE/nginx.conf" >"$STATE/line.conf"
         start nginx -p "$STATE/" -c nginx.conf -e error.log
         wait_until 10 test -s "$STATE/nginx.pid" && return

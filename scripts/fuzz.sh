@@ -5,14 +5,14 @@
 # fuzz.sh MINUTES [FUZZER...]
 #
 # Runs the fuzzers (all of tests/fuzz, or the named ones, such as Xml) for so many minutes each, as many at a time as
-# the machine has processors, with the lowest priority. Prints what each of them did; fails when one found anything.
+# the machine has processors, with the lowest priority. Prints what each of them did; fails when one has found anything.
 # What they learn stays in build/fuzz, and the next run goes on from there.
 source "$(dirname "$0")/lib.sh"
 
 FUZZERS=$TREE/build/fuzz/tests/fuzz
 LOGS=$TREE/build/fuzz/logs
 
-# run_one MINUTES NAME: one fuzzer, as CTest would run it but for the time.
+# run_one MINUTES NAME: runs one fuzzer as CTest would, but for so many minutes.
 run_one() {
     local command
     read -ra command <"$FUZZERS/$2/command"
@@ -24,7 +24,7 @@ run_one() {
     fi
 }
 
-# figure NAME PATTERN: the last thing in the log that a pattern's group matches.
+# figure NAME PATTERN: prints the last text in the log that the pattern's group matches.
 figure() { sed -nE "s/.*$2.*/\1/p" "$LOGS/$1.log" | tail -n 1; }
 
 row() { printf '%-18s %12s %8s %7s %7s  %s\n' "$@"; }
@@ -51,7 +51,7 @@ remedy() {
     fail "mend the reader, give its tests a row, and keep the input (see docs/reliability.md): ${FAILED[*]}"
 }
 
-# The second half of the script, for each fuzzer.
+# xargs runs this second half of the script for each fuzzer.
 if [[ ${1:-} == --one ]]; then
     run_one "$2" "$3"
     exit

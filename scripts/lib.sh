@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: VARDO Technologies
 # SPDX-License-Identifier: LicenseRef-VARDO
 #
-# What the scripts share: messages, the packages of the machine, the build, and processes that end with the script.
-# A script sources this file first; it then stands in the root of the tree.
+# The scripts share this: messages, the packages of the machine, the build, and processes that end with the script. A
+# script sources this file first, which changes to the root of the tree.
 
 set -euo pipefail
 
@@ -20,7 +20,7 @@ fail() {
 
 # --- packages ------------------------------------------------------------------------------------------------------
 
-# packages_of SECTION...: the package names of these sections of packages.txt, one a line.
+# packages_of SECTION...: prints the package names of these sections of packages.txt, one a line.
 packages_of() {
     local section
     for section in "$@"; do
@@ -29,7 +29,7 @@ packages_of() {
     done
 }
 
-# missing_packages SECTION...: those of them that are not installed.
+# missing_packages SECTION...: prints those of them that are not installed.
 missing_packages() {
     local wanted
     mapfile -t wanted < <(packages_of "$@")
@@ -38,7 +38,7 @@ missing_packages() {
             sed -n 's/^installed //p' | sort -u)
 }
 
-# as_root COMMAND...: runs it as root, with sudo when this is not root.
+# as_root COMMAND...: runs it as root; other users need sudo.
 as_root() {
     if [[ $(id -u) == 0 ]]; then
         "$@"
@@ -65,7 +65,7 @@ allow_services() {
     OUR_POLICY=""
 }
 
-# keep_services_off PACKAGE...: nor may they start at the next boot.
+# keep_services_off PACKAGE...: keeps their services from starting at the next boot.
 keep_services_off() {
     local name
     for name in nginx squid prometheus; do
@@ -129,13 +129,13 @@ GROUPS_STARTED=()
 # however it ends. Its number is in $STARTED.
 start() {
     (
-        # A lock that the script holds is the script's alone.
+        # The process must not inherit the lock that the script holds.
         [[ -z ${LOCK:-} ]] || exec {LOCK}>&-
         exec setsid setpriv --pdeathsig TERM "$@"
     ) &
     STARTED=$!
     GROUPS_STARTED+=("$STARTED")
-    # From here on the group exists, or the process has ended already.
+    # Waits until the group exists, or the process has ended already.
     until alive "$STARTED" || ! kill -0 "$STARTED" 2>/dev/null; do
         sleep 0.01
     done
@@ -143,7 +143,7 @@ start() {
 
 alive() { kill -0 -- "-$1" 2>/dev/null; }
 
-# stop GROUP: asks the group to end, and makes it end after five seconds.
+# stop GROUP: asks the group to end, and kills it after five seconds.
 stop() {
     local tries=50
     kill -TERM -- "-$1" 2>/dev/null || true
@@ -162,14 +162,14 @@ stop_all() {
     GROUPS_STARTED=()
 }
 
-# end_with_script: from here on, whatever was started ends with the script, also on Ctrl-C.
+# end_with_script: from here on, all started processes end with the script, also on Ctrl-C.
 end_with_script() {
     trap stop_all EXIT
     trap 'exit 130' INT
     trap 'exit 143' TERM HUP
 }
 
-# A port that was free a moment ago: the system chooses it.
+# Prints a port that was free a moment ago; the system chooses it.
 free_port() {
     perl -MIO::Socket::INET -e \
         'print IO::Socket::INET->new(Listen => 1, LocalAddr => "127.0.0.1")->sockport or die "no free port: $!"'

@@ -4,8 +4,8 @@
 #
 # lint.sh [--quick]
 #
-# Every check of the code that needs no run of it. Says what is wrong, and how to put it right; ends with 1 if anything is.
-# With --quick it leaves out clang-tidy and the compilation of each header alone, which take minutes.
+# Runs every check that does not run the code. Says what is wrong, and how to put it right; ends with 1 after a failed
+# check. With --quick it leaves out clang-tidy and the compilation of each header alone, which take minutes.
 source "$(dirname "$0")/lib.sh"
 
 FAILED=()
@@ -20,7 +20,7 @@ check() {
     printf '*** %s failed. %s\n' "$name" "$remedy" >&2
 }
 
-# ours PATTERN...: the project's own files, those not yet committed included.
+# ours PATTERN...: prints the project's own files, those not yet committed included, with a NUL after each.
 ours() {
     local file
     git ls-files -co --exclude-standard -z -- "$@" | while IFS= read -r -d '' file; do
@@ -51,19 +51,19 @@ owners() {
 
 shell_scripts() { ours '*.sh' .ci/run samples/installation/gallery/content-tool | xargs -0 shellcheck -x -P scripts; }
 
-# Boost 1.74 knows coroutines of GCC only; these tell it that this clang has them as well.
+# Boost 1.74 knows coroutines of GCC alone; these options tell it that this clang has them as well.
 COROUTINES=(--extra-arg=-DBOOST_ASIO_HAS_CO_AWAIT=1 --extra-arg=-DBOOST_ASIO_HAS_STD_COROUTINE=1
     --extra-arg=-includeutility)
 
-# tidy BUILD PATTERN...: those sources, as that build folder compiles them.
+# tidy BUILD PATTERN...: checks those sources as that build folder compiles them.
 tidy() {
     local build=$1
     shift
     ours "$@" | xargs -0 -n 1 -P "$(nproc)" clang-tidy-16 -p "$build" --quiet "${COROUTINES[@]}" 2>/dev/null
 }
 
-# cppcheck knows no coroutines, nor a test suite without a prefix; and that readdir needs no other form when each
-# thread reads a stream of its own (readdir(3)). In a test no other thread asks for the user's name.
+# cppcheck knows neither coroutines nor a test suite without a prefix, nor that readdir is safe while each thread reads
+# a stream of its own (readdir(3)). In a test no other thread asks for the user's name.
 CPPCHECK=('--enable=warning,performance,portability' --inline-suppr --error-exitcode=1 --quiet --std=c++20
     --library=qt --library=posix --library=boost --library=googletest '-DINSTANTIATE_TEST_SUITE_P(...)='
     --suppress=missingReturn:tests/support/LoopbackServer.cpp --suppress=readdirCalled
@@ -73,7 +73,7 @@ other_slips() { ours '*.cpp' | xargs -0 cppcheck -j "$(nproc)" "${CPPCHECK[@]}" 
 
 headers_alone() { cmake --build --preset debug --target check-headers; }
 
-# Lines that are not blank: of the tests, with their fixtures and fuzzers, and of all other code.
+# Counts the lines that are not blank: of the tests, with their fixtures and fuzzers, and of all other code.
 share_of_tests() {
     local tests code share
     tests=$(ours 'tests/*.cpp' 'tests/*.h' 'tests/*.sh' | xargs -0 cat | grep -c '[^[:space:]]')
@@ -84,7 +84,7 @@ share_of_tests() {
 }
 MOST_TESTS=36
 
-# The desktop's texts are in every language that the program speaks.
+# The desktop's files hold their texts in every language that the program speaks.
 desktop_languages() {
     local file pattern bad=0
     while read -r file pattern; do
@@ -127,7 +127,7 @@ if [[ -z $QUICK ]]; then
     check "Headers alone" "A header includes all that it needs itself." headers_alone
     check "clang-tidy" "Mend it, or suppress it in the line with NOLINT(check) and a reason." \
         tidy build/debug '*.cpp' ':!tests/fuzz'
-    # Only clang compiles the fuzzers; it need not do so for clang-tidy to know how.
+    # clang-tidy reads how to compile the fuzzers from a build folder that clang has configured but not built.
     cmake --preset fuzz -B build/fuzz-lint --log-level=WARNING >/dev/null
     check "clang-tidy of the fuzzers" "The same." tidy build/fuzz-lint 'tests/fuzz/*.cpp'
 fi

@@ -6,19 +6,19 @@
 #            [--maintainer 'NAME <MAIL>'] [--verify]
 #
 # Makes the Debian package, build/vardo-product-update_VERSION_ARCHITECTURE.deb, from an optimised and hardened build.
-# ADDRESS is the maker's site; without it the installed program asks nobody until a product brings an address of its own.
-# With a site one of three choices is needed: --key is the maker's public key, by which the program verifies newer ones
+# ADDRESS is the maker's site; without it the installed program asks no site until a product brings an address of its
+# own. A site needs one of three choices: --key is the maker's public key, by which the program verifies newer versions
 # of itself before it starts their installers; with --no-self-update it never offers to replace itself, for computers
 # that get their packages in other ways; with --unsigned-self-update it starts what the network gives it.
 # --catalogue-key is the public key for the files that the site publishes.
-# With --verify the package is also examined by the usual tools and by verify-package.sh, which installs it into a bare
-# Debian system made for that, runs it there and removes it again; that needs root, a network, and some minutes.
+# With --verify the usual tools examine the package, and verify-package.sh installs it into a bare Debian system made for
+# that, runs it there and removes it again; that needs root, a network, and some minutes.
 source "$(dirname "$0")/lib.sh"
 
 STATE=$TREE/build/package
 NAME=vardo-product-update
 
-# What dpkg-buildflags(1) advises, less the debug information.
+# Prints the flags that dpkg-buildflags(1) advises, without debug information.
 flags_of() { DEB_BUILD_MAINT_OPTIONS=hardening=+all DEB_CXXFLAGS_MAINT_STRIP=-g dpkg-buildflags --get "$1"; }
 
 make_package() {
@@ -49,7 +49,7 @@ check_version() {
 
 # --- lint ------------------------------------------------------------------------------------------------------------
 
-# examine NAME REMEDY COMMAND...: the command must succeed, and say nothing.
+# examine NAME REMEDY COMMAND...: fails unless the command succeeds and says nothing.
 examine() {
     local name=$1 remedy=$2 said
     shift 2
@@ -80,7 +80,7 @@ metainfo() {
         cat "$STATE/appstream.log"
 }
 
-# The units, as they would be if the package's files were installed where they have been unpacked.
+# Checks the units with the paths of the files as they have been unpacked.
 unit_faults() {
     local units=$STATE/units unit
     rm -rf "$units"
@@ -94,8 +94,8 @@ unit_faults() {
 
 page_warnings() { LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$1" >/dev/null; }
 
-# key_file FILE: its whole path. A secret key that is packed by mistake would be everybody's, and with a garbled one no
-# newer version ever starts. A file for the catalogue may hold several keys.
+# key_file FILE: prints its whole path, and fails unless it begins with a public key. A package would give a secret key
+# to everybody, and with a garbled one no newer version ever starts. A file may hold several keys.
 key_file() {
     local file lines
     file=$(cd "$OLDPWD" && realpath -e "$1") || fail "$1: give the file of the maker's public key"
@@ -139,7 +139,7 @@ done
         "--no-self-update (never), or --unsigned-self-update (by whatever answers for the site)"
 ensure_packages build package
 [[ -z $VERIFY ]] || ensure_packages verify headless
-# The same sources give the same package.
+# With this time stamp, the same sources give the same package.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)}
 export SOURCE_DATE_EPOCH
 make_package

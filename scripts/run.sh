@@ -8,8 +8,8 @@
 # under build/run, serves the sample site on loopback and runs the program with settings of its own. Without a display
 # it runs on one in memory, saves build/run/window.png when the check has ended, and closes the window.
 # With --self-update the site offers a newer version of the program.
-# With POSE=tip, menu or why the picture also shows that, of the product without an answer; POSE_SIDE=left says that the
-# buttons are on the left.
+# With POSE=tip, menu or why the picture also shows the tip, the menu or the explanation of the product without an
+# answer; POSE_SIDE=left says that the buttons are on the left.
 source "$(dirname "$0")/lib.sh"
 source scripts/display.sh
 
@@ -18,7 +18,7 @@ PROGRAM=$RUN/program
 SITE=$RUN/site
 OUTPUT=$RUN/output.txt
 PICTURE=$RUN/window.png
-# The button of the product without an answer, in pixels from the window's top and side.
+# The place of the button of the product without an answer, in pixels from the window's top and side.
 FAILURE_Y=225
 FAILURE_X=70
 
@@ -31,7 +31,7 @@ claim_folder() {
     flock -n "$LOCK" || fail "another run.sh is using $RUN"
 }
 
-# The executable stays the same file when it did not change; all else is laid out afresh.
+# Keeps the file of an executable that has not changed, and lays out all else afresh.
 install_program() {
     rm -rf "$PROGRAM/share" "$PROGRAM/Languages" "$PROGRAM/gallery"
     cmake --install build/release --prefix "$PROGRAM" >/dev/null
@@ -46,7 +46,7 @@ serve_sample_site() {
     grep '^Serving ' "$SITE.log" || fail "no web server: $(<"$SITE.log")"
 }
 
-# The program's settings, downloads of others and the home that it sees are all below build/run.
+# The program's home, settings and caches all lie below build/run.
 sandbox() {
     local home=$RUN/home
     mkdir -p "$home/.config"
@@ -64,7 +64,7 @@ run_on_display() {
     wait "$STARTED" || fail "the program ended with $?"
 }
 
-# What the installer and the content tool of the samples note when they run; they outlive the program.
+# Prints what the samples' installer and content tool have noted; both may outlive the program.
 show_notes() {
     local log
     for log in "$RUN"/home/*.log; do
@@ -78,7 +78,7 @@ window() { window_of "$PROGRAM_GROUP"; }
 
 program_ended() { ! alive "$PROGRAM_GROUP"; }
 
-# Every product of the list that the program uses by then has its line.
+# The check has ended when every product of the list that the program uses by then has its line.
 check_ended() {
     local products done_lines
     products=$(grep -cE '<(Product|Gallery|Notification) ' "$PROGRAM/share/products.xml")
@@ -95,7 +95,7 @@ answer_self_update() {
     wait_until 30 test -s "$RUN/home/installer.log" || say "The installer did not run."
 }
 
-# Moves the pointer to that button, with the table scrolled to its top.
+# Scrolls the table to its top, and moves the pointer to that button.
 point_at_failure() {
     local x=$FAILURE_X WIDTH
     eval "$(xdotool getwindowgeometry --shell "$1" | grep '^WIDTH=')"
@@ -105,7 +105,7 @@ point_at_failure() {
 
 has_dialog() { [[ $(window) != "$1" ]]; }
 
-# Opens what POSE names beside the window.
+# Opens what POSE names, and takes a picture of it beside the window.
 pose() {
     local main=$1
     xdotool windowfocus --sync "$main"
@@ -133,7 +133,7 @@ show_check() {
 
 run_in_memory() {
     start_display "$RUN"
-    # Without an address, Qt asks dbus-launch(1) for a bus, which outlives everybody.
+    # Without an address, Qt asks dbus-launch(1) for a bus, which outlives the script.
     export DBUS_SESSION_BUS_ADDRESS=${DBUS_SESSION_BUS_ADDRESS:-disabled:}
     start "$PROGRAM/bin/VARDOProductUpdate" "$@" >"$OUTPUT" 2>&1
     PROGRAM_GROUP=$STARTED

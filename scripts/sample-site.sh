@@ -4,12 +4,12 @@
 #
 # sample-site.sh [--self-update] PROGRAM STATE
 #
-# Makes an installed program (the folder PROGRAM, with bin/ and share/ in it) into the sample installation of samples/,
-# and serves the sample site on a free port of 127.0.0.1 until it is ended. "Serving ADDRESS" on standard output says
-# that it is ready. STATE holds what belongs to the run: the site (site/), the machine's settings (machine/) and the
-# server's files, access.log among them. With --self-update the site offers a newer version of the program. The site's
-# XML files and that installer are signed, each with a pair of keys of which the program has the public one; nothing
-# keeps the other.
+# Turns an installed program (the folder PROGRAM, with bin/ and share/ in it) into the sample installation of samples/,
+# and serves the sample site on a free port of 127.0.0.1 until the script is ended. "Serving ADDRESS" on standard output
+# says that it is ready. STATE holds what belongs to the run: the site (site/), the machine's settings (machine/) and
+# the server's files, access.log among them. With --self-update the site offers a newer version of the program. The
+# script signs the site's XML files and that installer with two new pairs of keys; the program gets the public keys, and
+# the secret ones are deleted.
 source "$(dirname "$0")/lib.sh"
 
 # fill FROM TO: copies the tree FROM into TO and puts the port and the program's folder into every file.
@@ -24,10 +24,10 @@ fill() {
     done < <(cd "$1" && find . -type f -print0)
 }
 
-# attribute NAME: its first value in the description of the program on the site.
+# attribute NAME: prints its first value in the description of the program on the site.
 attribute() { sed -n "s/.* $1=\"\([^\"]*\)\".*/\1/p;T;q" "$STATE/site/program/VardoProductUpdate.xml"; }
 
-# As docs/signing.md tells the maker to do it. A program that is no longer offered an installer has no key for one.
+# Signs as docs/signing.md tells the maker to do it. Without --self-update the program has no key for installers.
 sign_site() {
     local keys share=$PROGRAM/share argument
     rm -f "$share"/Vardo*.pub
@@ -54,7 +54,7 @@ lay_out() {
     sed "s/@PORT@/$PORT/" samples/nginx.conf >"$STATE/nginx.conf"
 }
 
-# The server writes its number into nginx.pid once it listens, and ends when the port is taken.
+# The server writes its process number into nginx.pid once it listens, and ends when the port is taken.
 # shellcheck disable=SC2317  # wait_until calls it
 listening_or_ended() { [[ -s $STATE/nginx.pid ]] || ! alive "$STARTED"; }
 

@@ -4,12 +4,12 @@
 #
 # screenshots.sh
 #
-# Takes the pictures of docs/ afresh: the window after a check of the sample installation, in English and in the languages
-# whose look differs most, on a dark desktop, and on a display with twice as many dots; and what a row says of itself. They
-# come from run.sh, with a user who never ran the program before. What no page shows goes to build/pictures.
+# Takes the pictures of docs/ afresh: the window after a check of the sample installation, in English and in the
+# languages whose look differs most, on a dark desktop, and on a display with twice as many dots; and a row's tip and
+# menu. run.sh takes each of them for a new user. Pictures that no page shows go to build/pictures.
 source "$(dirname "$0")/lib.sh"
 
-# picture NAME [VARIABLE=VALUE...] [-- program arguments]
+# picture NAME [VARIABLE=VALUE...] [-- program arguments]: runs the program and puts its picture into FOLDER.
 picture() {
     local name=$1 variables=()
     shift
@@ -24,7 +24,7 @@ picture() {
 
 new_user() { rm -rf build/run/home; }
 
-# A desktop whose settings program chose dark colours.
+# Writes the settings of a desktop with dark colours.
 darken() {
     mkdir -p build/run/home/.config/qt6ct
     printf '[Appearance]\ncustom_palette=true\ncolor_scheme_path=/usr/share/qt6ct/colors/darker.conf\n' \
@@ -46,7 +46,7 @@ for pose in tip menu; do
 done
 FOLDER=build/pictures
 mkdir -p "$FOLDER"
-# It names folders of this machine.
+# This picture names folders of this machine.
 new_user && picture row-why POSE=why
 for pose in tip menu why; do
     new_user && darken && picture "row-$pose-dark" POSE="$pose" QT_QPA_PLATFORMTHEME=qt6ct

@@ -5,7 +5,7 @@
 # test.sh [CTest arguments]
 #
 # From a bare machine to CTest's closing line: installs what is missing, builds everything and runs every test. With
-# arguments, the fuzzers, which take a compiler of their own, are built and run only when these say "-L fuzz".
+# arguments, it builds and runs the fuzzers, which need a compiler of their own, only for "-L fuzz".
 source "$(dirname "$0")/lib.sh"
 
 ensure_packages build run headless test fuzz

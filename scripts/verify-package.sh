@@ -8,9 +8,9 @@
 # depends on; runs its programs there as a user and as root; turns its silent check off as an administrator would; upgrades it
 # and purges it; and compares the system's files with those before. The picture of the window is build/verify/window.png.
 #
-# The system lies in memory, in a mount namespace, and with it ends whatever was mounted or started, however this ends.
-# Only build/verify is written to: the bare system (base.tar) and the packages (archives/) are kept there for the next time.
-# MIRROR is where they come from; without it the mirror of the machine's own apt sources.
+# The system lies in memory, in namespaces of its own. All mounts and processes end with these, however the script ends.
+# The script writes into build/verify alone: it keeps the bare system (base.tar) and the packages (archives/) there for
+# the next time. They come from MIRROR; without it, from the mirror of the machine's own apt sources.
 source "$(dirname "$0")/lib.sh"
 source scripts/display.sh
 source scripts/bare-system.sh
@@ -25,13 +25,13 @@ MENU=/usr/share/applications/vardo-product-update.desktop
 POLICY='VARDO%20Technologies\Product%20Update\Policy\Interval=7'
 FOREIGN='VARDO%20Technologies\VARDO%20Notebook\Theme=dark'
 
-# value_of KEY ENTRY: the value of a key in a desktop entry of the bare system.
+# value_of KEY ENTRY: prints the value of a key in a desktop entry of the bare system.
 value_of() { sed -n "s/^$1=//p" "$ROOT$2"; }
 
 install_package() {
     say "Installing the package"
     in_root dpkg -i /tmp/package.deb >"$STATE/dpkg.log" 2>&1 || fail "dpkg could not install it; see $STATE/dpkg.log"
-    # Another product of the maker, and another one's setting.
+    # Another product of the maker is installed beside it.
     cat >"$ROOT$NOTEBOOK" <<'END'
 <SoftwareUpdate Location="Client">
   <Product CurrentVersion="11.0.580.0" RemoteVersionFile="n.xml" RemoteVersionFileURL="http://updates.example.com/"/>
@@ -41,8 +41,8 @@ END
 
 options_in() { grep -oE -- '(^|[^[:alnum:]-])--[a-z][a-z-]*' | grep -oE -- '--[a-z-]*' | sort -u; }
 
-# check_console COMMAND: it answers, its manual page has just the options that it has itself, and it needs no library of
-# a window, so that it runs on servers.
+# check_console COMMAND: checks that it answers, that its manual page has exactly its options, and that it needs no
+# library for windows, so that it runs on servers.
 check_console() {
     local command=$1 version help
     version=$(as_user person "$command" --version) || fail "$command --version ended with $?"
@@ -81,7 +81,7 @@ await_end() {
     wait "$STARTED" || fail "the program $1 ended with $?; see $STATE/program.log"
 }
 
-# check_window USER: the program shows its window, from the menu, and ends when that is closed.
+# check_window USER: checks that the program, started from the menu, shows its window, and ends when that is closed.
 check_window() {
     local window class
     say "Opening the window from the menu, as $1"
@@ -136,7 +136,7 @@ check_autostart_stays_off() {
 check_removal() {
     say "Removing and purging the package"
     local homes
-    # Without these the checks below would prove nothing.
+    # Without this setting the checks below would prove nothing.
     grep -q ProxyInformation "$ROOT$SETTINGS" || fail "root's run left nothing in the machine's settings"
     printf '%s\n' "$FOREIGN" 'VARDO%20Technologies\Product%20Update\Interval=7' >>"$ROOT$SETTINGS"
     touch "$ROOT$PREFIX/share/products.xml.new-abc123"
@@ -148,7 +148,7 @@ check_removal() {
     [[ $(grep -v '^$' "$ROOT$SETTINGS") == "[Software]"$'\n'"$FOREIGN" ]] ||
         fail "purging left this in the machine's settings: $(<"$ROOT$SETTINGS")"
     [[ -e $ROOT$NOTEBOOK ]] || fail "purging removed the description of another product"
-    # They go as they came, with the products that they belong to, and so do the folders that they kept.
+    # Their own products would remove these, and with them the folders that they kept.
     rm "$ROOT$NOTEBOOK" "$ROOT$SETTINGS"
     rmdir "$ROOT"{"$PREFIX"/share,"$PREFIX",/opt/vardo,/etc/xdg}
 }
