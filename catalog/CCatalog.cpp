@@ -63,7 +63,7 @@ void AddMessageReference(const CCatalogFile& file, const boost::shared_ptr<IEnvi
                               notification.GetCheckAddress().ToQString(), FileKind::MESSAGE});
 }
 
-// Of an element and all below it. The folder of gallery content has the name of a page.
+// Adds the links of an element and all below it. For gallery content, the attribute of a page holds a folder.
 void AddLinks(const CCatalogFile& file, const TiXmlElement& element, std::vector<Reference>& links) {
     using namespace DescriptionFormat;
     const char* const pages[] = {WEB_PAGE, NotificationFormat::WEB_PAGE, ListFormat::DEFAULT_PAGE};
@@ -164,7 +164,7 @@ void CCatalog::RecogniseByName() {
             RecogniseListed(*list);
 }
 
-// A file that names its site is not an installed one, whatever its name.
+// A file that looks like a remote description or a message is not an installed one, whatever its name.
 void CCatalog::RecogniseListed(const CCatalogFile& list) {
     for (const TiXmlElement* child = list.GetRoot()->FirstChildElement(); child;
          child = child->NextSiblingElement()) {
@@ -203,8 +203,8 @@ void CCatalog::CollectReferences() {
     }
 }
 
-// A list that names its own address tells where its folder is published. The copy that was installed names it
-// too, but lies among local descriptions, and nothing else is where its addresses would lead.
+// A list that names its own address tells where its folder is published. The installed copy names it, too,
+// but lies among local descriptions, and its addresses lead to no other file there.
 void CCatalog::FindSite() {
     for (const CCatalogFile* list : FilesOf(FileKind::PRODUCT_LIST)) {
         const QString address =

@@ -5,7 +5,7 @@
 
 namespace {
 
-// The readers of descriptions go by the encoding that the file declares, and leave line ends alone.
+// The readers of descriptions follow the encoding that the file declares, and keep its line ends.
 bool IsDescription(FileKind kind) {
     return kind == FileKind::LOCAL_DESCRIPTION || kind == FileKind::REMOTE_DESCRIPTION;
 }

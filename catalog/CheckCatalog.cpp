@@ -13,7 +13,7 @@
 namespace {
 
 void CheckComment(const CCatalogFile& file, int line, const QString& comment, CFindings& findings) {
-    // The other signs of a signature are the tool's.
+    // The tool, not the maker, writes the text of a signature.
     if (comment.contains(QLatin1String("--")) && !comment.startsWith(QLatin1String("minisign")))
         findings.Add(
             file.GetPath(), line, Code::DOUBLE_HYPHEN,
@@ -28,14 +28,14 @@ void CheckAmpersand(const CCatalogFile& file, int line, const QString& entity, C
             : QStringLiteral("the entity \"%1\" is unknown: write the character itself").arg(entity));
 }
 
-// What the parser takes without a word: an "&" that begins no entity, for nothing, and comments that are
-// none. Comments and CDATA may hold any "&".
+// Finds what the parser accepts without a word: an "&" that begins no entity, which it drops, and a comment
+// that holds "--". Comments and CDATA may hold any "&".
 void CheckMarks(const CCatalogFile& file, CFindings& findings) {
     static const QRegularExpression piece(
         QStringLiteral("<!--(.*?)-->|<!\\[CDATA\\[.*?\\]\\]>|"
                        "(&)(?!(?:amp|lt|gt|quot|apos|#[0-9]+|#x[0-9a-fA-F]+);)(?:([A-Za-z][A-Za-z0-9]*);)?"),
         QRegularExpression::DotMatchesEverythingOption);
-    // Byte by byte: only ASCII is looked for.
+    // A byte becomes a character, which is enough to find ASCII.
     const QString text = ReadFileBytes(file.GetFilePath()).ToQString();
     int line = 1;
     qsizetype countedTo = 0;
@@ -51,8 +51,8 @@ void CheckMarks(const CCatalogFile& file, CFindings& findings) {
     }
 }
 
-// Looks for what is wrong with a malformed file with a reader that says it better than the program's: in the
-// reader's words, or which element is not closed, at the line where the element or the wrong tag begins.
+// Reads a malformed file with a reader that explains faults better than the program's. Returns the reader's
+// reason, or which element is not closed, with the line where the element or the wrong tag begins.
 XmlFault Diagnose(const CCatalogFile& file) {
     // The program lets an unknown entity pass.
     const QString text = ReadFileBytes(file.GetFilePath()).ToQString().replace(u'&', u' ');
@@ -81,7 +81,7 @@ XmlFault Diagnose(const CCatalogFile& file) {
     return {tagLine(), reason.toStdString()};
 }
 
-// Below a folder of the organisation's name lie settings that the program reads.
+// The program reads settings from folders with the organisation's name.
 bool IsSettings(const CCatalogFile& file) {
     return file.GetName().endsWith(QLatin1String(".conf")) &&
            file.GetFolder().endsWith(QLatin1String("VARDO Technologies"));

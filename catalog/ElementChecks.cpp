@@ -10,7 +10,7 @@
 
 namespace {
 
-// ' (it reads "BaseXml")' for a name that differs from a known one in nothing but case; empty otherwise.
+// ' (it reads "BaseXml")' for a name that differs from a known one in case only; empty otherwise.
 template <typename Rule>
 QString Hint(const std::string& name, std::span<const Rule> rules) {
     const QString text = QString::fromStdString(name);
@@ -24,7 +24,7 @@ QString Named(const TiXmlElement& element) {
     return QLatin1Char('<') + QString::fromStdString(element.ValueStr()) + QLatin1Char('>');
 }
 
-// Attributes are read up to the first byte that is not UTF-8.
+// The program reads an attribute up to the first byte that is not UTF-8.
 void CheckEncoding(const CCatalogFile& file, const TiXmlAttribute& attribute, CFindings& findings) {
     const CAtlString read(attribute.Value());
     if (CAtlStringA(read.GetString()).Compare(attribute.Value()) != 0)

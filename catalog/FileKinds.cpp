@@ -12,13 +12,13 @@
 
 namespace {
 
-// Whether an element has any attribute of those.
+// Whether an element has any of those attributes.
 bool HasAny(const TiXmlElement& element, std::span<const XmlAttributeRule> rules) {
     return std::any_of(rules.begin(), rules.end(),
                        [&](const XmlAttributeRule& rule) { return element.Attribute(rule.name); });
 }
 
-// Whether any child, of those with that name unless it is null, has any attribute of those.
+// Whether any child with that name has any of those attributes; null stands for every name.
 bool HasChildWith(const TiXmlElement& parent, const char* name, std::span<const XmlAttributeRule> rules) {
     const TiXmlElement* child = name ? parent.FirstChildElement(name) : parent.FirstChildElement();
     for (; child; child = name ? child->NextSiblingElement(name) : child->NextSiblingElement())

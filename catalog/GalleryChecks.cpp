@@ -40,7 +40,7 @@ void CheckInstalled(const CCatalogFile& file, const CCatalog& catalog, CFindings
                      QStringLiteral("there is no <category> with an id in the root: the content has no row"));
 }
 
-// A published list is of use to content that has a category in common with it.
+// A published list is of use only to content that shares a category with it.
 void CheckPublished(const CCatalogFile& file, const CCatalog& catalog, CFindings& findings) {
     const TiXmlElement& root = *file.GetRoot();
     CheckElement(file, root, PUBLISHED, findings);

@@ -22,7 +22,7 @@ QString Text(const std::string& text) {
     return QString::fromStdString(text);
 }
 
-// What follows a beginning in the trusted comment, in quotes.
+// The rest of the only word with that beginning in the trusted comment, in quotes; "none" without such.
 QString Said(const CMinisignSignature& signature, std::string_view beginning) {
     const auto word = signature.GetOnlyWord(beginning);
     return word ? QLatin1Char('"') + Text(*word) + QLatin1Char('"') : QStringLiteral("none");
@@ -35,7 +35,7 @@ QString KeyNumbers(const CKeyFile& keys) {
     return numbers.join(QLatin1String(", "));
 }
 
-// Why the seal refused a signature, after its file's name.
+// Why the seal refused a signature, to follow the name of its file.
 QString RefusalText(const CInstallerSeal& seal, const CUpdateXmlReader& reader) {
     using enum CInstallerSeal::Refusal;
     const auto& signature = seal.GetSignature();
@@ -89,7 +89,7 @@ QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, 
                           .arg(installer.GetPath(), signature->GetPath());
 }
 
-// As an installation does, which needs a signature once the key lies beside its own description.
+// Checks as an installation does, which needs a signature once the key lies beside its own description.
 void CheckSignature(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
                     const CCatalogFile& installer, const Place& place, CFindings& findings) {
     const CVardoDirectoryPath folder{CAtlString(local.GetFolder())};

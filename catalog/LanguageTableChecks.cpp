@@ -21,7 +21,7 @@ bool HasTexts(const CCatalog& catalog, const CCatalogFile& table, const QString&
                        [&](const CCatalogFile* file) { return file->GetFolder() == folder; });
 }
 
-// The check of one table.
+// Checks one table.
 class CTableCheck {
 public:
     CTableCheck(const CCatalogFile& file, const CCatalog& catalog, CFindings& findings)
@@ -46,7 +46,7 @@ private:
     }
 
     void AddOnce(const TiXmlElement& element, const char* name, const QString& text) {
-        // Upper and lower case do not matter when a language is looked up.
+        // The program looks a language up without regard to case.
         const auto [first, isNew] =
             lines_.try_emplace(QLatin1String(name) + QLatin1Char('=') + text.toLower(), element.Row());
         if (!isNew)
@@ -84,7 +84,7 @@ private:
     const CCatalogFile& file_;
     const CCatalog& catalog_;
     CFindings& findings_;
-    // By attribute and value.
+    // The line of each first value, by attribute and value.
     std::map<QString, int> lines_;
 };
 

@@ -44,7 +44,7 @@ std::set<QString> BaseNames(const CCatalog& catalog) {
     return names;
 }
 
-// The descriptions of one product in one folder: two of the same version are one too many.
+// Finds two descriptions of one version among those of one product in one folder.
 void CheckVersions(std::vector<CVardoFilePath> files, CFindings& findings) {
     std::sort(files.begin(), files.end(), [](const CVardoFilePath& a, const CVardoFilePath& b) {
         return a.GetFilePathString().Compare(b.GetFilePathString()) < 0;
@@ -66,7 +66,7 @@ void CheckVersions(std::vector<CVardoFilePath> files, CFindings& findings) {
     }
 }
 
-// A description that no list leads to: for a base name in another case, if there is one.
+// Reports a description that no list leads to, with the base name that differs in case only, if there is one.
 void AddUnlisted(const CCatalogFile& file, const std::set<QString>& bases, CFindings& findings) {
     for (const QString& base : bases)
         if (file.GetName().startsWith(base, Qt::CaseInsensitive) &&

@@ -17,7 +17,7 @@ namespace {
 
 using namespace NotificationRules;
 
-// False, and a finding, for a root of another name.
+// Returns false, and adds a finding, for a root of another name.
 bool HasRoot(const CCatalogFile& file, CFindings& findings) {
     const TiXmlElement& root = *file.GetRoot();
     if (root.ValueStr() == NOTIFICATION)
@@ -54,7 +54,7 @@ void CheckDates(const CCatalogFile& file, const CCatalog& catalog, CFindings& fi
         findings.Add(file.GetPath(), line, Code::EXPIRED, QStringLiteral("the message is no longer shown"));
 }
 
-// The codes of the texts, and the lines where they stand.
+// Checks the texts; returns their codes, with the lines where they come first.
 std::map<QString, int> CheckTexts(const CCatalogFile& file, const TiXmlElement& texts, CFindings& findings) {
     std::map<QString, int> lines;
     for (const TiXmlElement* text = texts.FirstChildElement(); text; text = text->NextSiblingElement()) {
@@ -145,8 +145,8 @@ void CheckMessage(const CCatalogFile& file, const CCatalog& catalog, const std::
         AddRejected(file, findings);
 }
 
-// An installation's description of a notification, and its board software. Any folder with local descriptions
-// stands for an installation.
+// Looks for the description of a listed notification, and for board software in the folder of that
+// description, which stands for an installation.
 void CheckListedOne(const CCatalog& catalog, const CCatalogFile& list, const TiXmlElement& element,
                     CFindings& findings) {
     const int line = AttributeLine(element, ListFormat::NOTIFICATION_BASE);
@@ -174,7 +174,7 @@ void CheckListedOne(const CCatalog& catalog, const CCatalogFile& list, const TiX
     }
 }
 
-// Where local descriptions are at hand, those of the lists' notifications should be among them.
+// Beside local descriptions, the listed notifications should have theirs, too.
 void CheckListed(const CCatalog& catalog, CFindings& findings) {
     if (catalog.FilesOf(FileKind::LOCAL_DESCRIPTION).empty())
         return;

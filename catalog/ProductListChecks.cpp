@@ -16,7 +16,7 @@ namespace {
 using namespace ListRules;
 using Keys = std::map<QString, int>;
 
-// What an element and those below it say, but for comments and layout.
+// The meaning of an element and of those below it, without comments and layout.
 QString Meaning(const TiXmlElement& element) {
     QString meaning = QLatin1Char('<') + QString::fromStdString(element.ValueStr());
     for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next())
@@ -38,7 +38,7 @@ void CheckRaised(const CCatalogFile& published, const CCatalogFile& installed, C
                 .arg(installed.GetPath(), version.GetString().ToQString(), known.GetString().ToQString()));
 }
 
-// The check of one list.
+// Checks one list.
 class CListCheck {
 public:
     CListCheck(const CCatalogFile& file, const CCatalog& catalog, CFindings& findings)
@@ -107,7 +107,7 @@ private:
                 QStringLiteral("%1 \"%2\" is that of line %3 too").arg(what, key).arg(first->second));
     }
 
-    // What can be said when the keys of all products are known.
+    // Checks what depends on the keys of all products.
     void CheckNames(const TiXmlElement& product) {
         const QString base = AttributeText(product, BASE_XML);
         for (const auto& [key, line] : keys_)
@@ -137,7 +137,7 @@ private:
     const CCatalogFile& file_;
     const CCatalog& catalog_;
     CFindings& findings_;
-    // By keys, names and names of dismissals; the lines where they came first.
+    // The lines where keys, names and names of dismissals came first.
     Keys keys_;
     Keys names_;
     Keys dismissals_;

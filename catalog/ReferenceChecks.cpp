@@ -14,7 +14,7 @@
 
 namespace {
 
-// For a file that is missing: what may be meant.
+// For a missing file, names the file that may be meant.
 QString CaseHint(const CCatalog& catalog, const QString& path) {
     const CCatalogFile* other = catalog.FindInOtherCase(path);
     return other ? QStringLiteral("; \"%1\" differs in case only").arg(other->GetPath()) : QString();
@@ -30,7 +30,7 @@ void CheckReference(const CCatalog& catalog, const Reference& reference, CFindin
                          .arg(reference.address, *path, KindName(reference.kind), CaseHint(catalog, *path)));
 }
 
-// A page of the site, once.
+// Reports each missing page of the site once.
 void CheckPages(const CCatalog& catalog, CFindings& findings) {
     std::set<QString> missing;
     for (const Reference& link : catalog.GetLinks()) {
@@ -53,7 +53,7 @@ const CCatalogFile* OddList(const CCatalog& catalog) {
     return lists.empty() ? nullptr : lists.front();
 }
 
-// True, and a finding, when there are addresses and none belongs to the site.
+// Whether any address belongs to the site; adds a finding when there are only others.
 bool CheckFollowed(const CCatalog& catalog, CFindings& findings) {
     const auto& references = catalog.GetReferences();
     if (std::any_of(references.begin(), references.end(),
@@ -71,7 +71,7 @@ bool CheckFollowed(const CCatalog& catalog, CFindings& findings) {
     return false;
 }
 
-// Without a site: a list whose own address ends in a name that no file here has.
+// Without a site, reports a list whose own address ends in a name that no file here has.
 void CheckOwnAddresses(const CCatalog& catalog, CFindings& findings) {
     for (const Reference& reference : catalog.GetReferences()) {
         const QString name = reference.address.section(u'/', -1);
@@ -91,7 +91,7 @@ QString HostOf(const QString& address) {
     return QStringLiteral("%1:%2").arg(url.host()).arg(url.port(80));
 }
 
-// The host and port of a single address where all others have another one; empty when there is no such.
+// The host and port that a single address has, while all others share another; empty otherwise.
 QString OddHost(const std::vector<Reference>& references) {
     std::map<QString, std::set<QString>> addresses;
     for (const Reference& reference : references)

@@ -13,7 +13,7 @@ namespace {
 
 using namespace DescriptionRules;
 
-// A range that is in the table.
+// A range in the table, and its element.
 struct StoredRange {
     const TiXmlElement* element;
     CVersionStringRange ends;
@@ -24,7 +24,7 @@ QString Named(const CVersionStringRange& ends) {
         .arg(ends.GetFrom().GetString().ToQString(), ends.GetTo().GetString().ToQString());
 }
 
-// The check of the offers of a product element, all of which are in elements of the same name.
+// Checks the offers of a product element; those in its ranges have the same element name.
 class COfferCheck {
 public:
     COfferCheck(const CCatalogFile& file, const char* name, CFindings& findings)
@@ -77,7 +77,7 @@ private:
                     .arg(Named(ends)));
     }
 
-    // Ranges before it in the order of the lower ends win: when they hold its upper end they hold all of it.
+    // Ranges with smaller lower ends win: one that holds the upper end of this range holds all of it.
     void CheckReach(const StoredRange& range) {
         const CVersionStringRange& atUpperEnd = RangeFor(range.ends.GetTo());
         const CVersionStringRange& atLowerEnd = RangeFor(range.ends.GetFrom());
@@ -92,7 +92,7 @@ private:
                     .arg(LineOf(atLowerEnd)));
     }
 
-    // The range whose offer counts for a version that one of them holds.
+    // The range whose offer counts for that version, which some range must hold.
     const CVersionStringRange& RangeFor(const CVersionString& installed) {
         table_.SetCurrentVersion(installed);
         return *table_.ChooseRange();

@@ -27,7 +27,7 @@ void CheckLastDay(const CCatalogFile& file, const QDate& lastDay, CFindings& fin
                      QStringLiteral("the signature is good until %1: sign the file again").arg(day));
 }
 
-// The file must be signed for the path by which each of the others names it, to the letter.
+// The signed path must be exactly that at which the file is published, and by which all others name it.
 void CheckPaths(const CCatalog& catalog, const CCatalogFile& file, const QString& address,
                 const std::string& path, CFindings& findings) {
     if (CCatalogueSeal::PathOf(CAtlString(address)) != path)

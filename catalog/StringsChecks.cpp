@@ -17,12 +17,12 @@ namespace {
 // The keys of a file, and the lines where they came last.
 using KeyLines = std::map<QString, int>;
 
-// The check of one file.
+// Checks one file.
 class CStringsCheck {
 public:
     CStringsCheck(const CCatalogFile& file, CFindings& findings) : file_(file), findings_(findings) {}
 
-    // Its keys; none when keys and texts cannot be told apart to the end.
+    // Returns its keys; empty when keys and texts cannot be told apart to the end.
     KeyLines Run() {
         std::unique_ptr<char[]> buffer;
         const CVardoFilePath path = file_.GetFilePath();
@@ -105,7 +105,7 @@ private:
         const qsizetype keyEnd = reader.GetKeyToken().end;
         const QStringView between = all.sliced(keyEnd, reader.GetTextToken().begin - keyEnd);
         lastEnd_ = reader.GetTextToken().end;
-        // Comments may say anything.
+        // A comment may hold any of these signs.
         const bool isOut = (!between.contains(u'/') && (!between.contains(u'=') || between.contains(u';'))) ||
                            (!before.contains(u'/') && before.contains(u'='));
         if (isOut && !isDamaged_)
@@ -132,7 +132,7 @@ private:
                     "four hexadecimal digits"));
     }
 
-    // Positions only go up, but for those within one pair.
+    // Positions rise, except within one pair.
     int LineAt(const CStringsReader& reader, qsizetype position) {
         const QStringView text(reader.GetText());
         if (position < countedTo_)
@@ -146,13 +146,13 @@ private:
     CFindings& findings_;
     KeyLines lines_;
     qsizetype lastEnd_ = 0;
-    // From here on nothing is said of keys and texts: they may be each other.
+    // Once it is true, only tokens are checked, since keys and texts may have changed places.
     bool isDamaged_ = false;
     qsizetype countedTo_ = 0;
     int line_ = 1;
 };
 
-// The files of one product in the languages of one folder: every key should be in each of them.
+// Compares the files of one product in the languages of one folder: each should hold every key.
 void CheckTranslations(const std::map<const CCatalogFile*, KeyLines>& files, CFindings& findings) {
     std::map<QString, const CCatalogFile*> all;
     for (const auto& [file, keys] : files)
@@ -170,12 +170,12 @@ void CheckTranslations(const std::map<const CCatalogFile*, KeyLines>& files, CFi
 
 void CheckStringsFiles(const CCatalog& catalog, CFindings& findings) {
     const std::vector<QString> languages = LanguageCodes(catalog);
-    // By the folder of the languages and the name of the product.
+    // The files, by the folder of the languages and the name of the product.
     std::map<QString, std::map<const CCatalogFile*, KeyLines>> products;
     for (const CCatalogFile* file : catalog.FilesOf(FileKind::STRINGS)) {
         const QString language = file->GetFolder().section(u'/', -1);
         const QString product = file->GetFolder().section(u'/', 0, -2) + QLatin1Char('/') + file->GetName();
-        // Without a key, something else was said of the file already.
+        // A file without keys, or with unsure ones, is left out of the comparison.
         if (KeyLines keys = CStringsCheck(*file, findings).Run(); !keys.empty())
             products[product][file] = std::move(keys);
         if (!languages.empty() && std::find(languages.begin(), languages.end(), language) == languages.end())

@@ -14,7 +14,7 @@
 
 namespace {
 
-// The dotted form without leading zeros, and the compact form, mean exactly what they are read as.
+// The compact form, and the dotted form with leading zeros, mean exactly what they are read as.
 bool IsPlainForm(const QString& text, const QString& readAs) {
     static const QRegularExpression leadingZeros(QStringLiteral("\\b0+(?=[0-9])"));
     static const QRegularExpression compact(QStringLiteral("^[0-9]+$"));

@@ -34,8 +34,8 @@ struct Lower {
     bool operator()(const CVersionString& a, const CVersionString& b) const { return a.IsLess(b); }
 };
 
-// Where what is offered may change: the first versions of ranges, those behind their last ones, and the
-// offered ones, which are no update of themselves.
+// The versions where the offer may change: the first of each range, the one after its last, and each offered
+// version, which is no update of itself.
 std::set<CVersionString, Lower> Borders(const CUpdateTable& table) {
     std::set<CVersionString, Lower> borders{table.GetDefaultOffer().version};
     for (const auto& [range, offer] : table.GetRangedOffers())
@@ -44,7 +44,7 @@ std::set<CVersionString, Lower> Borders(const CUpdateTable& table) {
     return borders;
 }
 
-// The published list with the most to say, which is the first one; else the installed one.
+// The first published list; without one, the first list; null without any.
 const CCatalogFile* ListOf(const CCatalog& catalog) {
     const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
     const auto published = std::find_if(lists.begin(), lists.end(), [&](const CCatalogFile* list) {
@@ -63,7 +63,7 @@ QString Refusal(Verdict verdict) {
     return QStringLiteral("it has no good signature");
 }
 
-// Of bytes that are not refused.
+// Takes bytes that the seal does not refuse.
 QString SignatureOf(const CAtlStringA& bytes, const CVardoDirectoryPath& folder) {
     if (CCatalogueSeal(folder).IsRequired())
         return QStringLiteral("signed");
@@ -187,7 +187,7 @@ std::vector<CPreview::Row> CPreview::RowsOf(CProductVersion& reader,
         row.to = only;
         return {row};
     }
-    // Behind a range: its last version.
+    // The last version of each range, by the version after it.
     std::map<CVersionString, CVersionString, Lower> lasts;
     for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())
         lasts.emplace(After(range.GetTo()), range.GetTo());

@@ -13,11 +13,11 @@
 #include <optional>
 #include <vector>
 
-// Asks the program's own readers, for each product of the list that is to be published (or, without one, of
-// the installed list) and for the program itself, what each installed version is offered. Reads files alone.
-// GUI thread only.
+// Asks the program's own readers what they offer to each installed version: for each product of the first
+// published list (or, without one, of the first list) and for the program itself. Only reads files. GUI
+// thread only.
 //
-// Gallery content and notifications have no versions of this kind, and are left out.
+// Gallery content and notifications have no such versions, and are left out.
 class CPreview {
 public:
     // By key, the installed version to ask about; an empty map asks about all versions of all products.
@@ -28,32 +28,32 @@ public:
 
     CPreview(const CCatalog& catalog, const Versions& versions);
 
-    // A key that was asked for and belongs to no product; empty when there is none.
+    // The first requested key that belongs to no product; empty when all keys are known.
     QString GetUnknownKey() const;
-    // A block for each product and each description that its installations fetch, UTF-8.
+    // In UTF-8, a block for each product and each description that its installations fetch.
     QByteArray ToText() const;
-    // An array of objects, UTF-8; docs/checking.md has their members.
+    // In UTF-8, an array of objects; docs/checking.md has their members.
     QByteArray ToJson() const;
 
 private:
-    // What the versions of an interval get.
+    // What the installed versions of an interval get.
     struct Row {
-        // The first of them; without it, all below the end.
+        // The first version; without it, the interval holds all below its end.
         std::optional<CVersionString> from{};
-        // The last of them, or else the first that is above them; without both, there is no end.
+        // The last version, or else the first one above; without both, the interval has no end.
         std::optional<CVersionString> to{};
         std::optional<CVersionString> below{};
-        // Empty: nothing.
+        // The offered version; empty when nothing is offered.
         QString offer{};
         QString page{};
-        // Of the program's own update: why it is not accepted.
+        // Why the program would refuse its own update; empty if it would not.
         QString refusal{};
     };
     // The installations of a product that fetch one description.
     struct Block {
         QString name;
         QString key;
-        // Where the description lies; empty when that is not known.
+        // The description's path in the folder, or else its address; empty when neither is known.
         QString description{};
         QString signature{};
         // Why no installation is offered anything; empty when one may be.
