@@ -16,7 +16,7 @@
 
 namespace {
 
-// A limit of processor time, which a busy machine does not use up; quadratic work takes far longer.
+// In processor time, so that other processes do not count; quadratic work takes far longer.
 constexpr std::clock_t SOON = 10 * CLOCKS_PER_SEC;
 
 // The attribute "v" of the root element, or "(rejected)".
