@@ -35,11 +35,12 @@ void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {
 }
 
 void CFetchAhead::Start(const Route& route) {
-    if (folder_.IsEmpty())
+    const auto isUnderWay = [](const Entry& entry) { return entry.ahead && !entry.ahead->transfer.IsHeld(); };
+    if (folder_.IsEmpty() || std::count_if(entries_.begin(), entries_.end(), isUnderWay) > FEW_AHEAD)
         return;
     for (std::size_t i = 0; i < std::min(MOST_AHEAD, entries_.size()); ++i) {
         Entry& entry = entries_[i];
-        if (entry.ahead && !entry.ahead->transfer.IsHeld())
+        if (isUnderWay(entry))
             continue;
         CAtlString name;
         name.Format(L"%s%d-%d", CTemporaryFolder::OWN_NAME, getpid(), ++serial_);

@@ -34,6 +34,9 @@ class CFetchAhead {
 public:
     // The most transfers that have started and are not yet taken; each may hold a file.
     static constexpr std::size_t MOST_AHEAD = 24;
+    // The low-water mark: with so many left the next ones start, all at once, because waking a thread costs
+    // as much as preparing a transfer.
+    static constexpr int FEW_AHEAD = 12;
 
     // Each transfer has these bounds.
     CFetchAhead(const TransferBounds& bounds, const boost::shared_ptr<CTransferThreads>& threads)
@@ -42,7 +45,8 @@ public:
 
     // Replaces the earlier plan.
     void Plan(const std::vector<CAtlString>& urls);
-    // Starts the next transfers by this route, up to MOST_AHEAD, and restarts those that were held.
+    // When no more than FEW_AHEAD are under way, starts the next transfers by this route, up to MOST_AHEAD,
+    // and restarts those that were held.
     void Start(const Route& route);
     // The transfer that was started for an address, or null. Forgets the address and those planned before it.
     std::unique_ptr<AheadTransfer> Take(const CAtlString& url);
