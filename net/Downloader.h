@@ -50,15 +50,14 @@ public:
 
 private:
     void TakeProxySettings();
-    // A name for a fetched file, free at this moment.
-    CVardoFilePath TargetOf(const CAtlString& url) const;
+    // A name for a fetched file, free at this moment; empty without a folder.
+    CVardoFilePath TargetOf(const CAtlString& url, const CVardoDirectoryPath& folder) const;
     // Keeps the record of a transfer that has ended, and calls transferEnded_.
     void Note(const TransferRecord& record);
     // Runs a transfer that starts now. Returns the file's path; empty when it failed.
     CAtlString Fetch(const CAtlString& url, const TransferBounds& bounds);
     // Waits for a transfer that was started ahead and hands out its file; file stays empty when it failed.
-    // False when a new one must start instead: it met a question for credentials, or failed on an earlier
-    // route.
+    // False when a new one must start: it met a question for credentials, or failed on an earlier route.
     bool Receive(AheadTransfer& ahead, CAtlString& file);
     // Waits for a started transfer, unless Cancel ends it; one of the RESULT_ codes.
     int Finish(QtDownloader& transfer);

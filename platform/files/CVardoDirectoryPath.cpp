@@ -111,11 +111,15 @@ CVardoDirectoryPath CVardoDirectoryPath::GetTempDirectory() {
 }
 
 CVardoFilePath CVardoDirectoryPath::GetTempFilePath(const CAtlString& extension, const CAtlString& baseName) {
-    const CAtlString base = baseName.IsEmpty() ? CAtlString(DEFAULT_BASE_NAME) : WithinName(baseName);
-    const CAtlString ending = WithinName(extension);
-    const CVardoDirectoryPath directory = GetTempDirectory();
+    return FreeFilePath(GetTempDirectory(), extension, baseName);
+}
+
+CVardoFilePath CVardoDirectoryPath::FreeFilePath(const CVardoDirectoryPath& directory,
+                                                 const CAtlString& extension, const CAtlString& baseName) {
     if (directory.IsEmpty())
         return CVardoFilePath();
+    const CAtlString base = baseName.IsEmpty() ? CAtlString(DEFAULT_BASE_NAME) : WithinName(baseName);
+    const CAtlString ending = WithinName(extension);
     CVardoFilePath candidate = Combine(directory, base + ending);
     for (int tries = 1; FileSystem::IsTaken(candidate.GetFilePathString()); ++tries) {
         if (tries == MAX_TEMP_NAMES)

@@ -46,6 +46,9 @@ public:
     // An empty base name becomes "NBKTemp". The file is not created. Empty when no free name was found in
     // MAX_TEMP_NAMES tries, or there is no temporary directory.
     static CVardoFilePath GetTempFilePath(const CAtlString& extension, const CAtlString& baseName);
+    // The same in another directory, empty when that is empty.
+    static CVardoFilePath FreeFilePath(const CVardoDirectoryPath& directory, const CAtlString& extension,
+                                       const CAtlString& baseName);
 
     static constexpr int MAX_TEMP_NAMES = 10000;
 

@@ -33,10 +33,8 @@ bool CVardoFilePath::Exists() const {
 }
 
 bool CVardoFilePath::Delete() const {
-    if (!Exists())
-        return true;
-    FileSystem::MakeWritable(path_);
-    return FileSystem::DeleteFile(path_);
+    return FileSystem::DeleteFile(path_) || !Exists() ||
+           (FileSystem::MakeWritable(path_) && FileSystem::DeleteFile(path_));
 }
 
 bool CVardoFilePath::CopyTo(const CVardoFilePath& destination, bool failIfExists) const {
