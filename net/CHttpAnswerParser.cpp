@@ -18,8 +18,7 @@ namespace {
 
 constexpr int LOWEST_STATUS = 100;
 
-// The end of the element that begins at begin: the next comma outside of quotes (RFC 9110, 5.6.1), or the end
-// of the list.
+// The end of the element that begins there: a comma outside of quotes (RFC 9110, 5.6.1), or the list's end.
 qsizetype EndOfElement(const QByteArray& list, qsizetype begin) {
     bool isQuoted = false;
     qsizetype i = begin;
@@ -55,8 +54,8 @@ QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
     if (statusCode_ != PROXY_AUTHENTICATION_REQUIRED)
         return ProxyScheme::NONE;
     QSet<QByteArray> offered;
-    // Qt's classes see only the first challenge of each field. They answer with Basic unless they see a
-    // Digest that they know, or NTLM.
+    // Qt sees the first challenge of each field, and answers with Basic unless that is NTLM or a known
+    // Digest.
     QSet<QByteArray> seenByQt;
     for (const QByteArray& field : proxyChallenges_.split('\n'))
         for (qsizetype begin = 0; begin < field.size();) {
@@ -83,8 +82,7 @@ struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_bod
 
     int Status() const { return static_cast<int>(get().result_int()); }
     bool IsInterim() const { return Status() < QHttpResponseHeader::OK; }
-    // Whether the status is valid (RFC 9110, 15) and the body is in a known coding. True until the whole head
-    // has arrived.
+    // Status (RFC 9110, 15) and the body's coding are known. True until the whole head has arrived.
     bool IsUnderstood() const {
         if (Status() < LOWEST_STATUS)
             return false;

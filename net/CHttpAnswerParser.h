@@ -46,8 +46,7 @@ private:
 // 101 or below 100, or when its body has a transfer coding that this program cannot undo.
 class CHttpAnswerParser {
 public:
-    // The most bytes of a head together with the skipped answers before it, and of the text between two
-    // chunks.
+    // The most bytes of a head with the skipped answers before it, and of the text between two chunks.
     static constexpr qsizetype MAX_HEAD = 262'144;
 
     // maxBody is in bytes.

@@ -42,10 +42,9 @@ public:
         const std::lock_guard lock(mutex_);
         change(peers_[name]);
     }
-    // The addresses of a host, looked up once for all transfers; empty when the host has none. The system
-    // tries a dead name server for up to half a minute, and the look-up cannot be stopped. It runs on a
-    // detached thread, so that the process can end meanwhile; with QHostInfo the end of the process would
-    // wait.
+    // The addresses of a host, looked up once for all transfers; empty when the host has none. A look-up
+    // cannot be stopped, and takes half a minute when the name server is dead. On its detached thread it does
+    // not keep the process from ending, as it would with QHostInfo.
     QFuture<QList<QHostAddress>> AddressesOf(const QString& host);
     // The next check looks names up and asks silent peers again.
     void EndCheck();

@@ -45,8 +45,7 @@ private:
 
     // The work of each thread. Returns RESULT_OK.
     int Serve();
-    // Reports the end of the last task, unless ended is null, and waits for the next. An empty task ends the
-    // thread.
+    // Reports the end of the last task unless ended is null, and waits for the next; an empty one is the end.
     Waiting Next(CWakingFlag* ended);
 
     const std::size_t limit_;

@@ -31,8 +31,7 @@ struct Route {
     bool operator==(const Route& other) const = default;
 };
 
-// For the asking thread (the GUI thread) only: a transfer takes a copy of the route along. A notification
-// without a callback does nothing.
+// GUI thread only: a transfer takes a copy of the route along. A notification without a callback is ignored.
 class ConnectionInfo {
 public:
     using FailedCallback = boost::function<void(CAtlString)>;

@@ -30,8 +30,7 @@ public:
     virtual void SetFailureCallback(const FailureCallback& /*callback*/) {}
     // Tells the failure callback why a fetched file may not be used, unless the fetch was cancelled.
     virtual void TellFailure(const QString& /*reason*/) {}
-    // Called at the end of every transfer that Download and DownloadInstaller waited for; a file may take two
-    // transfers. May be empty.
+    // Called at the end of every transfer that a download waited for: one or two. May be empty.
     virtual void SetTransferCallback(const TransferCallback& /*callback*/) {}
     // The path of a new temporary file with the contents of url; empty when the fetch failed. The caller
     // deletes the file. Serves the thread's events while it waits, and must not be entered again meanwhile.

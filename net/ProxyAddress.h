@@ -17,8 +17,7 @@ struct ProxyAddress {
 
 // Reads HOST, HOST:PORT, [IPv6], [IPv6]:PORT, and an IPv6 address without brackets or port. Ignores blanks
 // around the text, and "http://" before it with or without "/" behind it. Any other text gives nothing: an
-// empty host, another scheme, a user, a path, a port outside of 1 to 65535. Does not look the host up. GUI
-// thread.
+// empty host, another scheme, a user, a path, a port outside of 1 to 65535. Looks nothing up. GUI thread.
 std::optional<ProxyAddress> ParseProxyAddress(const CAtlString& text);
 
 // A host from the settings without the part before its last "@": that part is a user name and often a

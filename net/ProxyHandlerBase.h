@@ -46,8 +46,7 @@ public:
 
     virtual ~ProxyHandlerBase() = default;
 
-    // Reads host and port from the policy, else from the settings. The defaults are an empty host and
-    // DEFAULT_PORT.
+    // Reads host (default: empty) and port (DEFAULT_PORT) from the policy, else from the settings.
     void LoadProxySettings();
     // Writes host and port, except what the policy sets. Always true: the store reports no failure.
     bool SaveProxySettings() const;
@@ -75,8 +74,7 @@ public:
     bool OnProxyAuthRequired(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     void OnProxyAuthCanceled() { cancelled_ = true; }
 
-    // Lets the user edit host, port, user name and password; true when the user pressed OK. Saves host and
-    // port when either has changed.
+    // Lets the user edit all four, and saves host and port when either changes. True after OK.
     bool ShowProxyOptionsDialog(QWidget* parent);
 
 private:

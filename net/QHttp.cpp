@@ -140,8 +140,7 @@ void QHttp::FetchBySocket(const QNetworkRequest& request) {
     const bool isKept = socket_ && peer == peer_ && !socket_->waitForReadyRead(0) &&
                         socket_->state() == QAbstractSocket::ConnectedState;
     peer_ = peer;
-    // RFC 9112, 9.3.1: when a kept connection ends just as the request is sent, the request is sent once
-    // more.
+    // A kept connection may end just as the request is sent: then it is sent once more (RFC 9112, 9.3.1).
     if (isKept && Converse(text))
         return;
     wasSent_ = false;

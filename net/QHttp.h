@@ -76,8 +76,7 @@ public:
     }
 
     // Requests path (percent-encoded; "/" when empty) and writes the body of an answer OK to a device as it
-    // arrives. Returns when the request has finished, at the latest when it passes a bound or cancelled is
-    // set.
+    // arrives. Returns when the request has finished, passes a bound, or cancelled is set.
     Error get(const QString& path, QIODevice* to, CWakingFlag& cancelled);
 
     // About the last request.
@@ -105,8 +104,7 @@ private:
     bool Open(const QString& host, int port);
     // Sends a request and takes the answer; false when the connection ended before the answer's first byte.
     bool Converse(const QByteArray& request);
-    // Serves events while keepWaiting answers true. When a bound passes first or the request is cancelled,
-    // sets the error and returns false.
+    // Serves events while keepWaiting answers true. False after an error, such as a passed bound.
     bool Wait(const boost::function<bool()>& keepWaiting);
     void OnSent();
     // Takes more of the answer. True when its status is not OK, so that its body is not read.

@@ -80,9 +80,8 @@ signals:
 protected:
     // The transfer itself, on its thread.
     virtual int Download(const CAtlString& url, const CAtlString& file) = 0;
-    // On the transfer's thread: asks for the credentials of the proxy at host and port and waits for the
-    // answer, however long the user takes. userName and password hold what the proxy has refused. True when
-    // they now hold credentials to try.
+    // On the transfer's thread: asks for the credentials of a proxy, and waits however long the user takes.
+    // userName and password hold what the proxy has refused; true when they now hold others to try.
     bool RequestProxyAuth(const CAtlString& host, int port, CAtlString& userName, CAtlString& password);
     bool IsCancelled() const { return cancelled_.IsSet(); }
     // Cancel sets it.

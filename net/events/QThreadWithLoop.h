@@ -18,8 +18,7 @@ public:
 
     explicit QThreadWithLoop(const boost::function<int()>& work);
 
-    // Blocks until the thread has ended and serves the calling thread's events meanwhile; the thread's end
-    // wakes it.
+    // Serves the calling thread's events until this thread has ended, which wakes it.
     void WaitWithEvents();
     // What the work returned; valid after WaitWithEvents. RESULT_FAILED when the thread could not be started.
     int GetResult() const { return result_; }

@@ -42,9 +42,8 @@ private:
     QElapsedTimer elapsed_;
 };
 
-// A flag that wakes the thread which waits for it. One thread clears the flag, asks for something and waits;
-// another sets the flag. After Wait the waiter sees what the setter wrote before Set, and may destroy the
-// flag.
+// A flag that wakes the thread which waits for it. One thread clears it, asks for something and waits;
+// another sets it. After Wait the waiter sees what the setter wrote before Set, and may destroy the flag.
 class CWakingFlag {
 public:
     explicit CWakingFlag(bool isSet = false) : set_(isSet) {}
@@ -55,8 +54,7 @@ public:
     void Set();
     // On any thread. When set, that thread sees what the setter wrote before Set.
     bool IsSet() const { return set_.load(std::memory_order_acquire); }
-    // Returns once the flag is set, or keepWaiting answers false; serves the calling thread's events
-    // meanwhile.
+    // Serves the calling thread's events until the flag is set, or keepWaiting answers false.
     void WaitWhile(const boost::function<bool()>& keepWaiting);
     void Wait() {
         WaitWhile([] { return true; });
