@@ -51,23 +51,18 @@ owners() {
 
 shell_scripts() { ours '*.sh' .ci/run samples/installation/gallery/content-tool | xargs -0 shellcheck -x -P scripts; }
 
-# Boost 1.74 knows coroutines of GCC alone; these options tell it that this clang has them as well.
-COROUTINES=(--extra-arg=-DBOOST_ASIO_HAS_CO_AWAIT=1 --extra-arg=-DBOOST_ASIO_HAS_STD_COROUTINE=1
-    --extra-arg=-includeutility)
-
 # tidy BUILD PATTERN...: checks those sources as that build folder compiles them.
 tidy() {
     local build=$1
     shift
-    ours "$@" | xargs -0 -n 1 -P "$(nproc)" clang-tidy-16 -p "$build" --quiet "${COROUTINES[@]}" 2>/dev/null
+    ours "$@" | xargs -0 -n 1 -P "$(nproc)" clang-tidy-16 -p "$build" --quiet 2>/dev/null
 }
 
-# cppcheck knows neither coroutines nor a test suite without a prefix, nor that readdir is safe while each thread reads
-# a stream of its own (readdir(3)). In a test no other thread asks for the user's name.
+# cppcheck knows neither a test suite without a prefix, nor that readdir is safe while each thread reads a stream of its
+# own (readdir(3)). In a test no other thread asks for the user's name.
 CPPCHECK=('--enable=warning,performance,portability' --inline-suppr --error-exitcode=1 --quiet --std=c++20
     --library=qt --library=posix --library=boost --library=googletest '-DINSTANTIATE_TEST_SUITE_P(...)='
-    --suppress=missingReturn:tests/support/LoopbackServer.cpp --suppress=readdirCalled
-    '--suppress=getpwuidCalled:tests/*')
+    --suppress=readdirCalled '--suppress=getpwuidCalled:tests/*')
 
 other_slips() { ours '*.cpp' | xargs -0 cppcheck -j "$(nproc)" "${CPPCHECK[@]}" -I . -I tests; }
 
