@@ -115,7 +115,7 @@ void QHttp::FetchByManager(QNetworkRequest request) {
         challenges_ += std::max(sent, 1) - std::max(seen, 1);
         seen = sent;
         if (challenges_ >= MAX_CHALLENGES)
-            SetError(Error::TOO_MUCH, {});
+            SetError(Error::ASKED_TOO_OFTEN, {});
         isOver = OnAnswer(HeaderOf(*reply), reply->readAll()) || reply->isFinished();
     }
     if (reply->isFinished() && header_.statusCode() <= QHttpResponseHeader::OK) {
@@ -224,7 +224,7 @@ bool QHttp::OnAnswer(const QHttpResponseHeader& header, const QByteArray& body) 
         return status != 0;
     received_ += body.size();
     if (received_ > bounds_.bodyBytes)
-        SetError(Error::TOO_MUCH, BadAnswer());
+        SetError(Error::NETWORK, BadAnswer());
     else if (to_->write(body) != body.size())
         SetError(Error::NOT_WRITTEN, to_->errorString());
     else if (sinceProgress_.hasExpired(PROGRESS_INTERVAL.count()))

@@ -34,11 +34,11 @@ class QHttp : public QObject {
 public:
     // How the last request ended.
     enum class Error {
-        NONE,         // a whole answer has arrived; its body was read only when its status is OK
-        NETWORK,      // the connection failed or broke off, or CHttpAnswerParser refused the answer
-        TOO_LATE,     // the answer passed one of the bounds of time
-        TOO_MUCH,     // the proxy keeps asking for credentials, or the manager's answer is too large
-        NOT_WRITTEN,  // the device did not take the body
+        NONE,             // a whole answer has arrived; its body was read only when its status is OK
+        NETWORK,          // the connection failed or broke off, or the answer was broken or too large
+        TOO_LATE,         // the answer passed one of the bounds of time
+        ASKED_TOO_OFTEN,  // the proxy keeps asking for credentials
+        NOT_WRITTEN,      // the device did not take the body
         CANCELLED,
     };
     // How user and password are sent to the proxy.

@@ -106,8 +106,8 @@ manual_page() {
         diff <(echo "$options") <(grep -A 1 -x '\.TP' "$page" | grep -oP '^\.BI? \\-\K\w+' | sort)
 }
 
-QUICK=""
-[[ ${1:-} != --quick ]] || QUICK=yes
+QUICK=${1:-}
+[[ $QUICK =~ ^(--quick)?$ ]] || fail "usage: lint.sh [--quick]"
 ensure_packages build fuzz lint
 check "Layout" "Run: git ls-files '*.cpp' '*.h' | xargs clang-format -i" layout
 check "White space" "Remove the blanks at the ends of these lines, and write blanks for tabs." white_space

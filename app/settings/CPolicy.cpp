@@ -8,7 +8,7 @@
 
 CPolicy::CPolicy() {
     const auto read = [this, all = ReadMachineValues(DefaultSettings::POLICY_KEY)](const CAtlString& name) {
-        const QVariant value = all.value(name.ToQString());
+        QVariant value = all.value(name.ToQString());
         if (value.isValid())
             names << name.ToQString();
         return value;

@@ -39,7 +39,7 @@ public:
     void ListNames(std::vector<CAtlString>& names) const;
 
     // "/tmp/" and the name of the user that runs the process, created when it is missing; where others could
-    // reach into it, another one (CTemporaryFolder). Empty when neither is safe. GUI thread only.
+    // reach into it, another one (CTemporaryFolder). Empty when neither is safe.
     static CVardoDirectoryPath GetTempDirectory();
     // A file of the temporary directory that does not exist yet: base name and extension (with its dot), or
     // base name, a random number in parentheses and extension, all without separators and control characters.

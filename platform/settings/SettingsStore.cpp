@@ -6,7 +6,6 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
-#include <filesystem>
 #include <memory>
 
 #include "platform/settings/CSettingsIdentity.h"
@@ -16,26 +15,26 @@ const CAtlString SETTINGS_DOMAIN(L"com.vardo-technologies.settings");
 
 namespace {
 
-// Whether QSettings can write its file. QSettings::isWritable would make the folder and a temporary file to
-// find out. QSettings always needs the folder, because it puts a new file in the old one's place.
-bool IsWritable(const QSettings& store) {
-    const QFileInfo file(store.fileName());
-    QFileInfo folder(file.absolutePath());
+// The folder of a store's file, or the first one above it that exists.
+QFileInfo ExistingFolder(const QSettings& store) {
+    QFileInfo folder(QFileInfo(store.fileName()).absolutePath());
     while (!folder.exists() && !folder.isRoot())
         folder.setFile(folder.absolutePath());
+    return folder;
+}
+
+// Whether QSettings can write its file. QSettings::isWritable would make the folder and a temporary file to
+// find out. QSettings always needs the folder, because it puts a new file in the old one's place.
+bool IsWritable(const QSettings& store, const QFileInfo& folder) {
+    const QFileInfo file(store.fileName());
     return folder.isDir() && folder.isWritable() && (!file.exists() || file.isWritable());
 }
 
 // Some desktops put a folder of the user's own, such as ~/.config/kdedefaults, before the machine's in
 // XDG_CONFIG_DIRS. What is written there is read in their sessions only.
-bool IsUsersOwn(const QSettings& store) {
-    namespace fs = std::filesystem;
-    const QString users = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    std::error_code error;
-    const fs::path folder = fs::weakly_canonical(users.toStdString(), error);
-    const fs::path file = fs::weakly_canonical(store.fileName().toStdString(), error);
-    const fs::path within = file.lexically_relative(folder);
-    return !within.empty() && *within.begin() != "..";
+bool IsUsersOwn(const QFileInfo& folder) {
+    const QFileInfo users(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+    return users.exists() && (folder.canonicalFilePath() + u'/').startsWith(users.canonicalFilePath() + u'/');
 }
 
 std::unique_ptr<QSettings> OpenStore(int hive) {
@@ -43,7 +42,10 @@ std::unique_ptr<QSettings> OpenStore(int hive) {
     const QString application = CSettingsIdentity::Application();
     const auto scope = hive == HKEY_LOCAL_MACHINE ? QSettings::SystemScope : QSettings::UserScope;
     auto store = std::make_unique<QSettings>(QSettings::NativeFormat, scope, organization, application);
-    if (hive == HKEY_LOCAL_MACHINE && (!IsWritable(*store) || IsUsersOwn(*store)))
+    if (hive != HKEY_LOCAL_MACHINE)
+        return store;
+    const QFileInfo folder = ExistingFolder(*store);
+    if (!IsWritable(*store, folder) || IsUsersOwn(folder))
         store = std::make_unique<QSettings>(organization, application);
     return store;
 }
