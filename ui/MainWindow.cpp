@@ -111,6 +111,8 @@ void MainWindow::FillTable() {
     for (const Row& row : rows_)
         if (row.isChecked)
             ShowCheckedRow(row);
+    if (!busyTimer_.isActive())
+        OnTooLong();
     QTimer::singleShot(0, this, &MainWindow::MakeRoomForNames);
 }
 

@@ -332,6 +332,10 @@ TEST_F(MainWindowTest, ShowsBusyBarsWhenAProductTakesLong) {
         ASSERT_EQ(bars.size(), 2);
         EXPECT_EQ(bars[0]->accessibleName(), QString("Checking Slow"));
         EXPECT_FALSE(retry_.isEnabled() || Find<QPushButton>("proxyButton")->isEnabled());
+        window_.hide();
+        window_.ShowProducts();
+        window_.show();
+        EXPECT_TRUE(table_.cellWidget(1, 2) && table_.cellWidget(2, 2)) << "shown only now";
     };
     CheckAndShow();
     EXPECT_FALSE(table_.cellWidget(1, 2) || table_.cellWidget(2, 2));
