@@ -17,7 +17,7 @@ bool IsIPv6(const QString& text) {
 // The text without blanks, "http://" and the "/" at the end.
 QString HostAndPort(const QString& text) {
     const QLatin1String scheme("http://");
-    const QString trimmed = text.trimmed();
+    QString trimmed = text.trimmed();
     if (!trimmed.startsWith(scheme, Qt::CaseInsensitive))
         return trimmed;
     const QString rest = trimmed.mid(scheme.size());

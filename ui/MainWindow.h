@@ -88,7 +88,7 @@ private:
     void AddRowMenu();
     CRowMenu::Item ItemOf(int row) const;
     QString AllText() const;
-    void Explain(const CRowMenu::Item& item);
+    void Explain(const CRowMenu::Item& row);
     void TellUnreadable(const IProduct& product);
     void ShowReasons(const IProduct& product, unsigned item);
     void AddRow(const Product& product, unsigned item);

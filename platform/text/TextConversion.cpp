@@ -47,6 +47,7 @@ std::size_t ReadSequence(std::string_view bytes, std::uint32_t& code) {
 
 // The character's number, or that of U+FFFD for a character that UTF-8 has no sequence for.
 std::uint32_t CodeOf(wchar_t ch) {
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse): wchar_t has 32 bits, and a negative one has no sequence.
     const auto code = static_cast<std::uint32_t>(ch);
     return code < 0x200000 ? code : 0xFFFD;
 }

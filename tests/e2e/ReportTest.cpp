@@ -167,8 +167,9 @@ TEST_F(ReportTest, OutputThatCannotBeWrittenIsAFailure) {
     for (const std::string output : {">/dev/full", "> >(exec true); wait $!"})
         for (const std::string command : {"UpdateReport", "UpdateReport --json", "CatalogCheck --version"}) {
             report_ = std::make_unique<ChildProcess>(
-                "bash", std::vector<std::string>{"-c", "exec " + output + "; exec \"$0\"" + command,
-                                                 SampleMachine::FOLDER + "/bin/VARDO"});
+                "bash", std::vector<std::string>{
+                            "-c", std::string("exec ").append(output).append("; exec \"$0\"").append(command),
+                            SampleMachine::FOLDER + "/bin/VARDO"});
             EXPECT_EQ(report_->ExitCode(), command.starts_with("Update") ? 3 : 2) << command << output;
             EXPECT_THAT(report_->Errors(), HasSubstr("the output could not be written\n"));
         }

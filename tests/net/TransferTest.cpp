@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <boost/make_shared.hpp>
 #include <csignal>
+#include <tuple>
 
 #include <sys/resource.h>
 
@@ -251,12 +252,7 @@ TEST_F(Transfer, WaitsForSilenceOnce) {
     server_.Serve("/silent.xml", LoopbackAnswer::Silence());
     server_.Serve("http://silent.invalid/a.xml", LoopbackAnswer::Silence());
     server_.Serve("http://updates.invalid/a.xml", LoopbackAnswer::Body("x"));
-    const struct {
-        bool isThroughProxy;
-        QString address;
-        const char* text;
-        bool asks;
-    } rows[] = {
+    const std::tuple<bool, QString, const char*, bool> rows[] = {
         {false, server_.Address("/silent.xml"), "127.0.0.1: The server does not answer", true},
         {false, server_.Address("/other.xml"), "127.0.0.1: The server does not answer", false},
         {true, "http://silent.invalid/a.xml", "Proxy 127.0.0.1: No answer", true},
@@ -267,19 +263,19 @@ TEST_F(Transfer, WaitsForSilenceOnce) {
         {true, "http://silent.invalid/b.xml", "silent.invalid: The server does not answer", false},
         {true, "http://updates.invalid/a.xml", nullptr, true},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.address.toStdString());
-        if (!row.text)
+    for (const auto& [isThroughProxy, address, text, asks] : rows) {
+        SCOPED_TRACE(address.toStdString());
+        if (!text)
             threads_->Memory().EndCheck();
-        info_.SetProxy(row.isThroughProxy ? L"127.0.0.1" : L"", server_.Port());
+        info_.SetProxy(isThroughProxy ? L"127.0.0.1" : L"", server_.Port());
         const std::size_t before = server_.RequestCount();
         QElapsedTimer timer;
         timer.start();
-        const int result = Fetch(row.address, IMPATIENT);
-        EXPECT_EQ(result, row.text ? RESULT_FAILED : RESULT_OK);
-        EXPECT_EQ(row.text ? FailureText(record_) : QString(), row.text);
-        EXPECT_EQ(server_.RequestCount() - before, row.asks ? 1U : 0U);
-        EXPECT_EQ(timer.elapsed() >= IMPATIENT.silence.count() - 10, row.asks && row.text);
+        const int result = Fetch(address, IMPATIENT);
+        EXPECT_EQ(result, text ? RESULT_FAILED : RESULT_OK);
+        EXPECT_EQ(text ? FailureText(record_) : QString(), text);
+        EXPECT_EQ(server_.RequestCount() - before, asks ? 1U : 0U);
+        EXPECT_EQ(timer.elapsed() >= IMPATIENT.silence.count() - 10, asks && text);
     }
 }
 

@@ -16,6 +16,7 @@ TEST(SharedTexts, AreCopiedChangedAndFreedInThreads) {
     for (int round = 0; round < 500; ++round) {
         std::vector<CAtlString> owners(THREADS, CAtlString(L"one array"));
         std::vector<std::thread> threads;
+        threads.reserve(THREADS);
         for (int i = 0; i < THREADS; ++i)
             threads.emplace_back([&, i] {
                 CAtlString copy(original);

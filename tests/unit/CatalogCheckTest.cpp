@@ -57,7 +57,7 @@ std::vector<Mistake> Mistakes() {
             file = Behind("== ", lines);
             continue;
         }
-        const QString finding = lines[lines.size() - 2];
+        const QString& finding = lines[lines.size() - 2];
         mistakes.push_back({lines[0], file, Behind("- ", lines), Behind("+ ", lines), Behind("> ", lines),
                             (finding[0].isDigit() ? file + ':' : "") + finding.section(" [", 0, 0),
                             finding.section(" [", 1).chopped(1), lines.last().section(": ", 0, 0),

@@ -92,7 +92,7 @@ TEST(Launching, OnlyWebAddressesArePassedOn) {
     std::vector<QStringList> rows = DataTable("web-pages.txt");
     for (const char* refused : {" http://h", "\nhttp://h", "h.com\x0A"})
         rows.push_back({refused, ""});
-    rows.push_back({"http://h/" + QString(128 * 1024, 'x'), ""});
+    rows.push_back({"http://h/" + QString(131'072, 'x'), ""});
     for (const QStringList& row : rows) {
         RecordingStarter starter;
         EXPECT_EQ(OpenURL(row[0], starter), !row[1].isEmpty()) << row[0].toStdString();

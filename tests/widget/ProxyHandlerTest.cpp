@@ -65,9 +65,9 @@ protected:
 };
 
 struct Asking {
-    const char* situation;
-    const char* heldUserName;
-    bool interactive;
+    const char* situation = nullptr;
+    const char* heldUserName = nullptr;
+    bool interactive = false;
     // What the user does in each dialog: "OK" gives typed:secret, "Cancel" or "Close" declines.
     QStringList userDoes;
     // The answers to so many 407s, one after the other.
