@@ -17,8 +17,7 @@ class CProcessStarter : public IProcessStarter {
 public:
     bool RunAndWait(const QString& program, const QStringList& arguments, int limitMs) override;
     bool StartDetached(const QString& program, const QStringList& arguments) override;
-    // Lets every RunAndWait that is under way return soon, and leaves its program running. Those whose limit
-    // has not passed return true.
+    // Every running RunAndWait returns soon, true unless its limit has passed; its program goes on.
     void StopWaiting();
 
 private:

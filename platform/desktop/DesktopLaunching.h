@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Starting other programs, behind a door that tests can replace, and opening a web address in the user's
-// browser.
+// Starts programs, behind a door that tests can replace, and opens web addresses in the user's browser.
 #pragma once
 
 #include "platform/text/CAtlString.h"
@@ -26,8 +25,7 @@ enum DesktopKind : int { DESKTOP_UNKNOWN = 0, DESKTOP_KDE = 1, DESKTOP_GNOME = 2
 // How long a desktop's own launcher may take, in milliseconds.
 inline constexpr int LAUNCHER_LIMIT_MS = 30000;
 
-// All of these read the process's environment and are for the GUI thread. The address is handed on as one
-// argument.
+// GUI thread only; they read the process's environment. The address is handed on as one argument.
 
 // Reads DESKTOP_SESSION; for a session named "default" also GNOME_DESKTOP_SESSION_ID and KDE_FULL_SESSION.
 // Unknown when DESKTOP_SESSION is not set.

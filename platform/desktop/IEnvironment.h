@@ -23,8 +23,7 @@ public:
     virtual QDate Today() const = 0;
     // The time of day, in local time.
     virtual QTime Now() const { return QTime::currentTime(); }
-    // The folder that installed software shares with the program: the parent of the executable's folder, then
-    // "share".
+    // The folder that installed software shares with the program: "share" beside that of the executable.
     virtual CVardoDirectoryPath SharedDataFolder() const = 0;
 
     // Starts a program that outlives this one; false when it could not be started.
@@ -40,8 +39,7 @@ public:
     std::shared_ptr<const CFolderListing> SharedFiles() const {
         return lent_ ? lent_ : std::make_shared<const CFolderListing>(SharedDataFolder());
     }
-    // Lends a listing for the length of a pass over many products, so that the folder is read once; null ends
-    // that.
+    // Lends a listing for a pass over many products, so that the folder is read once; null ends that.
     void LendSharedFiles(const std::shared_ptr<const CFolderListing>& files) { lent_ = files; }
 
 private:

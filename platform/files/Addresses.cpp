@@ -86,8 +86,7 @@ CAtlString WebAddress(const CAtlString& page) {
 }
 
 QString WithoutPassword(const CAtlString& address) {
-    // Up to the last "@" before a path; without one, and without a port before the path, up to the last one
-    // in the path.
+    // Up to the last "@" before a path; without one, and without a port there, up to the last in the path.
     static const QRegularExpression password(
         QStringLiteral(R"(((?:^|//)[^/?#:]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$))[^?#]*@))"));
     return address.ToQString().replace(password, QStringLiteral("\\1@"));

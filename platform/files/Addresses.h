@@ -12,8 +12,7 @@
 // The folder with a "/" appended, unless it is empty or ends in one.
 CAtlString WithTrailingSlash(const CAtlString& folder);
 
-// The folder without its trailing run of "/", then without its trailing run of "\", then "/" and the file
-// name.
+// The folder without its last "/"s, then without its last "\"s, then "/" and the file name.
 CAtlString JoinTrimmed(const CAtlString& folder, const CAtlString& fileName);
 
 // The extension of the file at an address: from the last "." after the last "/" on, up to the query ("?") or
@@ -32,6 +31,5 @@ CAtlString PercentEncode(const CAtlString& address);
 // Empty for everything else: other schemes, paths, options.
 CAtlString WebAddress(const CAtlString& page);
 
-// The address for print, without its password (RFC 3986, 3.2.1), even one with characters that an address may
-// not hold.
+// The address for print, without its password (RFC 3986, 3.2.1), even when it is no valid address.
 QString WithoutPassword(const CAtlString& address);

@@ -19,8 +19,7 @@ public:
 
     bool IsOpen() const { return descriptor_ >= 0; }
     int Get() const { return descriptor_; }
-    // Closes the file. False when nothing was open or closing failed, which may be the first report of a
-    // failed write (close(2)).
+    // Closes the file. False when nothing was open, or closing reports a failed write (close(2)).
     bool Close() { return IsOpen() && ::close(std::exchange(descriptor_, -1)) == 0; }
 
 private:

@@ -19,8 +19,7 @@ public:
 
     // The name of the user that runs the process, or the number when the user database has no name.
     static CAtlString UserName();
-    // "/tmp/" and the name of the user; where that is not safe, "VARDOProductUpdate" in the user's cache
-    // folder.
+    // "/tmp/" and the user's name; where that is unsafe, "VARDOProductUpdate" in the user's cache folder.
     static const CTemporaryFolder& OfProcess();
 
     // Whether a folder is safe.
@@ -30,8 +29,7 @@ public:
     CTemporaryFolder(const CVardoDirectoryPath& shared, const CVardoDirectoryPath& own)
         : shared_(shared), own_(own) {}
 
-    // The shared folder when it is safe, else the own one. Each is made (mode 0700) when it is missing. Empty
-    // when neither is safe.
+    // The shared folder if safe, else the own one; made (mode 0700) when missing. Empty without a safe one.
     CVardoDirectoryPath Get() const;
     // Removes what earlier processes of this program left and is older than age: files and folders with
     // OWN_NAME in both folders, and in the own one the files whose names begin with beginning (see

@@ -27,15 +27,13 @@ public:
     static CVardoFilePath Combine(const CVardoDirectoryPath& directory, const CAtlString& fileName);
     // Cuts the path at its last "/"; false, and no change, when there is none.
     bool RemoveLastComponent();
-    // Creates the directory and its missing parents (mode 0777 less the umask); true when it exists
-    // afterwards.
+    // Creates the directory and its parents (mode 0777 less the umask); true when it exists afterwards.
     bool Create() const;
     // Appends the files whose names match pattern (fnmatch(3)), in the order of readdir(3). Leaves out
     // directories, names that begin with "." or are not UTF-8, and what stat(2) fails for.
     void ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const;
 
-    // Appends the names of all entries, in the order of readdir(3), except those that begin with "." or are
-    // not UTF-8.
+    // Appends all names in the order of readdir(3), except those that begin with "." or are not UTF-8.
     void ListNames(std::vector<CAtlString>& names) const;
 
     // "/tmp/" and the name of the user that runs the process, created when it is missing; where others could

@@ -28,8 +28,7 @@ bool MayBeWritten(const std::string& path) {
     return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS | AT_SYMLINK_NOFOLLOW) == 0 || errno == ENOENT;
 }
 
-// When this returns true, the contents are on the disk. Otherwise a crash could leave the new name without
-// them.
+// True: the contents are on the disk. Otherwise a crash could leave the new name without them.
 bool Write(const CFileDescriptor& source, off_t size, CFileDescriptor& file, mode_t mode) {
     return file.IsOpen() && FileSystem::CopyContents(source, file, size) && fchmod(file.Get(), mode) == 0 &&
            fsync(file.Get()) == 0 && file.Close();

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The file system calls underneath the path classes, in one place, so that every path reaches the system in
-// the same form.
+// The system calls underneath the path classes, so that every path reaches the system in the same form.
 #pragma once
 
 #include "platform/files/CFileDescriptor.h"
@@ -39,8 +38,7 @@ bool MakeOwnersProgram(const CAtlString& path);
 // Copies contents and, to a new file, permission bits. False when both are the same file, when the source is
 // not a regular file, when the destination exists and failIfExists is set, or when not every byte was copied.
 bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists);
-// Gives a file another name, in the same file system. False, and no change, when anything has that name
-// already or the system refuses.
+// Renames a file in its file system. False, and no change, when the name is taken or the system refuses.
 bool RenameToFree(const CAtlString& from, const CAtlString& to);
 
 // A regular file opened for reading, and its size in bytes; not open when it is missing, not readable or not
@@ -48,8 +46,7 @@ bool RenameToFree(const CAtlString& from, const CAtlString& to);
 CFileDescriptor OpenForReading(const CAtlString& path, off_t& size);
 // Reads until size bytes are there, the file ends or reading fails; returns the number of bytes read.
 off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size);
-// Copies the first size bytes of a file to the present position in another; false when not every byte was
-// copied.
+// Copies size bytes of a file to the present position in another; false when fewer were copied.
 bool CopyContents(const CFileDescriptor& source, const CFileDescriptor& destination, off_t size);
 
 }  // namespace FileSystem

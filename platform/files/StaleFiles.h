@@ -13,7 +13,6 @@
 // nor removes links; folder itself must not be one. What cannot be removed stays. Any thread.
 void RemoveStaleFiles(const CVardoDirectoryPath& folder, const CAtlString& beginning,
                       std::chrono::seconds age);
-// Removes folders in folder by the same rules, with all such files in them, whatever these are called (see
-// CPrivateFolder).
+// Removes folders in folder by the same rules, with all old files in them, of any name (see CPrivateFolder).
 void RemoveStaleFolders(const CVardoDirectoryPath& folder, const CAtlString& beginning,
                         std::chrono::seconds age);

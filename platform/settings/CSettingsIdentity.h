@@ -16,8 +16,7 @@ public:
     CSettingsIdentity(const CSettingsIdentity&) = delete;
     CSettingsIdentity& operator=(const CSettingsIdentity&) = delete;
 
-    // The organisation whose files are in use: that of QCoreApplication; "VARDO Technologies" when that is
-    // empty or "vardotech".
+    // The organisation of QCoreApplication; "VARDO Technologies" when that is empty or "vardotech".
     static QString Organization();
     // The application whose file is in use; empty for the file of the whole organisation. QCoreApplication
     // returns the executable's file name when no name was set, or an empty one; that counts as empty here.

@@ -26,8 +26,7 @@ CAtlString Decoded(std::string_view utf8) {
     return CAtlString(text.data(), static_cast<int>(text.size()));
 }
 
-// Whether UTF-16 has one unit for the character, with the same number. The surrogates and all above them are
-// left to Qt.
+// Whether UTF-16 has one unit of the same number; Qt converts the surrogates and all above them.
 bool IsOneUtf16Unit(wchar_t ch) {
     return static_cast<std::uint32_t>(ch) < 0xD800;
 }

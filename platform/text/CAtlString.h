@@ -50,8 +50,7 @@ public:
     // The first, or the last, count characters; counts are clamped to 0 and the length.
     CAtlString Left(int count) const;
     CAtlString Right(int count) const;
-    // At most count characters from first on; negative arguments count as 0, a first beyond the end gives the
-    // empty text.
+    // At most count characters from first on. Negative arguments count as 0; beyond the end it is empty.
     CAtlString Mid(int first, int count) const;
     CAtlString Mid(int first) const;
 

@@ -145,8 +145,7 @@ private:
         return std::atomic_ref<std::int32_t>(GetHeader()->references);
     }
 
-    // Makes the array one of this text's own, with room for at least capacity characters; capacity must not
-    // be below the length.
+    // Makes the array this text's own, with room for capacity characters (the length at least).
     void MakePrivate(int capacity) {
         if (References() == 1) {
             if (GetHeader()->capacity < capacity)

@@ -14,8 +14,7 @@
 // The most UTF-16 code units of a text that are shown.
 inline constexpr qsizetype LONGEST_SHOWN = 500;
 
-// The text; when it has more than longest UTF-16 code units, its beginning and an ellipsis, longest units in
-// all.
+// The text, cut to longest UTF-16 code units, the last of them an ellipsis, when it has more.
 QString Cut(const QString& text, qsizetype longest = LONGEST_SHOWN);
 
 // The text with U+FFFD for each character that would not show itself: control characters, line ends, and

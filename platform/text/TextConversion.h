@@ -9,8 +9,7 @@
 #include <string>
 #include <string_view>
 
-// Only the well-formed sequences of the Unicode standard (table 3-7) count; decoding stops at the first other
-// one.
+// Only well-formed sequences (Unicode, table 3-7) count; decoding stops at the first other one.
 std::wstring DecodeUtf8(std::string_view bytes);
 
 // The size in bytes of length characters as UTF-8. Characters from U+200000 on count as U+FFFD.

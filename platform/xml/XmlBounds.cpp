@@ -130,8 +130,7 @@ private:
         return true;
     }
 
-    // The parser reads from the next ";" back to the nearest "#" or "x" and would not mind quotes and
-    // brackets before that.
+    // The parser reads from the next ";" back to the nearest "#" or "x", past quotes and brackets.
     bool SkipNumericEntity() {
         const bool hexadecimal = at_[2] == 'x';
         at_ += hexadecimal ? 3 : 2;
