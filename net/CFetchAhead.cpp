@@ -4,6 +4,8 @@
 #include "net/CFetchAhead.h"
 
 #include <algorithm>
+#include <iterator>
+#include <ranges>
 #include <utility>
 
 #include <unistd.h>
@@ -36,10 +38,10 @@ void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {
 
 void CFetchAhead::Start(const Route& route) {
     const auto isUnderWay = [](const Entry& entry) { return entry.ahead && !entry.ahead->transfer.IsHeld(); };
-    if (folder_.IsEmpty() || std::count_if(entries_.begin(), entries_.end(), isUnderWay) > FEW_AHEAD)
+    const auto end = entries_.begin() + std::min(MOST_AHEAD, std::ssize(entries_));
+    if (folder_.IsEmpty() || std::count_if(entries_.begin(), end, isUnderWay) > FEW_AHEAD)
         return;
-    for (std::size_t i = 0; i < std::min(MOST_AHEAD, entries_.size()); ++i) {
-        Entry& entry = entries_[i];
+    for (Entry& entry : std::ranges::subrange(entries_.begin(), end)) {
         if (isUnderWay(entry))
             continue;
         CAtlString name;

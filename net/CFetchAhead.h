@@ -33,10 +33,10 @@ struct AheadTransfer {
 class CFetchAhead {
 public:
     // The most transfers that have started and are not yet taken; each may hold a file.
-    static constexpr std::size_t MOST_AHEAD = 24;
+    static constexpr std::ptrdiff_t MOST_AHEAD = 24;
     // The low-water mark: with so many left the next ones start, all at once, because waking a thread costs
     // as much as preparing a transfer.
-    static constexpr int FEW_AHEAD = 12;
+    static constexpr std::ptrdiff_t FEW_AHEAD = 12;
 
     // Each transfer has these bounds.
     CFetchAhead(const TransferBounds& bounds, const boost::shared_ptr<CTransferThreads>& threads)

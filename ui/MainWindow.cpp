@@ -248,7 +248,6 @@ void MainWindow::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!isTableFilled_)
         FillTable();
-    QTimer::singleShot(0, this, &MainWindow::MakeRoomForNames);
 }
 
 void MainWindow::closeEvent(QCloseEvent* /*event*/) {

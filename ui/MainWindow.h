@@ -102,7 +102,8 @@ private:
     // What the table shows, or will show: its rows are built when the window is visible, since most silent
     // checks end without it.
     QList<Row> rows_;
-    bool isTableFilled_ = false;
+    // The table shows rows_.
+    bool isTableFilled_ = true;
     boost::shared_ptr<CProductListController> controller_;
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     boost::shared_ptr<CRecordKeeper> record_;

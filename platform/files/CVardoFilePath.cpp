@@ -33,8 +33,10 @@ bool CVardoFilePath::Exists() const {
 }
 
 bool CVardoFilePath::Delete() const {
-    return FileSystem::DeleteFile(path_) || !Exists() ||
-           (FileSystem::MakeWritable(path_) && FileSystem::DeleteFile(path_));
+    if (!Exists())
+        return true;
+    FileSystem::MakeWritable(path_);
+    return FileSystem::DeleteFile(path_);
 }
 
 bool CVardoFilePath::CopyTo(const CVardoFilePath& destination, bool failIfExists) const {

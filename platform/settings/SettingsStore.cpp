@@ -32,9 +32,12 @@ bool IsWritable(const QSettings& store, const QFileInfo& folder) {
 
 // Some desktops put a folder of the user's own, such as ~/.config/kdedefaults, before the machine's in
 // XDG_CONFIG_DIRS. What is written there is read in their sessions only.
-bool IsUsersOwn(const QFileInfo& folder) {
+bool IsUsersOwn(const QSettings& store, const QFileInfo& folder) {
     const QFileInfo users(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
-    return users.exists() && (folder.canonicalFilePath() + u'/').startsWith(users.canonicalFilePath() + u'/');
+    // Only folders that exist have a canonical path.
+    return store.fileName().startsWith(users.filePath() + u'/') ||
+           (users.exists() &&
+            (folder.canonicalFilePath() + u'/').startsWith(users.canonicalFilePath() + u'/'));
 }
 
 std::unique_ptr<QSettings> OpenStore(int hive) {
@@ -45,7 +48,7 @@ std::unique_ptr<QSettings> OpenStore(int hive) {
     if (hive != HKEY_LOCAL_MACHINE)
         return store;
     const QFileInfo folder = ExistingFolder(*store);
-    if (!IsWritable(*store, folder) || IsUsersOwn(folder))
+    if (!IsWritable(*store, folder) || IsUsersOwn(*store, folder))
         store = std::make_unique<QSettings>(organization, application);
     return store;
 }

@@ -144,6 +144,10 @@ TEST_F(Settings, AMachineFileThatIsNotToBeWrittenIsReplacedByTheUsers) {
         chmod(MACHINES.c_str(), 0755);
     }
     std::filesystem::remove("/tmp/link");
+    std::filesystem::remove_all(USERS);
+    const ScopedEnvironment environment("XDG_CONFIG_DIRS", desktops.c_str());
+    WriteRegistryDword(HKEY_LOCAL_MACHINE, L"K", L"m", 30);
+    EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), "[K]\nm=30\n") << "the user's folder was not there yet";
 }
 
 TEST_F(Settings, DueRule) {
