@@ -10,6 +10,7 @@
 
 #include <unistd.h>
 
+#include "platform/files/Addresses.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "platform/files/FileSystem.h"
 
@@ -19,10 +20,13 @@ AheadTransfer::~AheadTransfer() {
         file.Delete();
 }
 
-CAtlString AheadTransfer::HandOut(const CVardoFilePath& target) {
-    const CAtlString own = std::exchange(file, CVardoFilePath()).GetFilePathString();
-    const bool isRenamed = !target.IsEmpty() && FileSystem::RenameToFree(own, target.GetFilePathString());
-    return isRenamed ? target.GetFilePathString() : own;
+CAtlString AheadTransfer::HandOut(const CAtlString& baseName) {
+    const CVardoFilePath own = std::exchange(file, CVardoFilePath());
+    const CVardoFilePath renamed = CVardoDirectoryPath::ClaimFile(
+        CVardoDirectoryPath(own), AddressExtension(url), baseName, [&own](const CVardoFilePath& name) {
+            return FileSystem::RenameToFree(own.GetFilePathString(), name.GetFilePathString());
+        });
+    return (renamed.IsEmpty() ? own : renamed).GetFilePathString();
 }
 
 void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {

@@ -23,9 +23,9 @@ struct AheadTransfer {
 
     ~AheadTransfer();
 
-    // After a success: renames the file to target, gives it to the caller and returns its path. The file
-    // keeps its own name when target is empty or the renaming fails.
-    CAtlString HandOut(const CVardoFilePath& target);
+    // After a success: gives the file to the caller and returns its path. Its name is then a free one that
+    // begins with baseName, or stays its own when it cannot be renamed.
+    CAtlString HandOut(const CAtlString& baseName);
 };
 
 // A queue of addresses; the transfers of the first ones may run already. The next plan and the destructor end
@@ -33,7 +33,7 @@ struct AheadTransfer {
 class CFetchAhead {
 public:
     // The most transfers that have started and are not yet taken; each may hold a file.
-    static constexpr std::ptrdiff_t MOST_AHEAD = 24;
+    static constexpr std::ptrdiff_t MOST_AHEAD = 48;
     // The low-water mark: with so many left the next ones start, all at once, because waking a thread costs
     // as much as preparing a transfer.
     static constexpr std::ptrdiff_t FEW_AHEAD = 12;

@@ -83,7 +83,7 @@ CAtlString Downloader::Fetch(const CAtlString& url, const TransferBounds& bounds
     last_ = {.url = url};
     if (isCancelled_)
         return {};
-    const CVardoFilePath target = TargetOf(url, CVardoDirectoryPath::GetTempDirectory());
+    const CVardoFilePath target = CVardoDirectoryPath::GetTempFilePath(AddressExtension(url), baseName_);
     if (target.IsEmpty()) {
         last_.error =
             CAtlString(QCoreApplication::translate("Downloader", "There is no folder for temporary files"));
@@ -109,7 +109,7 @@ bool Downloader::Receive(AheadTransfer& ahead, CAtlString& file) {
     if (!last_.error.IsEmpty())
         ConnectionFailed(last_.error);
     if (result == RESULT_OK && !isCancelled_)
-        file = ahead.HandOut(TargetOf(ahead.url, CVardoDirectoryPath(ahead.file)));
+        file = ahead.HandOut(baseName_);
     return true;
 }
 
@@ -124,10 +124,6 @@ int Downloader::Finish(QtDownloader& transfer) {
 void Downloader::StartAhead() {
     if (GetRoute().IsDirect() || threads_->Memory().Of(GetRoute().ProxyName()).isOpen)
         ahead_.Start(GetRoute());
-}
-
-CVardoFilePath Downloader::TargetOf(const CAtlString& url, const CVardoDirectoryPath& folder) const {
-    return CVardoDirectoryPath::FreeFilePath(folder, AddressExtension(url), baseName_);
 }
 
 void Downloader::Note(const TransferRecord& record) {

@@ -50,8 +50,6 @@ public:
 
 private:
     void TakeProxySettings();
-    // A name for a fetched file, free at this moment; empty without a folder.
-    CVardoFilePath TargetOf(const CAtlString& url, const CVardoDirectoryPath& folder) const;
     // Keeps the record of a transfer that has ended, and calls transferEnded_.
     void Note(const TransferRecord& record);
     // Runs a transfer that starts now. Returns the file's path; empty when it failed.

@@ -31,10 +31,16 @@ void Discard(QFile& file) {
     QFile::remove(file.fileName());
 }
 
-// Creates the file for its owner alone. It never opens a file or follows a link that another user put there
-// meanwhile; the file then stays closed.
-void Create(QFile& file) {
-    file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
+// Creates the file for its owner alone, in place of an earlier one. It never opens a file or follows a link
+// that another user put there meanwhile; the file then stays closed.
+void CreateAnew(QFile& file) {
+    const auto create = [&file] {
+        return file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
+    };
+    if (!file.isOpen() && create())
+        return;
+    Discard(file);
+    create();
 }
 
 }  // namespace
@@ -95,14 +101,13 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
 }
 
 void QtDownloader::Attempt(const QUrl& address, QFile& file) {
-    Discard(file);
     areSent_ = HasCredentialsToTry();
     areTried_ = areTried_ || areSent_;
     const bool isBasic = Memory().Of(proxy_).scheme == ProxyScheme::BASIC;
     Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()),
                     isBasic ? QHttp::Authentication::BASIC : QHttp::Authentication::NEGOTIATED);
     Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
-    Create(file);
+    CreateAnew(file);
     Http().get(address.path(QUrl::FullyEncoded), &file, Cancelled());
     if (Http().header().statusCode() != 0)
         status_ = Http().header().statusCode();

@@ -16,12 +16,13 @@ bool QtDownloaderSignalProxy::ProxyAuthRequiredSlot(const CAtlString& host, int 
 }
 
 QtDownloaderBase::QtDownloaderBase(const boost::shared_ptr<CTransferThreads>& threads)
-    : forwarder_(new QtDownloaderSignalProxy(this)),
-      threads_(threads ? threads : boost::make_shared<CTransferThreads>(1)) {
+    : threads_(threads ? threads : boost::make_shared<CTransferThreads>(1)) {}
+
+void QtDownloaderBase::ConnectForwarder() {
     using Base = QtDownloaderBase;
     using Forwarder = QtDownloaderSignalProxy;
     constexpr auto QUEUED = Qt::QueuedConnection;
-    forwarder_->SetHandler(&nobody_);
+    forwarder_ = new QtDownloaderSignalProxy(this);
     connect(this, &Base::ProxyAuthCanceledSignal, forwarder_, &Forwarder::ProxyAuthCanceledSlot, QUEUED);
     connect(this, &Base::ConnectionFailedSignal, forwarder_, &Forwarder::ConnectionFailedSlot, QUEUED);
     connect(this, &Base::DataReadProgressSignal, forwarder_, &Forwarder::DataReadProgressSlot, QUEUED);
@@ -37,6 +38,8 @@ int QtDownloaderBase::DownloadOnThread(const CAtlString& url, const CAtlString& 
 
 void QtDownloaderBase::Start(const CAtlString& url, const CAtlString& file, ConnectionInfo* info) {
     info_ = info;
+    if (!forwarder_)
+        ConnectForwarder();
     forwarder_->SetHandler(info);
     route_ = info->GetRoute();
     Run(url, file);
@@ -67,7 +70,8 @@ int QtDownloaderBase::Finish() {
 }
 
 void QtDownloaderBase::Cancel() {
-    forwarder_->SetHandler(&nobody_);
+    if (forwarder_)
+        forwarder_->SetHandler(&nobody_);
     cancelled_.Set();
     answerReceived_.Set();
 }

@@ -99,11 +99,14 @@ protected slots:
     virtual void ProxyAuthRequestDoneSlot(bool ret, const CAtlString& userName, const CAtlString& password);
 
 private:
+    // Makes the forwarder, and lets it pass on the signals.
+    void ConnectForwarder();
     void Run(const CAtlString& url, const CAtlString& file);
 
-    // The receiver without callbacks, for a transfer that was cancelled or started ahead.
+    // The receiver without callbacks, for a transfer that was cancelled.
     ConnectionInfo nobody_;
-    QtDownloaderSignalProxy* forwarder_;
+    // A child; null until Start, since a transfer that was started ahead notifies nobody.
+    QtDownloaderSignalProxy* forwarder_ = nullptr;
     boost::shared_ptr<CTransferThreads> threads_;
     CWakingFlag cancelled_;
     ConnectionInfo* info_ = nullptr;

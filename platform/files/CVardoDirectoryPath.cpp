@@ -111,17 +111,20 @@ CVardoDirectoryPath CVardoDirectoryPath::GetTempDirectory() {
 }
 
 CVardoFilePath CVardoDirectoryPath::GetTempFilePath(const CAtlString& extension, const CAtlString& baseName) {
-    return FreeFilePath(GetTempDirectory(), extension, baseName);
+    return ClaimFile(GetTempDirectory(), extension, baseName, [](const CVardoFilePath& file) {
+        return !FileSystem::IsTaken(file.GetFilePathString());
+    });
 }
 
-CVardoFilePath CVardoDirectoryPath::FreeFilePath(const CVardoDirectoryPath& directory,
-                                                 const CAtlString& extension, const CAtlString& baseName) {
+CVardoFilePath CVardoDirectoryPath::ClaimFile(const CVardoDirectoryPath& directory,
+                                              const CAtlString& extension, const CAtlString& baseName,
+                                              const boost::function<bool(const CVardoFilePath&)>& claim) {
     if (directory.IsEmpty())
         return CVardoFilePath();
     const CAtlString base = baseName.IsEmpty() ? CAtlString(DEFAULT_BASE_NAME) : WithinName(baseName);
     const CAtlString ending = WithinName(extension);
     CVardoFilePath candidate = Combine(directory, base + ending);
-    for (int tries = 1; FileSystem::IsTaken(candidate.GetFilePathString()); ++tries) {
+    for (int tries = 1; !claim(candidate); ++tries) {
         if (tries == MAX_TEMP_NAMES)
             return CVardoFilePath();
         CAtlString number;

@@ -7,6 +7,7 @@
 #include "platform/files/CVardoFilePath.h"
 #include "platform/text/CAtlString.h"
 
+#include <boost/function.hpp>
 #include <vector>
 
 // A value with the normal form and the rules of CVardoFilePath.
@@ -44,9 +45,11 @@ public:
     // An empty base name becomes "NBKTemp". The file is not created. Empty when no free name was found in
     // MAX_TEMP_NAMES tries, or there is no temporary directory.
     static CVardoFilePath GetTempFilePath(const CAtlString& extension, const CAtlString& baseName);
-    // The same in another directory, empty when that is empty.
-    static CVardoFilePath FreeFilePath(const CVardoDirectoryPath& directory, const CAtlString& extension,
-                                       const CAtlString& baseName);
+    // Offers such names in another directory to claim, and returns the first that it takes. Empty when it
+    // took none of MAX_TEMP_NAMES, or directory is empty.
+    static CVardoFilePath ClaimFile(const CVardoDirectoryPath& directory, const CAtlString& extension,
+                                    const CAtlString& baseName,
+                                    const boost::function<bool(const CVardoFilePath&)>& claim);
 
     static constexpr int MAX_TEMP_NAMES = 10000;
 

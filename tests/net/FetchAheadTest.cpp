@@ -94,7 +94,7 @@ TEST_F(FetchAhead, HandsOutEachFileInItsTurnAndAsksOnceForEach) {
 }
 
 TEST_F(FetchAhead, GoesOnWhileOneAnswerIsLateUntilEnoughLiesReady) {
-    const std::vector<CAtlString> urls = Serve(40, 5ms);
+    const std::vector<CAtlString> urls = Serve(60, 5ms);
     server_.Serve(Target(0), {.body = "late", .delay = 1s});
     downloader_->FetchAhead(urls);
     EXPECT_EQ(Take(urls[0]), "late");
