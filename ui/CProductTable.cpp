@@ -168,6 +168,10 @@ void CProductTable::ShowLatest(int row, const QString& text) {
 }
 
 int CProductTable::WidthThatNamesLack(int widest) const {
+    // New rows may bring the scroll bar, which takes its width from the names. The table shows it by an
+    // event.
+    table_.doItemsLayout();
+    QCoreApplication::sendPostedEvents(&table_, QEvent::MetaCall);
     const QAbstractItemView& view = table_;
     return std::max(0, std::min(view.sizeHintForColumn(NAME), widest) - table_.columnWidth(NAME));
 }

@@ -173,7 +173,11 @@ TEST_F(MainWindowTest, WhatHasNoRoomIsShownInATip) {
     const QString longName = QString("Tools & <b>more</b> ").repeated(20).trimmed();
     AddProduct("Short", {"1.0.0.0"}, "1.0.0.0");
     AddProduct("Long", {"1.0.0.0"}, "1.0.0.0", longName.toHtmlEscaped().toStdString());
+    // With the scroll bar.
+    for (const char more : std::string("abcdefghijkl"))
+        AddProduct(std::string(1, more), {"1.0.0.0"}, "1.0.0.0");
     downloader_->Serve("http://site/Long.xml", "no description");
+    downloader_->whileDownloading = [] { QApplication::processEvents(); };
     CheckAndShow();
     const auto tipAt = [](QWidget* widget, const QPoint& at) {
         QHelpEvent help(QEvent::ToolTip, at, widget->mapToGlobal(at));
