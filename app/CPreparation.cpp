@@ -42,8 +42,8 @@ bool CPreparation::SelfUpdate() {
 bool CPreparation::IsOffered(CSelfUpdate& update) {
     if (isWatched_)
         progress_->Begin(IProgress::Task::LOOKING_FOR_PROGRAM);
-    const bool offered = !CPolicy().noSelfUpdate && update.LoadLocal() && !update.IsNoUpdates() &&
-                         update.LoadRemote() && update.IsUpdateAvailable();
+    const bool offered = !CPolicy().noSelfUpdate.value_or(false) && update.LoadLocal() &&
+                         !update.IsNoUpdates() && update.LoadRemote() && update.IsUpdateAvailable();
     if (offered)
         progress_->Pause();
     return offered;

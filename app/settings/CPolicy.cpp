@@ -6,22 +6,41 @@
 #include "app/settings/DefaultSettings.h"
 #include "platform/settings/SettingsStore.h"
 
+#include <utility>
+
+namespace {
+
+std::optional<int> ToNumber(const QString& text) {
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+std::optional<bool> ToSwitch(const QString& text) {
+    for (const auto& [word, isOn] : {std::pair("true", true), {"false", false}})
+        if (text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0)
+            return isOn;
+    const std::optional<int> number = ToNumber(text);
+    return number ? std::optional(*number == 1) : std::nullopt;
+}
+
+}  // namespace
+
 CPolicy::CPolicy() {
-    const auto read = [this, all = ReadMachineValues(DefaultSettings::POLICY_KEY)](const CAtlString& name) {
-        QVariant value = all.value(name.ToQString());
-        if (value.isValid())
+    const auto read = [this, all = ReadMachineValues(DefaultSettings::POLICY_KEY)](
+                          const CAtlString& name, auto understand, auto& member) {
+        if (const QVariant value = all.value(name.ToQString()); value.isValid())
+            member = understand(value.toString());
+        if (member)
             names << name.ToQString();
-        return value;
     };
-    if (const QVariant value = read(DefaultSettings::CHECK_UPDATES); value.isValid())
-        checkUpdates = value.toInt() == 1;
-    if (const QVariant value = read(DefaultSettings::INTERVAL); value.isValid())
-        interval = value.toInt();
-    if (const QVariant value = read(DefaultSettings::HTTP_PROXY_HOST); value.isValid())
-        proxyHost = CAtlString(value.toString());
-    if (const QVariant value = read(DefaultSettings::HTTP_PROXY_PORT); value.isValid())
-        proxyPort = value.toInt();
-    else if (proxyHost)
+    read(DefaultSettings::CHECK_UPDATES, ToSwitch, checkUpdates);
+    read(DefaultSettings::INTERVAL, ToNumber, interval);
+    read(
+        DefaultSettings::HTTP_PROXY_HOST, [](const QString& text) { return std::optional(CAtlString(text)); },
+        proxyHost);
+    read(DefaultSettings::HTTP_PROXY_PORT, ToNumber, proxyPort);
+    if (proxyHost && !proxyPort)
         proxyPort = DefaultSettings::DEFAULT_PROXY_PORT;
-    noSelfUpdate = read(L"NoSelfUpdate").toInt() == 1;
+    read(L"NoSelfUpdate", ToSwitch, noSelfUpdate);
 }

@@ -10,12 +10,13 @@
 #include <optional>
 
 // The values of the policy, which win over the user's settings and the program's own description, and are
-// never written anywhere. Without a value, the user's settings and the description count. GUI thread only.
+// never written anywhere. Without a value, or with one that cannot be understood, the user's settings and the
+// description count. A switch is a number, on when it is 1, or "true" or "false". GUI thread only.
 struct CPolicy {
     // Reads the machine's file.
     CPolicy();
 
-    // The names of the values that are set, in the order of the members.
+    // The names of the values that count, in the order of the members.
     QStringList names;
     std::optional<bool> checkUpdates;
     // Days between two automatic checks.
@@ -24,6 +25,6 @@ struct CPolicy {
     std::optional<CAtlString> proxyHost;
     // With a host and no port, the port of a host that is stored without one.
     std::optional<int> proxyPort;
-    // The program never replaces itself. False leaves that to its description.
-    bool noSelfUpdate = false;
+    // When on, the program never replaces itself; else that is left to its description.
+    std::optional<bool> noSelfUpdate;
 };

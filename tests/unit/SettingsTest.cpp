@@ -170,7 +170,9 @@ TEST_F(Settings, DueRule) {
 TEST_F(Settings, PolicyOfTheMachineWinsAndIsNotCopied) {
     const std::string policy =
         "[Software]\nVARDO%20Technologies\\Product%20Update\\Policy\\CheckUpdates=0\n"
-        "VARDO%20Technologies\\Product%20Update\\Policy\\Interval=3\n";
+        "VARDO%20Technologies\\Product%20Update\\Policy\\Interval=3\n"
+        "VARDO%20Technologies\\Product%20Update\\Policy\\NoSelfUpdate=True\n"
+        "VARDO%20Technologies\\Product%20Update\\Policy\\HttpProxyPort=none\n";
     std::ofstream(USERS + WHOLE_MAKER) << policy;
     WriteOwn(HKEY_CURRENT_USER, DefaultSettings::INTERVAL, 14);
     CRecordKeeper record;
@@ -180,7 +182,8 @@ TEST_F(Settings, PolicyOfTheMachineWinsAndIsNotCopied) {
     record.Load();
     EXPECT_FALSE(record.GetCheckUpdates());
     EXPECT_EQ(record.GetInterval(), 3);
-    EXPECT_EQ(record.GetPolicy().names.join(' '), "CheckUpdates Interval");
+    EXPECT_EQ(record.GetPolicy().names.join(' '), "CheckUpdates Interval NoSelfUpdate");
+    EXPECT_EQ(CPolicy().noSelfUpdate, true);
     record.SetNewLastChecked(5);
     record.Save();
     EXPECT_EQ(Number(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, L"CheckUpdates"), -7);
