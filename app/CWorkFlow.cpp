@@ -17,7 +17,7 @@
 
 namespace {
 
-// Nobody sees it, and other copies of the program wait for its end.
+// Most users never see it, and other copies of the program wait for its end.
 constexpr std::chrono::minutes LONGEST_SILENT_CHECK{15};
 
 int JulianDay(const IEnvironment& environment) {

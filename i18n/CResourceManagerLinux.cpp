@@ -24,14 +24,13 @@ bool CResourceManagerLinux::Init(int languageId, const CAtlString& languagesFold
     languageId_ = languageId;
     if (languagesFolder.IsEmpty())
         return false;
-    languageCode_ = LanguageAttributeById(languageId, LanguageFormat::CODE);
-    if (!IsFolderName(languageCode_))
+    const CAtlString code = LanguageAttributeById(languageId, LanguageFormat::CODE);
+    if (!IsFolderName(code))
         return false;
-    stringsFolder_ = CVardoDirectoryPath(languagesFolder);
-    stringsFolder_.Append(languageCode_);
-    const bool exists = stringsFolder_.Exists();
-    LoadStrings(stringsFolder_, productName, sameLanguage);
-    return exists;
+    CVardoDirectoryPath folder(languagesFolder);
+    folder.Append(code);
+    LoadStrings(folder, productName, sameLanguage);
+    return folder.Exists();
 }
 
 // The code comes from a table that anyone may have written.

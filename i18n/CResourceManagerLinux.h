@@ -37,17 +37,12 @@ public:
     // Whether a language's code may be the name of its folder; the texts of any other language are not read.
     static bool IsFolderName(const CAtlString& code);
 
-    // The code of the language; empty before Init.
-    const CAtlString& GetLanguageCode() const { return languageCode_; }
-
     // The largest strings file that is read, in bytes.
     static constexpr long MAX_STRINGS_BYTES = 16L * 1024 * 1024;
 
 private:
     static constexpr int NO_LANGUAGE = -1;
 
-    CAtlString languageCode_;
     int languageId_ = NO_LANGUAGE;
-    CVardoDirectoryPath stringsFolder_;
     std::unordered_map<std::wstring, CAtlString> strings_;
 };

@@ -9,41 +9,28 @@
 
 namespace {
 
-struct Setup {
-    std::unique_ptr<CResourceManagerLinux> manager;
-    int languageId = 0;
-    CAtlString languagesFolder;
-    CAtlString productName;
-};
-
-Setup& TheSetup() {
-    static Setup setup;
-    return setup;
-}
-
-CResourceManagerLinux& Manager() {
-    auto& manager = TheSetup().manager;
-    if (!manager)
-        manager = std::make_unique<CResourceManagerLinux>();
-    return *manager;
+std::unique_ptr<CResourceManagerLinux>& Manager() {
+    static std::unique_ptr<CResourceManagerLinux> manager;
+    return manager;
 }
 
 }  // namespace
 
 IVardoResourceManager* GetResourceManager() {
-    return &Manager();
+    if (!Manager())
+        Manager() = std::make_unique<CResourceManagerLinux>();
+    return Manager().get();
 }
 
 void DestroyResourceManager() {
-    TheSetup().manager.reset();
+    Manager().reset();
 }
 
 void SetupResourceManager(int languageId, const CAtlString& languagesFolder, const CAtlString& productName) {
-    Setup& setup = TheSetup();
-    if (languageId != setup.languageId)
+    static int lastLanguageId = 0;
+    if (languageId != lastLanguageId)
         DestroyResourceManager();
-    setup.languageId = languageId;
-    setup.languagesFolder = languagesFolder;
-    setup.productName = productName;
-    Manager().Init(setup.languageId, setup.languagesFolder, setup.productName);
+    lastLanguageId = languageId;
+    GetResourceManager();
+    Manager()->Init(languageId, languagesFolder, productName);
 }

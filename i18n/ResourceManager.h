@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The process's one resource manager, and the language, folder and product that it was last set up with.
+// The process's one resource manager.
 #pragma once
 
 #include "i18n/CResourceManagerLinux.h"

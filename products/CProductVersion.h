@@ -20,7 +20,7 @@ public:
     // nothing is fetched.
     void SetDownloader(IDownloader* downloader) { downloader_ = downloader; }
 
-    // The row in the window's table; negative when there is none.
+    // The row in the window's table.
     void SetRow(int row) { row_ = row; }
     int GetRow() const { return row_; }
 

@@ -15,7 +15,7 @@
 const CAtlString CProductVersions::ELEMENT_NAME(ListFormat::PRODUCT);
 
 CProductVersions::CProductVersions(const boost::shared_ptr<IEnvironment>& environment)
-    : actionTexts_{tr("Current"), tr("Update")}, environment_(environment) {}
+    : environment_(environment) {}
 
 bool CProductVersions::Init(const TiXmlElement* element) {
     if (!element)

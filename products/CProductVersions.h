@@ -57,7 +57,7 @@ public:
     CAtlString GetLatestVersion(unsigned item) const override;
     void SetRow(unsigned item, int row) override { items_[item]->SetRow(row); }
     int GetRow(unsigned item) const override { return items_[item]->GetRow(); }
-    QList<QString> GetActionTexts() const override { return actionTexts_; }
+    QList<QString> GetActionTexts() const override { return {tr("Current"), tr("Update")}; }
     void ApplyDisablers(const CProductsByKey& all) override;
     bool IsCurrent(unsigned item) const override { return items_[item].get() == current_; }
     bool IsDisabled() const override { return disabled_; }
@@ -89,7 +89,6 @@ private:
     std::vector<boost::shared_ptr<CProductVersion>> items_;
     // Points to the item of items_ that has the highest version.
     CProductVersion* current_ = nullptr;
-    QList<QString> actionTexts_;
     QString name_;
     CAtlString baseName_;
     CAtlString defaultAddress_;

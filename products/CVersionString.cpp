@@ -109,18 +109,10 @@ bool CVersionString::IsLess(const CVersionString& other) const {
 }
 
 bool CVersionString::IsEqual(const CVersionString& other) const {
-    if (!valid_ && !other.valid_)
-        return sourceText_.Compare(other.sourceText_) == 0;
-    if (!valid_ || !other.valid_)
-        return false;
-    return !other.IsLess(*this) && !IsLess(other);
+    return !IsLess(other) && !other.IsLess(*this);
 }
 
 bool CVersionString::IsGreater(const CVersionString& other) const {
-    if (!valid_ && !other.valid_)
-        return sourceText_.Compare(other.sourceText_) > 0;
-    if (!valid_ || !other.valid_)
-        return valid_;
     return other.IsLess(*this);
 }
 

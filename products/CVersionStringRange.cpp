@@ -12,8 +12,7 @@ CVersionStringRange::CVersionStringRange(const CVersionString& from, const CVers
 }
 
 bool CVersionStringRange::Contains(const CVersionString& version) const {
-    return (version.IsGreater(from_) || version.IsEqual(from_)) &&
-           (version.IsLess(to_) || version.IsEqual(to_));
+    return !version.IsLess(from_) && !version.IsGreater(to_);
 }
 
 bool CVersionStringRange::IsLess(const CVersionStringRange& other) const {

@@ -28,7 +28,7 @@ CAtlString AsShown(const CAtlString& version) {
 const CAtlString GalleryVersion::ELEMENT_NAME(ListFormat::GALLERY);
 
 GalleryVersion::GalleryVersion(const boost::shared_ptr<IEnvironment>& environment)
-    : actionTexts_{tr("Current"), tr("Update")}, environment_(environment) {}
+    : environment_(environment) {}
 
 bool GalleryVersion::Init(const TiXmlElement* element) {
     if (!element)

@@ -56,7 +56,7 @@ public:
     CAtlString GetPlainLatestVersion(unsigned /*item*/) const override { return Newest(&Versions::latest); }
     void SetRow(unsigned /*item*/, int row) override { row_ = row; }
     int GetRow(unsigned /*item*/) const override { return row_; }
-    QList<QString> GetActionTexts() const override { return actionTexts_; }
+    QList<QString> GetActionTexts() const override { return {tr("Current"), tr("Update")}; }
     // The name of the installed category list, without its extension: "updateinfo".
     CAtlString GetDescriptionName() const override;
     // The content's GUID, which stands where other products have a page.
@@ -93,7 +93,6 @@ private:
     int row_ = 0;
     // By category identifier.
     std::map<CAtlString, Versions> categories_;
-    QList<QString> actionTexts_;
     CVardoFilePath toolPath_;
     CAtlString toolArguments_;
     boost::shared_ptr<IEnvironment> environment_;

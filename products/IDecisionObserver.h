@@ -37,6 +37,6 @@ public:
                             const CAtlString& /*published*/) {}
 };
 
-// The process's only one. For each comparison with a disabler it writes a line with both keys to standard
-// output.
+// The observer that writes to standard output: a line with both keys for each of the first thousand
+// comparisons with a disabler. There is one for the whole process.
 IDecisionObserver& ConsoleObserver();

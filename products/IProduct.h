@@ -20,8 +20,8 @@ class TiXmlElement;
 // operations that take an item take its index, from 0 to GetItemCount() - 1. GUI thread only; products are
 // shared, and live as long as a list, the controller or a row's action holds them.
 //
-// Calling order: Init, FindInstalled, ApplyDisablers, SetDownloader and CheckForUpdates, SetRow; RunAction on
-// demand.
+// Calling order: Init, FindInstalled, ApplyDisablers, SetRow, SetDownloader and CheckForUpdates, SetRow for
+// the items that only the check has found; RunAction on demand.
 class IProduct {
 public:
     using List = std::vector<boost::shared_ptr<IProduct>>;

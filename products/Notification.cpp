@@ -32,8 +32,7 @@ QString WithoutRegion(const QString& code) {
 
 const CAtlString Notification::ELEMENT_NAME(ListFormat::NOTIFICATION);
 
-Notification::Notification(const boost::shared_ptr<IEnvironment>& environment)
-    : actionTexts_{tr("Current"), tr("More...")}, environment_(environment) {}
+Notification::Notification(const boost::shared_ptr<IEnvironment>& environment) : environment_(environment) {}
 
 bool Notification::Init(const TiXmlElement* element) {
     if (!element)

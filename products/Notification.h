@@ -47,7 +47,7 @@ public:
     CAtlString GetLatestVersion(unsigned /*item*/) const override { return L" "; }
     void SetRow(unsigned /*item*/, int row) override { row_ = row; }
     int GetRow(unsigned /*item*/) const override { return row_; }
-    QList<QString> GetActionTexts() const override { return actionTexts_; }
+    QList<QString> GetActionTexts() const override { return {tr("Current"), tr("More...")}; }
     CAtlString GetDescriptionName() const override { return key_; }
     CAtlString GetPage(unsigned /*item*/) const override { return webPage_; }
 
@@ -80,7 +80,6 @@ private:
     QDate stopDate_;
     // By language code.
     std::map<QString, QString> texts_;
-    QList<QString> actionTexts_;
     CAtlString messageFolder_;
     CAtlString messageFile_;
     boost::shared_ptr<IEnvironment> environment_;

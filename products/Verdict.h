@@ -28,7 +28,7 @@ enum class Verdict {
     NO_NOTIFICATION,  // the root is no "Notification"
     NO_TEXT,          // in no language
     NO_PAGE,          // no "WebPage"
-    NO_DATES,         // a date is missing or none
+    NO_DATES,         // a date is missing, or is no date
     TOO_EARLY,        // today is not after its first day
     OVER,             // today is not before its last day
     NO_BOARD,         // no board software that it is for

@@ -10,13 +10,6 @@
 
 namespace {
 
-QString InstalledBeside(const IProduct& product) {
-    for (unsigned item = 0; item < product.GetItemCount(); ++item)
-        if (product.IsCurrent(item))
-            return product.GetInstalledVersion(item).ToQString();
-    return {};
-}
-
 // The one item of a product that is checked; GetItemCount() when it has none, as a notice.
 unsigned CheckedItem(const IProduct& product) {
     unsigned item = 0;
@@ -46,7 +39,7 @@ QString CCheckOutcome::Why(const IProduct& product, unsigned item) const {
     switch (StateOf(product, item, true)) {
         case ItemState::OLDER:
             return tr("Version %1 is installed, too, and only the newest is checked.")
-                .arg(InstalledBeside(product));
+                .arg(product.GetInstalledVersion(CheckedItem(product)).ToQString());
         case ItemState::DISABLED:
             return tr("Its updates are turned off, because %1 is installed.").arg(product.GetDisablerName());
         case ItemState::FAILED:

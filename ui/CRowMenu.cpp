@@ -33,7 +33,7 @@ CRowMenu::CRowMenu(QTableWidget& table, Window window)
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, &table, act);
     };
-    onKeys(Qt::SHIFT | Qt::Key_F10, [this] { OpenBelow(FocusedRow()); });
+    onKeys(Qt::SHIFT | Qt::Key_F10, [this] { OpenOnName(FocusedRow()); });
     onKeys(QKeySequence::Copy, [this] { ToClipboard(window_.allText()); });
 }
 
@@ -45,7 +45,7 @@ bool CRowMenu::eventFilter(QObject* watched, QEvent* event) {
         return QObject::eventFilter(watched, event);
     const auto& wanted = dynamic_cast<QContextMenuEvent&>(*event);
     if (wanted.reason() == QContextMenuEvent::Keyboard)
-        OpenBelow(FocusedRow());
+        OpenOnName(FocusedRow());
     else if (watched != &table_)
         Open(table_.rowAt(table_.viewport()->mapFromGlobal(wanted.globalPos()).y()), wanted.globalPos());
     return true;
@@ -58,7 +58,7 @@ int CRowMenu::FocusedRow() const {
     return table_.currentRow() < 0 && table_.rowCount() > 0 ? 0 : table_.currentRow();
 }
 
-void CRowMenu::OpenBelow(int row) {
+void CRowMenu::OpenOnName(int row) {
     if (row < 0)
         return;
     table_.scrollTo(table_.model()->index(row, 0));

@@ -43,7 +43,7 @@ protected:
 private:
     // The row with the keyboard's focus; negative when there is no row.
     int FocusedRow() const;
-    void OpenBelow(int row);
+    void OpenOnName(int row);
     void Open(int row, const QPoint& globalPosition);
     void AddSkipping(QMenu& menu, const Item& item);
 

@@ -78,12 +78,13 @@ private:
     // Builds the form, and gives its table.
     QTableWidget& SetUpForm();
     void ShowSchedule();
-    // Leaves what the administrator has settled to the eye.
+    // Disables a control that the administrator has settled, and says so in its tool tip.
     static void ShowFixed(QWidget& control, bool isFixed);
     void ShowDate(const QString& date);
-    // The first time that there are rows to be seen, and nothing is known of a place that the user chose.
+    // Widens the window once, as soon as it has rows, so that the longest visible name fits; a width that the
+    // user chose stays.
     void MakeRoomForNames();
-    // When a silent check is due, in the tool tip of the last check's date.
+    // Says in the tool tip of the last check's date when a silent check is due.
     void ShowNextCheck();
     void AddRowMenu();
     CRowMenu::Item ItemOf(int row) const;
@@ -112,7 +113,7 @@ private:
     CCheckOutcome outcome_;
     // True when the reason why the current product cannot be checked is shown.
     bool isFailureTold_ = false;
-    // The window's width is the user's.
+    // The user or MakeRoomForNames has settled the window's width.
     bool isWidthSettled_ = false;
     boost::shared_ptr<IEnvironment> environment_;
 };
