@@ -5,6 +5,7 @@
 
 #include <QPromise>
 #include <QUrl>
+#include <system_error>
 #include <thread>
 
 #include <netdb.h>
@@ -45,10 +46,15 @@ QFuture<QList<QHostAddress>> CPeerMemory::AddressesOf(const QString& host) {
         QPromise<QList<QHostAddress>> promise;
         found->second = promise.future();
         promise.start();
-        std::thread([promise = std::move(promise), name = QUrl::toAce(host)]() mutable {
-            promise.addResult(LookUp(name));
-            promise.finish();
-        }).detach();
+        try {
+            std::thread([promise = std::move(promise), name = QUrl::toAce(host)]() mutable {
+                promise.addResult(LookUp(name));
+                promise.finish();
+            }).detach();
+        } catch (const std::system_error&) {
+            // The system allows no further thread.
+            found->second = QtFuture::makeReadyFuture(QList<QHostAddress>());
+        }
     }
     return found->second;
 }

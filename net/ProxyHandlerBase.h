@@ -51,7 +51,8 @@ public:
     // Writes host and port, except what the policy sets. Always true: the store reports no failure.
     bool SaveProxySettings() const;
     void SetProxyHost(const CAtlString& host) { proxyHost_ = host; }
-    // Port is 1 to 65535; without a host connections are direct. SaveProxySettings stores both.
+    // Port is 1 to 65535, or 0 when none was given; without a host connections are direct. SaveProxySettings
+    // stores both.
     void SetProxy(const CAtlString& host, int port) {
         proxyHost_ = host;
         proxyPort_ = port;

@@ -51,7 +51,7 @@ QHttp::QHttp(CPeerMemory& memory) : memory_(memory) {
     alarm_.setTimerType(Qt::PreciseTimer);
 }
 
-QHttp::Error QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
+void QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
     to_ = to;
     cancelled_ = &cancelled;
     wasSent_ = false;
@@ -70,7 +70,6 @@ QHttp::Error QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancell
         FetchBySocket(MakeRequest(path));
     if (received_ > 0)
         ReportProgress();
-    return error_;
 }
 
 QNetworkRequest QHttp::MakeRequest(const QString& path) const {

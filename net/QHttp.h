@@ -77,7 +77,7 @@ public:
 
     // Requests path (percent-encoded; "/" when empty) and writes the body of an answer OK to a device as it
     // arrives. Returns when the request has finished, passes a bound, or cancelled is set.
-    Error get(const QString& path, QIODevice* to, CWakingFlag& cancelled);
+    void get(const QString& path, QIODevice* to, CWakingFlag& cancelled);
 
     // About the last request.
     Error error() const { return error_; }

@@ -35,7 +35,7 @@ struct TransferRecord {
     // The party that caused a failure.
     enum class Culprit {
         SITE,
-        PROXY,     // it could not be reached, has not answered any request, or wants credentials
+        PROXY,     // it could not be reached, has not answered any request, or has refused credentials
         COMPUTER,  // this one
     };
 
@@ -56,6 +56,6 @@ struct TransferRecord {
 };
 
 // Why a transfer failed, in the user's language: one line of plain text. It begins with the host, or with the
-// proxy when the proxy is to blame, and leaves both out when this computer is. The reason is the record's
-// error, or what the answer's status means. Any thread.
+// proxy when an error was the proxy's, and leaves both out when this computer is to blame. The reason is the
+// record's error, or what the answer's status means. Any thread.
 QString FailureText(const TransferRecord& record);

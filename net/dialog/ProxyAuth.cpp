@@ -93,7 +93,8 @@ void ProxyAuth::SetAuthenticationMode() {
 }
 
 void ProxyAuth::accept() {
-    if (form_->proxyHostEdit->isReadOnly() || TakeAddress())
+    const bool canTypeHost = form_->proxyHostEdit->isEnabled() && !form_->proxyHostEdit->isReadOnly();
+    if (!canTypeHost || TakeAddress())
         QDialog::accept();
 }
 
@@ -107,7 +108,7 @@ bool ProxyAuth::TakeAddress() {
         return false;
     }
     SetHost(address ? address->host : CAtlString());
-    if (address && address->port)
+    if (address && address->port && form_->proxyPortEdit->isEnabled())
         SetPort(*address->port);
     return true;
 }

@@ -184,12 +184,3 @@ void CAtlString::Format(const wchar_t* format, ...) {
     if (text)
         *this = *text;
 }
-
-void CAtlString::AppendFormat(const wchar_t* format, ...) {
-    std::va_list arguments;
-    va_start(arguments, format);
-    const std::optional<CAtlString> text = Formatted(format, arguments);
-    va_end(arguments);
-    if (text)
-        *this += *text;
-}

@@ -77,7 +77,7 @@ TEST(TextOperations, AreSafeAtTheirEnds) {
     }
     text = L"kept";
     text.Format(L"%hs", "\xFF not of this locale");
-    text.AppendFormat(L"%*d", CAtlString::MAX_FORMATTED, 1);
+    text.Format(L"%*d", CAtlString::MAX_FORMATTED, 1);
     EXPECT_EQ(text, L"kept");
 }
 

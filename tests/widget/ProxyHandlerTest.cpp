@@ -179,10 +179,10 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
 
 TEST_F(ProxyHandler, PolicyWinsAndIsNotStored) {
     QSettings policy(QSettings::SystemScope, "VARDO Technologies");
-    policy.setValue("Software/VARDO Technologies/Product Update/Policy/HttpProxyHost", "set.example");
+    policy.setValue("Software/VARDO Technologies/Product Update/Policy/HttpProxyHost", "u:p@set.example");
     stored_.setValue("HttpProxyPort", 3128);
     handler_.LoadProxySettings();
-    EXPECT_EQ(Settings(handler_), "set.example:8080 :");
+    EXPECT_EQ(Settings(handler_), "u:p@set.example:8080 :");
     const ModalDialogDriver driver([](QDialog& dialog) {
         EXPECT_FALSE(Edit(dialog, "proxyHostEdit")->isEnabled() ||
                      Edit(dialog, "proxyPortEdit")->isEnabled());
@@ -190,7 +190,7 @@ TEST_F(ProxyHandler, PolicyWinsAndIsNotStored) {
         Press(dialog, "okButton");
     });
     EXPECT_TRUE(handler_.ShowProxyOptionsDialog(nullptr) && handler_.SaveProxySettings());
-    EXPECT_EQ(Settings(handler_), "set.example:8080 user:");
+    EXPECT_EQ(Settings(handler_), "u:p@set.example:8080 user:");
     EXPECT_EQ(stored_.childKeys().join(' '), "HttpProxyPort");
     policy.clear();
 }
@@ -199,7 +199,7 @@ TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
     const std::pair<const char*, const char*> rows[] = {
         {"proxy.example", "proxy.example:8080"}, {"", ":8080"},
         {"http://proxy:3128/", "proxy:3128"},    {"https://proxy", "https://proxy?"},
-        {"pro xy:3128", "pro xy:3128?"},
+        {"pro xy:3128", "pro xy:3128?"},         {"fixed:3128", "fixed:8080"},
     };
     for (const auto& [typed, expected] : rows) {
         QString taken = typed + QString("?");
@@ -210,6 +210,7 @@ TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
         ProxyAuth dialog(nullptr);
         dialog.SetPort(8080);
         dialog.SetHost(typed);
+        dialog.SetFixed(false, std::string(typed).starts_with("fixed"));
         dialog.findChild<QPushButton*>("okButton")->click();
         if (dialog.result() == QDialog::Accepted)
             taken = dialog.GetHost().ToQString() + ":" + QString::number(dialog.GetPort());
