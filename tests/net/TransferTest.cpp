@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QTcpServer>
 #include <QThread>
-#include <QTimer>
 #include <algorithm>
 #include <boost/make_shared.hpp>
 #include <csignal>

@@ -4,7 +4,6 @@
 // The program's command line, up to the point where an action runs.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <algorithm>
 #include <boost/make_shared.hpp>
 
 #include "DataTable.h"
