@@ -13,66 +13,11 @@
 
 #include "e2e/ProgramTest.h"
 #include "support/LoopbackServer.h"
+#include "unit/DataTable.h"
 
 using testing::Not;
 
 namespace {
-
-struct Row {
-    const char* name;
-    // The products of the list; when empty, there is no list.
-    std::vector<const char*> products;
-    std::vector<std::string> arguments;
-    int exitCode;
-    // A text on standard output or on standard error.
-    const char* says;
-};
-
-// VBS is current, VLP can be updated, VINK has no description on the site; VBS disables VPL.
-const Row ROWS[] = {
-    {"EverythingCurrent", {"VBS"}, {}, 0, " current "},
-    {"AnUpdate", {"VBS", "VLP"}, {}, 1, "2.3.0.0    2.9.1.0    update "},
-    {"AnUpdateAndAFailure", {"VLP", "VINK"}, {}, 2, " failed "},
-    {"ADisabledUpdate", {"VPL", "VBS"}, {}, 0, " disabled "},
-    {"OlderVersionsBesideTheNewest", {"VN"}, {}, 1, "10.2.1.0    -         older "},
-    {"NothingInstalled", {"NONE"}, {}, 0, "No product of the list is installed.\n"},
-    {"NoList", {}, {}, 3, "there is no product list\n"},
-    {"Offline", {"VBS", "VN"}, {"--offline"}, 0, " not checked "},
-    {"OptionsOfTheUpdateProgramsForm", {"VBS"}, {"-offline"}, 0, " not checked "},
-    {"EveryUser", {"VBS"}, {"--all-users"}, 0, "USER  CHECKS  INTERVAL"},
-    {"EveryUserAsJson", {"VBS"}, {"--all-users", "--json"}, 0, "\"users\": ["},
-    {"Metrics",
-     {"VLP"},
-     {"--format", "prometheus"},
-     1,
-     R"({key="SoftwareUpdateVLP",name="\"電子\\<VLP",installed="2.3.0.0",latest="2.9.1.0"} 1)"},
-    {"MetricsOfAFailure",
-     {"VINK"},
-     {"--format", "prometheus"},
-     2,
-     R"(vardo_product_check_failed{key="SoftwareUpdateVINK"} 1)"},
-    {"OutputIntoAFolder", {"VBS"}, {"--output", "/tmp/run/machine"}, 3, "is as it was"},
-    {"OutputIntoNoFolder", {"VBS"}, {"--output", "/tmp/run/none/report"}, 3, "is as it was"},
-    {"NoProxyThere", {"VBS"}, {"--proxy", "[::1]:1", "--explain"}, 3, "through ::1:1: status 0"},
-    {"ThePassedOverFile", {"VN"}, {"--explain"}, 1, "/SoftwareUpdateVNX.xml: passed over, its name"},
-    {"TheRange", {"VLP"}, {"--explain"}, 1, "2.0.0.0 to 2.9.9.9: version \"2.9.1.0\" read as"},
-    {"WhatDisables", {"VPL", "VBS"}, {"--explain"}, 0, "VBS 9.7.105.0 is installed, which disables"},
-    {"WhatTheSiteSaid", {"VINK"}, {"--explain"}, 2, "ink.xml directly: status 404, 0 bytes, "},
-    {"TheListPassedOver", {"VLP"}, {"--explain"}, 1, "Product Update/products.xml, there is no such file"},
-    {"NoListAtAll", {}, {"--explain"}, 3, "\nThe whole report\n"},
-    {"TheSilentCheck", {"VLP"}, {"--explain"}, 1, "  silent check  due, there was no check yet"},
-    {"NotInstalledButExplained", {"NONE"}, {"--explain"}, 0, "there is no description file of this name"},
-    {"Version", {}, {"--version"}, 0, "VARDOUpdateReport 3.1.555.0\n"},
-    {"ProxyWithoutPort", {}, {"--proxy", "proxy"}, 64, "a host, a colon and a port"},
-    {"ProxyWithAPassword", {}, {"--proxy", "user:hidden@proxy:1"}, 64, "a host, a colon and a port"},
-    {"UnknownFormat", {}, {"--format", "xml"}, 64, "takes table, json or prometheus"},
-    {"TwoFormats", {}, {"--json", "--format", "table"}, 64, "takes table, json or prometheus"},
-    {"OutputWithoutFile", {}, {"--output", ""}, 64, "--output takes a file"},
-    {"ListOfTheSiteOffline", {}, {"--offline", "--fetch-list"}, 64, "exclude each other"},
-    {"DeadlineOfZero", {}, {"--deadline", "0"}, 64, "--deadline takes a whole number of seconds"},
-    {"PasswordWithoutUser", {}, {"--password-file", "/tmp/run"}, 64, "needs --username"},
-    {"MissingPasswordFile", {}, {"--username", "u", "--password-file", "/none"}, 64, "cannot be read"},
-};
 
 // Every file below the folders, with its bytes.
 std::map<std::string, std::string> Files(const std::vector<std::string>& folders) {
@@ -98,16 +43,16 @@ protected:
     }
 
     static std::string Share(const std::string& name) { return SampleMachine::FOLDER + "/share/" + name; }
-    static void WriteList(const std::vector<const char*>& products) {
+    static void WriteList(const QStringList& products) {
         std::filesystem::remove(Share("products.xml"));
-        if (products.empty())
+        if (products.isEmpty())
             return;
         std::ofstream list(Share("products.xml"));
         list << "<Products Version='1.0.0.0'>";
-        for (const char* product : products)
-            list << "<Product Name='\"電子\\&lt;" << product << "' BaseXml='SoftwareUpdate" << product
-                 << "'><DisableUpdatesIfInstalled><Disabler uid='SoftwareUpdateV"
-                 << (std::string(product) == "VPL" ? "BS" : "?")
+        for (const QString& product : products)
+            list << "<Product Name='\"電子\\&lt;" << product.toStdString() << "' BaseXml='SoftwareUpdate"
+                 << product.toStdString() << "'><DisableUpdatesIfInstalled><Disabler uid='SoftwareUpdateV"
+                 << (product == "VPL" ? "BS" : "?")
                  << "' versionFrom='9.0.0.0' versionTo='9.9.9.9'/></DisableUpdatesIfInstalled></Product>";
         list << "</Products>";
     }
@@ -147,17 +92,22 @@ TEST_F(ReportTest, SaysAndEndsAsInTheTable) {
     const std::vector<std::string> places{"/tmp/home", "/tmp/run/machine", Share(""),
                                           std::string("/tmp/") + getpwuid(getuid())->pw_name};
     std::filesystem::create_directories(places.back());
-    for (const Row& row : ROWS) {
-        SCOPED_TRACE(row.name);
-        WriteList(row.products);
+    for (const QStringList& row : DataTable("reports.txt")) {
+        SCOPED_TRACE(row[0].toStdString());
+        WriteList(row[1].split(' ', Qt::SkipEmptyParts));
+        std::vector<std::string> arguments;
+        for (const QString& argument : row[2].split(' ', Qt::SkipEmptyParts))
+            arguments.push_back(argument == R"("")" ? "" : argument.toStdString());
+        const int status = row[3].toInt();
         const auto before = Files(places);
         const std::string requests = SampleMachine::Requests();
-        EXPECT_EQ(Report(row.arguments), row.exitCode);
-        EXPECT_TRUE(SampleMachine::Requests() == requests || row.name != std::string("Offline"));
+        EXPECT_EQ(Report(arguments), status);
+        EXPECT_TRUE(SampleMachine::Requests() == requests || row[0] != "offline");
         const std::string output = report_->Output();
-        EXPECT_THAT(output + report_->Errors(), HasSubstr(row.says));
-        EXPECT_TRUE(output.empty() || report_->Errors().empty() || row.exitCode == 3) << report_->Errors();
-        EXPECT_TRUE(row.exitCode != 64 || output.empty()) << output;
+        EXPECT_THAT(output + report_->Errors(),
+                    HasSubstr(QString(row[4]).replace("\\n", "\n").toStdString()));
+        EXPECT_TRUE(output.empty() || report_->Errors().empty() || status == 3) << report_->Errors();
+        EXPECT_TRUE(status != 64 || output.empty()) << output;
         EXPECT_EQ(Files(places), before);
     }
 }
