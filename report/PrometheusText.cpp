@@ -39,15 +39,15 @@ QString Metric(const QString& name, const char* help, const Samples& samples) {
 }  // namespace
 
 QString PrometheusText(const QJsonObject& report) {
-    static const QStringList UNKNOWN{"failed", "not checked", "not installed"};
-    static const QStringList NOTICES{"notice", "dismissed"};
+    static const QStringList UNKNOWN{"failed", "not checked"};
+    static const QStringList LEFT_OUT{"notice", "dismissed", "not installed"};
     Samples updates;
     Samples failures;
     const QJsonArray products = report["products"].toArray();
     for (const QJsonValue product : products) {
         const QJsonObject row = product.toObject();
         const QString state = row["state"].toString();
-        if (NOTICES.contains(state))
+        if (LEFT_OUT.contains(state))
             continue;
         if (!UNKNOWN.contains(state))
             updates[Labels(row, {"key", "name", "installed", "latest"})] = state == "update" ? 1 : 0;
