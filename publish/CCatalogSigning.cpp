@@ -97,6 +97,14 @@ QByteArray CCatalogSigning::Sign(const CCatalogFile& file, const QString& addres
     QByteArray contents(old.data(), static_cast<qsizetype>(old.size()));
     if (!contents.endsWith('\n'))
         contents += '\n';
+    if (TiXmlDocument document;
+        !ParseXml({contents.data(), static_cast<int>(contents.size())}, TIXML_DEFAULT_ENCODING, document)) {
+        problem_ = QStringLiteral(
+                       "\"%1\" has a comment that begins with \"%2\", as signatures alone may: begin it with "
+                       "another word")
+                       .arg(file.GetPath(), QString::fromLatin1(CCatalogueSeal::COMMENT.data()));
+        return {};
+    }
     const std::string path = CCatalogueSeal::PathOf(CAtlString(address));
     const auto signature =
         tool_->Sign(contents, QStringLiteral("path:%1 until:%2").arg(QString::fromStdString(path), lastDay_));

@@ -120,6 +120,10 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
     EXPECT_EQ(Check(withoutKey), QStringList());
     EXPECT_EQ(Rows(), rows);
     EXPECT_EQ(Sign("13"), 0);
+    Alter("site/products.xml", "<Product ", "<!--minisign key--><Product ");
+    EXPECT_EQ(Sign("13"), EXIT_ERRORS);
+    EXPECT_THAT(ReadWholeFile(shared_.Path("site/products.xml")), testing::HasSubstr("</Products>"));
+    Alter("site/products.xml", "<!--minisign key-->", "");
     EXPECT_EQ(Count(Check(), "site/products.xml:1: warning", "signature-ends"), 1);
     shared_.Write("site/updates/notebook.xml", Signed(CONTENT, "path:/p.xml until:20200131"));
     for (const char* code : {"signature-over", "signed-elsewhere"})
