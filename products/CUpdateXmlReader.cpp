@@ -35,13 +35,6 @@ CUpdateEntry ReadOffer(const TiXmlElement& element) {
     };
 }
 
-// Every user can create files in the marker's folder, so only a plain file of root or of this user counts.
-bool IsTrustedMarker(const CVardoFilePath& file) {
-    struct stat status {};
-    return lstat(FileSystem::SystemPath(file.GetFilePathString()).c_str(), &status) == 0 &&
-           S_ISREG(status.st_mode) && (status.st_uid == 0 || status.st_uid == geteuid());
-}
-
 // Reads a product element's own offer and those of its ranges, which are in elements of that name.
 void ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTable& table) {
     table.SetDefaultOffer(ReadOffer(product));
@@ -61,7 +54,14 @@ void ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTa
 const CAtlString CUpdateXmlReader::TEST_MARKER(L"/tmp/testmark.dat");
 
 CUpdateXmlReader::CUpdateXmlReader() {
-    currentOfferElement = IsTrustedMarker(CVardoFilePath(TEST_MARKER)) ? TEST_PRODUCT : PRODUCT;
+    currentOfferElement = IsTestMode() ? TEST_PRODUCT : PRODUCT;
+}
+
+// Every user can create files in the marker's folder.
+bool CUpdateXmlReader::IsTestMode() {
+    struct stat status {};
+    return lstat(FileSystem::SystemPath(TEST_MARKER).c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           (status.st_uid == 0 || status.st_uid == geteuid());
 }
 
 bool CUpdateXmlReader::LoadLocal() {

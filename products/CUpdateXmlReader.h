@@ -20,6 +20,8 @@ public:
     // A file that switches the whole process to test mode; each reader's constructor looks for it. In test
     // mode the offers of "TestProduct" elements are read in place of those of "Product" elements.
     static const CAtlString TEST_MARKER;
+    // Whether that file is there now, and counts: it is a plain file of root or of this user.
+    static bool IsTestMode();
 
     CUpdateXmlReader();
     virtual ~CUpdateXmlReader() = default;

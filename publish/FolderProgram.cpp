@@ -4,6 +4,7 @@
 #include "publish/FolderProgram.h"
 
 #include "catalog/ValueChecks.h"
+#include "products/CUpdateXmlReader.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -52,10 +53,14 @@ int RunProgram(const ProgramTexts& texts, const CommonOptions& options, const bo
         out << texts.usage << texts.help;
     else if (options.isVersion)
         out << texts.name << ' ' << VARDO_VERSION << '\n';
-    else if (options.problem.isEmpty())
-        status = work();
-    else
+    else if (!options.problem.isEmpty())
         return RefuseUsage(texts, options.problem, err);
+    else {
+        if (CUpdateXmlReader::IsTestMode())
+            err << texts.name << ": because of " << CUpdateXmlReader::TEST_MARKER.ToQString().toStdString()
+                << ", TestProduct is read in place of Product\n";
+        status = work();
+    }
     if (out.flush())
         return status;
     err << texts.name << ": the output could not be written\n";

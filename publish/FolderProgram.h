@@ -51,7 +51,7 @@ struct CommonOptions {
 int RefuseUsage(const ProgramTexts& texts, const QString& problem, std::ostream& err);
 
 // Does what the options ask for, or else the work, which gives the exit status. EXIT_ERRORS, with a word on
-// err, when out could not be written.
+// err, when out could not be written. Says on err when the work reads in test mode (see CUpdateXmlReader).
 int RunProgram(const ProgramTexts& texts, const CommonOptions& options, const boost::function<int()>& work,
                std::ostream& out, std::ostream& err);
 

@@ -200,6 +200,9 @@ bool ReplaceSignatures(const std::vector<SignedFile>& signatures, std::ostream& 
 // Signs everything before it writes anything. The files written first have no effect without the rest.
 int SignAll(const Options& options, std::ostream& out, std::ostream& err) {
     const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
+    if (CUpdateXmlReader::IsTestMode())
+        return Fail(QStringLiteral("nothing was signed: remove ") + CUpdateXmlReader::TEST_MARKER.ToQString(),
+                    err);
     const CCatalog catalog(folder, siteAddress, siteFolder);
     if (const CFindings errors = CCatalogSigning::ErrorsOf(catalog); errors.Count(Severity::ERROR) > 0) {
         err << errors.ToText().toStdString();

@@ -301,6 +301,9 @@ TEST(CatalogDocument, TheExampleGivesWhatStandsBelowIt) {
     };
     EXPECT_EQ(run({}, EXIT_ERRORS), expected);
     EXPECT_EQ(run({"--preview"}, EXIT_CLEAN), preview);
+    std::ofstream("/tmp/testmark.dat").close();
+    EXPECT_THAT(run({"--preview"}, EXIT_CLEAN), testing::HasSubstr("because of /tmp/testmark.dat"));
+    std::filesystem::remove("/tmp/testmark.dat");
     const auto json = QJsonDocument::fromJson(
         QByteArray::fromStdString(run({"--preview", "--json", "SoftwareUpdateVN=11.0.580.0"}, EXIT_CLEAN)));
     EXPECT_EQ(json[0]["versions"][0]["page"], "https://www.example.com/notebook/11.4");
