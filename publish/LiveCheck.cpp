@@ -9,6 +9,9 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace {
 
@@ -19,8 +22,8 @@ QByteArray Digest(const QString& path) {
 }
 
 // The installers that the program's own descriptions offer, and their signatures, as far as they are there.
-std::vector<QString> OwnInstallers(const CCatalog& catalog) {
-    std::vector<QString> paths;
+std::set<QString> OwnInstallers(const CCatalog& catalog) {
+    std::set<QString> paths;
     for (const Reference& reference : catalog.GetReferences()) {
         if (reference.from->GetName() != QString::fromWCharArray(DescriptionFormat::OWN_FILE))
             continue;
@@ -32,19 +35,17 @@ std::vector<QString> OwnInstallers(const CCatalog& catalog) {
             const QString signature = *path + QString::fromWCharArray(CInstallerSeal::SIGNATURE_EXTENSION);
             for (const QString& each : {signature, *path})
                 if (catalog.Find(each))
-                    paths.push_back(each);
+                    paths.insert(each);
         }
     }
     return paths;
 }
 
-std::vector<QString> Fetched(const CCatalog& catalog) {
+std::vector<QString> XmlFiles(const CCatalog& catalog) {
     std::vector<QString> paths;
     for (const auto& file : catalog.GetFiles())
         if (catalog.PublishedAt(*file))
             paths.push_back(file->GetPath());
-    for (const QString& path : OwnInstallers(catalog))
-        paths.push_back(path);
     return paths;
 }
 
@@ -61,29 +62,31 @@ CFindings CheckLive(const CCatalog& catalog, const QString& address, Downloader&
     if (!site)
         return {};
     const CSite live(address, site->GetFolder());
-    const std::vector<QString> paths = Fetched(catalog);
+    const auto addressOf = [&](const QString& path) {
+        return CAtlString(live.AddressOf(path).value_or(QString()));
+    };
+    const std::vector<QString> files = XmlFiles(catalog);
     std::vector<CAtlString> addresses;
-    addresses.reserve(paths.size());
-    for (const QString& path : paths)
-        addresses.emplace_back(live.AddressOf(path).value_or(QString()));
+    std::transform(files.begin(), files.end(), std::back_inserter(addresses), addressOf);
     TransferRecord last;
     downloader.SetTransferCallback([&last](const TransferRecord& record) { last = record; });
-    downloader.FetchAhead(addresses);
     CFindings findings;
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        const QString asked = addresses[i].ToQString();
-        // As an installer: a program's own may be large.
-        const CVardoFilePath file(catalog.Find(paths[i])->GetKind() == FileKind::INSTALLER
-                                      ? downloader.DownloadInstaller(addresses[i], {})
-                                      : downloader.Download(addresses[i]));
+    const auto compare = [&](const QString& path, const CVardoFilePath& file) {
+        const QString asked = addressOf(path).ToQString();
         if (file.IsEmpty())
-            findings.Add(paths[i], 0, Code::NOT_SERVED,
+            findings.Add(path, 0, Code::NOT_SERVED,
                          QStringLiteral("\"%1\" cannot be fetched: %2").arg(asked, Reason(last)));
-        else if (Digest(file.GetFilePathString().ToQString()) != Digest(paths[i]))
-            findings.Add(paths[i], 0, Code::SERVED_OTHERWISE,
+        else if (Digest(file.GetFilePathString().ToQString()) != Digest(path))
+            findings.Add(path, 0, Code::SERVED_OTHERWISE,
                          QStringLiteral("what \"%1\" gives differs from this file").arg(asked));
         file.Delete();
-    }
+    };
+    downloader.FetchAhead(addresses);
+    for (const QString& path : files)
+        compare(path, CVardoFilePath(downloader.Download(addressOf(path))));
+    // They may be large, and no transfer of theirs runs ahead.
+    for (const QString& path : OwnInstallers(catalog))
+        compare(path, CVardoFilePath(downloader.DownloadInstaller(addressOf(path), {})));
     downloader.FetchAhead({});
     downloader.SetTransferCallback({});
     return findings;

@@ -15,7 +15,10 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
         "<P Version='1.0.0.0' Url='http://h/products.xml'><Product Name='n' BaseXml='B'/></P>";
     const std::string offer =
         "<S Location='Server'><Product UpdateVersion='2.0.0.0' UpdateInstallFile='run' "
-        "UpdateInstallURL='http://h/p'/></S>";
+        "UpdateInstallURL='http://h/p'><Compatibility><Range VersionTo='0.9.0.0'><Product "
+        "UpdateVersion='0.9.0.1' UpdateWebPage='http://h/p/large' UpdateInstallFile='large' "
+        "UpdateInstallURL='http://h/p'/></Range></Compatibility></Product></S>";
+    std::string large(std::size_t{17} << 20, 'x');
     const TemporaryTree tree;
     tree.Write("site/products.xml", list);
     tree.Write("site/p/own.xml", offer);
@@ -44,6 +47,8 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
         server.Serve("/live/products.xml", LoopbackAnswer::Body(list));
         server.Serve("/live/p/own.xml", LoopbackAnswer::Body(offer));
         server.Serve("/live/p/run", LoopbackAnswer::Body("#!/bin/sh\n"));
+        tree.Write("site/p/large", large);
+        server.Serve("/live/p/large", LoopbackAnswer::Body(large));
         server.Serve(std::string("/live") + target, answer);
         std::ostringstream out;
         EXPECT_EQ(RunCatalogCheck(
@@ -52,5 +57,8 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
         const QString said = QString::fromStdString(out.str());
         EXPECT_THAT(out.str(), testing::AllOf(testing::HasSubstr(beginning), testing::HasSubstr(end)));
         EXPECT_EQ(said.count('\n'), *end ? 2 : 1) << out.str();
+        EXPECT_EQ(server.RequestCount(), 4U) << "each file once";
+        // The first case has shown that an installer may be large.
+        large = "x";
     }
 }
