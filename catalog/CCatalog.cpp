@@ -48,7 +48,8 @@ void AddListReferences(const CCatalogFile& file, const boost::shared_ptr<IEnviro
 
 void AddDescriptionReference(const CCatalogFile& file, std::vector<Reference>& references) {
     CProductVersion description(file.GetFilePath());
-    if (!description.LoadLocal() || description.IsNoUpdates())
+    const bool isOwn = file.GetName() == QString::fromWCharArray(DescriptionFormat::OWN_FILE);
+    if (!description.LoadLocal() || (isOwn && description.IsNoUpdates()))
         return;
     const TiXmlElement* product = file.GetRoot()->FirstChildElement(DescriptionFormat::PRODUCT);
     references.push_back({&file, product ? AttributeLine(*product, DescriptionFormat::REMOTE_FILE) : 0,

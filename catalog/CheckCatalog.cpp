@@ -54,6 +54,8 @@ void CheckMarks(const CCatalogFile& file, CFindings& findings) {
 // Reads a malformed file with a reader that explains faults better than the program's. Returns the reader's
 // reason, or which element is not closed, with the line where the element or the wrong tag begins.
 XmlFault Diagnose(const CCatalogFile& file) {
+    if (file.GetFault().line == 0)
+        return file.GetFault();
     // The program lets an unknown entity pass.
     const QString text = ReadFileBytes(file.GetFilePath()).ToQString().replace(u'&', u' ');
     QXmlStreamReader reader(text);
