@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <algorithm>
 #include <ostream>
 
 namespace {
@@ -37,12 +38,17 @@ struct NewFile {
     QString text;
 };
 
+// Leaves no file when it fails.
 bool Write(const NewFile& file) {
     QFile output(file.path);
     const QByteArray bytes = file.text.toUtf8();
-    return QDir().mkpath(QFileInfo(file.path).path()) &&
-           output.open(QIODevice::WriteOnly | QIODevice::NewOnly) && output.write(bytes) == bytes.size() &&
-           output.flush();
+    if (!QDir().mkpath(QFileInfo(file.path).path()) ||
+        !output.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return false;
+    if (output.write(bytes) == bytes.size() && output.flush())
+        return true;
+    output.remove();
+    return false;
 }
 
 // Where installers' files lie already, or should lie.
@@ -92,11 +98,13 @@ QString WriteNewProduct(const NewProduct& product, const FolderArguments& argume
     for (const NewFile& file : files)
         if (QFileInfo::exists(file.path))
             return QStringLiteral("\"%1\" is there already").arg(file.path);
-    for (const NewFile& file : files) {
-        if (!Write(file))
-            return QStringLiteral("\"%1\" cannot be written").arg(file.path);
+    for (auto file = files.begin(); file != files.end(); ++file)
+        if (!Write(*file)) {
+            std::for_each(files.begin(), file, [](const NewFile& written) { QFile::remove(written.path); });
+            return QStringLiteral("\"%1\" cannot be written").arg(file->path);
+        }
+    for (const NewFile& file : files)
         out << file.path.toStdString() << '\n';
-    }
     if (!lists.empty())
         out << "Put this into the product list, and raise its Version:\n" << element.toStdString();
     return {};

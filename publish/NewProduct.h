@@ -25,5 +25,6 @@ NewProduct TakeNewProduct(QStringList& arguments);
 
 // Writes the product's local and remote description into a folder, beside those that are there already, or
 // into "share" and "updates" of the site, and a product list if the folder holds none; replaces no file.
-// Names on out the files, and the lines to add to an existing list. Returns why it failed; empty on success.
+// Names on out the files, and the lines to add to an existing list. Returns why it failed, and then leaves no
+// file behind; empty on success.
 QString WriteNewProduct(const NewProduct& product, const FolderArguments& arguments, std::ostream& out);

@@ -172,6 +172,9 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/old.minisig")), "#!/bin/sh\n") << "an older key's";
     EXPECT_EQ(Check().filter(": error: "), QStringList());
 
+    std::filesystem::create_symlink("nowhere", shared_.Path("site/updates/SoftwareUpdateNEW.xml"));
+    Release({"--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_ERRORS);
+    std::filesystem::remove(shared_.Path("site/updates/SoftwareUpdateNEW.xml"));
     Release({"--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_CLEAN);
     Release({"--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_ERRORS);
     EXPECT_EQ(Count(Check(), "program/share/SoftwareUpdateNEW.xml:1: note", "unlisted"), 1);
