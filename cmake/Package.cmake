@@ -127,10 +127,10 @@ set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Beyond the libraries: the window on a Wayland desktop without X11, the launcher of last resort for web pages, and the
-# letters of the languages that the program speaks.
+# Beyond the libraries: the window on a Wayland desktop without X11, the launcher of last resort for web pages, the
+# letters of the languages that the program speaks, and the tool with which the maker signs.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, xdg-utils")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fonts-noto-core, fonts-noto-cjk")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fonts-noto-core, fonts-noto-cjk, minisign")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${made}/control/conffiles ${made}/control/postrm)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

@@ -34,6 +34,16 @@ std::vector<const CCatalogFile*> InOrder(const CCatalog& catalog) {
     return files;
 }
 
+bool Replace(const SignedFile& file) {
+    QTemporaryFile temporary;
+    struct stat status {};
+    const bool isThere = stat(file.path.toLocal8Bit().constData(), &status) == 0;
+    const mode_t mode = isThere ? status.st_mode & 07777U : 0644U;
+    return temporary.open() && temporary.write(file.contents) == file.contents.size() && temporary.flush() &&
+           ReplaceFile(CVardoFilePath(CAtlString(temporary.fileName())),
+                       CVardoFilePath(CAtlString(file.path)), mode);
+}
+
 }  // namespace
 
 CFindings CCatalogSigning::ErrorsOf(const CCatalog& catalog) {
@@ -44,14 +54,13 @@ CFindings CCatalogSigning::ErrorsOf(const CCatalog& catalog) {
     return errors;
 }
 
-bool CCatalogSigning::Replace(const SignedFile& file) {
-    QTemporaryFile temporary;
-    struct stat status {};
-    const bool isThere = stat(file.path.toLocal8Bit().constData(), &status) == 0;
-    const mode_t mode = isThere ? status.st_mode & 07777U : 0644U;
-    return temporary.open() && temporary.write(file.contents) == file.contents.size() && temporary.flush() &&
-           ReplaceFile(CVardoFilePath(CAtlString(temporary.fileName())),
-                       CVardoFilePath(CAtlString(file.path)), mode);
+QString CCatalogSigning::ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out) {
+    for (const SignedFile& file : files) {
+        if (!Replace(file))
+            return QStringLiteral("\"%1\" cannot be written").arg(file.path);
+        out << file.lines.toStdString();
+    }
+    return {};
 }
 
 QString CCatalogSigning::DaysProblem(int days) {
@@ -72,22 +81,12 @@ std::optional<std::vector<SignedFile>> CCatalogSigning::SignAll() {
         const QByteArray contents = address ? Sign(*file, *address) : QByteArray();
         if (contents.isEmpty())
             return std::nullopt;
-        all.push_back({file->GetPath(), contents});
+        all.push_back({file->GetPath(), contents,
+                       QStringLiteral("%1: signed until %2\n").arg(file->GetPath(), lastDay_)});
     }
     if (all.empty())
         problem_ = QStringLiteral("nothing here is published, or --site is needed to tell where");
     return all.empty() ? std::nullopt : std::optional(all);
-}
-
-bool CCatalogSigning::ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out) {
-    return std::all_of(files.begin(), files.end(), [&](const SignedFile& file) {
-        const bool isReplaced = Replace(file);
-        if (isReplaced)
-            out << file.path.toStdString() << ": signed until " << lastDay_.toStdString() << '\n';
-        else
-            problem_ = QStringLiteral("\"%1\" cannot be written").arg(file.path);
-        return isReplaced;
-    });
 }
 
 // Empty when that failed.

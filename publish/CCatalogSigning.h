@@ -10,10 +10,11 @@
 
 #include <memory>
 
-// A file and its new contents.
+// A file, its new contents, and the lines that tell that it has them.
 struct SignedFile {
     QString path;
     QByteArray contents;
+    QString lines;
 };
 
 // Makes all signatures before it writes a file, so that a failure of the tool changes nothing. One thread.
@@ -27,9 +28,10 @@ public:
 
     // The errors of the folder that signing cannot mend.
     static CFindings ErrorsOf(const CCatalog& catalog);
-    // Puts the file in its place in one step, with the mode of the one that is there, else 0644; false when
-    // it cannot be written.
-    static bool Replace(const SignedFile& file);
+    // Puts the files in their places, in their order and each in one step, with the mode of the one that is
+    // there, else 0644, and writes their lines to out. Returns why one could not be written, and then leaves
+    // the rest as they are; empty on success. The files before it may be signed already, which does no harm.
+    static QString ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out);
 
     // The catalog must outlive this object.
     CCatalogSigning(const CCatalog& catalog, std::unique_ptr<CMinisignTool> tool, int days);
@@ -37,10 +39,7 @@ public:
     // The new contents of each published file, in the order to publish them: lists come last. Nothing when
     // one cannot be signed.
     std::optional<std::vector<SignedFile>> SignAll();
-    // Puts the signed files in their places, in their order, and writes a line for each to out. On failure
-    // some may be signed already, which does no harm.
-    bool ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out);
-    // Why something failed.
+    // Why that failed.
     const QString& GetProblem() const { return problem_; }
 
 private:

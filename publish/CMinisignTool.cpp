@@ -67,6 +67,10 @@ std::optional<QByteArray> CMinisignTool::SignFile(const QString& path, const QSt
     tool.write(password_ + '\n');
     tool.closeWriteChannel();
     const bool isDone = tool.waitForFinished(LONGEST_SIGNING);
+    if (tool.error() == QProcess::FailedToStart) {
+        problem_ = QStringLiteral("it cannot be started; install the package minisign");
+        return std::nullopt;
+    }
     if (!isDone || tool.exitStatus() != QProcess::NormalExit || tool.exitCode() != 0 ||
         !signature.open(QIODevice::ReadOnly)) {
         problem_ = isDone ? QString::fromUtf8(tool.readAllStandardError()).trimmed() : tool.errorString();

@@ -126,20 +126,23 @@ private:
         if (!Sign(reader.GetTable().GetDefaultOffer(), folder, signatures))
             return std::nullopt;
         for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())
-            if (const auto signature = SignaturePath(offer);
-                signature && !catalog_.Find(*signature) && !Sign(offer, folder, signatures))
+            if (const auto installer = PathOf(offer);
+                installer && !catalog_.Find(SignatureOf(*installer)) && !Sign(offer, folder, signatures))
                 return std::nullopt;
         return signatures;
     }
 
-    std::optional<QString> SignaturePath(const CUpdateEntry& offer) const {
-        const CAtlString address = JoinTrimmed(offer.installUrl, offer.installFile);
-        return catalog_.FileOf((address + CInstallerSeal::SIGNATURE_EXTENSION).ToQString());
+    std::optional<QString> PathOf(const CUpdateEntry& offer) const {
+        return catalog_.FileOf(JoinTrimmed(offer.installUrl, offer.installFile).ToQString());
+    }
+
+    static QString SignatureOf(const QString& path) {
+        return path + QString::fromWCharArray(CInstallerSeal::SIGNATURE_EXTENSION);
     }
 
     bool Sign(const CUpdateEntry& offer, const CVardoDirectoryPath& folder,
               std::vector<SignedFile>& signatures) {
-        const auto path = catalog_.FileOf(JoinTrimmed(offer.installUrl, offer.installFile).ToQString());
+        const auto path = PathOf(offer);
         if (offer.installFile.IsEmpty() || !path || !catalog_.Find(*path)) {
             problem_ =
                 QStringLiteral("there is no installer \"%1\" of version %2")
@@ -151,8 +154,9 @@ private:
         const auto signature = tool_->SignFile(*path, comment);
         if (!signature)
             problem_ = QStringLiteral("minisign: ") + tool_->GetProblem();
-        else if (const auto target = SignaturePath(offer); target && IsGood(*path, *signature, offer, folder))
-            signatures.push_back({*target, *signature});
+        else if (IsGood(*path, *signature, offer, folder))
+            signatures.push_back({SignatureOf(*path), *signature,
+                                  QStringLiteral("%1\n%2: signed\n").arg(*path, SignatureOf(*path))});
         return problem_.isEmpty();
     }
 
@@ -172,7 +176,7 @@ private:
             return true;
         problem_ = QStringLiteral(
                        "\"%1\": with this secret key, installations that have the key in \"%2\" would "
-                       "refuse the installer; nor may its name hold a blank")
+                       "refuse the installer, or its name holds a blank")
                        .arg(path, folder.GetDirectoryPathString().ToQString());
         return false;
     }
@@ -187,16 +191,6 @@ int Fail(const QString& problem, std::ostream& err) {
     return EXIT_ERRORS;
 }
 
-bool ReplaceSignatures(const std::vector<SignedFile>& signatures, std::ostream& out) {
-    return std::all_of(signatures.begin(), signatures.end(), [&](const SignedFile& signature) {
-        const bool isReplaced = CCatalogSigning::Replace(signature);
-        if (isReplaced)
-            out << signature.path.chopped(8).toStdString() << '\n'
-                << signature.path.toStdString() << ": signed\n";
-        return isReplaced;
-    });
-}
-
 // Signs everything before it writes anything. The files written first have no effect without the rest.
 int SignAll(const Options& options, std::ostream& out, std::ostream& err) {
     const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
@@ -208,24 +202,22 @@ int SignAll(const Options& options, std::ostream& out, std::ostream& err) {
         err << errors.ToText().toStdString();
         return Fail(QStringLiteral("nothing was signed"), err);
     }
-    std::optional<std::vector<SignedFile>> signatures(std::in_place);
+    std::optional<std::vector<SignedFile>> all(std::in_place);
     if (!options.installerKey.isEmpty()) {
         CInstallerSigning installers(catalog, CMinisignTool::WithPassword(options.installerKey, err));
-        signatures = installers.SignAll();
-        if (!signatures)
+        all = installers.SignAll();
+        if (!all)
             return Fail(installers.GetProblem() + QStringLiteral("; nothing was signed"), err);
     }
-    if (options.key.isEmpty())
-        return ReplaceSignatures(*signatures, out)
-                   ? EXIT_CLEAN
-                   : Fail(QStringLiteral("a signature cannot be written"), err);
-    CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
-    const auto files = signing.SignAll();
-    if (!files)
-        return Fail(signing.GetProblem() + QStringLiteral("; nothing was signed"), err);
-    if (!ReplaceSignatures(*signatures, out))
-        return Fail(QStringLiteral("a signature cannot be written"), err);
-    return signing.ReplaceAll(*files, out) ? EXIT_CLEAN : Fail(signing.GetProblem(), err);
+    if (!options.key.isEmpty()) {
+        CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
+        const auto files = signing.SignAll();
+        if (!files)
+            return Fail(signing.GetProblem() + QStringLiteral("; nothing was signed"), err);
+        all->insert(all->end(), files->begin(), files->end());
+    }
+    const QString failure = CCatalogSigning::ReplaceAll(*all, out);
+    return failure.isEmpty() ? EXIT_CLEAN : Fail(failure, err);
 }
 
 // What is still wrong when all is signed; the status for it.

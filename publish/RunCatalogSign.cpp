@@ -74,10 +74,11 @@ int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
     }
     CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
     const auto files = signing.SignAll();
-    if (files && signing.ReplaceAll(*files, out))
+    const QString failure = files ? CCatalogSigning::ReplaceAll(*files, out)
+                                  : signing.GetProblem() + QStringLiteral("; nothing was signed");
+    if (failure.isEmpty())
         return EXIT_CLEAN;
-    err << "VARDOCatalogSign: " << signing.GetProblem().toStdString() << '\n'
-        << (files ? "" : "VARDOCatalogSign: nothing was signed\n");
+    err << "VARDOCatalogSign: " << failure.toStdString() << '\n';
     return EXIT_ERRORS;
 }
 

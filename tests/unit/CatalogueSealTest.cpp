@@ -150,14 +150,29 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     const QString key = QString::fromStdString(Maker().SecretKeyFile());
     const std::string offer = "site/program/VardoProductUpdate.xml";
     std::filesystem::remove(shared_.Path("program/share/SoftwareUpdateVINK.xml"));
+    for (const char* file : {"installer", "old", "old.minisig"})
+        shared_.Write(std::string("site/program/") + file, "#!/bin/sh\n");
+    Alter(offer, "\"installer\"", "\"installer?v=1\"");
+    const auto fails = [&] { return Release({"--installer-key", key}, EXIT_ERRORS).join(' ').toStdString(); };
+    shared_.Write("site/program/installer.minisig/x", "");
+    EXPECT_THAT(fails(), testing::HasSubstr("installer.minisig\" cannot be written"));
+    std::filesystem::remove_all(shared_.Path("site/program/installer.minisig"));
+    std::ofstream("/tmp/testmark.dat").close();
+    EXPECT_THAT(fails(), testing::HasSubstr("nothing was signed: remove /tmp/testmark.dat"));
+    std::filesystem::remove("/tmp/testmark.dat");
+    {
+        const ScopedEnvironment path("PATH", "/nowhere");
+        EXPECT_THAT(fails(), testing::HasSubstr("install the package minisign"));
+    }
+    Release({"--installer-key", key}, EXIT_CLEAN);
+    EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/installer")), "#!/bin/sh\n");
+    Alter(offer, "?v=1", "");
     const std::string range =
         "><Compatibility><Range VersionTo='2.0.0.0'><Product UpdateVersion='3.0.0.0' "
         "UpdateInstallFile='old' UpdateInstallURL='http://127.0.0.1:8080/program'/>"
         "</Range></Compatibility></Product>";
     Alter(offer, "\"3.1.555.0\"", "'3.2.0.0' UpdateArgument='a b'");
     Alter(offer, "/>", range.c_str());
-    for (const char* file : {"installer", "old", "old.minisig"})
-        shared_.Write(std::string("site/program/") + file, "#!/bin/sh\n");
     InstallKey();
     shared_.Write("program/share/VardoProductUpdate.pub", Minisign().Key());
     EXPECT_TRUE(Release({"--installer-key", key, "--key", key}, EXIT_ERRORS).join(' ').contains("refuse"));
