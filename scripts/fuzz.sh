@@ -61,12 +61,10 @@ MINUTES=$1
 shift
 ensure_packages build fuzz
 build fuzz fuzzers
-if [[ $# == 0 ]]; then
-    mapfile -t names < <(cd "$FUZZERS" && printf '%s\n' */command | sed 's|/command||')
-    set -- "${names[@]}"
-fi
+mapfile -t names < <(cd "$FUZZERS" && printf '%s\n' */command | sed 's|/command||')
+[[ $# != 0 ]] || set -- "${names[@]}"
 for name in "$@"; do
-    [[ -e $FUZZERS/$name/command ]] || fail "there is no fuzzer $name; there are: $(cd "$FUZZERS" && echo *Fuzzer)"
+    [[ -e $FUZZERS/$name/command ]] || fail "there is no fuzzer $name; there are: ${names[*]}"
 done
 FAILED=()
 rm -rf "$LOGS"
