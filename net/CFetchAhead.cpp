@@ -8,8 +8,6 @@
 #include <ranges>
 #include <utility>
 
-#include <unistd.h>
-
 #include "platform/files/Addresses.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "platform/files/FileSystem.h"
@@ -48,9 +46,10 @@ void CFetchAhead::Start(const Route& route) {
     for (Entry& entry : std::ranges::subrange(entries_.begin(), end)) {
         if (isUnderWay(entry))
             continue;
-        CAtlString name;
-        name.Format(L"%s%d-%d", CTemporaryFolder::OWN_NAME, getpid(), ++serial_);
-        const CVardoFilePath file = CVardoDirectoryPath::Combine(folder_, name);
+        CAtlString number;
+        number.Format(L"-%d", ++serial_);
+        const CVardoFilePath file =
+            CVardoDirectoryPath::Combine(folder_, CTemporaryFolder::NamesOfProcess() + number);
         // NOLINTNEXTLINE(modernize-make-unique): a transfer cannot be moved into it.
         entry.ahead.reset(new AheadTransfer{entry.url, route, file, QtDownloader(bounds_, threads_)});
         entry.ahead->transfer.StartAhead(entry.url, file.GetFilePathString(), route);

@@ -10,7 +10,6 @@
 #include "publish/LiveCheck.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <ostream>
 
 namespace {
@@ -121,11 +120,8 @@ int Tell(const CFindings& all, const Options& options, std::ostream& out) {
 
 // Where nothing tells what is published, all of the folder is.
 CFindings AskServer(const CCatalog& catalog, const Options& options) {
-    // Names of no other process that fetches.
-    Downloader downloader({}, CAtlString(QStringLiteral("%1%2")
-                                             .arg(QString::fromWCharArray(CTemporaryFolder::OWN_NAME))
-                                             .arg(QCoreApplication::applicationPid())));
-    return catalog.HasSite()
+    Downloader downloader({}, CTemporaryFolder::NamesOfProcess());
+    return catalog.GetSite()
                ? CheckLive(catalog, options.live, downloader)
                : CheckLive(CCatalog(options.arguments.folder, options.live), options.live, downloader);
 }

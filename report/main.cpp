@@ -84,14 +84,6 @@ TransferBounds MakeBounds(const CReportOptions& options) {
     return bounds;
 }
 
-// Unique to this process, since the program itself may fetch for the same user at the same time.
-CAtlString FileNames() {
-    CAtlString names;
-    names.Format(L"%s%lld", CTemporaryFolder::OWN_NAME,
-                 static_cast<long long>(QCoreApplication::applicationPid()));
-    return names;
-}
-
 QString TextOf(const QJsonObject& json, bool isListed, const CReportOptions& options) {
     switch (options.GetFormat()) {
         case ReportFormat::JSON:
@@ -125,7 +117,9 @@ int Report(const CReportOptions& options) {
     const QJsonArray users = options.IsOfAllUsers() ? UsersFacts(environment, unread) : QJsonArray();
     for (const QString& user : unread)
         Remark("the home of " + user + " could not be read");
-    const auto downloader = boost::make_shared<Downloader>(MakeBounds(options), FileNames());
+    // The program itself may fetch for the same user at the same time.
+    const auto downloader =
+        boost::make_shared<Downloader>(MakeBounds(options), CTemporaryFolder::NamesOfProcess());
     downloader->SetProxyHandler(MakeProxyHandler(options));
     CUpdateReport report(environment, downloader);
     if (!options.IsOffline())

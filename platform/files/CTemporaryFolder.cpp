@@ -55,6 +55,12 @@ void CreateForOwner(const CVardoDirectoryPath& folder) {
 
 }  // namespace
 
+CAtlString CTemporaryFolder::NamesOfProcess() {
+    CAtlString names;
+    names.Format(L"%s%d", OWN_NAME, getpid());
+    return names;
+}
+
 CAtlString CTemporaryFolder::UserName() {
     const auto buffer = std::make_unique<char[]>(USER_ENTRY_BYTES);
     passwd entry{};

@@ -17,6 +17,8 @@ public:
     // the shared folder, too, with names such as "NBKTemp.xml".
     static constexpr const wchar_t* OWN_NAME = L"VARDOProductUpdate-";
 
+    // OWN_NAME and the number of this process, so that no other process gives a file such a name.
+    static CAtlString NamesOfProcess();
     // The name of the user that runs the process, or the number when the user database has no name.
     static CAtlString UserName();
     // "/tmp/" and the user's name; where that is unsafe, "VARDOProductUpdate" in the user's cache folder.
