@@ -5,6 +5,7 @@
 
 #include "catalog/ElementChecks.h"
 #include "catalog/FileKinds.h"
+#include "i18n/LanguageTable.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
 #include "platform/files/Addresses.h"
 #include "products/CProductVersion.h"
@@ -19,7 +20,6 @@
 #include <QDirIterator>
 #include <algorithm>
 #include <boost/make_shared.hpp>
-#include "i18n/LanguageTable.h"
 
 namespace {
 
@@ -133,11 +133,7 @@ bool CCatalog::IsInstalledCopy(const CCatalogFile& list) const {
            });
 }
 
-const CCatalogFile* CCatalog::Find(const QString& path) const {
-    return FindFile(path);
-}
-
-CCatalogFile* CCatalog::FindFile(const QString& path) const {
+CCatalogFile* CCatalog::Find(const QString& path) const {
     const auto found =
         std::lower_bound(files_.begin(), files_.end(), path,
                          [](const auto& file, const QString& text) { return file->GetPath() < text; });
@@ -232,7 +228,7 @@ void CCatalog::FindSite() {
 void CCatalog::RecogniseReferenced() {
     for (const Reference& reference : references_) {
         const auto path = FileOf(reference.address);
-        CCatalogFile* file = path ? FindFile(*path) : nullptr;
+        CCatalogFile* file = path ? Find(*path) : nullptr;
         if (file && file != reference.from)
             file->SetKind(reference.kind);
     }
@@ -245,7 +241,7 @@ void CCatalog::CollectLinks() {
                 AddLinks(*file, *file->GetRoot(), links_);
     for (const Reference& link : links_) {
         const auto path = FileOf(link.address);
-        CCatalogFile* file = path ? FindFile(*path) : nullptr;
+        CCatalogFile* file = path ? Find(*path) : nullptr;
         if (file && file->GetKind() == FileKind::UNKNOWN)
             file->SetKind(link.kind);
     }

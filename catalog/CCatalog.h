@@ -40,7 +40,7 @@ public:
     const std::vector<std::unique_ptr<CCatalogFile>>& GetFiles() const { return files_; }
     std::vector<const CCatalogFile*> FilesOf(FileKind kind) const;
     // Null when there is none with that path.
-    const CCatalogFile* Find(const QString& path) const;
+    CCatalogFile* Find(const QString& path) const;
 
     // The first other file whose path differs in case alone; null when there is none.
     const CCatalogFile* FindInOtherCase(const QString& path) const;
@@ -51,15 +51,12 @@ public:
     // Pages and installers.
     const std::vector<Reference>& GetLinks() const { return links_; }
     const std::optional<CSite>& GetSite() const { return site_; }
-    bool HasSite() const { return site_.has_value(); }
     // The path of the file that is published at an address, whether it exists or not; nothing when the site
     // is not known, or the address does not belong to it.
     std::optional<QString> FileOf(const QString& address) const;
     // The address of a file that the program fetches from the site and reads as XML; nothing for all others,
     // the copy of a product list that was installed among them.
     std::optional<QString> PublishedAt(const CCatalogFile& file) const;
-    // Whether a file is a product list that was installed, beside local descriptions.
-    bool IsInstalledCopy(const CCatalogFile& list) const;
     // An environment without installed products; its date is the real one.
     const boost::shared_ptr<IEnvironment>& GetEnvironment() const { return environment_; }
 
@@ -71,7 +68,8 @@ private:
     void FindSite();
     void RecogniseReferenced();
     void CollectLinks();
-    CCatalogFile* FindFile(const QString& path) const;
+    // Whether a product list is one that was installed, beside local descriptions.
+    bool IsInstalledCopy(const CCatalogFile& list) const;
 
     QString folder_;
     std::vector<std::unique_ptr<CCatalogFile>> files_;

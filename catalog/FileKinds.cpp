@@ -82,37 +82,3 @@ FileKind KindByContents(const TiXmlElement& root) {
         return FileKind::INSTALLED_CATEGORIES;
     return FileKind::UNKNOWN;
 }
-
-QString KindName(FileKind kind) {
-    switch (kind) {
-        case FileKind::PRODUCT_LIST:
-            return QStringLiteral("a product list");
-        case FileKind::LOCAL_DESCRIPTION:
-            return QStringLiteral("a local description");
-        case FileKind::REMOTE_DESCRIPTION:
-            return QStringLiteral("a remote description");
-        case FileKind::NOTIFICATION_DESCRIPTION:
-            return QStringLiteral("a notification's description");
-        case FileKind::MESSAGE:
-            return QStringLiteral("a notification's message");
-        case FileKind::INSTALLED_CATEGORIES:
-            return QStringLiteral("a list of installed categories");
-        case FileKind::PUBLISHED_CATEGORIES:
-            return QStringLiteral("a list of published categories");
-        case FileKind::LANGUAGE_TABLE:
-            return QStringLiteral("a language table");
-        case FileKind::STRINGS:
-            return QStringLiteral("a strings file");
-        case FileKind::PUBLIC_KEY:
-            return QStringLiteral("the maker's public key");
-        case FileKind::SIGNATURE:
-            return QStringLiteral("an installer's signature");
-        case FileKind::PAGE:
-            return QStringLiteral("a page");
-        case FileKind::INSTALLER:
-            return QStringLiteral("an installer");
-        case FileKind::UNKNOWN:
-            break;
-    }
-    return QStringLiteral("a file of no known kind");
-}

@@ -18,6 +18,3 @@ FileKind KindByName(const QString& name);
 // UNKNOWN for elements of no kind that the program reads. A best guess: a file with mistakes should still be
 // recognised.
 FileKind KindByContents(const TiXmlElement& root);
-
-// In English, with its article.
-QString KindName(FileKind kind);

@@ -20,6 +20,20 @@ QString CaseHint(const CCatalog& catalog, const QString& path) {
     return other ? QStringLiteral("; \"%1\" differs in case only").arg(other->GetPath()) : QString();
 }
 
+// In English, with its article; the kind is one that a reference leads to.
+QString KindName(FileKind kind) {
+    switch (kind) {
+        case FileKind::PRODUCT_LIST:
+            return QStringLiteral("a product list");
+        case FileKind::REMOTE_DESCRIPTION:
+            return QStringLiteral("a remote description");
+        case FileKind::MESSAGE:
+            return QStringLiteral("a notification's message");
+        default:
+            return QStringLiteral("a list of published categories");
+    }
+}
+
 void CheckReference(const CCatalog& catalog, const Reference& reference, CFindings& findings) {
     const Place place{reference.from->GetPath(), reference.line};
     CheckWholeAddress(place, reference.address, findings);
@@ -64,7 +78,7 @@ bool CheckFollowed(const CCatalog& catalog, CFindings& findings) {
     const CCatalogFile* list = OddList(catalog);
     findings.Add(list ? list->GetPath() : references.front().from->GetPath(),
                  list ? 0 : references.front().line, Code::NOT_FOLLOWED,
-                 catalog.HasSite()
+                 catalog.GetSite()
                      ? QStringLiteral("no address in this folder belongs to the site: none was followed")
                      : QStringLiteral("no list here has a Url that ends in its own name, so nothing tells "
                                       "which folder is the site (--site would): no address was followed"));
@@ -137,7 +151,7 @@ void CheckReferences(const CCatalog& catalog, CFindings& findings) {
         CheckReference(catalog, reference, findings);
     if (CheckFollowed(catalog, findings))
         CheckElsewhere(catalog, findings);
-    if (!catalog.HasSite())
+    if (!catalog.GetSite())
         CheckOwnAddresses(catalog, findings);
     CheckPages(catalog, findings);
     CheckPermissions(catalog, findings);

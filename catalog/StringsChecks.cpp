@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <map>
 #include <memory>
-#include <set>
 #include <string_view>
 
 namespace {

@@ -78,7 +78,7 @@ NewProduct TakeNewProduct(QStringList& arguments) {
 
 QString WriteNewProduct(const NewProduct& product, const FolderArguments& arguments, std::ostream& out) {
     const CCatalog catalog(arguments.folder, arguments.siteAddress, arguments.siteFolder);
-    if (!catalog.HasSite())
+    if (!catalog.GetSite())
         return QStringLiteral("nothing in \"%1\" tells where it is published: --site does")
             .arg(arguments.folder);
     const QString address = catalog.GetSite()->GetAddress();

@@ -32,9 +32,8 @@ int OpenInterruptions(sigset_t& previous) {
 }  // namespace
 
 CInterruption::CInterruption(const std::function<void()>& interrupted)
-    : signals_(OpenInterruptions(previous_)),
-      notifier_(std::make_unique<QSocketNotifier>(signals_.Get(), QSocketNotifier::Read)) {
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this, interrupted] {
+    : signals_(OpenInterruptions(previous_)), notifier_(signals_.Get(), QSocketNotifier::Read) {
+    QObject::connect(&notifier_, &QSocketNotifier::activated, [this, interrupted] {
         signalfd_siginfo signal{};
         if (read(signals_.Get(), &signal, sizeof signal) == sizeof signal)
             interrupted();
@@ -42,6 +41,5 @@ CInterruption::CInterruption(const std::function<void()>& interrupted)
 }
 
 CInterruption::~CInterruption() {
-    notifier_.reset();
     pthread_sigmask(SIG_SETMASK, &previous_, nullptr);
 }

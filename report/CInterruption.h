@@ -8,7 +8,6 @@
 
 #include <QSocketNotifier>
 #include <functional>
-#include <memory>
 
 #include <signal.h>
 
@@ -25,5 +24,5 @@ public:
 private:
     sigset_t previous_{};
     CFileDescriptor signals_;
-    std::unique_ptr<QSocketNotifier> notifier_;
+    QSocketNotifier notifier_;
 };

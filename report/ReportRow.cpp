@@ -5,23 +5,7 @@
 
 #include "platform/files/Addresses.h"
 
-ReportRow MakeRow(const IProduct& product, unsigned item, bool wasChecked) {
-    ReportRow row = MakeRow(product);
-    row.installed = product.GetPlainInstalledVersion(item).ToQString().trimmed();
-    if (product.IsChecked(item))
-        row.latest = product.GetPlainLatestVersion(item).ToQString().trimmed();
-    row.state = StateOf(product, item, wasChecked);
-    if (product.HasAction(item))
-        row.page = WithoutPassword(product.GetPage(item));
-    return row;
-}
-
-ReportRow MakeRow(const IProduct& product) {
-    ReportRow row;
-    row.name = product.GetName();
-    row.key = product.GetKey().ToQString();
-    return row;
-}
+namespace {
 
 QString StateWord(ItemState state) {
     switch (state) {
@@ -47,6 +31,26 @@ QString StateWord(ItemState state) {
             break;
     }
     return "not installed";
+}
+
+}  // namespace
+
+ReportRow MakeRow(const IProduct& product, unsigned item, bool wasChecked) {
+    ReportRow row = MakeRow(product);
+    row.installed = product.GetPlainInstalledVersion(item).ToQString().trimmed();
+    if (product.IsChecked(item))
+        row.latest = product.GetPlainLatestVersion(item).ToQString().trimmed();
+    row.state = StateOf(product, item, wasChecked);
+    if (product.HasAction(item))
+        row.page = WithoutPassword(product.GetPage(item));
+    return row;
+}
+
+ReportRow MakeRow(const IProduct& product) {
+    ReportRow row;
+    row.name = product.GetName();
+    row.key = product.GetKey().ToQString();
+    return row;
 }
 
 QJsonObject ToJson(const ReportRow& row) {

@@ -25,6 +25,4 @@ ReportRow MakeRow(const IProduct& product, unsigned item, bool wasChecked);
 // The row of a product that has no item.
 ReportRow MakeRow(const IProduct& product);
 
-// The word for a state in the report.
-QString StateWord(ItemState state);
 QJsonObject ToJson(const ReportRow& row);
