@@ -33,8 +33,8 @@ void CheckRaised(const CCatalogFile& published, const CCatalogFile& installed, C
     if (!version.IsGreater(known) && Meaning(*published.GetRoot()) != Meaning(*installed.GetRoot()))
         findings.Add(
             published.GetPath(), AttributeLine(*published.GetRoot(), VERSION), Code::NOT_RAISED,
-            QStringLiteral("this list differs from \"%1\", and its version %2 is not above %3: who "
-                           "has that one never takes this one")
+            QStringLiteral("this list differs from \"%1\", and its version %2 is not above %3: "
+                           "installations with that one will never take this one")
                 .arg(installed.GetPath(), version.GetString().ToQString(), known.GetString().ToQString()));
 }
 
@@ -69,7 +69,7 @@ private:
                 QStringLiteral("the list has no Version: it loses to every list that has one"));
         if (XmlAttribute(root, URL).IsEmpty())
             Add(root.Row(), Code::NO_REFRESH,
-                QStringLiteral("the list has no Url: who has it will never fetch another"));
+                QStringLiteral("the list has no Url: installations with it will never fetch another"));
     }
 
     void CheckProduct(const TiXmlElement& element) {

@@ -14,8 +14,8 @@ set(VARDO_PUBLIC_KEY "" CACHE FILEPATH "The maker's public key: no installer is 
 set(VARDO_CATALOGUE_KEY "" CACHE FILEPATH "The maker's public key for the files that the site publishes")
 
 if(VARDO_UPDATE_SITE AND VARDO_SELF_UPDATE AND NOT VARDO_PUBLIC_KEY AND NOT VARDO_UNSIGNED_SELF_UPDATE)
-  message(FATAL_ERROR "Without the maker's key whoever answers for ${VARDO_UPDATE_SITE} could start any program on the "
-    "users' computers. Choose one: -DVARDO_PUBLIC_KEY=FILE (only installers that the maker has signed are started, see "
+  message(FATAL_ERROR "Without the maker's key every server that answers for ${VARDO_UPDATE_SITE} could start any program on "
+    "the users' computers. Choose one: -DVARDO_PUBLIC_KEY=FILE (only installers that the maker has signed are started, see "
     "docs/signing.md), -DVARDO_SELF_UPDATE=OFF (the program never replaces itself), or "
     "-DVARDO_UNSIGNED_SELF_UPDATE=ON (it does, and trusts the network)")
 endif()

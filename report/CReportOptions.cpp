@@ -50,7 +50,7 @@ CReportOptions::CReportOptions()
       fetchList_("fetch-list", "Use the site's product list in this run, when it is newer."),
       allUsers_("all-users", "Say for each user which list and which settings count (root only)."),
       proxy_("proxy", "Fetch through this HTTP proxy.", "HOST:PORT"),
-      userName_("username", "Who to be for the proxy.", "NAME"),
+      userName_("username", "The user name for the proxy.", "NAME"),
       passwordFile_("password-file", "A file whose first line is the password for the proxy.", "FILE"),
       wait_("timeout", "Give up each fetch after so many seconds (default: 60, or 30 of silence).",
             "SECONDS"),
