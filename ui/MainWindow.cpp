@@ -85,7 +85,7 @@ void MainWindow::SetProductListController(const boost::shared_ptr<CProductListCo
 
 void MainWindow::SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record) {
     record_ = record;
-    isWidthSettled_ = restoreGeometry(record->GetWindowPlace());
+    isPlaced_ = restoreGeometry(record->GetWindowPlace());
 }
 
 void MainWindow::ShowProducts() {
@@ -117,11 +117,12 @@ void MainWindow::FillTable() {
 }
 
 void MainWindow::MakeRoomForNames() {
-    if (isWidthSettled_ || !isVisible() || !table_.HasRow(0))
+    const bool isUsers = isPlaced_ || (givenWidth_ > 0 && width() != givenWidth_);
+    if (isUsers || !isVisible() || !table_.HasRow(0))
         return;
-    isWidthSettled_ = true;
     const QRect free = screen()->availableGeometry();
     resize(std::min(width() + table_.WidthThatNamesLack(free.width() / 2), free.width()), height());
+    givenWidth_ = width();
     move(x() - std::max(0, frameGeometry().right() - free.right()), y());
 }
 
@@ -205,6 +206,8 @@ void MainWindow::OnCheckUpdates() {
         record_->SetNewLastChecked(static_cast<int>(environment_->Today().toJulianDay()));
     ShowOutcome();
     SetChecking(false);
+    // Versions may have widened their columns.
+    MakeRoomForNames();
 }
 
 void MainWindow::SetChecking(bool isChecking) {

@@ -81,8 +81,7 @@ private:
     // Disables a control that the administrator has settled, and says so in its tool tip.
     static void ShowFixed(QWidget& control, bool isFixed);
     void ShowDate(const QString& date);
-    // Widens the window once, as soon as it has rows, so that the longest visible name fits; a width that the
-    // user chose stays.
+    // Widens the visible window so that the longest visible name fits; a width that the user chose stays.
     void MakeRoomForNames();
     // Says in the tool tip of the last check's date when a silent check is due.
     void ShowNextCheck();
@@ -113,7 +112,9 @@ private:
     CCheckOutcome outcome_;
     // True when the reason why the current product cannot be checked is shown.
     bool isFailureTold_ = false;
-    // The user or MakeRoomForNames has settled the window's width.
-    bool isWidthSettled_ = false;
+    // The user has chosen the window's place in an earlier run.
+    bool isPlaced_ = false;
+    // What MakeRoomForNames has given; 0 before. Another width is the user's choice.
+    int givenWidth_ = 0;
     boost::shared_ptr<IEnvironment> environment_;
 };

@@ -171,7 +171,7 @@ TEST_F(MainWindowTest, EveryControlIsNamedAndRowButtonsSayForWhat) {
 
 TEST_F(MainWindowTest, WhatHasNoRoomIsShownInATip) {
     const QString longName = QString("Tools & <b>more</b> ").repeated(20).trimmed();
-    AddProduct("Short", {"1.0.0.0"}, "1.0.0.0");
+    AddProduct("Short", {"20000.20000.20000.20000"}, "20000.20000.20000.20000");
     AddProduct("Long", {"1.0.0.0"}, "1.0.0.0", longName.toHtmlEscaped().toStdString());
     // With the scroll bar.
     for (const char more : std::string("abcdefghijkl"))
