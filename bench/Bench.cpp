@@ -248,10 +248,10 @@ private:
         return std::stod(process.LastLine());
     }
     void MeasureScale() {
-        const double few = MedianOf([this] { return ScaleMs(500); });
-        const double many = MedianOf([this] { return ScaleMs(5'000); });
-        Add(LIST_500, few, 250);
-        Add(LIST_5000, many, 12 * few);
+        const std::vector<double> times =
+            MediansByTurns(runs_, {[this] { return ScaleMs(500); }, [this] { return ScaleMs(5'000); }});
+        Add(LIST_500, times[0], 250);
+        Add(LIST_5000, times[1], 12 * times[0]);
     }
 
     void MeasureMemory() {
