@@ -6,14 +6,14 @@
 #include <QRegularExpression>
 #include <cwchar>
 #include <string>
+#include <string_view>
 
 #include "platform/files/CVardoFilePath.h"
 #include "platform/text/TextConversion.h"
 
 namespace {
 
-constexpr wchar_t REPLACEMENT_CHARACTER = 0xFFFD;
-constexpr int LONGEST_UTF8_SEQUENCE = 4;
+constexpr std::wstring_view REPLACEMENT_CHARACTER = L"\uFFFD";
 constexpr int LONGEST_EXTENSION = 32;
 
 bool IsForAddresses(wchar_t ch) {
@@ -22,12 +22,9 @@ bool IsForAddresses(wchar_t ch) {
 
 void AppendEncoded(std::wstring& encoded, wchar_t ch) {
     constexpr wchar_t DIGITS[] = L"0123456789ABCDEF";
-    char bytes[LONGEST_UTF8_SEQUENCE];
-    int count = EncodeUtf8(&ch, 1, bytes);
-    if (count == 0)
-        count = EncodeUtf8(&REPLACEMENT_CHARACTER, 1, bytes);
-    for (int i = 0; i < count; ++i) {
-        const auto byte = static_cast<unsigned char>(bytes[i]);
+    const std::string bytes = EncodeUtf8({&ch, 1});
+    for (const char each : bytes.empty() ? EncodeUtf8(REPLACEMENT_CHARACTER) : bytes) {
+        const auto byte = static_cast<unsigned char>(each);
         encoded += {L'%', DIGITS[byte >> 4], DIGITS[byte & 0xF]};
     }
 }

@@ -5,7 +5,6 @@
 
 #include <QRandomGenerator>
 #include <climits>
-#include <cstring>
 #include <memory>
 
 #include <dirent.h>
@@ -31,7 +30,7 @@ CAtlString WithinName(const CAtlString& text) {
 
 // A name that is not UTF-8 would come out cut short, and so would be the name of another file.
 bool IsWhollyDecoded(const char* bytes, const CAtlString& decoded) {
-    return std::strcmp(DuplicateAsUtf8(decoded.GetString()).get(), bytes) == 0;
+    return EncodeUtf8(decoded.GetString()) == bytes;
 }
 
 // Calls use(bytes, name) for each entry of a folder whose name is UTF-8 and does not begin with ".".

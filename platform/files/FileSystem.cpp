@@ -64,14 +64,9 @@ bool CopyInBlocks(int source, int destination, off_t size) {
 namespace FileSystem {
 
 std::string SystemPath(const CAtlString& path) {
-    const int length = path.GetLength();
     const bool encodable = std::none_of(path.begin(), path.end(),
                                         [](wchar_t ch) { return ch == 0 || (ch >= 0xD800 && ch <= 0xDFFF); });
-    if (!encodable)
-        return std::string();
-    std::string bytes(static_cast<std::size_t>(Utf8Size(path.GetString(), length)), '\0');
-    EncodeUtf8(path.GetString(), length, bytes.data());
-    return bytes;
+    return encodable ? EncodeUtf8(path.GetString()) : std::string();
 }
 
 bool Exists(const CAtlString& path) {

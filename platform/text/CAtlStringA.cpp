@@ -13,7 +13,8 @@ CAtlStringA::CAtlStringA(const char* bytes) : CSharedText(bytes, LengthOf(bytes)
 
 CAtlStringA::CAtlStringA(const char* bytes, int length) : CSharedText(bytes, length) {}
 
-CAtlStringA::CAtlStringA(const wchar_t* encodedAsUtf8) : CAtlStringA(DuplicateAsUtf8(encodedAsUtf8).get()) {}
+CAtlStringA::CAtlStringA(const wchar_t* encodedAsUtf8)
+    : CAtlStringA(EncodeUtf8(encodedAsUtf8 ? encodedAsUtf8 : L"").c_str()) {}
 
 CAtlStringA::CAtlStringA(const CAtlString& narrowed) {
     if (narrowed.IsEmpty())

@@ -6,7 +6,6 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cwchar>
 
 namespace {
 
@@ -52,16 +51,16 @@ std::uint32_t CodeOf(wchar_t ch) {
     return code < 0x200000 ? code : 0xFFFD;
 }
 
-// Writes the sequence for a character below U+200000 and returns its end.
-char* WriteSequence(std::uint32_t code, char* out) {
+// Appends the sequence for a character below U+200000.
+void AppendSequence(std::uint32_t code, std::string& bytes) {
     static constexpr std::uint32_t LEADS[] = {0, 0, 0xC0, 0xE0, 0xF0};
     const std::size_t length = SequenceLength(code);
-    for (std::size_t i = length - 1; i > 0; --i) {
-        out[i] = static_cast<char>(0x80U | (code & 0x3FU));
-        code >>= 6U;
+    std::size_t shift = 6 * (length - 1);
+    bytes += static_cast<char>(LEADS[length] | (code >> shift));
+    while (shift > 0) {
+        shift -= 6;
+        bytes += static_cast<char>(0x80U | ((code >> shift) & 0x3FU));
     }
-    out[0] = static_cast<char>(LEADS[length] | code);
-    return out + length;
 }
 
 }  // namespace
@@ -80,23 +79,13 @@ std::wstring DecodeUtf8(std::string_view bytes) {
     return text;
 }
 
-int Utf8Size(const wchar_t* text, int length) {
-    std::size_t size = 0;
-    for (int i = 0; i < length; ++i)
-        size += SequenceLength(CodeOf(text[i]));
-    return static_cast<int>(size);
-}
-
-int EncodeUtf8(const wchar_t* text, int length, char* out) {
-    char* next = out;
-    for (int i = 0; i < length && !IsSurrogate(CodeOf(text[i])); ++i)
-        next = WriteSequence(CodeOf(text[i]), next);
-    return static_cast<int>(next - out);
-}
-
-std::unique_ptr<char[]> DuplicateAsUtf8(const wchar_t* text) {
-    const int length = text ? static_cast<int>(std::wcslen(text)) : 0;
-    auto copy = std::make_unique<char[]>(static_cast<std::size_t>(Utf8Size(text, length)) + 1);
-    EncodeUtf8(text, length, copy.get());
-    return copy;
+std::string EncodeUtf8(std::wstring_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (const wchar_t ch : text) {
+        if (IsSurrogate(CodeOf(ch)))
+            break;
+        AppendSequence(CodeOf(ch), bytes);
+    }
+    return bytes;
 }

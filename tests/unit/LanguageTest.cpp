@@ -100,10 +100,8 @@ TEST_F(Language, EachSourceGivesWayToTheNext) {
     }
     Set(USER, SETUP, "VARDO Board/LanguageID", "xx_YY");
     EXPECT_EQ(GetLocale(true), "xx_YY") << "the language setup's choice, unchanged";
-    EXPECT_EQ(GetLocale(false), "en_CA");
     SetLocaleOverride("de");
     EXPECT_EQ(GetLocale(true), "de");
-    EXPECT_EQ(GetLocale(false), "de");
 }
 
 TEST_F(Language, TheTableIsTheFirstThatExistsAndTheOwnOneAnswersAfterIt) {
@@ -139,9 +137,6 @@ TEST_F(Language, EveryWayToNameALanguage) {
         EXPECT_EQ(QCoreApplication::translate("AnyContext", "Close"), row[4]);
     }
     EXPECT_EQ(ResolveLanguageId(L" 0409"), 0);
-    EXPECT_FALSE(InstallLanguage({}, qApp, true)) << "without an application's name only English will do";
-    SetLocaleOverride("en_GB");
-    EXPECT_TRUE(InstallLanguage({}, qApp, true));
 }
 
 TEST_F(Language, AnotherLanguageStartsAfreshAndTheSameOneAddsItsFiles) {

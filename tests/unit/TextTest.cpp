@@ -85,7 +85,7 @@ TEST(TextEncodings, StopAtWhatIsIllegal) {
     for (const char* sequence :
          {"\xC3(", "\xE4\xB8", "\xC0\x80", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80z"})
         EXPECT_EQ(CAtlString((std::string("\U0010FFFF") + sequence).c_str()), L"\U0010FFFF") << sequence;
-    EXPECT_STREQ(DuplicateAsUtf8(L"ab\xDFFF!").get(), "ab");
+    EXPECT_EQ(EncodeUtf8(L"ab\xDFFF!"), "ab");
     const wchar_t beyond[] = {static_cast<wchar_t>(0x200000), static_cast<wchar_t>(-1), L'!', 0};
     EXPECT_STREQ(CAtlStringA(beyond).GetString(), "\xEF\xBF\xBD\xEF\xBF\xBD!");
 }
