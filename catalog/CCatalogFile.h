@@ -4,30 +4,12 @@
 // One file of the folder that is checked.
 #pragma once
 
+#include "catalog/FileKinds.h"
 #include "platform/files/CVardoFilePath.h"
 #include "platform/xml/XmlFile.h"
 
 #include <QString>
 #include <memory>
-
-// The kind as which the update program reads a file; from STRINGS on, it is not XML.
-enum class FileKind {
-    UNKNOWN,
-    PRODUCT_LIST,
-    LOCAL_DESCRIPTION,
-    REMOTE_DESCRIPTION,
-    NOTIFICATION_DESCRIPTION,
-    MESSAGE,
-    INSTALLED_CATEGORIES,
-    PUBLISHED_CATEGORIES,
-    LANGUAGE_TABLE,
-    STRINGS,
-    PUBLIC_KEY,
-    SIGNATURE,
-    // What an address leads to and the program does not read: a page, an installer.
-    PAGE,
-    INSTALLER,
-};
 
 // Its path, its kind and, when it is one in XML, its elements.
 class CCatalogFile {

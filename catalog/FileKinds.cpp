@@ -4,6 +4,7 @@
 #include "catalog/FileKinds.h"
 
 #include "catalog/FormatRules.h"
+#include "platform/xml/XmlFile.h"
 #include "products/Products.h"
 #include "signing/CCatalogueSeal.h"
 #include "signing/CInstallerSeal.h"

@@ -1,10 +1,31 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The kind of a file, by its name alone and by its elements alone.
+// The kinds of files; a file's kind by its name alone, and by its elements alone.
 #pragma once
 
-#include "catalog/CCatalogFile.h"
+#include <QString>
+
+class TiXmlElement;
+
+// The kind as which the update program reads a file; from STRINGS on, it is not XML.
+enum class FileKind {
+    UNKNOWN,
+    PRODUCT_LIST,
+    LOCAL_DESCRIPTION,
+    REMOTE_DESCRIPTION,
+    NOTIFICATION_DESCRIPTION,
+    MESSAGE,
+    INSTALLED_CATEGORIES,
+    PUBLISHED_CATEGORIES,
+    LANGUAGE_TABLE,
+    STRINGS,
+    PUBLIC_KEY,
+    SIGNATURE,
+    // What an address leads to and the program does not read: a page, an installer.
+    PAGE,
+    INSTALLER,
+};
 
 // Whether a file may be read as XML at all, where its name or an address does not say what it is.
 bool IsXmlName(const QString& name);
