@@ -20,7 +20,8 @@ std::wstring KeyOf(const CAtlString& text) {
 
 bool CResourceManagerLinux::Init(int languageId, const CAtlString& languagesFolder,
                                  const CAtlString& productName) {
-    const bool sameLanguage = languageId == languageId_;
+    if (languageId != languageId_)
+        strings_.clear();
     languageId_ = languageId;
     if (languagesFolder.IsEmpty())
         return false;
@@ -29,7 +30,7 @@ bool CResourceManagerLinux::Init(int languageId, const CAtlString& languagesFold
         return false;
     CVardoDirectoryPath folder(languagesFolder);
     folder.Append(code);
-    LoadStrings(folder, productName, sameLanguage);
+    LoadStrings(folder, productName, true);
     return folder.Exists();
 }
 

@@ -9,28 +9,27 @@
 
 namespace {
 
-std::unique_ptr<CResourceManagerLinux>& Manager() {
+std::unique_ptr<CResourceManagerLinux>& TheManager() {
     static std::unique_ptr<CResourceManagerLinux> manager;
     return manager;
+}
+
+CResourceManagerLinux& Manager() {
+    if (!TheManager())
+        TheManager() = std::make_unique<CResourceManagerLinux>();
+    return *TheManager();
 }
 
 }  // namespace
 
 IVardoResourceManager* GetResourceManager() {
-    if (!Manager())
-        Manager() = std::make_unique<CResourceManagerLinux>();
-    return Manager().get();
+    return &Manager();
 }
 
 void DestroyResourceManager() {
-    Manager().reset();
+    TheManager().reset();
 }
 
 void SetupResourceManager(int languageId, const CAtlString& languagesFolder, const CAtlString& productName) {
-    static int lastLanguageId = 0;
-    if (languageId != lastLanguageId)
-        DestroyResourceManager();
-    lastLanguageId = languageId;
-    GetResourceManager();
-    Manager()->Init(languageId, languagesFolder, productName);
+    Manager().Init(languageId, languagesFolder, productName);
 }

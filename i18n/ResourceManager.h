@@ -13,6 +13,6 @@ IVardoResourceManager* GetResourceManager();
 // Ends the manager and its texts.
 void DestroyResourceManager();
 
-// Loads the strings of a product in a language below languagesFolder. Another language than the last one gets
-// a new manager; for the same language the pairs are added to those that are there.
+// Loads the strings of a product in a language below languagesFolder. The pairs of the same language stay,
+// and those of another are dropped.
 void SetupResourceManager(int languageId, const CAtlString& languagesFolder, const CAtlString& productName);
