@@ -121,8 +121,11 @@ void MainWindow::MakeRoomForNames() {
     if (isUsers || !isVisible() || !table_.HasRow(0))
         return;
     const QRect free = screen()->availableGeometry();
-    resize(std::min(width() + table_.WidthThatNamesLack(free.width() / 2), free.width()), height());
-    givenWidth_ = width();
+    givenWidth_ = std::min(width() + table_.WidthThatNamesLack(free.width() / 2), free.width());
+    // A window that has room enough stays where the user has put it.
+    if (givenWidth_ == width())
+        return;
+    resize(givenWidth_, height());
     move(x() - std::max(0, frameGeometry().right() - free.right()), y());
 }
 
