@@ -59,6 +59,8 @@ public:
     // Ends a CheckForUpdates that is under way, from an event inside it: the current product fails soon and
     // the rest is skipped; CheckForUpdates then returns false. Does nothing at any other time.
     void StopCheck();
+    // Whether the last CheckForUpdates, or the one under way, was ended early.
+    bool IsStopped() const { return isStopped_; }
     // What the last CheckForUpdates answered.
     bool GetLastCheckResult() const { return lastCheckResult_; }
     // True when some item has something new that the user wants to hear of.

@@ -57,17 +57,11 @@ QString CCheckOutcome::Why(const IProduct& product, unsigned item) const {
 }
 
 QString CCheckOutcome::WhyFailed(const IProduct& product) const {
-    const auto failure = failures_.find(&product);
-    if (failure == failures_.end())
+    const Failure failure = failures_.value(&product);
+    if (failure.reason.isEmpty())
         return {};
-    const QString time = QLocale::system().toString(failure->second.time, QLocale::ShortFormat);
-    return tr("Could not be checked at %1. %2").arg(time, failure->second.reason);
-}
-
-// A check that took too long has left out the rest.
-QString CCheckOutcome::ReasonOf(const IProduct& product) const {
-    const auto failure = failures_.find(&product);
-    return failure == failures_.end() ? tr("No answer") : failure->second.reason;
+    const QString time = QLocale::system().toString(failure.time, QLocale::ShortFormat);
+    return tr("Could not be checked at %1. %2").arg(time, failure.reason);
 }
 
 QString CCheckOutcome::Summary(const IProduct::List& products) const {
@@ -110,5 +104,5 @@ QString CCheckOutcome::FailureSummary(const IProduct::List& failed, int checkabl
     if (count > 1)
         what = count == checkable ? tr("Nothing could be checked")
                                   : tr("%1 products could not be checked").arg(count);
-    return what + QStringLiteral(": ") + ReasonOf(last);
+    return what + QStringLiteral(": ") + failures_.value(&last).reason;
 }

@@ -7,8 +7,8 @@
 #include "products/ItemState.h"
 
 #include <QCoreApplication>
+#include <QMap>
 #include <QTime>
-#include <map>
 
 // Learns during a check why products could not be checked; asks the products for all else. Its texts are
 // plain. GUI thread only.
@@ -37,9 +37,8 @@ private:
     };
 
     QString WhyFailed(const IProduct& product) const;
-    QString ReasonOf(const IProduct& product) const;
     QString FailureSummary(const IProduct::List& failed, int checkable) const;
 
-    std::map<const IProduct*, Failure> failures_;
+    QMap<const IProduct*, Failure> failures_;
     QString listRefusal_;
 };

@@ -170,6 +170,13 @@ void MainWindow::ShowNextCheck() {
 }
 
 void MainWindow::ShowOutcome() {
+    // A check that took too long has left out the rest.
+    for (Row& row : rows_) {
+        if (row.isChecked)
+            continue;
+        outcome_.OnFailed(*row.product, tr("No answer"), environment_->Now());
+        OnRowChecked(row);
+    }
     statusLabel->setText(Cut(outcome_.Summary(controller_->GetProducts())));
     ShowNextCheck();
 }
@@ -287,11 +294,14 @@ void MainWindow::OnProductChecked(const Product& product) {
         const int known = product->GetRow(item);
         if (known < 0 || known >= rows_.size())
             AddRow(product, item);
-        Row& row = rows_[product->GetRow(item)];
-        row.isChecked = true;
-        if (isTableFilled_)
-            ShowCheckedRow(row);
+        OnRowChecked(rows_[product->GetRow(item)]);
     }
+}
+
+void MainWindow::OnRowChecked(Row& row) {
+    row.isChecked = true;
+    if (isTableFilled_)
+        ShowCheckedRow(row);
 }
 
 void MainWindow::AddRow(const Product& product, unsigned item) {
@@ -330,7 +340,9 @@ void MainWindow::ShowCheckedRow(const Row& row) {
 
 void MainWindow::TellUnreadable(const IProduct& product) {
     const QString host = QUrl(product.GetCheckAddress().ToQString()).host();
-    const QString reason = host + QStringLiteral(": ") + tr("The server's answer cannot be read");
+    const QString what =
+        controller_->IsStopped() ? tr("No answer") : tr("The server's answer cannot be read");
+    const QString reason = host + QStringLiteral(": ") + what;
     outcome_.OnFailed(product, reason, environment_->Now());
     OnConnectionError(product.GetName() + QStringLiteral(": ") + reason);
 }

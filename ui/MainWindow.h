@@ -97,6 +97,7 @@ private:
     void ShowRow(const Row& row);
     void AddButtonIfWanted(const Row& row);
     void ShowCheckedRow(const Row& row);
+    void OnRowChecked(Row& row);
 
     CProductTable table_;
     // What the table shows, or will show: its rows are built when the window is visible, since most silent

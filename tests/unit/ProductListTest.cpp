@@ -4,7 +4,6 @@
 // The product list: how it is read, chosen among copies and refreshed, and how its products are checked.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <QTest>
 #include <filesystem>
 #include <string>
 #include <tuple>
@@ -163,17 +162,6 @@ TEST_F(ProductList, ANewerListIsTheUsersAloneWhenTheInstallationCannotBeWritten)
     EXPECT_EQ(fs::status(shared_.Path(USERS)).permissions(), fs::perms(0600));
     for (const char* folder : {"home/.VARDO Technologies", "home/.VARDO Technologies/Product Update"})
         EXPECT_EQ(fs::status(shared_.Path(folder)).permissions(), fs::perms(0700)) << folder;
-}
-
-TEST_F(ProductList, ACheckEndsAtItsTimeLimit) {
-    LoadWith(Element("c") + Element("d"));
-    for (const std::string key : {"c", "d"})
-        Install(key + ".xml", "1.0.0.0", key);
-    controller_.FindInstalled();
-    controller_.SetTimeLimit(std::chrono::milliseconds(1));
-    downloader_->whileDownloading = [] { QTest::qWait(50); };
-    EXPECT_FALSE(controller_.CheckForUpdates());
-    EXPECT_EQ(downloader_->addresses, Addresses{"http://h/c"});
 }
 
 TEST_F(ProductList, EveryProductIsFoundAndCheckedInOrder) {

@@ -252,6 +252,13 @@ TEST_F(MainWindowTest, StatusSumsUpWhatCameOfTheCheck) {
         CheckAndShow();
         EXPECT_EQ(Status().toStdString(), summary);
     }
+    downloader_->addresses.clear();
+    downloader_->whileDownloading = [] { QTest::qWait(50); };
+    controller_->SetTimeLimit(std::chrono::milliseconds(1));
+    CheckAndShow();
+    EXPECT_EQ(downloader_->addresses, Lines({"http://site/A.xml"})) << "the rest is left out";
+    EXPECT_EQ(Status(), "Nothing could be checked: No answer");
+    EXPECT_TRUE(Described(0, 2).endsWith("site: No answer") && Described(2, 2).endsWith(". No answer"));
 }
 
 TEST_F(MainWindowTest, RowsSayWhyAndTheirMenuSkipsAVersion) {
