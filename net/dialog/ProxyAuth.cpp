@@ -11,6 +11,15 @@
 
 namespace {
 
+// Takes no larger number either, not even on the way to a smaller one.
+class CPortValidator : public QIntValidator {
+public:
+    using QIntValidator::QIntValidator;
+    State validate(QString& text, int& position) const override {
+        return text.toInt() > top() ? Invalid : QIntValidator::validate(text, position);
+    }
+};
+
 void DrawAsBackground(QLineEdit* edit) {
     edit->setReadOnly(true);
     edit->setCursorPosition(0);
@@ -39,7 +48,7 @@ ProxyAuth::ProxyAuth(QWidget* parent) : QDialog(parent), form_(std::make_unique<
     form_->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose, false);
     setAttribute(Qt::WA_QuitOnClose, false);
-    form_->proxyPortEdit->setValidator(new QIntValidator(MIN_PORT, MAX_PORT, this));
+    form_->proxyPortEdit->setValidator(new CPortValidator(MIN_PORT, MAX_PORT, this));
 }
 
 ProxyAuth::~ProxyAuth() = default;
@@ -101,16 +110,22 @@ void ProxyAuth::accept() {
 bool ProxyAuth::TakeAddress() {
     const QString text = form_->proxyHostEdit->text().trimmed();
     const std::optional<ProxyAddress> address = ParseProxyAddress(CAtlString(text));
-    if (!address && !text.isEmpty()) {
-        QMessageBox::warning(this, tr("VARDO Product Update"),
-                             tr("This is neither the name nor the address of a proxy: %1").arg(text));
-        form_->proxyHostEdit->setFocus();
-        return false;
-    }
+    if (!address && !text.isEmpty())
+        return Refuse(text, *form_->proxyHostEdit);
     SetHost(address ? address->host : CAtlString());
-    if (address && address->port && form_->proxyPortEdit->isEnabled())
+    QLineEdit& port = *form_->proxyPortEdit;
+    if (!address || !port.isEnabled())
+        return true;
+    if (address->port)
         SetPort(*address->port);
-    return true;
+    return port.hasAcceptableInput() || Refuse(address->host.ToQString() + ':' + port.text(), port);
+}
+
+bool ProxyAuth::Refuse(const QString& address, QLineEdit& edit) {
+    QMessageBox::warning(this, tr("VARDO Product Update"),
+                         tr("This is neither the name nor the address of a proxy: %1").arg(address));
+    edit.setFocus();
+    return false;
 }
 
 bool CProxyDialog::AskForCredentials(ProxyEntry& entry) {

@@ -7,6 +7,7 @@
 #include "net/ProxyHandlerBase.h"
 
 #include <QDialog>
+#include <QLineEdit>
 #include <memory>
 
 namespace Ui {
@@ -44,13 +45,15 @@ public:
 
 protected slots:
     // Splits an address in the host field ("http://proxy:3128/") into host and port. Warns about any other
-    // text, and then the dialog stays open.
+    // text and about a port that is none, and then the dialog stays open.
     void accept() override;
     void reject() override { QDialog::reject(); }
 
 private:
-    // True when the host field is empty or holds a host afterwards.
+    // True when the fields hold a host and a port afterwards, or when the host field is empty.
     bool TakeAddress();
+    // Warns that this is no proxy's address, and goes to the field that holds the mistake.
+    bool Refuse(const QString& address, QLineEdit& edit);
 
     std::unique_ptr<Ui::ProxyAuth> form_;
 };

@@ -143,11 +143,11 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
         QStringList stored;
     };
     const Row rows[] = {
-        {"proxyPortEdit", "3128", "cancelButton", "old.example:0 user:word", {}},
-        {"proxyPortEdit", "3128", "okButton", "old.example:3128 user:word", {"old.example", "3128"}},
-        {"proxyPasswordEdit", "new", "okButton", "old.example:3128 user:new", {"old.example", "3128"}},
-        {"proxyHostEdit", "OLD.example", "okButton", "OLD.example:3128 user:new", {"OLD.example", "3128"}},
-        {"proxyHostEdit", "", "okButton", ":3128 user:new", {"", "3128"}},
+        {"proxyPortEdit", "9999", "cancelButton", "old.example:0 user:word", {}},
+        {"proxyPortEdit", "99999", "okButton", "old.example:9999 user:word", {"old.example", "9999"}},
+        {"proxyPasswordEdit", "new", "okButton", "old.example:9999 user:new", {"old.example", "9999"}},
+        {"proxyHostEdit", "OLD.example", "okButton", "OLD.example:9999 user:new", {"OLD.example", "9999"}},
+        {"proxyHostEdit", "", "okButton", ":9999 user:new", {"", "9999"}},
         {"proxyPortEdit", "", "okButton", ":0 user:new", {"", "0"}},
     };
     handler_.SetProxyHost(L"old.example");
@@ -200,6 +200,7 @@ TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
         {"proxy.example", "proxy.example:8080"}, {"", ":8080"},
         {"http://proxy:3128/", "proxy:3128"},    {"https://proxy", "https://proxy?"},
         {"pro xy:3128", "pro xy:3128?"},         {"fixed:3128", "fixed:8080"},
+        {"proxy:65535", "proxy:65535?"},
     };
     for (const auto& [typed, expected] : rows) {
         QString taken = typed + QString("?");
