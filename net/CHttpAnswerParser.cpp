@@ -3,12 +3,12 @@
 
 #include "net/CHttpAnswerParser.h"
 
-#include <QList>
 #include <QSet>
 #include <algorithm>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/basic_dynamic_body.hpp>
 #include <boost/beast/http/parser.hpp>
+#include <limits>
 #include <stdexcept>
 
 namespace beast = boost::beast;
@@ -18,58 +18,33 @@ namespace {
 
 constexpr int LOWEST_STATUS = 100;
 
-// The end of the element that begins there: a comma outside of quotes (RFC 9110, 5.6.1), or the list's end.
-qsizetype EndOfElement(const QByteArray& list, qsizetype begin) {
-    bool isQuoted = false;
-    qsizetype i = begin;
-    for (; i < list.size() && (isQuoted || list[i] != ','); ++i) {
-        if (list[i] == '"')
-            isQuoted = !isQuoted;
-        else if (isQuoted && list[i] == '\\')
-            ++i;
-    }
-    return std::min(i, list.size());
-}
-
-// The scheme of the challenge that an element begins; empty when the element is one more parameter of the
-// challenge before it: "name = value" (RFC 9110, 11.6.1).
-QByteArray SchemeOf(const QByteArray& element) {
-    const QByteArray text = element.trimmed().replace('\t', ' ');
-    const QByteArray name = text.first(std::find(text.begin(), text.end(), ' ') - text.begin());
-    const bool isParameter = name.contains('=') || text.sliced(name.size()).trimmed().startsWith('=');
-    return isParameter ? QByteArray() : name.toLower();
-}
-
-// Qt 6.4 knows Digest only with MD5.
-bool IsMd5(const QByteArray& challenge) {
-    const QByteArray text = challenge.toLower().replace(' ', "").replace('"', "");
-    const qsizetype algorithm = text.indexOf("algorithm=");
-    return algorithm < 0 || text.sliced(algorithm).startsWith("algorithm=md5,") ||
-           text.endsWith("algorithm=md5");
-}
-
 }  // namespace
 
 QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
     if (statusCode_ != PROXY_AUTHENTICATION_REQUIRED)
         return ProxyScheme::NONE;
+    if (digest())
+        return ProxyScheme::DIGEST;
     QSet<QByteArray> offered;
-    // Qt sees the first challenge of each field, and answers with Basic unless that is NTLM or a known
-    // Digest.
+    // Qt sees the first challenge of each field, and prefers any scheme that it knows to Negotiate.
     QSet<QByteArray> seenByQt;
-    for (const QByteArray& field : proxyChallenges_.split('\n'))
-        for (qsizetype begin = 0; begin < field.size();) {
-            const qsizetype end = EndOfElement(field, begin);
-            const QByteArray scheme = SchemeOf(field.sliced(begin, end - begin));
-            offered << scheme;
-            if (begin == 0 && (scheme != "digest" || IsMd5(field)))
-                seenByQt << scheme;
-            begin = end + 1;
-        }
+    for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_)) {
+        offered << challenge.scheme;
+        if (challenge.isFirst)
+            seenByQt << challenge.scheme;
+    }
     if (offered.contains("basic") && !offered.intersects({"digest", "ntlm", "negotiate"}))
         return ProxyScheme::BASIC;
-    const bool isTwisted = seenByQt.contains("basic") && !seenByQt.intersects({"digest", "ntlm"});
-    return isTwisted ? ProxyScheme::TWISTED : ProxyScheme::BETTER;
+    const bool isQts =
+        seenByQt.contains("ntlm") || (seenByQt.contains("negotiate") && !seenByQt.contains("basic"));
+    return isQts ? ProxyScheme::NEGOTIATED : ProxyScheme::UNUSABLE;
+}
+
+std::optional<CDigestChallenge> QHttpResponseHeader::digest() const {
+    for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_))
+        if (auto known = CDigestChallenge::From(challenge))
+            return known;
+    return std::nullopt;
 }
 
 struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_body<beast::flat_buffer>> {
@@ -115,7 +90,11 @@ struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_bod
             return 0;
         }
     }
-    qint64 ContentLength() const { return static_cast<qint64>(content_length().value_or(0)); }
+    // The largest number stands for all larger ones.
+    qint64 ContentLength() const {
+        constexpr std::uint64_t LARGEST = std::numeric_limits<qint64>::max();
+        return static_cast<qint64>(std::min<std::uint64_t>(content_length().value_or(0), LARGEST));
+    }
 };
 
 CHttpAnswerParser::CHttpAnswerParser(qint64 maxBody)
@@ -135,10 +114,13 @@ QByteArray CHttpAnswerParser::Read(const QByteArray& bytes) {
         rest_.remove(0, static_cast<qsizetype>(taken));
         if (parser_->is_header_done() && !parser_->IsInterim() && header_.statusCode() == 0)
             header_ = {parser_->Status(), parser_->ProxyChallenges(), parser_->ContentLength()};
+        // With a body's first bytes behind the head, Beast passes over its own bound.
+        const bool isTooLarge =
+            header_.statusCode() == QHttpResponseHeader::OK && header_.contentLength() > maxBody_;
         body += parser_->TakeBody();
         isDone = parser_->is_done();
         const bool isTooLong = !isDone && rest_.size() > MAX_HEAD;
-        if ((error && error != http::error::need_more) || isTooLong || !parser_->IsUnderstood())
+        if ((error && error != http::error::need_more) || isTooLong || isTooLarge || !parser_->IsUnderstood())
             state_ = State::BROKEN;
         else if (isDone && !parser_->IsInterim())
             state_ = State::COMPLETE;

@@ -4,8 +4,11 @@
 // An HTTP answer: its head, and the parser that reads it while it arrives.
 #pragma once
 
+#include "net/ProxyChallenges.h"
+
 #include <QByteArray>
 #include <memory>
+#include <optional>
 
 // The head of an HTTP answer.
 class QHttpResponseHeader {
@@ -17,10 +20,11 @@ public:
 
     // The ways that a proxy offers for sending it credentials.
     enum class ProxyScheme {
-        NONE,     // the proxy did not ask
-        BASIC,    // only Basic, which everybody on the way can read (RFC 7617)
-        BETTER,   // Digest, NTLM or Negotiate, alone or beside others; or only schemes that are unknown here
-        TWISTED,  // the same, written so that Qt's network classes would answer with Basic
+        NONE,        // the proxy did not ask
+        BASIC,       // only Basic, which everybody on the way can read (RFC 7617)
+        DIGEST,      // a Digest that this program knows, alone or beside others
+        NEGOTIATED,  // NTLM or Negotiate, alone or beside others
+        UNUSABLE,    // only others; or NTLM or Negotiate, written so that Qt's network classes pass over them
     };
 
     QHttpResponseHeader() = default;
@@ -34,6 +38,8 @@ public:
     qint64 contentLength() const { return contentLength_; }
     // NONE unless the status is PROXY_AUTHENTICATION_REQUIRED. Takes linear time.
     ProxyScheme proxyScheme() const;
+    // The first known challenge of the scheme Digest.
+    std::optional<CDigestChallenge> digest() const;
 
 private:
     int statusCode_ = 0;

@@ -3,10 +3,12 @@
 
 #include "net/QHttp.h"
 
+#include <QAuthenticator>
 #include <QFutureWatcher>
 #include <QIODevice>
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "net/CHttpAnswerParser.h"
 #include "net/CPeerMemory.h"
@@ -18,21 +20,31 @@ int ToInt(qint64 bytes) {
     return static_cast<int>(std::clamp<qint64>(bytes, 0, std::numeric_limits<int>::max()));
 }
 
-// RFC 9112, 3; a proxy gets the whole address. QUrl encodes every byte that could end a line.
+// RFC 9112, 3.2; a proxy gets the whole address. QUrl encodes every byte that could end a line.
+QByteArray TargetOf(const QUrl& url, bool isForProxy) {
+    return isForProxy ? url.toEncoded() : url.path(QUrl::FullyEncoded).toLatin1();
+}
+
+// RFC 9112, 3.
 QByteArray Written(const QNetworkRequest& request, bool isForProxy) {
     const QUrl url = request.url();
-    const QByteArray target = isForProxy ? url.toEncoded() : url.path(QUrl::FullyEncoded).toLatin1();
-    QByteArray text =
-        "GET " + target + " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1() + "\r\n";
+    QByteArray text = "GET " + TargetOf(url, isForProxy) +
+                      " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1() + "\r\n";
     for (const QByteArray& name : request.rawHeaderList())
         text += name + ": " + request.rawHeader(name) + "\r\n";
     return text + "\r\n";
 }
 
-// Without the challenges, since the manager answers them.
+// A full disk takes a part of the bytes first, and tells its error at the rest.
+bool WriteWhole(QIODevice& to, const QByteArray& bytes) {
+    const qint64 written = to.write(bytes);
+    return written == bytes.size() ||
+           (written >= 0 && to.write(bytes.sliced(written)) == bytes.size() - written);
+}
+
+// The manager keeps the challenges that it answers to itself.
 QHttpResponseHeader HeaderOf(const QNetworkReply& reply) {
-    return {reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
-            {},
+    return {reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), "NTLM",
             reply.header(QNetworkRequest::ContentLengthHeader).toLongLong()};
 }
 
@@ -66,6 +78,8 @@ void QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
         SetError(Error::NOT_WRITTEN, to_->errorString());
     else if (!proxy_.user().isEmpty() && authentication_ == Authentication::NEGOTIATED)
         FetchByManager(MakeRequest(path));
+    else if (!proxy_.user().isEmpty() && authentication_ == Authentication::DIGEST)
+        FetchWithDigest(MakeRequest(path));
     else
         FetchBySocket(MakeRequest(path));
     if (received_ > 0)
@@ -94,11 +108,21 @@ void QHttp::FetchByManager(QNetworkRequest request) {
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    if (!manager_ || manager_->proxy() != proxy_) {
+    if (!manager_) {
         manager_ = std::make_unique<QNetworkAccessManager>();
-        manager_->setProxy(proxy_);
+        manager_->setProxy(QNetworkProxy(proxy_.type(), proxy_.hostName(), proxy_.port()));
     }
     std::unique_ptr<QNetworkReply> reply(manager_->get(request));
+    reply->setReadBufferSize(READ_AHEAD);
+    bool isAsked = false;
+    // NTLM and Negotiate come without a realm. The answer to a challenge with one could be Basic.
+    connect(manager_.get(), &QNetworkAccessManager::proxyAuthenticationRequired, reply.get(),
+            [&](const QNetworkProxy&, QAuthenticator* answer) {
+                if (std::exchange(isAsked, true) || !answer->realm().isEmpty())
+                    return;
+                answer->setUser(proxy_.user());
+                answer->setPassword(proxy_.password());
+            });
     // The manager sends the request once more for each challenge, and reports only the last answer.
     int sent = 0;
     int seen = 0;
@@ -129,6 +153,22 @@ void QHttp::FetchByManager(QNetworkRequest request) {
         manager_.reset();
 }
 
+void QHttp::FetchWithDigest(const QNetworkRequest& request) {
+    bool isAnswered = false;
+    do {
+        isAnswered = digest_.has_value();
+        header_ = {};
+        QNetworkRequest answering = request;
+        if (isAnswered)
+            answering.setRawHeader("Proxy-Authorization",
+                                   digest_->Answer(proxy_.user().toUtf8(), proxy_.password().toUtf8(),
+                                                   TargetOf(request.url(), true)));
+        FetchBySocket(answering);
+        if (challenges_ >= MAX_CHALLENGES)
+            SetError(Error::ASKED_TOO_OFTEN, {});
+    } while (error_ == Error::NONE && header_.digest() && (!isAnswered || digest_->IsStale()));
+}
+
 void QHttp::FetchBySocket(const QNetworkRequest& request) {
     const bool isForProxy = proxy_.type() == QNetworkProxy::HttpProxy;
     const QString host = isForProxy ? proxy_.hostName() : host_;
@@ -136,8 +176,8 @@ void QHttp::FetchBySocket(const QNetworkRequest& request) {
     const QString peer = host + u':' + QString::number(port);
     const QByteArray text = Written(request, isForProxy);
     // The other side may have closed the kept connection meanwhile.
-    const bool isKept = socket_ && peer == peer_ && !socket_->waitForReadyRead(0) &&
-                        socket_->state() == QAbstractSocket::ConnectedState;
+    const bool isKept = socket_ && peer == peer_ && !rest_.hasExpired(LONGEST_REST.count()) &&
+                        !socket_->waitForReadyRead(0) && socket_->state() == QAbstractSocket::ConnectedState;
     peer_ = peer;
     // A kept connection may end just as the request is sent: then it is sent once more (RFC 9112, 9.3.1).
     if (isKept && Converse(text))
@@ -161,7 +201,9 @@ bool QHttp::Open(const QString& host, int port) {
         socket_ = ConnectToAny(
             addresses, static_cast<quint16>(port),
             [this](const boost::function<bool()>& keepWaiting) { return Wait(keepWaiting); }, error);
-    if (!socket_)
+    if (socket_)
+        socket_->setReadBufferSize(READ_AHEAD);
+    else
         SetError(Error::NETWORK, error);
     return socket_ != nullptr;
 }
@@ -186,6 +228,7 @@ bool QHttp::Converse(const QByteArray& request) {
         SetError(Error::NETWORK, BadAnswer());
     if (error_ != Error::NONE || !answer.LeavesConnectionOpen())
         socket_.reset();
+    rest_.start();
     return hasBegun || error_ != Error::NONE;
 }
 
@@ -216,15 +259,17 @@ bool QHttp::OnAnswer(const QHttpResponseHeader& header, const QByteArray& body) 
         header_ = header;
         if (bounds_.mayTakeItsTime)
             end_ = QDeadlineTimer(QDeadlineTimer::Forever);
-        if (status == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED)
+        if (status == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED) {
             ++challenges_;
+            digest_ = header.digest();
+        }
     }
     if (status != QHttpResponseHeader::OK)
         return status != 0;
     received_ += body.size();
     if (received_ > bounds_.bodyBytes)
         SetError(Error::NETWORK, BadAnswer());
-    else if (to_->write(body) != body.size())
+    else if (!WriteWhole(*to_, body))
         SetError(Error::NOT_WRITTEN, to_->errorString());
     else if (sinceProgress_.hasExpired(PROGRESS_INTERVAL.count()))
         ReportProgress();

@@ -27,7 +27,7 @@ class QIODevice;
 // thread, whose events it serves while it waits.
 //
 // Requests go over a socket, which costs a fraction of what Qt's network access manager does. The manager
-// carries only those that negotiate with a proxy, since it knows Digest and NTLM.
+// carries only those that negotiate with a proxy, since it knows NTLM and Negotiate.
 class QHttp : public QObject {
     Q_OBJECT
 
@@ -44,7 +44,8 @@ public:
     // How user and password are sent to the proxy.
     enum class Authentication {
         BASIC,       // at once, readable, in UTF-8 (RFC 7617)
-        NEGOTIATED,  // as the answer to a challenge
+        DIGEST,      // as the answer to a challenge, in UTF-8 (RFC 7616)
+        NEGOTIATED,  // as Qt's network access manager agrees with the proxy
     };
 
     static constexpr int DEFAULT_PORT = 80;
@@ -71,6 +72,10 @@ public:
     }
     // QNetworkProxy::NoProxy, or an HTTP proxy, with user and password or without.
     void setProxy(const QNetworkProxy& proxy, Authentication authentication) {
+        if (proxy != proxy_)
+            manager_.reset();
+        if (proxy.hostName() != proxy_.hostName() || proxy.port() != proxy_.port())
+            digest_.reset();
         proxy_ = proxy;
         authentication_ = authentication;
     }
@@ -97,8 +102,15 @@ signals:
     void dataReadProgress(int done, int total);
 
 private:
+    // The most bytes that wait in memory.
+    static constexpr qint64 READ_AHEAD = qint64{1024} * 1024;
+    // A connection that rests for longer may be lost without a sign, as behind a router that forgets it.
+    static constexpr std::chrono::milliseconds LONGEST_REST{10'000};
+
     QNetworkRequest MakeRequest(const QString& path) const;
     void FetchByManager(QNetworkRequest request);
+    // Answers the proxy's challenge, and each that is not a refusal.
+    void FetchWithDigest(const QNetworkRequest& request);
     void FetchBySocket(const QNetworkRequest& request);
     // Connects to a host. Sets the error when that fails, and returns false.
     bool Open(const QString& host, int port);
@@ -138,5 +150,8 @@ private:
     // Kept for the next request: the connection and its peer, or the manager with what it has negotiated.
     std::unique_ptr<QTcpSocket> socket_;
     QString peer_;
+    QElapsedTimer rest_;
     std::unique_ptr<QNetworkAccessManager> manager_;
+    // The last challenge of a proxy.
+    std::optional<CDigestChallenge> digest_;
 };

@@ -25,21 +25,27 @@ QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
                          credentials.password.ToQString());
 }
 
-// Calls the static remove, because the member keeps a file whose last bytes cannot be written.
-void Discard(QFile& file) {
-    file.close();
-    QFile::remove(file.fileName());
+QHttp::Authentication WayFor(ProxyScheme scheme) {
+    switch (scheme) {
+        case ProxyScheme::BASIC:
+            return QHttp::Authentication::BASIC;
+        case ProxyScheme::DIGEST:
+            return QHttp::Authentication::DIGEST;
+        default:
+            return QHttp::Authentication::NEGOTIATED;
+    }
 }
 
 // Creates the file for its owner alone, in place of an earlier one. It never opens a file or follows a link
 // that another user put there meanwhile; the file then stays closed.
 void CreateAnew(QFile& file) {
     const auto create = [&file] {
-        return file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
+        return file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
+                         QFile::ReadOwner | QFile::WriteOwner);
     };
     if (!file.isOpen() && create())
         return;
-    Discard(file);
+    file.remove();
     create();
 }
 
@@ -49,7 +55,7 @@ QtDownloader::QtDownloader(const TransferBounds& bounds, const boost::shared_ptr
     : QtDownloaderBase(threads), bounds_(bounds) {}
 
 bool QtDownloader::CanFetch(const QUrl& address) {
-    return address.scheme() == QLatin1String("http");
+    return address.isValid() && address.scheme() == QLatin1String("http");
 }
 
 int QtDownloader::Download(const CAtlString& url, const CAtlString& file) {
@@ -90,8 +96,10 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
     for (int attempts = 1; IsChallenged() && std::max(attempts, Http().challenges()) < QHttp::MAX_CHALLENGES;
          ++attempts) {
         NoteChallenge();
-        if (!HasCredentialsToTry() && !AskForCredentials())
+        if (!HasCredentialsToTry() && !AskForCredentials()) {
+            record_.culprit = Culprit::PROXY;
             return IsCancelled() ? Judge(file) : RESULT_ABORTED;
+        }
         Attempt(address, file);
     }
     if (!IsCancelled())
@@ -103,9 +111,8 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
 void QtDownloader::Attempt(const QUrl& address, QFile& file) {
     areSent_ = HasCredentialsToTry();
     areTried_ = areTried_ || areSent_;
-    const bool isBasic = Memory().Of(proxy_).scheme == ProxyScheme::BASIC;
     Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()),
-                    isBasic ? QHttp::Authentication::BASIC : QHttp::Authentication::NEGOTIATED);
+                    WayFor(Memory().Of(proxy_).scheme));
     Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
     CreateAnew(file);
     Http().get(address.path(QUrl::FullyEncoded), &file, Cancelled());
@@ -122,7 +129,7 @@ bool QtDownloader::HasCredentialsToTry() const {
     // Only the transfer that the check waits for tries credentials that the proxy has not accepted yet.
     const bool areWelcome = IsAhead() ? credentials_ == proxy.accepted : !(credentials_ == proxy.refused);
     return !GetRoute().IsDirect() && !areTried_ && !credentials_.IsEmpty() &&
-           (proxy.scheme == ProxyScheme::BASIC || proxy.scheme == ProxyScheme::BETTER) && areWelcome;
+           proxy.scheme != ProxyScheme::NONE && proxy.scheme != ProxyScheme::UNUSABLE && areWelcome;
 }
 
 bool QtDownloader::IsChallenged() const {
@@ -149,7 +156,7 @@ bool QtDownloader::AskForCredentials() {
     wasHeld_ = IsAhead();
     const Peer proxy = Memory().Of(proxy_);
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
-    if (IsAhead() || proxy.scheme == ProxyScheme::TWISTED ||
+    if (IsAhead() || proxy.scheme == ProxyScheme::UNUSABLE ||
         !RequestProxyAuth(GetRoute().proxyHost, GetRoute().proxyPort, given.userName, given.password))
         return false;
     credentials_ = given;
@@ -180,7 +187,7 @@ void QtDownloader::NoteOutcome() {
             proxy.isOpen = isPassed && (proxy.isOpen || !IsAhead());
             if (isPassed && areSent_)
                 proxy.accepted = credentials_;
-            else if (areSent_ && isChallenged && Http().error() != QHttp::Error::NETWORK)
+            else if (areSent_ && isChallenged && Http().error() == QHttp::Error::NONE)
                 proxy.refused = credentials_;
             isProxys = isChallenged || !Http().wasSent() || !proxy.hasAnswered;
         });
@@ -198,14 +205,11 @@ int QtDownloader::Judge(QFile& file) {
     // A file of this name then belongs to somebody else.
     if (!file.isOpen())
         return RESULT_FAILED;
-    const bool isWritten = file.flush();
-    if (!isWritten && Http().error() == QHttp::Error::NONE)
-        Blame(Culprit::COMPUTER, file.errorString());
-    const bool isWhole = isWritten && Http().error() == QHttp::Error::NONE;
+    const bool isWhole = Http().error() == QHttp::Error::NONE;
     if (isWhole && status_ <= QHttpResponseHeader::OK && file.size() > 0)
         return RESULT_OK;
-    if (!isWritten || status_ > QHttpResponseHeader::OK || file.size() > 0)
-        Discard(file);
+    if (status_ > QHttpResponseHeader::OK || file.size() > 0)
+        file.remove();
     return RESULT_FAILED;
 }
 
