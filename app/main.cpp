@@ -7,7 +7,7 @@
 #include "app/CSingleInstanceLock.h"
 #include "i18n/Language.h"
 #include "i18n/startup/InstallLanguage.h"
-#include "platform/desktop/BrokenPipes.h"
+#include "platform/desktop/StandardStreams.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -86,7 +86,7 @@ void RunApplication(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    IgnoreBrokenPipes();
+    SecureStandardStreams();
     RunApplication(argc, argv);
     return 0;
 }

@@ -4,7 +4,7 @@
 // The entry point of the report for administrators. It needs no display, asks nobody anything, takes no lock
 // and writes no settings.
 #include "net/Downloader.h"
-#include "platform/desktop/BrokenPipes.h"
+#include "platform/desktop/StandardStreams.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "platform/text/PrintableText.h"
@@ -154,6 +154,6 @@ int RunReport(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    IgnoreBrokenPipes();
+    SecureStandardStreams();
     return RunReport(argc, argv);
 }
