@@ -125,6 +125,7 @@ bool CWorkFlow::CheckBehind(MainWindow& window) {
 void CWorkFlow::Activate() {
     isWanted_ = true;
     if (MainWindow* window = std::exchange(hidden_, nullptr)) {
+        proxyHandler_->SetInteractive(true);
         window->SetChecking(true);
         window->setModal(true);
         window->show();
