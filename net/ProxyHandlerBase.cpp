@@ -5,6 +5,7 @@
 
 #include "app/settings/CPolicy.h"
 #include "app/settings/DefaultSettings.h"
+#include "net/ProxyAddress.h"
 #include "platform/settings/CSettingsIdentity.h"
 #include "platform/settings/SettingsStore.h"
 
@@ -22,6 +23,11 @@ void ProxyHandlerBase::LoadProxySettings() {
         ReadRegistryString(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_HOST, CAtlString(), ignored));
     proxyPort_ = policy.proxyPort.value_or(
         ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT, DEFAULT_PORT, ignored));
+    // Administrators and other programs may have stored "http://proxy:3128/".
+    if (const std::optional<ProxyAddress> address = ParseProxyAddress(proxyHost_)) {
+        proxyHost_ = address->host;
+        proxyPort_ = policy.proxyPort ? proxyPort_ : address->port.value_or(proxyPort_);
+    }
 }
 
 bool ProxyHandlerBase::SaveProxySettings() const {

@@ -46,7 +46,8 @@ public:
 
     virtual ~ProxyHandlerBase() = default;
 
-    // Reads host (default: empty) and port (DEFAULT_PORT) from the policy, else from the settings.
+    // Reads host (default: empty) and port (DEFAULT_PORT) from the policy, else from the settings. A host may
+    // be written as ParseProxyAddress reads it.
     void LoadProxySettings();
     // Writes host and port, except what the policy sets. Always true: the store reports no failure.
     bool SaveProxySettings() const;

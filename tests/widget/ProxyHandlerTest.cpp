@@ -123,14 +123,14 @@ TEST_F(ProxyHandler, StoresInTheOrganisationsFileWhateverTheApplicationIsCalled)
     QCoreApplication::setApplicationName("Another Application");
     handler_.SetProxyHost(L"saved.example");
     EXPECT_TRUE(handler_.SaveProxySettings());
-    stored_.setValue("HttpProxyPort", 3128);
+    EXPECT_EQ(stored_.value("HttpProxyHost"), "saved.example");
+    stored_.setValue("HttpProxyHost", "http://other.example:3128/");
     handler_.LoadProxySettings();
     EXPECT_EQ(QCoreApplication::organizationName(), "Another Organisation");
     EXPECT_EQ(QCoreApplication::applicationName(), "Another Application");
     QCoreApplication::setOrganizationName("");
     QCoreApplication::setApplicationName("");
-    EXPECT_EQ(stored_.value("HttpProxyHost"), "saved.example");
-    EXPECT_EQ(Settings(handler_), "saved.example:3128 :");
+    EXPECT_EQ(Settings(handler_), "other.example:3128 :");
 }
 
 TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) {
