@@ -206,9 +206,9 @@ int QtDownloader::Judge(QFile& file) {
     if (!file.isOpen())
         return RESULT_FAILED;
     const bool isWhole = Http().error() == QHttp::Error::NONE;
-    if (isWhole && status_ <= QHttpResponseHeader::OK && file.size() > 0)
+    if (isWhole && status_ <= QHttpResponseHeader::OK && record_.bytes > 0)
         return RESULT_OK;
-    if (status_ > QHttpResponseHeader::OK || file.size() > 0)
+    if (status_ > QHttpResponseHeader::OK || record_.bytes > 0)
         file.remove();
     return RESULT_FAILED;
 }
