@@ -24,7 +24,8 @@ QString LastCheck(const CRecordKeeper& keeper) {
 QString Reason(const CRecordKeeper& keeper) {
     if (!keeper.GetCheckUpdates())
         return "automatic checks are switched off";
-    const QString interval = QString("the interval is %1 days").arg(keeper.GetInterval());
+    const int days = keeper.GetInterval();
+    const QString interval = QString("the interval is %1 %2").arg(days).arg(days == 1 ? "day" : "days");
     const QString last = LastCheck(keeper);
     return (last.isEmpty() ? QString("there was no check yet; ") : "the last check was on " + last + "; ") +
            interval;

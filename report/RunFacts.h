@@ -8,6 +8,7 @@
 #include "platform/desktop/IEnvironment.h"
 
 #include <QDate>
+#include <QDeadlineTimer>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QStringList>
@@ -25,5 +26,6 @@ QJsonObject SilentCheckFacts(const QDate& today);
 // and "silentCheck", as the report has them for its own user. Each home is read by a process with its user's
 // rights alone, which is given up after a few seconds, so that nothing in a home can make root read or wait
 // for what it should not. Before the process has threads, and before it reads settings of its own.
-// The names of users whose home took too long go to unread.
-QJsonArray UsersFacts(const boost::shared_ptr<IEnvironment>& environment, QStringList& unread);
+// The names of users whose home took too long, or had its turn only after the end, go to unread.
+QJsonArray UsersFacts(const boost::shared_ptr<IEnvironment>& environment, const QDeadlineTimer& end,
+                      QStringList& unread);

@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QSettings>
+#include <algorithm>
+#include <chrono>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -18,7 +20,7 @@
 
 namespace {
 
-constexpr unsigned LONGEST_LOOK_S = 10;
+constexpr std::chrono::seconds LONGEST_LOOK{10};
 // In bytes; far more than the facts of one user take.
 constexpr qint64 LONGEST_FACTS = 1 << 20;
 
@@ -46,8 +48,8 @@ QByteArray OwnFacts(const char* name, const boost::shared_ptr<IEnvironment>& env
 
 // Runs in the other process, and never returns.
 [[noreturn]] void TellFacts(const passwd& user, const boost::shared_ptr<IEnvironment>& environment,
-                            int pipe) {
-    alarm(LONGEST_LOOK_S);
+                            const QDeadlineTimer& end, int pipe) {
+    alarm(static_cast<unsigned>(end.remainingTime() / 1000 + 1));
     QFile out;
     if (BecomeUser(user) && out.open(pipe, QIODevice::WriteOnly))
         out.write(OwnFacts(user.pw_name, environment));
@@ -55,16 +57,17 @@ QByteArray OwnFacts(const char* name, const boost::shared_ptr<IEnvironment>& env
     _exit(0);
 }
 
-// Nothing when the other process was ended; an empty text when there is nothing to tell.
-std::optional<QByteArray> FactsOf(const passwd& user, const boost::shared_ptr<IEnvironment>& environment) {
+// Nothing when the other process was ended or the end has come; an empty text when there is nothing to tell.
+std::optional<QByteArray> FactsOf(const passwd& user, const boost::shared_ptr<IEnvironment>& environment,
+                                  const QDeadlineTimer& end) {
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0)
+    if (end.hasExpired() || pipe2(ends, O_CLOEXEC) != 0)
         return {};
     const CFileDescriptor read(ends[0]);
     CFileDescriptor write(ends[1]);
     const pid_t child = fork();
     if (child == 0)
-        TellFacts(user, environment, write.Get());
+        TellFacts(user, environment, std::min(end, QDeadlineTimer(LONGEST_LOOK)), write.Get());
     write.Close();
     QFile in;
     const QByteArray facts = in.open(read.Get(), QIODevice::ReadOnly) ? in.read(LONGEST_FACTS) : QByteArray();
@@ -76,12 +79,13 @@ std::optional<QByteArray> FactsOf(const passwd& user, const boost::shared_ptr<IE
 
 }  // namespace
 
-QJsonArray UsersFacts(const boost::shared_ptr<IEnvironment>& environment, QStringList& unread) {
+QJsonArray UsersFacts(const boost::shared_ptr<IEnvironment>& environment, const QDeadlineTimer& end,
+                      QStringList& unread) {
     QJsonArray users;
     setpwent();
     // cppcheck-suppress getpwentCalled; one thread walks through the users.
     while (const passwd* user = getpwent()) {
-        const auto facts = FactsOf(*user, environment);
+        const auto facts = FactsOf(*user, environment, end);
         if (!facts)
             unread << QString::fromUtf8(user->pw_name);
         else if (!facts->isEmpty())

@@ -4,8 +4,8 @@
 // The entry point of the report for administrators. It needs no display, asks nobody anything, takes no lock
 // and writes no settings.
 #include "net/Downloader.h"
-#include "platform/desktop/StandardStreams.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
+#include "platform/desktop/StandardStreams.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "platform/text/PrintableText.h"
 #include "report/CInterruption.h"
@@ -15,6 +15,7 @@
 #include "report/RunFacts.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QSaveFile>
@@ -50,8 +51,10 @@ bool Replace(const QString& path, const QString& text) {
     constexpr mode_t EVERYBODY_READS = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
     const mode_t mask = umask(0);
     umask(mask);
-    file.write(text.toUtf8());
-    return fchmod(file.handle(), EVERYBODY_READS & ~mask) == 0 && file.commit();
+    const QByteArray bytes = text.toUtf8();
+    // Flushed here, because committing forgets that its own flush has failed.
+    return file.write(bytes) == bytes.size() && file.flush() &&
+           fchmod(file.handle(), EVERYBODY_READS & ~mask) == 0 && file.commit();
 }
 
 bool Deliver(const QString& text, const QString& file) {
@@ -99,13 +102,13 @@ QString TextOf(const QJsonObject& json, bool isListed, const CReportOptions& opt
 }
 
 // False without a list. When the deadline or a signal comes first, the report has what is known by then.
-bool Run(CUpdateReport& report, const CReportOptions& options) {
+bool Run(CUpdateReport& report, const CReportOptions& options, const QDeadlineTimer& end) {
     using End = CUpdateReport::End;
     const CInterruption interruption([&report] { report.Stop(End::INTERRUPTED); });
     QTimer deadline;
     QObject::connect(&deadline, &QTimer::timeout, [&report] { report.Stop(End::DEADLINE); });
-    if (const auto time = options.GetDeadline())
-        deadline.start(*time);
+    if (!end.isForever())
+        deadline.start(static_cast<int>(end.remainingTime()));
     return report.Run({.isOffline = options.IsOffline(),
                        .isListFetched = options.IsListFetched(),
                        .isExplained = options.IsExplained()});
@@ -113,8 +116,10 @@ bool Run(CUpdateReport& report, const CReportOptions& options) {
 
 int Report(const CReportOptions& options) {
     const auto environment = boost::make_shared<CUnattendedEnvironment>(SharedDataFolder());
+    const auto limit = options.GetDeadline();
+    const QDeadlineTimer end = limit ? QDeadlineTimer(*limit) : QDeadlineTimer(QDeadlineTimer::Forever);
     QStringList unread;
-    const QJsonArray users = options.IsOfAllUsers() ? UsersFacts(environment, unread) : QJsonArray();
+    const QJsonArray users = options.IsOfAllUsers() ? UsersFacts(environment, end, unread) : QJsonArray();
     for (const QString& user : unread)
         Remark("the home of " + user + " could not be read");
     // The program itself may fetch for the same user at the same time.
@@ -124,7 +129,7 @@ int Report(const CReportOptions& options) {
     CUpdateReport report(environment, downloader);
     if (!options.IsOffline())
         Downloader::RemoveStaleFiles();
-    const bool isListed = Run(report, options);
+    const bool isListed = Run(report, options, end);
     for (const QString& remark : report.GetRemarks())
         Remark(remark);
     QJsonObject json = report.ToJson();

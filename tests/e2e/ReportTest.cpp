@@ -178,6 +178,11 @@ TEST_F(ReportTest, ReplacesAFileInOneStepForEverybodyWhoMayRead) {
     EXPECT_EQ(Report({"--json", "--output", folder + "/report"}), 0);
     umask(before);
     EXPECT_EQ(report_->Output(), "");
+    report_ = std::make_unique<ChildProcess>(
+        "bash", std::vector<std::string>{
+                    "-c", "trap '' XFSZ; ulimit -f 0; exec \"$0\" --output " + folder + "/report",
+                    SampleMachine::FOLDER + "/bin/VARDOUpdateReport"});
+    EXPECT_EQ(report_->ExitCode(), 3) << "no room, so the old one stays";
     ExpectReadable(ReadWholeFile(folder + "/report"));
     EXPECT_THAT(ReadWholeFile(folder + "/report"), testing::StartsWith("{"));
     using std::filesystem::perms;
