@@ -83,8 +83,9 @@ CAtlString WebAddress(const CAtlString& page) {
 }
 
 QString WithoutPassword(const CAtlString& address) {
-    // Up to the last "@" before a path; without one, and without a port there, up to the last in the path.
+    // Up to the last "@" before a path; without one, and without a port there, up to the last of all.
     static const QRegularExpression password(
-        QStringLiteral(R"(((?:^|//)[^/?#:]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$))[^?#]*@))"));
+        QStringLiteral(R"(^((?:[A-Za-z][^/?#:@]*:)?/{0,2}[^/?#:\[]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$)).*@))"),
+        QRegularExpression::DotMatchesEverythingOption);
     return address.ToQString().replace(password, QStringLiteral("\\1@"));
 }

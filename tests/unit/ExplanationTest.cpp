@@ -116,6 +116,9 @@ TEST(ReportedAddress, HoldsNoPassword) {
         {"http://u@h/", "http://u@h/"},
         {"http://u@corp.example:p@h:1/", "http://u@corp.example@h:1/"},
         {"http://u:p/w@h/", "http://u@h/"},
+        {"http://u:p?w@h/", "http://u@h/"},
+        {"http:/u:p@h/", "http:/u@h/"},
+        {"http://[::1]:80/a@b", "http://[::1]:80/a@b"},
     };
     for (const auto& [address, printed] : addresses)
         EXPECT_EQ(WithoutPassword(address), QString(printed));
