@@ -45,6 +45,13 @@ std::optional<ProxyAddress> ParseProxyAddress(const CAtlString& text) {
     return isPort ? std::optional(address) : std::nullopt;
 }
 
+QString ProxyAddressText(const CAtlString& host, int port) {
+    const QString name = host.ToQString();
+    if (name.isEmpty())
+        return {};
+    return (IsIPv6(name) ? '[' + name + ']' : name) + ':' + QString::number(port);
+}
+
 CAtlString WithoutUser(const CAtlString& host) {
     return CAtlString(host.ToQString().section('@', -1));
 }

@@ -20,6 +20,9 @@ struct ProxyAddress {
 // empty host, another scheme, a user, a path, a port outside of 1 to 65535. Looks nothing up. GUI thread.
 std::optional<ProxyAddress> ParseProxyAddress(const CAtlString& text);
 
+// The proxy as ParseProxyAddress reads it, "HOST:PORT"; empty without a host. Any thread.
+QString ProxyAddressText(const CAtlString& host, int port);
+
 // A host from the settings without the part before its last "@": that part is a user name and often a
 // password, which must show nowhere. Any thread.
 CAtlString WithoutUser(const CAtlString& host);

@@ -3,6 +3,7 @@
 
 #include "products/CExplanation.h"
 
+#include "net/ProxyAddress.h"
 #include "platform/files/Addresses.h"
 
 #include <QJsonArray>
@@ -28,14 +29,9 @@ QJsonObject Judgement(Verdict verdict) {
     return {{"used", verdict == Verdict::COUNTS}, {"reason", VerdictText(verdict)}};
 }
 
-QString Proxy(const TransferRecord& record) {
-    return record.proxyHost.IsEmpty() ? QString()
-                                      : Text(record.proxyHost) + ':' + QString::number(record.proxyPort);
-}
-
 QJsonObject Request(const TransferRecord& record) {
     return {{"address", WithoutPassword(record.url)},
-            {"proxy", Proxy(record)},
+            {"proxy", ProxyAddressText(record.proxyHost, record.proxyPort)},
             {"status", record.status},
             {"bytes", record.bytes},
             {"milliseconds", record.milliseconds},

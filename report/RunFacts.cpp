@@ -38,7 +38,7 @@ QString StoredProxy() {
     CAtlString ignored;
     int port = 0;
     handler.GetProxySettings(host, port, ignored, ignored);
-    return host.IsEmpty() ? QString() : WithoutUser(host).ToQString() + ':' + QString::number(port);
+    return ProxyAddressText(WithoutUser(host), port);
 }
 
 }  // namespace

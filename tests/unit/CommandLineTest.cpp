@@ -40,8 +40,11 @@ TEST(ProxyAddresses, AreReadAsTheyAreWritten) {
         const QString port = address && address->port ? QString::number(*address->port) : "-";
         return address ? address->host.ToQString() + ' ' + port : "";
     };
-    for (const QStringList& row : DataTable("proxy-addresses.txt"))
+    for (const QStringList& row : DataTable("proxy-addresses.txt")) {
         EXPECT_EQ(read(row[0]), row[1]) << row[0].toStdString();
+        const int port = row[1].section(' ', 1).toInt();
+        EXPECT_TRUE(port == 0 || read(ProxyAddressText(row[1].section(' ', 0, 0), port)) == row[1]);
+    }
     EXPECT_EQ(read(" proxy:1\t"), "proxy 1");
     EXPECT_EQ(read("proxy:1\n2"), "");
 }
