@@ -27,7 +27,7 @@ bool Products::IsBounded(const TiXmlElement& root) {
         if (++count > MAX_PRODUCTS || CountChildren(child->FirstChildElement(ListFormat::DISABLERS),
                                                     ListFormat::DISABLER) > MAX_DISABLERS)
             return false;
-    return true;
+    return CountChildren(&root, ListFormat::NOTIFICATION) <= MAX_NOTIFICATIONS;
 }
 
 bool Products::Load(const CVardoFilePath& path) {

@@ -20,9 +20,11 @@ public:
     // The name of the list file: "products.xml".
     static const CAtlString FILE_NAME;
 
-    // A list that exceeds a limit is unreadable, because the cost of each check grows with both numbers.
+    // A list that exceeds a limit is unreadable, because the cost of each check grows with these numbers,
+    // and with the square of that of notifications, whose late rows the table lays out one by one.
     static constexpr int MAX_PRODUCTS = 5'000;
     static constexpr int MAX_DISABLERS = 100;
+    static constexpr int MAX_NOTIFICATIONS = 100;
     static bool IsBounded(const TiXmlElement& root);
 
     explicit Products(const boost::shared_ptr<IEnvironment>& environment) : environment_(environment) {}

@@ -111,6 +111,8 @@ TEST_F(ProductList, IsRefreshedFromItsAddress) {
         {"a list without products", old, List("2.0.0.0", ""), true, false, "old"},
         {"a list of too many products", old, List("2.0.0.0", Repeated(Element("new"), 5'001)), true, false,
          "old"},
+        {"too many notices", old, List("2.0.0.0", Repeated("<Notification Name='n' BaseXML='b'/>", 101)),
+         true, false, "old"},
         {"a product with too many disablers", old,
          List("2.0.0.0", "<Product Name='n' BaseXml='n'><DisableUpdatesIfInstalled>" +
                              Repeated("<Disabler/>", 101) + "</DisableUpdatesIfInstalled></Product>"),
