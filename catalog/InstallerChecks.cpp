@@ -144,6 +144,11 @@ void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, con
     } else if (path) {
         findings.Add(place.file, place.line, Code::NO_INSTALLER,
                      QStringLiteral("the program is offered this update, but there is no \"%1\"").arg(*path));
+    } else if (CanBeFetched(address)) {
+        findings.Add(place.file, place.line, Code::ODD_HOST,
+                     QStringLiteral("the installer \"%1\" does not belong to the site of this folder: it was "
+                                    "not looked at")
+                         .arg(address));
     }
 }
 

@@ -149,6 +149,10 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
         return CPreview(CCatalog(shared_.Root().c_str(), {}), {{CPreview::OwnKey(), version}}).ToText();
     };
     EXPECT_TRUE(preview("3.1.555.0").endsWith("  3.2.0.0           accepted\n"));
+    const std::string offer = ReadWholeFile(shared_.Path(OWN_OFFER));
+    Alter(OWN_OFFER, "UpdateInstallURL=\"http://", "UpdateInstallURL=\"http://www.");
+    EXPECT_TRUE(preview("3.1.555.0").contains("  refused: the installer \"http://www."));
+    shared_.Write(OWN_OFFER, offer);
     EXPECT_TRUE(preview("3.2.0.0").endsWith("    3.2.0.0                             -\n"));
     shared_.Write("site/program/installer", "!<arch>\n");
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "not-startable"), 1);
