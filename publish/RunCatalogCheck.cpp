@@ -64,9 +64,10 @@ bool TakeVersions(QStringList& arguments, CPreview::Versions& versions) {
     while (arguments.size() > 1) {
         const QString argument = arguments.takeFirst();
         const QString version = argument.section(u'=', 1);
-        if (version.isEmpty())
+        const QString key = argument.section(u'=', 0, 0);
+        if (key.isEmpty() || version.isEmpty())
             return false;
-        versions[argument.section(u'=', 0, 0)] = version;
+        versions[key] = version;
     }
     return true;
 }

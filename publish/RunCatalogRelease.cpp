@@ -16,6 +16,7 @@
 
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QMap>
 #include <ostream>
 
 namespace {
@@ -107,7 +108,7 @@ public:
                 return SignOffersOf(reference);
         problem_ = QStringLiteral(
             "no VardoProductUpdate.xml of an installation is here, which tells where the "
-            "program's own description is published");
+            "program's own description is published; or it has NoUpdates");
         return std::nullopt;
     }
     const QString& GetProblem() const { return problem_; }
@@ -127,7 +128,8 @@ private:
             return std::nullopt;
         for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())
             if (const auto installer = PathOf(offer);
-                installer && !catalog_.Find(SignatureOf(*installer)) && !Sign(offer, folder, signatures))
+                installer && (comments_.contains(*installer) || !catalog_.Find(SignatureOf(*installer))) &&
+                !Sign(offer, folder, signatures))
                 return std::nullopt;
         return signatures;
     }
@@ -151,6 +153,15 @@ private:
         }
         const QString comment =
             CInstallerSeal::CommentFor(offer.installFile, offer.version.GetString(), offer.argument);
+        if (comments_.contains(*path)) {
+            if (comments_.value(*path) != comment)
+                problem_ =
+                    QStringLiteral(
+                        "two offers of \"%1\" differ in version or argument; give each a file of its own")
+                        .arg(*path);
+            return problem_.isEmpty();
+        }
+        comments_.insert(*path, comment);
         const auto signature = tool_->SignFile(*path, comment);
         if (!signature)
             problem_ = QStringLiteral("minisign: ") + tool_->GetProblem();
@@ -183,6 +194,8 @@ private:
 
     const CCatalog& catalog_;
     std::unique_ptr<CMinisignTool> tool_;
+    // The trusted comments of the installers that were signed, by their paths.
+    QMap<QString, QString> comments_;
     QString problem_;
 };
 

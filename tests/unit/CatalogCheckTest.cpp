@@ -312,4 +312,5 @@ TEST(CatalogDocument, TheExampleGivesWhatStandsBelowIt) {
         QByteArray::fromStdString(run({"--preview", "--json", "SoftwareUpdateVN=11.0.580.0"}, EXIT_CLEAN)));
     EXPECT_EQ(json[0]["versions"][0]["page"], "https://www.example.com/notebook/11.4");
     run({"--preview", "SoftwareUpdateVPL=1.0.0.0"}, EXIT_WRONG_USAGE);
+    run({"--preview", "=1.0.0.0"}, EXIT_WRONG_USAGE);
 }

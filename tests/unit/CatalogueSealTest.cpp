@@ -173,6 +173,9 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
         "</Range></Compatibility></Product>";
     Alter(offer, "\"3.1.555.0\"", "'3.2.0.0' UpdateArgument='a b'");
     Alter(offer, "/>", range.c_str());
+    Alter(offer, "='old'", "='installer'");
+    EXPECT_THAT(fails(), testing::HasSubstr("give each a file of its own"));
+    Alter(offer, "='installer'", "='old'");
     InstallKey();
     shared_.Write("program/share/VardoProductUpdate.pub", Minisign().Key());
     EXPECT_TRUE(Release({"--installer-key", key, "--key", key}, EXIT_ERRORS).join(' ').contains("refuse"));
