@@ -5,6 +5,7 @@
 
 #include "catalog/CCatalog.h"
 #include "products/CVersionString.h"
+#include "products/DescriptionFormat.h"
 #include "products/Products.h"
 
 #include <QDir>
@@ -71,6 +72,9 @@ NewProduct TakeNewProduct(QStringList& arguments) {
         return {.problem = QStringLiteral("the name is empty")};
     if (!key.match(product.key).hasMatch())
         return {.problem = QStringLiteral("the key takes letters, digits, \"_\" and \"-\"")};
+    const QString file = product.key + QStringLiteral(".xml");
+    if (KindByName(file) != FileKind::UNKNOWN || file == QString::fromWCharArray(DescriptionFormat::OWN_FILE))
+        return {.problem = QStringLiteral("\"%1\" is a file of the program itself").arg(file)};
     if (!version.IsValid() || version.GetString().ToQString() != product.version)
         return {.problem = QStringLiteral("the version takes four numbers with dots")};
     return product;

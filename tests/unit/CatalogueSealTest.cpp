@@ -199,7 +199,7 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     EXPECT_EQ(Check().filter("NEW.xml").size(), 2) << "it is not signed yet, and nothing else";
     for (const QStringList& wrong :
          {QStringList(), QStringList{"--key", "nowhere"}, QStringList{"--new", "n", "a/b", "1.0.0.0"},
-          QStringList{"--new", "n", "k", "1.0"}})
+          QStringList{"--new", "n", "k", "1.0"}, QStringList{"--new", "n", "languages", "1.0.0.0"}})
         Release(wrong, EXIT_WRONG_USAGE);
 }
 
