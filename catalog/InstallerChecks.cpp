@@ -91,13 +91,16 @@ QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, 
 
 // Checks as an installation does, which needs a signature once the key lies beside its own description.
 void CheckSignature(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
-                    const CCatalogFile& installer, const Place& place, CFindings& findings) {
+                    const CCatalogFile& installer, InstallerKeys keys, const Place& place,
+                    CFindings& findings) {
     const CVardoDirectoryPath folder{CAtlString(local.GetFolder())};
     const CVardoFilePath key = CVardoDirectoryPath::Combine(folder, CInstallerSeal::KEY_FILE);
     CInstallerSeal seal(key);
     if (!seal.IsRequired())
         return;
-    if (const QString fault = SignatureFault(catalog, reader, installer, seal); !fault.isEmpty())
+    const QString fault = SignatureFault(catalog, reader, installer, seal);
+    const bool isOfOldKey = keys == InstallerKeys::ANY && seal.GetRefusal() == CInstallerSeal::Refusal::KEY;
+    if (!fault.isEmpty() && !isOfOldKey)
         findings.Add(place.file, place.line, Code::UNSIGNED_INSTALLER,
                      QStringLiteral("installations with the key \"%1\" refuse this update: %2")
                          .arg(key.GetFilePathString().ToQString(), fault));
@@ -120,7 +123,7 @@ void CheckBeginning(const CCatalogFile& installer, const Place& place, CFindings
 }  // namespace
 
 void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
-                    const CCatalogFile& remote, CFindings& findings) {
+                    const CCatalogFile& remote, InstallerKeys keys, CFindings& findings) {
     const TiXmlElement* element = remote.GetRoot()->FirstChildElement(PRODUCT);
     const TiXmlElement& product = element ? *element : *remote.GetRoot();
     const Place place{remote.GetPath(), AttributeLine(product, INSTALL_FILE)};
@@ -140,7 +143,7 @@ void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, con
     const CCatalogFile* installer = path ? catalog.Find(*path) : nullptr;
     if (installer) {
         CheckBeginning(*installer, place, findings);
-        CheckSignature(catalog, reader, local, *installer, place, findings);
+        CheckSignature(catalog, reader, local, *installer, keys, place, findings);
     } else if (path) {
         findings.Add(place.file, place.line, Code::NO_INSTALLER,
                      QStringLiteral("the program is offered this update, but there is no \"%1\"").arg(*path));
@@ -157,9 +160,16 @@ void CheckInstallers(const CCatalog& catalog, CFindings& findings) {
         const auto path = catalog.FileOf(reference.address);
         const CCatalogFile* remote = path ? catalog.Find(*path) : nullptr;
         CProductVersion reader(reference.from->GetFilePath());
-        if (reference.from->GetName() == QString::fromWCharArray(OWN_FILE) && remote && remote->GetRoot() &&
-            reader.LoadLocal() && reader.ParseRemote(ReadFileBytes(remote->GetFilePath())) &&
-            reader.IsUpdateAvailable())
-            CheckInstaller(catalog, reader, *reference.from, *remote, findings);
+        if (reference.from->GetName() != QString::fromWCharArray(OWN_FILE) || !remote || !remote->GetRoot() ||
+            !reader.LoadLocal() || !reader.ParseRemote(ReadFileBytes(remote->GetFilePath())))
+            continue;
+        if (reader.IsUpdateAvailable())
+            CheckInstaller(catalog, reader, *reference.from, *remote, InstallerKeys::LOCAL, findings);
+        for (const auto& [range, offer] : reader.GetTable().GetRangedOffers()) {
+            const CVersionString& from = range.GetFrom();
+            reader.SetCurrentVersion(from.IsValid() ? from : CVersionString(L"0.0.0.0"));
+            if (reader.IsUpdateAvailable())
+                CheckInstaller(catalog, reader, *reference.from, *remote, InstallerKeys::ANY, findings);
+        }
     }
 }

@@ -166,7 +166,7 @@ void CPreview::AddRows(Block& block, CProductVersion& reader, const CProductVers
             continue;
         }
         CFindings findings;
-        CheckInstaller(catalog_, reader, local, remote, findings);
+        CheckInstaller(catalog_, reader, local, remote, InstallerKeys::LOCAL, findings);
         for (const Finding& finding : findings.Sorted())
             row.refusal =
                 row.refusal.isEmpty() ? finding.text : row.refusal + QStringLiteral("; ") + finding.text;

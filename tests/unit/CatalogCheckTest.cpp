@@ -199,6 +199,15 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
         EXPECT_EQ(findings.size(), *text ? 1 : 0) << findings.join('\n').toStdString();
         EXPECT_EQ(Count(findings.filter(text), OWN_OFFERS_LINE, "unsigned-installer"), *text ? 1 : 0);
     }
+    Alter(
+        OWN_OFFER, "/>",
+        "><Compatibility><Range VersionTo='2.0.0.0'><Product UpdateVersion='3.0.0.0' UpdateInstallFile='old' "
+        "UpdateInstallURL='http://127.0.0.1:8080/program'/></Range></Compatibility></Product>");
+    EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "no-installer"), 1) << "of a range";
+    shared_.Write("site/program/old", contents);
+    EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 1);
+    shared_.Write("site/program/old.minisig", Minisign().Sign(contents, "file:old version:3.0.0.0"));
+    EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 0) << "with the key of its time";
 }
 
 TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {

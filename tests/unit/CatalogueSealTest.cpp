@@ -150,8 +150,10 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     const QString key = QString::fromStdString(Maker().SecretKeyFile());
     const std::string offer = "site/program/VardoProductUpdate.xml";
     std::filesystem::remove(shared_.Path("program/share/SoftwareUpdateVINK.xml"));
-    for (const char* file : {"installer", "old", "old.minisig"})
+    for (const char* file : {"installer", "old"})
         shared_.Write(std::string("site/program/") + file, "#!/bin/sh\n");
+    const std::string old = Minisign().Sign("#!/bin/sh\n", "file:old version:3.0.0.0");
+    shared_.Write("site/program/old.minisig", old);
     Alter(offer, "\"installer\"", "\"installer?v=1\"");
     const auto fails = [&] { return Release({"--installer-key", key}, EXIT_ERRORS).join(' ').toStdString(); };
     shared_.Write("site/program/installer.minisig/x", "");
@@ -187,7 +189,7 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
               QStringList({"site/program/installer", "site/program/installer.minisig: signed"}));
     EXPECT_TRUE(lines.value(2).startsWith("site/gallery/")) << "descriptions lie between";
     EXPECT_TRUE(lines.value(lines.size() - 1).startsWith("site/products.xml: signed until "));
-    EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/old.minisig")), "#!/bin/sh\n") << "an older key's";
+    EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/old.minisig")), old) << "an older key's";
     EXPECT_EQ(Check().filter(": error: "), QStringList());
 
     std::filesystem::create_symlink("nowhere", shared_.Path("site/updates/SoftwareUpdateNEW.xml"));
