@@ -76,10 +76,11 @@ void Press(QPushButton& button, const CProductTable::Action& action) {
 CProductTable::CProductTable(QTableWidget& table)
     : table_(table), highlight_(MakeHighlightBrush(table.palette().color(QPalette::Base))) {
     table_.setItemDelegate(new CCellDelegate(&table_));
-    // The table's own scrolling is off. A cell that is clicked stays where it is.
-    QObject::connect(&table_, &QTableWidget::currentItemChanged, [&table](const QTableWidgetItem* now) {
-        if (now && QApplication::mouseButtons() == Qt::NoButton)
-            table.scrollToItem(now);
+    // The table's own scrolling is off. A cell that is clicked stays where it is. The first current cell is
+    // not the user's choice: the table takes it with the focus.
+    QObject::connect(&table_, &QTableWidget::currentCellChanged, [&table](int, int, int rowBefore, int) {
+        if (rowBefore >= 0 && QApplication::mouseButtons() == Qt::NoButton)
+            table.scrollTo(table.currentIndex());
     });
     Reset();
 }

@@ -55,8 +55,11 @@ MainWindow::MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidg
     connect(spinBox, &QSpinBox::valueChanged, this, &MainWindow::OnIntervalChanged);
     connect(checkBox, &QCheckBox::stateChanged, this, &MainWindow::OnCheckboxChanged);
     connect(&busyTimer_, &QTimer::timeout, this, &MainWindow::OnTooLong);
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](QWidget*, QWidget* now) { table_.ScrollTo(now); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+        // A window that becomes active keeps its place.
+        if (isAncestorOf(before))
+            table_.ScrollTo(now);
+    });
     AddRowMenu();
     busyTimer_.setSingleShot(true);
     busyTimer_.setInterval(BUSY_AFTER);

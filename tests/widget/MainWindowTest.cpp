@@ -113,16 +113,24 @@ TEST_F(MainWindowTest, FocusedButtonOrCellIsScrolledIntoView) {
     for (char key = 'a'; key <= 'z'; ++key)
         AddProduct(std::string(1, key), {"1.0.0.0"}, "2.0.0.0");
     CheckAndShow();
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
     QWidget& viewport = *table_.viewport();
     for (const int row : {25, 0}) {
         Button(row)->setFocus(Qt::TabFocusReason);
         QCoreApplication::processEvents();
         EXPECT_TRUE(viewport.rect().contains(Button(row)->geometry())) << row;
     }
+    table_.setFocus();
     for (const auto& [key, row] : {std::pair(Qt::Key_End, 25), {Qt::Key_Home, 0}}) {
         QTest::keyClick(&table_, key, Qt::ControlModifier);
         EXPECT_TRUE(viewport.rect().contains(table_.visualItemRect(table_.item(row, 1)))) << row;
     }
+    table_.setCurrentItem(nullptr);
+    table_.scrollToBottom();
+    emit qApp->focusChanged(nullptr, Button(0));
+    table_.setCurrentCell(0, 0);
+    EXPECT_GT(table_.rowAt(0), 0) << "the window became active, and the user chose nothing";
 }
 
 TEST_F(MainWindowTest, ShowsWhatACheckFinds) {
