@@ -82,10 +82,11 @@ void CRowMenu::Open(int row, const QPoint& globalPosition) {
 }
 
 void CRowMenu::AddSkipping(QMenu& menu, const Item& item) {
-    const ItemState state = StateOf(*item.product, item.item, true);
-    const bool isSkipped = state == ItemState::SKIPPED;
-    if (!isSkipped && state != ItemState::UPDATE)
+    const IProduct& product = *item.product;
+    // Of a disabled product, too: its newer version opens the window of a silent check.
+    if (product.IsHighlighted(item.item) || !product.IsUpdateAvailable(item.item))
         return;
+    const bool isSkipped = !product.IsWanted(item.item);
     const QString text = isSkipped ? tr("Offer This Version Again") : tr("Skip This Version");
     menu.addAction(text, this, [this, item, isSkipped] {
         SetSkipped(*item.product, item.item, !isSkipped);
