@@ -54,7 +54,8 @@ public:
             CheckNames(*child);
         if (!Products(catalog_.GetEnvironment()).Load(file_.GetFilePath()))
             Add(root.Row(), Code::EMPTY_LIST,
-                QStringLiteral("no product of the list can be used: the program takes the list for missing"));
+                QStringLiteral(
+                    "the list has no usable product or exceeds a limit: the program checks nothing"));
     }
 
 private:

@@ -83,6 +83,7 @@ TEST_F(ProductList, TheNewerCopyIsTaken) {
         {"1.0.0.1", "1.0.0.0", "u"},
         {"1.0.0.0", "1.0.0.1", "i"},
         {"1.0.0.0", "1.0.0.0", "u"},
+        {"-", "", ""},
         {"", "0.0.0.0", "i"},
     };
     const auto copy = [](const std::string& version, const char* key) {
