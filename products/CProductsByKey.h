@@ -19,7 +19,7 @@ public:
 
     const IProduct::List& GetAll() const { return products_; }
     // The first installed product for each key, in the order of the list. Products with the same key have the
-    // same installed versions.
+    // same installed versions, unless one is gallery content: a list must not give it a product's key.
     IProduct::List WithKeys(const std::vector<CAtlString>& keys) const;
 
 private:
