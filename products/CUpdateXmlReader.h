@@ -38,7 +38,6 @@ public:
 
     // Why the description that was read last counts, or does not.
     Verdict GetVerdict() const { return verdict_; }
-    bool IsLocalLoaded() const { return localLoaded_; }
     bool IsRemoteLoaded() const { return remoteLoaded_; }
     // The local description says that the program must not look for updates of itself.
     bool IsNoUpdates() const { return noUpdates_; }

@@ -49,15 +49,6 @@ CAtlStringA WithNormalLineEnds(const CAtlStringA& text) {
     return normal;
 }
 
-// The parser has one white space rule for the whole process.
-void CondenseWhiteSpace() {
-    static const bool done = [] {
-        TiXmlBase::SetCondenseWhiteSpace(true);
-        return true;
-    }();
-    static_cast<void>(done);
-}
-
 bool IsAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(),
                        [](char byte) { return static_cast<signed char>(byte) >= 0; });
@@ -115,7 +106,6 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
     }
     if (!isChecked && !IsWithinBounds(padded, encoding == TIXML_ENCODING_UTF8, fault))
         return false;
-    CondenseWhiteSpace();
     // Without tab stops the parser skips the count of rows, which walks over the text once more.
     document.SetTabSize(fault ? 1 : 0);
     document.Parse(padded.c_str(), nullptr, encoding);
