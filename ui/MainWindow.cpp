@@ -120,16 +120,19 @@ void MainWindow::FillTable() {
 }
 
 void MainWindow::MakeRoomForNames() {
-    const bool isUsers = isPlaced_ || (givenWidth_ > 0 && width() != givenWidth_);
+    const bool isUsers = isPlaced_ || (!given_.isNull() && width() != given_.width());
     if (isUsers || !isVisible() || !table_.HasRow(0))
         return;
     const QRect free = screen()->availableGeometry();
-    givenWidth_ = std::min(width() + table_.WidthThatNamesLack(free.width() / 2), free.width());
+    const int wanted = std::min(width() + table_.WidthThatNamesLack(free.width() / 2), free.width());
     // A window that has room enough stays where the user has put it.
-    if (givenWidth_ == width())
+    if (wanted == width())
         return;
-    resize(givenWidth_, height());
+    const QRect before = geometry();
+    resize(wanted, height());
     move(x() - std::max(0, frameGeometry().right() - free.right()), y());
+    if (!given_.isNull())
+        given_.adjust(geometry().left() - before.left(), 0, geometry().right() - before.right(), 0);
 }
 
 // Showing the record does not change it. An administrator may have set more days than the form offers.
@@ -254,7 +257,8 @@ void MainWindow::OnTooLong() {
 void MainWindow::reject() {
     if (controller_)
         controller_->StopCheck();
-    if (record_ && isVisible())
+    const bool isUsers = isPlaced_ || (!given_.isNull() && geometry() != given_);
+    if (record_ && isVisible() && isUsers)
         record_->SetWindowPlace(saveGeometry());
     environment_->StopWaiting();
     QDialog::reject();
@@ -264,6 +268,12 @@ void MainWindow::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!isTableFilled_)
         FillTable();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (given_.isNull() && isActiveWindow())
+        given_ = geometry();
 }
 
 void MainWindow::closeEvent(QCloseEvent* /*event*/) {

@@ -60,6 +60,7 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     // Enter presses the button that has the focus, and never another one.
     void keyPressEvent(QKeyEvent* event) override;
@@ -115,7 +116,8 @@ private:
     bool isFailureTold_ = false;
     // The user has chosen the window's place in an earlier run.
     bool isPlaced_ = false;
-    // What MakeRoomForNames has given; 0 before. Another width is the user's choice.
-    int givenWidth_ = 0;
+    // What the program and the window manager have given the window; null before it is active for the first
+    // time. Any other place or size is the user's choice.
+    QRect given_;
     boost::shared_ptr<IEnvironment> environment_;
 };

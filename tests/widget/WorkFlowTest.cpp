@@ -109,6 +109,7 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
                       ".");
         window.findChild<QPushButton*>("rowButton")->click();
         EXPECT_EQ(StoredSettings(), before) << "nothing is written while the window is open";
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
         window.setGeometry(40, 50, 700, 450);
     });
     EXPECT_EQ(latest_, QStringList("2.0.0.0"));
@@ -147,6 +148,9 @@ TEST_F(WorkFlow, CheckOfNothingKeepsTheRecordAndIsSeenWhenInteractive) {
     EXPECT_EQ(latest_, QStringList("N/A")) << "the interactive one";
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=91 LastChecked=2451545");
     EXPECT_EQ(downloader_->addresses.size(), 4U) << "the list and the product, twice";
+    CRecordKeeper record;
+    record.Load();
+    EXPECT_TRUE(record.GetWindowPlace().isEmpty()) << "nobody has moved the window";
 }
 
 TEST_F(WorkFlow, TakesTheProxyFromTheCommandLineOnlyWhenToldTo) {
