@@ -213,6 +213,7 @@ void MainWindow::OnCheckUpdates() {
     proxyHandler_->SetInteractive(true);
     statusLabel->clear();
     outcome_.Forget();
+    const bool hadFocus = retryButton->hasFocus();
     SetChecking(true);
     controller_->LoadProductList();
     controller_->FindInstalled();
@@ -222,6 +223,9 @@ void MainWindow::OnCheckUpdates() {
         record_->SetNewLastChecked(static_cast<int>(environment_->Today().toJulianDay()));
     ShowOutcome();
     SetChecking(false);
+    // The disabled button has passed its focus on to the table.
+    if (hadFocus && focusWidget() == tableWidget)
+        retryButton->setFocus();
     // Versions may have widened their columns.
     MakeRoomForNames();
 }

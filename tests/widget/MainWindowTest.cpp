@@ -107,6 +107,9 @@ TEST_F(MainWindowTest, TabReachesEverythingAndEnterPressesTheFocusedButtonAlone)
     EXPECT_EQ(environment_->openedPages.size(), 1U);
     EXPECT_FALSE(Button(0)->isEnabled()) << "for a second";
     EXPECT_TRUE(QTest::qWaitFor([this] { return Button(0)->hasFocus(); }));
+    retry_.setFocus();
+    QTest::keyClick(&retry_, Qt::Key_Space);
+    EXPECT_TRUE(retry_.hasFocus());
 }
 
 TEST_F(MainWindowTest, FocusedButtonOrCellIsScrolledIntoView) {
