@@ -173,8 +173,12 @@ int CProductTable::WidthThatNamesLack(int widest) const {
     // event.
     table_.doItemsLayout();
     QCoreApplication::sendPostedEvents(&table_, QEvent::MetaCall);
-    const QAbstractItemView& view = table_;
-    return std::max(0, std::min(view.sizeHintForColumn(NAME), widest) - table_.columnWidth(NAME));
+    int longest = 0;
+    const int rows = std::min(table_.rowCount(), ROWS_THAT_DECIDE_WIDTHS);
+    for (int row = 0; row < rows; ++row)
+        if (table_.columnSpan(row, NAME) == 1)
+            longest = std::max(longest, table_.sizeHintForIndex(table_.model()->index(row, NAME)).width());
+    return std::max(0, std::min(longest, widest) - table_.columnWidth(NAME));
 }
 
 // An announced cell makes the header measure all columns anew, which takes longer than fetching the cell's

@@ -30,8 +30,8 @@ public:
     void Reset();
     // Appends a row and returns its index.
     int AddRow(const QString& name, const QString& installed);
-    // How many pixels the column of names lacks for its longest visible name, if it may be `widest` pixels
-    // wide.
+    // How many pixels the column of names lacks for the longest name in it, if it may be `widest` pixels
+    // wide. Looks at the first rows only, and passes over names that take further columns.
     int WidthThatNamesLack(int widest) const;
     bool HasRow(int row) const { return row >= 0 && row < table_.rowCount(); }
     // A disabled button, captioned "Current".

@@ -82,7 +82,7 @@ private:
     // Disables a control that the administrator has settled, and says so in its tool tip.
     static void ShowFixed(QWidget& control, bool isFixed);
     void ShowDate(const QString& date);
-    // Widens the visible window so that the longest visible name fits; a width that the user chose stays.
+    // Widens the visible window so that the longest name fits; a width that the user chose stays.
     void MakeRoomForNames();
     // Says in the tool tip of the last check's date when a silent check is due.
     void ShowNextCheck();

@@ -366,15 +366,18 @@ TEST_F(MainWindowTest, ShowsBusyBarsWhenAProductTakesLong) {
 }
 
 TEST_F(MainWindowTest, LateNotificationIsAddedAtTheEndAndTinted) {
+    const std::string notice(400, 'x');
     elements_ += "<Notification Name='Courses' BaseXML='Note'/>";
     AddProduct("SoftwareUpdateVBS", {"9.5.0.0"}, "9.5.0.0");
     tree_.Write("share/Note.xml", "<Notification URL='http://site' File='note.xml'/>");
     downloader_->Serve("http://site/note.xml",
                        "<Notification WebPage='http://page' StartDate='20260301' StopDate='20260401'>"
-                       "<Text><en value='Summer courses'/></Text></Notification>");
+                       "<Text><en value='" +
+                           notice + "'/></Text></Notification>");
     CheckAndShow();
-    const Lines rows({"SoftwareUpdateVBS|9.5.0.0|9.5.0.0(Current)", "Summer courses| | [More...]"});
+    const Lines rows({"SoftwareUpdateVBS|9.5.0.0|9.5.0.0(Current)", notice + "| | [More...]"});
     EXPECT_EQ(Rows(), rows);
+    EXPECT_LT(table_.columnWidth(0), table_.screen()->availableGeometry().width() / 2) << "as before it";
     window_.hide();
     controller_->LoadProductList();
     controller_->FindInstalled();
