@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTextDocument>
 #include <QTimer>
@@ -76,6 +77,9 @@ void Press(QPushButton& button, const CProductTable::Action& action) {
 CProductTable::CProductTable(QTableWidget& table)
     : table_(table), highlight_(MakeHighlightBrush(table.palette().color(QPalette::Base))) {
     table_.setItemDelegate(new CCellDelegate(&table_));
+    // The texts of their own menu have no translations.
+    for (QScrollBar* bar : table_.findChildren<QScrollBar*>())
+        bar->setContextMenuPolicy(Qt::NoContextMenu);
     // The table's own scrolling is off. A cell that is clicked stays where it is. The first current cell is
     // not the user's choice: the table takes it with the focus.
     QObject::connect(&table_, &QTableWidget::currentCellChanged, [&table](int, int, int rowBefore, int) {

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace {
@@ -26,6 +27,8 @@ QPlainTextEdit* MakeExplanation(const QString& name, const QString& text) {
     field->setReadOnly(true);
     field->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     field->setTabChangesFocus(true);
+    for (QScrollBar* bar : field->findChildren<QScrollBar*>())
+        bar->setContextMenuPolicy(Qt::NoContextMenu);
     field->setLayoutDirection(Qt::LeftToRight);
     field->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     const QFontMetrics metrics(field->font());
