@@ -5,6 +5,7 @@
 
 #include <QIntValidator>
 #include <QMessageBox>
+#include <algorithm>
 
 #include "net/ProxyAddress.h"
 #include "ui_ProxyAuth.h"
@@ -48,7 +49,10 @@ ProxyAuth::ProxyAuth(QWidget* parent) : QDialog(parent), form_(std::make_unique<
     form_->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose, false);
     setAttribute(Qt::WA_QuitOnClose, false);
-    form_->proxyPortEdit->setValidator(new CPortValidator(MIN_PORT, MAX_PORT, this));
+    QLineEdit& port = *form_->proxyPortEdit;
+    port.setValidator(new CPortValidator(MIN_PORT, MAX_PORT, this));
+    // The form's width is too narrow for five large digits and the frame.
+    port.setFixedWidth(std::max(port.maximumWidth(), port.fontMetrics().horizontalAdvance("000000")));
 }
 
 ProxyAuth::~ProxyAuth() = default;
