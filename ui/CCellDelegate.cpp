@@ -3,10 +3,11 @@
 
 #include "ui/CCellDelegate.h"
 
+#include "platform/text/PrintableText.h"
+
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QStyle>
-#include <QTextDocument>
 #include <QToolTip>
 
 bool CCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
@@ -16,9 +17,7 @@ bool CCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
     QString text = index.data(Qt::ToolTipRole).toString();
     if (text.isEmpty() && sizeHint(option, index).width() > option.rect.width())
         text = index.data().toString();
-    // A tool tip would carry out markup in a name.
-    const QString tip = text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
-    QToolTip::showText(event->globalPos(), tip, view->viewport());
+    QToolTip::showText(event->globalPos(), AsHtml(text), view->viewport());
     return true;
 }
 

@@ -3,10 +3,11 @@
 
 #include "ui/CElidedLabel.h"
 
+#include "platform/text/PrintableText.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QTextDocument>
 #include <QToolTip>
 
 CElidedLabel::CElidedLabel(QWidget* parent) : QLabel(parent) {
@@ -34,9 +35,7 @@ void CElidedLabel::paintEvent(QPaintEvent* /*event*/) {
 bool CElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    // A tool tip would carry out markup in this text.
-    const QString tip =
-        ShownText() == text() ? QString() : Qt::convertFromPlainText(text(), Qt::WhiteSpaceNormal);
+    const QString tip = ShownText() == text() ? QString() : AsHtml(text());
     QToolTip::showText(dynamic_cast<QHelpEvent&>(*event).globalPos(), tip, this);
     return true;
 }

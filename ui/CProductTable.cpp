@@ -13,7 +13,6 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QTextDocument>
 #include <QTimer>
 #include <algorithm>
 
@@ -208,9 +207,7 @@ void CProductTable::ShowReasons(int row, const QString& latest, const QString& a
     if (QPushButton* button = Button(row)) {
         if (action == button->accessibleDescription())
             return;
-        // A tool tip would carry out markup in this text.
-        const QString tip = Qt::convertFromPlainText(Cut(action), Qt::WhiteSpaceNormal);
-        button->setToolTip(action.isEmpty() ? QString() : tip);
+        button->setToolTip(AsHtml(Cut(action)));
         button->setAccessibleDescription(Cut(action));
         return;
     }

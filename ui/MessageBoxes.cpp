@@ -8,7 +8,6 @@
 
 #include <QKeyEvent>
 #include <QMessageBox>
-#include <QTextDocument>
 
 namespace {
 
@@ -73,7 +72,7 @@ bool AskForSelfUpdate(const SelfUpdateOffer& offer) {
             .arg(Cut(offer.installed, LONGEST_NAME), Cut(offer.offered, LONGEST_NAME),
                  Cut(offer.host, LONGEST_NAME));
     CConsentBox box(Title(), text);
-    box.setInformativeText(Qt::convertFromPlainText(more, Qt::WhiteSpaceNormal));
+    box.setInformativeText(AsHtml(more));
     return box.exec() == QMessageBox::Ok;
 }
 
