@@ -272,12 +272,10 @@ void MainWindow::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!isTableFilled_)
         FillTable();
-}
-
-void MainWindow::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (given_.isNull() && isActiveWindow())
-        given_ = geometry();
+    QTimer::singleShot(PLACED_AFTER, this, [this] {
+        if (given_.isNull())
+            given_ = geometry();
+    });
 }
 
 void MainWindow::closeEvent(QCloseEvent* /*event*/) {

@@ -29,6 +29,8 @@ class MainWindow : public QDialog, private Ui::MainWindow {
 public:
     // How long a product's check may last before its rows show a busy bar, in milliseconds.
     static constexpr int BUSY_AFTER = 700;
+    // A window manager has placed a new window within this time, in milliseconds.
+    static constexpr int PLACED_AFTER = 500;
 
     explicit MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidget* parent = nullptr);
     ~MainWindow() override;
@@ -60,7 +62,6 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     // Enter presses the button that has the focus, and never another one.
     void keyPressEvent(QKeyEvent* event) override;
@@ -116,8 +117,8 @@ private:
     bool isFailureTold_ = false;
     // The user has chosen the window's place in an earlier run.
     bool isPlaced_ = false;
-    // What the program and the window manager have given the window; null before it is active for the first
-    // time. Any other place or size is the user's choice.
+    // What the program and the window manager have given the window; null until PLACED_AFTER has passed.
+    // Any other place or size is the user's choice.
     QRect given_;
     boost::shared_ptr<IEnvironment> environment_;
 };

@@ -5,6 +5,7 @@
 #include "app/CApplicationFactory.h"
 #include "support/CheckFixture.h"
 #include "support/TextPrinting.h"
+#include "ui/MainWindow.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -109,7 +110,7 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
                       ".");
         window.findChild<QPushButton*>("rowButton")->click();
         EXPECT_EQ(StoredSettings(), before) << "nothing is written while the window is open";
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        QTest::qWait(MainWindow::PLACED_AFTER + 1);
         window.setGeometry(40, 50, 700, 450);
     });
     EXPECT_EQ(latest_, QStringList("2.0.0.0"));
