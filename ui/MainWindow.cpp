@@ -88,7 +88,7 @@ void MainWindow::SetProductListController(const boost::shared_ptr<CProductListCo
 
 void MainWindow::SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record) {
     record_ = record;
-    isPlaced_ = restoreGeometry(record->GetWindowPlace());
+    restoreGeometry(record->GetWindowPlace());
 }
 
 void MainWindow::ShowProducts() {
@@ -120,19 +120,26 @@ void MainWindow::FillTable() {
 }
 
 void MainWindow::MakeRoomForNames() {
-    const bool isUsers = isPlaced_ || (!given_.isNull() && width() != given_.width());
+    const bool isUsers = width() != (givenWidth_ > 0 ? givenWidth_ : OwnWidth());
     if (isUsers || !isVisible() || !table_.HasRow(0))
         return;
     const QRect free = screen()->availableGeometry();
-    const int wanted = std::min(width() + table_.WidthThatNamesLack(free.width() / 2), free.width());
+    givenWidth_ = std::min(width() + table_.WidthThatNamesLack(free.width() / 2), free.width());
     // A window that has room enough stays where the user has put it.
-    if (wanted == width())
+    if (givenWidth_ == width())
         return;
-    const QRect before = geometry();
-    resize(wanted, height());
+    resize(givenWidth_, height());
     move(x() - std::max(0, frameGeometry().right() - free.right()), y());
-    if (!given_.isNull())
-        given_.adjust(geometry().left() - before.left(), 0, geometry().right() - before.right(), 0);
+}
+
+int MainWindow::OwnWidth() const {
+    return std::max(formWidth_, minimumSizeHint().width());
+}
+
+void MainWindow::StorePlace() {
+    if (width() == givenWidth_)
+        resize(OwnWidth(), height());
+    record_->SetWindowPlace(saveGeometry());
 }
 
 // Showing the record does not change it. An administrator may have set more days than the form offers.
@@ -261,9 +268,8 @@ void MainWindow::OnTooLong() {
 void MainWindow::reject() {
     if (controller_)
         controller_->StopCheck();
-    const bool isUsers = isPlaced_ || (!given_.isNull() && geometry() != given_);
-    if (record_ && isVisible() && isUsers)
-        record_->SetWindowPlace(saveGeometry());
+    if (record_ && isVisible())
+        StorePlace();
     environment_->StopWaiting();
     QDialog::reject();
 }
@@ -272,10 +278,6 @@ void MainWindow::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!isTableFilled_)
         FillTable();
-    QTimer::singleShot(PLACED_AFTER, this, [this] {
-        if (given_.isNull())
-            given_ = geometry();
-    });
 }
 
 void MainWindow::closeEvent(QCloseEvent* /*event*/) {

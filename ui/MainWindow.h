@@ -29,8 +29,6 @@ class MainWindow : public QDialog, private Ui::MainWindow {
 public:
     // How long a product's check may last before its rows show a busy bar, in milliseconds.
     static constexpr int BUSY_AFTER = 700;
-    // A window manager has placed a new window within this time, in milliseconds.
-    static constexpr int PLACED_AFTER = 500;
 
     explicit MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidget* parent = nullptr);
     ~MainWindow() override;
@@ -85,6 +83,10 @@ private:
     void ShowDate(const QString& date);
     // Widens the visible window so that the longest name fits; a width that the user chose stays.
     void MakeRoomForNames();
+    // The width of a window that neither the user nor MakeRoomForNames has changed.
+    int OwnWidth() const;
+    // Keeps the place for the next run, but with the own width in place of one that MakeRoomForNames gave.
+    void StorePlace();
     // Says in the tool tip of the last check's date when a silent check is due.
     void ShowNextCheck();
     void AddRowMenu();
@@ -115,10 +117,10 @@ private:
     CCheckOutcome outcome_;
     // True when the reason why the current product cannot be checked is shown.
     bool isFailureTold_ = false;
-    // The user has chosen the window's place in an earlier run.
-    bool isPlaced_ = false;
-    // What the program and the window manager have given the window; null until PLACED_AFTER has passed.
-    // Any other place or size is the user's choice.
-    QRect given_;
+    // The form's, which SetUpForm has built.
+    const int formWidth_ = width();
+    // What MakeRoomForNames has given; 0 before. Another width is the user's choice, as is one that differs
+    // from the own width when the window opens.
+    int givenWidth_ = 0;
     boost::shared_ptr<IEnvironment> environment_;
 };

@@ -209,6 +209,12 @@ TEST_F(MainWindowTest, WhatHasNoRoomIsShownInATip) {
     EXPECT_NE(status->grab().toImage(), elided);
     tipAt(status, QPoint(1, 1));
     EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    window_.move(30, 40);
+    window_.close();
+    MainWindow next(environment_);
+    const QSize size = next.size();
+    next.SetRecordKeeper(record_);
+    EXPECT_EQ(next.geometry(), QRect(window_.geometry().topLeft(), size)) << "its own names decide";
 }
 
 TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {

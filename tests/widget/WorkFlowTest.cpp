@@ -5,7 +5,6 @@
 #include "app/CApplicationFactory.h"
 #include "support/CheckFixture.h"
 #include "support/TextPrinting.h"
-#include "ui/MainWindow.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -110,7 +109,6 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
                       ".");
         window.findChild<QPushButton*>("rowButton")->click();
         EXPECT_EQ(StoredSettings(), before) << "nothing is written while the window is open";
-        QTest::qWait(MainWindow::PLACED_AFTER + 1);
         window.setGeometry(40, 50, 700, 450);
     });
     EXPECT_EQ(latest_, QStringList("2.0.0.0"));
@@ -149,9 +147,6 @@ TEST_F(WorkFlow, CheckOfNothingKeepsTheRecordAndIsSeenWhenInteractive) {
     EXPECT_EQ(latest_, QStringList("N/A")) << "the interactive one";
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=91 LastChecked=2451545");
     EXPECT_EQ(downloader_->addresses.size(), 4U) << "the list and the product, twice";
-    CRecordKeeper record;
-    record.Load();
-    EXPECT_TRUE(record.GetWindowPlace().isEmpty()) << "nobody has moved the window";
 }
 
 TEST_F(WorkFlow, TakesTheProxyFromTheCommandLineOnlyWhenToldTo) {
