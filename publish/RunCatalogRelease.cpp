@@ -17,6 +17,7 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QMap>
+#include <QRegularExpression>
 #include <ostream>
 
 namespace {
@@ -151,6 +152,13 @@ private:
                     .arg(path.value_or(offer.installFile.ToQString()), offer.version.GetString().ToQString());
             return false;
         }
+        // Blanks separate the words of a trusted comment.
+        static const QRegularExpression blank(QStringLiteral("\\s"));
+        if (CVardoFilePath(offer.installFile).GetFileName().ToQString().contains(blank)) {
+            problem_ = QStringLiteral("no program accepts a signature for \"%1\", whose name holds a blank")
+                           .arg(*path);
+            return false;
+        }
         const QString comment =
             CInstallerSeal::CommentFor(offer.installFile, offer.version.GetString(), offer.argument);
         if (comments_.contains(*path)) {
@@ -187,7 +195,7 @@ private:
             return true;
         problem_ = QStringLiteral(
                        "\"%1\": with this secret key, installations that have the key in \"%2\" would "
-                       "refuse the installer, or its name holds a blank")
+                       "refuse the installer")
                        .arg(path, folder.GetDirectoryPathString().ToQString());
         return false;
     }

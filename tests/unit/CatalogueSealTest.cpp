@@ -166,6 +166,10 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
         const ScopedEnvironment path("PATH", "/nowhere");
         EXPECT_THAT(fails(), testing::HasSubstr("install the package minisign"));
     }
+    shared_.Write("site/program/in staller", "#!/bin/sh\n");
+    Alter(offer, "\"installer?v=1\"", "\"in staller\"");
+    EXPECT_THAT(fails(), testing::HasSubstr("whose name holds a blank"));
+    Alter(offer, "\"in staller\"", "\"installer?v=1\"");
     Release({"--installer-key", key}, EXIT_CLEAN);
     EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/installer")), "#!/bin/sh\n");
     Alter(offer, "?v=1", "");
