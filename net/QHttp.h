@@ -109,7 +109,7 @@ private:
 
     QNetworkRequest MakeRequest(const QString& path) const;
     void FetchByManager(QNetworkRequest request);
-    // Answers the proxy's challenge, and each that is not a refusal.
+    // Answers the proxy's challenge, and once more whenever the proxy only wants a new nonce used.
     void FetchWithDigest(const QNetworkRequest& request);
     void FetchBySocket(const QNetworkRequest& request);
     // Connects to a host. Sets the error when that fails, and returns false.
