@@ -166,7 +166,8 @@ void QHttp::FetchWithDigest(const QNetworkRequest& request) {
         FetchBySocket(answering);
         if (challenges_ >= MAX_CHALLENGES)
             SetError(Error::ASKED_TOO_OFTEN, {});
-    } while (error_ == Error::NONE && header_.digest() && (!isAnswered || digest_->IsStale()));
+    } while (error_ == Error::NONE && header_.proxyScheme() == QHttpResponseHeader::ProxyScheme::DIGEST &&
+             (!isAnswered || digest_->IsStale()));
 }
 
 void QHttp::FetchBySocket(const QNetworkRequest& request) {

@@ -3,7 +3,7 @@
 
 #include "ui/CCellDelegate.h"
 
-#include "platform/text/PrintableText.h"
+#include "ui/PlainText.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>

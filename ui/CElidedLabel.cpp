@@ -3,7 +3,7 @@
 
 #include "ui/CElidedLabel.h"
 
-#include "platform/text/PrintableText.h"
+#include "ui/PlainText.h"
 
 #include <QHelpEvent>
 #include <QPainter>

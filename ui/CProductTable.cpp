@@ -5,6 +5,7 @@
 
 #include "platform/text/PrintableText.h"
 #include "ui/CCellDelegate.h"
+#include "ui/PlainText.h"
 #include "ui/RowWidgets.h"
 
 #include <QAccessible>

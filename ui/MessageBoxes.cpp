@@ -5,6 +5,7 @@
 
 #include "platform/files/Addresses.h"
 #include "platform/text/PrintableText.h"
+#include "ui/PlainText.h"
 
 #include <QKeyEvent>
 #include <QMessageBox>

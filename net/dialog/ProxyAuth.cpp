@@ -12,7 +12,7 @@
 
 namespace {
 
-// Takes no larger number either, not even on the way to a smaller one.
+// Also refuses a number above the top that has no more digits, which Qt would let stand while it is typed.
 class CPortValidator : public QIntValidator {
 public:
     using QIntValidator::QIntValidator;

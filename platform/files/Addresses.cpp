@@ -85,7 +85,7 @@ CAtlString WebAddress(const CAtlString& page) {
 QString WithoutPassword(const CAtlString& address) {
     // Up to the last "@" before a path; without one, and without a port there, up to the last of all.
     static const QRegularExpression password(
-        QStringLiteral(R"(^((?:[A-Za-z][^/?#:@]*:)?/{0,2}[^/?#:\[]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$)).*@))"),
+        QStringLiteral(R"(((?:^(?:[A-Za-z][^/?#:@]*:)?/?|//)[^/?#:\[]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$)).*@))"),
         QRegularExpression::DotMatchesEverythingOption);
     return address.ToQString().replace(password, QStringLiteral("\\1@"));
 }

@@ -49,11 +49,6 @@ QString Cut(const QString& text, qsizetype longest) {
     return text.left(text[room - 1].isHighSurrogate() ? room - 1 : room) + QChar(0x2026);
 }
 
-QString AsHtml(const QString& text) {
-    const QString line = text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
-    return text.isEmpty() ? QString() : QStringLiteral("<p>") + line + QStringLiteral("</p>");
-}
-
 QString Printable(const QString& text) {
     QString printable;
     for (const char32_t ch : text.toUcs4())

@@ -17,10 +17,6 @@ inline constexpr qsizetype LONGEST_SHOWN = 500;
 // The text, cut to longest UTF-16 code units, the last of them an ellipsis, when it has more.
 QString Cut(const QString& text, qsizetype longest = LONGEST_SHOWN);
 
-// HTML that shows the text as it is, for places that would otherwise carry out markup in it: tool tips, and
-// the small print of message boxes. Empty for an empty text.
-QString AsHtml(const QString& text);
-
 // The text with U+FFFD for each character that would not show itself: control characters, line ends, and
 // those that hide or reorder others (the categories Cc, Cf without the joiners, Zl, Zp and Cs of Unicode).
 QString Printable(const QString& text);

@@ -118,6 +118,7 @@ TEST(ReportedAddress, HoldsNoPassword) {
         {"http://u:p/w@h/", "http://u@h/"},
         {"http://u:p?w@h/", "http://u@h/"},
         {"http:/u:p@h/", "http:/u@h/"},
+        {"http://h/?to=http://u:p@k/", "http://h/?to=http://u@k/"},
         {"http://[::1]:80/a@b", "http://[::1]:80/a@b"},
     };
     for (const auto& [address, printed] : addresses)

@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+// Plain text for tool tips and the small print of message boxes, which would carry out markup in it.
+#pragma once
+
+#include <QString>
+#include <QTextDocument>
+
+// HTML that shows the text as it is; empty for an empty text.
+inline QString AsHtml(const QString& text) {
+    return text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+}
