@@ -7,6 +7,7 @@
 #include "net/Downloader.h"
 #include "net/ProxyAddress.h"
 #include "net/dialog/ProxyAuth.h"
+#include "platform/desktop/CInterruption.h"
 #include "ui/MainWindow.h"
 
 #include <QApplication>
@@ -33,6 +34,12 @@ void Raise(QWidget& window) {
     window.raise();
     window.setWindowIcon(window.windowIcon());
     QTimer::singleShot(ICON_IS_SET_AFTER_MS, &window, &QWidget::activateWindow);
+}
+
+// Returns when the user has closed the window, or a signal has, as at the end of a session.
+void Show(MainWindow& window) {
+    const CInterruption interruption(&QApplication::closeAllWindows);
+    window.exec();
 }
 
 }  // namespace
@@ -83,7 +90,7 @@ int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {
     MainWindow window(environment_);
     Connect(window);
     QTimer::singleShot(0, &window, &MainWindow::OnCheckUpdates);
-    window.exec();
+    Show(window);
     RecordSuccess();
     proxyHandler_->SaveProxySettings();
     recordKeeper_->Save();
@@ -103,7 +110,7 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     if (CheckBehind(window)) {
         proxyHandler_->SetInteractive(true);
         window.ShowOutcome();
-        window.exec();
+        Show(window);
     }
     recordKeeper_->Save();
     return 0;

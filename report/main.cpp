@@ -4,11 +4,11 @@
 // The entry point of the report for administrators. It needs no display, asks nobody anything, takes no lock
 // and writes no settings.
 #include "net/Downloader.h"
+#include "platform/desktop/CInterruption.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
 #include "platform/desktop/StandardStreams.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "platform/text/PrintableText.h"
-#include "report/CInterruption.h"
 #include "report/CReportOptions.h"
 #include "report/CUpdateReport.h"
 #include "report/ReportText.h"

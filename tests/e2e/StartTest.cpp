@@ -80,7 +80,8 @@ TEST_F(StartTest, SilentWithNothingNewAndNobodyWhoReadsItsOutputItNotesTheDayAnd
 TEST_F(StartTest, SilentWithSomethingNewTheWindowOpensWhenTheCheckHasEnded) {
     Open({"-silent"});
     EXPECT_THAT(machine_.Requests(), HasSubstr("GET /updates/timeline.xml 200"));
-    EXPECT_TRUE(Close());
+    program_->Signal(SIGTERM);
+    EXPECT_EQ(program_->ExitCode(), 0);
     EXPECT_EQ(Setting("LastChecked"), Today());
 }
 

@@ -12,8 +12,8 @@
 #include <signal.h>
 
 // A scope: while it lives, SIGTERM and SIGINT do not end the process. They call back instead, while the
-// thread serves events. Signals that were ignored before stay ignored. Make it before other threads, which
-// inherit the signal mask. GUI thread only.
+// thread serves events. Signals that were ignored before stay ignored, and started programs have them as
+// usual. At most one lives at a time. GUI thread only.
 class CInterruption {
 public:
     explicit CInterruption(const std::function<void()>& interrupted);
@@ -22,7 +22,8 @@ public:
     CInterruption& operator=(const CInterruption&) = delete;
 
 private:
-    sigset_t previous_{};
     CFileDescriptor signals_;
     QSocketNotifier notifier_;
+    struct sigaction terminate_ {};
+    struct sigaction interrupt_ {};
 };

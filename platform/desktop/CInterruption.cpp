@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: VARDO Technologies
+// SPDX-License-Identifier: LicenseRef-VARDO
+
+#include "platform/desktop/CInterruption.h"
+
+#include <atomic>
+#include <cerrno>
+
+#include <sys/eventfd.h>
+
+namespace {
+
+// Where the handler reports signals.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a handler gets nothing but the signal.
+std::atomic<int> reports = -1;
+
+// Calls only what a handler may (signal-safety(7)).
+void Report(int /*signal*/) {
+    const int error = errno;
+    eventfd_write(reports, 1);
+    errno = error;
+}
+
+// Keeps the action that was set before.
+void Handle(int signal, struct sigaction& previous) {
+    struct sigaction action {};
+    action.sa_handler = Report;
+    action.sa_flags = SA_RESTART;
+    sigaction(signal, nullptr, &previous);
+    if (previous.sa_handler != SIG_IGN)
+        sigaction(signal, &action, nullptr);
+}
+
+}  // namespace
+
+CInterruption::CInterruption(const std::function<void()>& interrupted)
+    : signals_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), notifier_(signals_.Get(), QSocketNotifier::Read) {
+    QObject::connect(&notifier_, &QSocketNotifier::activated, [this, interrupted] {
+        eventfd_t count = 0;
+        if (eventfd_read(signals_.Get(), &count) == 0)
+            interrupted();
+    });
+    reports = signals_.Get();
+    Handle(SIGTERM, terminate_);
+    Handle(SIGINT, interrupt_);
+}
+
+CInterruption::~CInterruption() {
+    sigaction(SIGTERM, &terminate_, nullptr);
+    sigaction(SIGINT, &interrupt_, nullptr);
+}
