@@ -87,5 +87,8 @@ QString WithoutPassword(const CAtlString& address) {
     static const QRegularExpression password(
         QStringLiteral(R"(((?:^(?:[A-Za-z][^/?#:@]*:)?/?|//)[^/?#:\[]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$)).*@))"),
         QRegularExpression::DotMatchesEverythingOption);
-    return address.ToQString().replace(password, QStringLiteral("\\1@"));
+    // From each "//" the expression would look for an "@" to the end of a long text that has none.
+    const QString text = address.ToQString();
+    const qsizetype end = text.lastIndexOf(u'@') + 1;
+    return text.left(end).replace(password, QStringLiteral("\\1@")) + text.mid(end);
 }

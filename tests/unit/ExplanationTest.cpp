@@ -123,6 +123,9 @@ TEST(ReportedAddress, HoldsNoPassword) {
     };
     for (const auto& [address, printed] : addresses)
         EXPECT_EQ(WithoutPassword(address), QString(printed));
+    // In linear time.
+    const QString many = QStringLiteral("//a:b").repeated(200'000);
+    EXPECT_EQ(WithoutPassword(CAtlString(many)), many);
 }
 
 TEST(PrintableText, HidesAndReordersNothing) {
