@@ -14,14 +14,16 @@
 
 #include <fcntl.h>
 #include <grp.h>
+#include <poll.h>
 #include <pwd.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr std::chrono::seconds LONGEST_LOOK{10};
-// In bytes; far more than the facts of one user take.
+// In bytes; far more than the settings and the facts of one user take.
 constexpr qint64 LONGEST_FACTS = 1 << 20;
 
 bool BecomeUser(const passwd& user) {
@@ -30,36 +32,52 @@ bool BecomeUser(const passwd& user) {
            unsetenv("XDG_CONFIG_HOME") == 0;
 }
 
+QString OwnSettings() {
+    return QSettings(QSettings::UserScope, "VARDO Technologies").fileName();
+}
+
 // Of the user that the process runs as; empty without settings and list.
-QByteArray OwnFacts(const char* name, const boost::shared_ptr<IEnvironment>& environment) {
-    const QString settings = QSettings(QSettings::UserScope, "VARDO Technologies").fileName();
-    if (!QFile::exists(settings) && !UserProductList().Exists())
+QJsonObject OwnFacts(const char* name, const boost::shared_ptr<IEnvironment>& environment) {
+    if (!QFile::exists(OwnSettings()) && !UserProductList().Exists())
         return {};
     CProductListController controller(environment);
     controller.LoadProductList();
     const Products& list = *controller.GetProductList();
-    const QJsonObject facts{{"user", QString::fromUtf8(name)},
-                            {"list", QJsonObject{{"file", list.GetPath().GetFilePathString().ToQString()},
-                                                 {"version", list.GetVersion().GetString().ToQString()}}},
-                            {"settings", SettingsFacts()},
-                            {"silentCheck", SilentCheckFacts(environment->Today())}};
-    return QJsonDocument(facts).toJson();
+    return {{"user", QString::fromUtf8(name)},
+            {"list", QJsonObject{{"file", list.GetPath().GetFilePathString().ToQString()},
+                                 {"version", list.GetVersion().GetString().ToQString()}}},
+            {"settings", SettingsFacts()},
+            {"silentCheck", SilentCheckFacts(environment->Today())}};
 }
 
 // Runs in the other process, and never returns.
 [[noreturn]] void TellFacts(const passwd& user, const boost::shared_ptr<IEnvironment>& environment,
-                            const QDeadlineTimer& end, int pipe) {
-    alarm(static_cast<unsigned>(end.remainingTime() / 1000 + 1));
+                            int pipe) {
     QFile out;
-    if (BecomeUser(user) && out.open(pipe, QIODevice::WriteOnly))
-        out.write(OwnFacts(user.pw_name, environment));
+    if (BecomeUser(user) && QFile(OwnSettings()).size() <= LONGEST_FACTS &&
+        out.open(pipe, QIODevice::WriteOnly))
+        out.write(QJsonDocument(OwnFacts(user.pw_name, environment)).toJson());
     out.close();
     _exit(0);
 }
 
-// Nothing when the other process was ended or the end has come; an empty text when there is nothing to tell.
-std::optional<QByteArray> FactsOf(const passwd& user, const boost::shared_ptr<IEnvironment>& environment,
-                                  const QDeadlineTimer& end) {
+// What comes until the other side closes the pipe; nothing when the end, or too much, comes first.
+QByteArray ReadWhole(const CFileDescriptor& pipe, const QDeadlineTimer& end) {
+    QByteArray bytes;
+    QByteArray part(1 << 16, Qt::Uninitialized);
+    pollfd ready{.fd = pipe.Get(), .events = POLLIN, .revents = 0};
+    while (bytes.size() <= LONGEST_FACTS && poll(&ready, 1, static_cast<int>(end.remainingTime())) > 0) {
+        const ssize_t count = read(pipe.Get(), part.data(), static_cast<std::size_t>(part.size()));
+        if (count <= 0)
+            return bytes;
+        bytes.append(part.constData(), count);
+    }
+    return {};
+}
+
+// Empty when there is nothing to tell; nothing when the other process failed or the end has come.
+std::optional<QJsonObject> FactsOf(const passwd& user, const boost::shared_ptr<IEnvironment>& environment,
+                                   const QDeadlineTimer& end) {
     int ends[2];
     if (end.hasExpired() || pipe2(ends, O_CLOEXEC) != 0)
         return {};
@@ -67,14 +85,16 @@ std::optional<QByteArray> FactsOf(const passwd& user, const boost::shared_ptr<IE
     CFileDescriptor write(ends[1]);
     const pid_t child = fork();
     if (child == 0)
-        TellFacts(user, environment, std::min(end, QDeadlineTimer(LONGEST_LOOK)), write.Get());
+        TellFacts(user, environment, write.Get());
     write.Close();
-    QFile in;
-    const QByteArray facts = in.open(read.Get(), QIODevice::ReadOnly) ? in.read(LONGEST_FACTS) : QByteArray();
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status))
+    if (child < 0)
         return {};
-    return facts;
+    const QByteArray facts = ReadWhole(read, std::min(end, QDeadlineTimer(LONGEST_LOOK)));
+    // Its user may have stopped it (kill(2)), at any moment.
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const QJsonDocument document = QJsonDocument::fromJson(facts);
+    return document.isObject() ? std::optional(document.object()) : std::nullopt;
 }
 
 }  // namespace
@@ -89,7 +109,7 @@ QJsonArray UsersFacts(const boost::shared_ptr<IEnvironment>& environment, const 
         if (!facts)
             unread << QString::fromUtf8(user->pw_name);
         else if (!facts->isEmpty())
-            users.append(QJsonDocument::fromJson(*facts).object());
+            users.append(*facts);
     }
     endpwent();
     return users;
