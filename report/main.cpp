@@ -42,11 +42,12 @@ bool Print(const QString& text) {
     return false;
 }
 
-// A reader of the file finds the old text or the new one, whole. Devices and pipes are not replaced.
+// A reader of the file finds the old text or the new one, whole. Devices and pipes are not replaced, and no
+// link is followed, which another user may have put into the folder.
 bool Replace(const QString& path, const QString& text) {
     const QFileInfo there(path);
     QSaveFile file(path);
-    if ((there.exists() && !there.isFile()) || !file.open(QIODevice::WriteOnly))
+    if (there.isSymLink() || (there.exists() && !there.isFile()) || !file.open(QIODevice::WriteOnly))
         return false;
     constexpr mode_t EVERYBODY_READS = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
     const mode_t mask = umask(0);

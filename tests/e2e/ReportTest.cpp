@@ -189,6 +189,8 @@ TEST_F(ReportTest, ReplacesAFileInOneStepForEverybodyWhoMayRead) {
     EXPECT_EQ(std::filesystem::status(folder + "/report").permissions(),
               perms::owner_read | perms::owner_write | perms::group_read);
     EXPECT_EQ(Files({folder}).size(), 1U);
+    std::filesystem::create_symlink("report", folder + "/link");
+    EXPECT_EQ(Report({"--output", folder + "/link"}), 3) << "somebody else's, perhaps";
 }
 
 TEST_F(ReportTest, KnowsTheSitesListAndTakesItWhenAsked) {
