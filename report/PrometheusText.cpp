@@ -20,7 +20,7 @@ using Samples = std::map<QString, qint64>;
 QString Labels(const QJsonObject& object, const QStringList& names) {
     QStringList labels;
     for (const QString& name : names) {
-        QString value = Printable(object[name].toString());
+        QString value = Printable(Cut(object[name].toString()));
         value.replace('\\', "\\\\").replace('"', "\\\"");
         labels << name + "=\"" + value + '"';
     }
