@@ -86,9 +86,17 @@ void AddLinks(const CCatalogFile& file, const TiXmlElement& element, std::vector
 CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QString& siteFolder)
     : folder_(QDir::cleanPath(folder)),
       environment_(boost::make_shared<CUnattendedEnvironment>(CVardoDirectoryPath())) {
-    QDirIterator entries(folder_, QDir::Files, QDirIterator::Subdirectories);
-    while (entries.hasNext())
-        files_.push_back(std::make_unique<CCatalogFile>(entries.next()));
+    QDirIterator entries(folder_, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+    while (entries.hasNext()) {
+        const QString path = entries.next();
+        const QFileInfo entry = entries.fileInfo();
+        if (!entry.isDir())
+            files_.push_back(std::make_unique<CCatalogFile>(path));
+        else if (entry.isSymLink() || !entry.isReadable() || !entry.isExecutable())
+            unreadFolders_ << path;
+    }
+    unreadFolders_.sort();
     std::sort(files_.begin(), files_.end(),
               [](const auto& a, const auto& b) { return a->GetPath() < b->GetPath(); });
     if (!siteAddress.isEmpty())

@@ -38,6 +38,8 @@ public:
     // As it was given, without a "/" at its end.
     const QString& GetFolder() const { return folder_; }
     const std::vector<std::unique_ptr<CCatalogFile>>& GetFiles() const { return files_; }
+    // The folders below it that are links, or may not be read: their files are not among the catalogue's.
+    const QStringList& GetUnreadFolders() const { return unreadFolders_; }
     std::vector<const CCatalogFile*> FilesOf(FileKind kind) const;
     // Null when there is none with that path.
     CCatalogFile* Find(const QString& path) const;
@@ -73,6 +75,7 @@ private:
 
     QString folder_;
     std::vector<std::unique_ptr<CCatalogFile>> files_;
+    QStringList unreadFolders_;
     std::vector<Reference> references_;
     std::vector<Reference> links_;
     std::optional<CSite> site_;

@@ -109,6 +109,10 @@ CFindings CheckCatalog(const CCatalog& catalog) {
     CFindings findings;
     if (catalog.GetFiles().empty())
         findings.Add(catalog.GetFolder(), 0, Code::EMPTY_FOLDER, QStringLiteral("the folder holds no file"));
+    for (const QString& folder : catalog.GetUnreadFolders())
+        findings.Add(
+            folder, 0, Code::UNREAD_FOLDER,
+            QStringLiteral("this folder is a link, or may not be read: its files were not looked at"));
     for (const auto& file : catalog.GetFiles())
         CheckForm(*file, findings);
     CheckProductLists(catalog, findings);

@@ -35,6 +35,7 @@ inline constexpr FindingCode NOT_UTF8{"not-utf8", Severity::ERROR};
 inline constexpr FindingCode LONE_AMPERSAND{"lone-ampersand", Severity::ERROR};
 inline constexpr FindingCode DOUBLE_HYPHEN{"double-hyphen", Severity::NOTE};
 inline constexpr FindingCode EMPTY_FOLDER{"empty-folder", Severity::ERROR};
+inline constexpr FindingCode UNREAD_FOLDER{"unread-folder", Severity::ERROR};
 inline constexpr FindingCode BLANK{"blank", Severity::ERROR};
 inline constexpr FindingCode BAD_VALUE{"bad-value", Severity::WARNING};
 inline constexpr FindingCode DUPLICATE_KEY{"duplicate-key", Severity::WARNING};

@@ -13,12 +13,18 @@ namespace {
 
 using namespace LanguageRules;
 
-// Whether there is a strings file in the folder of a language, which lies beside the table.
+// Whether there is a strings file in the folder of a language, which lies beside the table. A table for
+// programs that have their texts elsewhere stands alone.
 bool HasTexts(const CCatalog& catalog, const CCatalogFile& table, const QString& code) {
     const auto files = catalog.FilesOf(FileKind::STRINGS);
-    const QString folder = table.GetFolder() + QLatin1Char('/') + code;
-    return std::any_of(files.begin(), files.end(),
-                       [&](const CCatalogFile* file) { return file->GetFolder() == folder; });
+    const QString folder = table.GetFolder() + QLatin1Char('/');
+    const auto isIn = [](const QString& place) {
+        return [place](const CCatalogFile* file) {
+            return (file->GetFolder() + QLatin1Char('/')).startsWith(place);
+        };
+    };
+    return std::none_of(files.begin(), files.end(), isIn(folder)) ||
+           std::any_of(files.begin(), files.end(), isIn(folder + code + QLatin1Char('/')));
 }
 
 // Checks one table.

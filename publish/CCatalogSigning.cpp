@@ -6,6 +6,7 @@
 #include "catalog/Checks.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileReplacement.h"
+#include "platform/text/PrintableText.h"
 #include "signing/CCatalogueSeal.h"
 #include "signing/CMinisignSignature.h"
 
@@ -82,7 +83,7 @@ std::optional<std::vector<SignedFile>> CCatalogSigning::SignAll() {
         if (contents.isEmpty())
             return std::nullopt;
         all.push_back({file->GetPath(), contents,
-                       QStringLiteral("%1: signed until %2\n").arg(file->GetPath(), lastDay_)});
+                       QStringLiteral("%1: signed until %2\n").arg(Printable(file->GetPath()), lastDay_)});
     }
     if (all.empty())
         problem_ = QStringLiteral("nothing here is published, or --site is needed to tell where");

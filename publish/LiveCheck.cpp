@@ -71,6 +71,9 @@ CFindings CheckLive(const CCatalog& catalog, const QString& address, Downloader&
     TransferRecord last;
     downloader.SetTransferCallback([&last](const TransferRecord& record) { last = record; });
     CFindings findings;
+    if (files.empty())
+        findings.Add(site->GetFolder(), 0, Code::EMPTY_FOLDER,
+                     QStringLiteral("programs fetch no file of this folder"));
     const auto compare = [&](const QString& path, const CVardoFilePath& file) {
         const QString asked = addressOf(path).ToQString();
         if (file.IsEmpty())

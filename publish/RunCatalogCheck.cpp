@@ -10,6 +10,7 @@
 #include "publish/LiveCheck.h"
 
 #include <QCommandLineParser>
+#include <QRegularExpression>
 #include <ostream>
 
 namespace {
@@ -96,10 +97,11 @@ Options ReadOptions(const QStringList& arguments) {
                     .live = parser.value(live),
                     .common = {.isHelp = parser.isSet(help), .isVersion = parser.isSet(version)}};
     options.common.problem = options.arguments.problem;
+    static const QRegularExpression unsent(QStringLiteral("[@?#]"));
     if (options.common.problem.isEmpty() && parser.isSet(live) &&
-        (options.isPreview || !CanBeFetched(options.live)))
-        options.common.problem =
-            QStringLiteral("--live takes an address with \"http://\" and a host, and no --preview");
+        (options.isPreview || !CanBeFetched(options.live) || options.live.contains(unsent)))
+        options.common.problem = QStringLiteral(
+            "--live takes an address with \"http://\", a host and folders alone, and no --preview");
     return options;
 }
 

@@ -7,6 +7,7 @@
 #include "platform/files/Addresses.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileSystem.h"
+#include "platform/text/PrintableText.h"
 #include "products/CProductVersion.h"
 #include "products/DescriptionFormat.h"
 #include "publish/CCatalogSigning.h"
@@ -174,8 +175,9 @@ private:
         if (!signature)
             problem_ = QStringLiteral("minisign: ") + tool_->GetProblem();
         else if (IsGood(*path, *signature, offer, folder))
-            signatures.push_back({SignatureOf(*path), *signature,
-                                  QStringLiteral("%1\n%2: signed\n").arg(*path, SignatureOf(*path))});
+            signatures.push_back(
+                {SignatureOf(*path), *signature,
+                 QStringLiteral("%1\n%2: signed\n").arg(Printable(*path), Printable(SignatureOf(*path)))});
         return problem_.isEmpty();
     }
 
@@ -208,7 +210,7 @@ private:
 };
 
 int Fail(const QString& problem, std::ostream& err) {
-    err << "VARDOCatalogRelease: " << problem.toStdString() << '\n';
+    err << "VARDOCatalogRelease: " << Printable(problem).toStdString() << '\n';
     return EXIT_ERRORS;
 }
 

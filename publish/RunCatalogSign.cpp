@@ -3,6 +3,7 @@
 
 #include "publish/FolderProgram.h"
 
+#include "platform/text/PrintableText.h"
 #include "publish/CCatalogSigning.h"
 
 #include <QCommandLineParser>
@@ -78,7 +79,7 @@ int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
                                   : signing.GetProblem() + QStringLiteral("; nothing was signed");
     if (failure.isEmpty())
         return EXIT_CLEAN;
-    err << "VARDOCatalogSign: " << failure.toStdString() << '\n';
+    err << "VARDOCatalogSign: " << Printable(failure).toStdString() << '\n';
     return EXIT_ERRORS;
 }
 

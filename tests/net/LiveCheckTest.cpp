@@ -61,4 +61,9 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
         // The first case has shown that an installer may be large.
         large = "x";
     }
+    std::ostringstream out;
+    EXPECT_EQ(
+        RunCatalogCheck({"", "--live", "http://h/", QString::fromStdString(tree.Path("share"))}, out, out),
+        EXIT_ERRORS)
+        << "nothing to fetch";
 }

@@ -213,6 +213,8 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
 TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {
     shared_.Write("site/CAPITALS.XML", "<a");
     EXPECT_EQ(Count(Check(), "site/CAPITALS.XML:", "malformed"), 1);
+    std::filesystem::create_directory_symlink("pages", shared_.Path("site/linked"));
+    EXPECT_EQ(Count(Check(), "site/linked:1: error", "unread-folder"), 1);
     Alter(LIST, "SoftwareUpdateVTL", "SoftwareUpdateVTX");
     EXPECT_EQ(Count(Check(), "program/share/SoftwareUpdateVTL.xml:1: note", "unlisted"), 1);
     EXPECT_THAT(Rows(), testing::Not(testing::Contains(testing::HasSubstr("VARDO Timeline"))));
@@ -278,7 +280,7 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
         {"private-file", "note"},        {"not-served", "error"},
         {"served-otherwise", "error"},   {"unsigned-file", "error"},
         {"signed-elsewhere", "error"},   {"signature-over", "error"},
-        {"signature-ends", "warning"},
+        {"signature-ends", "warning"},   {"unread-folder", "error"},
     };
     for (const Mistake& mistake : Mistakes())
         tested[mistake.code] = mistake.place.section(": ", 1, 1);
