@@ -4,6 +4,8 @@
 #include "net/dialog/ProxyAuth.h"
 
 #include <QIntValidator>
+#include <QLayout>
+#include <QLocale>
 #include <QMessageBox>
 #include <algorithm>
 
@@ -50,9 +52,16 @@ ProxyAuth::ProxyAuth(QWidget* parent) : QDialog(parent), form_(std::make_unique<
     setAttribute(Qt::WA_DeleteOnClose, false);
     setAttribute(Qt::WA_QuitOnClose, false);
     QLineEdit& port = *form_->proxyPortEdit;
-    port.setValidator(new CPortValidator(MIN_PORT, MAX_PORT, this));
+    auto* validator = new CPortValidator(MIN_PORT, MAX_PORT, this);
+    // GetPort reads no digits but these.
+    validator->setLocale(QLocale::c());
+    port.setValidator(validator);
     // The form's width is too narrow for five large digits and the frame.
     port.setFixedWidth(std::max(port.maximumWidth(), port.fontMetrics().horizontalAdvance("000000")));
+    // Large letters need more than the form's height and least width.
+    const QSize least = minimumSize().expandedTo(layout()->minimumSize());
+    setMinimumSize(least);
+    setMaximumSize(maximumSize().expandedTo(least));
 }
 
 ProxyAuth::~ProxyAuth() = default;

@@ -218,4 +218,9 @@ TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
         EXPECT_EQ(taken, expected);
         EXPECT_EQ(user.Count(), taken.endsWith('?') ? 1 : 0);
     }
+    QLocale::setDefault(QLocale("ar_EG"));
+    const ProxyAuth arabic(nullptr);
+    QLocale::setDefault(QLocale::c());
+    Edit(arabic, "proxyPortEdit")->setText(QString::fromUtf8("\u0663\u0661\u0662\u0668"));
+    EXPECT_FALSE(Edit(arabic, "proxyPortEdit")->hasAcceptableInput()) << arabic.GetPort();
 }
