@@ -49,8 +49,8 @@ void SetReason(QTableWidgetItem& cell, const QString& reason) {
 constexpr int SHORTEST_REST = 1000;
 
 // Disables the button while its action runs, which may serve events, and for a second at least. Gives it back
-// its focus then, unless the user moved it; meanwhile no button has it that Enter could press.
-void Press(QPushButton& button, const CProductTable::Action& action) {
+// its focus then, unless the user moved it; meanwhile the table has it, since Enter would press a button.
+void Press(QPushButton& button, QTableWidget& table, const CProductTable::Action& action) {
     if (!action)
         return;
     bool isGone = false;
@@ -58,16 +58,17 @@ void Press(QPushButton& button, const CProductTable::Action& action) {
     const bool hadFocus = button.window()->focusWidget() == &button;
     QElapsedTimer rest;
     rest.start();
-    button.clearFocus();
+    if (hadFocus)
+        table.setFocus();
     button.setEnabled(false);
     action();
     if (isGone)
         return;
     QObject::disconnect(watch);
     const int remaining = std::max(0, SHORTEST_REST - static_cast<int>(rest.elapsed()));
-    QTimer::singleShot(remaining, &button, [&button, hadFocus] {
+    QTimer::singleShot(remaining, &button, [&button, &table, hadFocus] {
         button.setEnabled(true);
-        if (hadFocus && !button.window()->focusWidget())
+        if (hadFocus && table.window()->focusWidget() == &table)
             button.setFocus();
     });
 }
@@ -127,8 +128,9 @@ void CProductTable::AddButton(int row, const Action& action) {
     QPushButton* button = MakeRowButton(tr("Current"));
     NameButton(row, *button);
     // The rows may be rebuilt while this action runs, so a copy of it runs and the deletion waits.
-    const boost::shared_ptr<Qtfier> click(new Qtfier([button, action] { Press(*button, Action(action)); }),
-                                          [](Qtfier* retired) { retired->deleteLater(); });
+    const boost::shared_ptr<Qtfier> click(
+        new Qtfier([this, button, action] { Press(*button, table_, Action(action)); }),
+        [](Qtfier* retired) { retired->deleteLater(); });
     QObject::connect(button, &QPushButton::clicked, click.get(), &Qtfier::Slot);
     rowActions_.push_back(click);
     // A widget with a size is not asked for its size hint when it appears; the cell resizes it.

@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QLocale>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -37,7 +38,8 @@ void CProgressWindow::Build() {
     bytes_ = new QLabel;
     setWindowTitle(tr("VARDO Product Update: Please Wait"));
     text_->setWordWrap(true);
-    text_->setMinimumWidth(fontMetrics().averageCharWidth() * TEXT_WIDTH_IN_CHARACTERS);
+    text_->setMinimumWidth(std::min(fontMetrics().averageCharWidth() * TEXT_WIDTH_IN_CHARACTERS,
+                                    screen()->availableSize().width() * 3 / 4));
     bar_->setObjectName("progressBar");
     bar_->setTextVisible(false);
     bytes_->setObjectName("bytesLabel");

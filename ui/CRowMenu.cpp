@@ -28,7 +28,7 @@ CRowMenu::CRowMenu(QTableWidget& table, Window window)
     : QObject(&table), table_(table), window_(std::move(window)) {
     table.installEventFilter(this);
     table.viewport()->installEventFilter(this);
-    const auto onKeys = [&table](const QKeySequence& keys, auto act) {
+    const auto onKeys = [&table](const auto& keys, auto act) {
         auto* shortcut = new QShortcut(keys, &table);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, &table, act);

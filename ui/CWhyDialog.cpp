@@ -10,8 +10,10 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace {
 
@@ -32,7 +34,10 @@ QPlainTextEdit* MakeExplanation(const QString& name, const QString& text) {
     field->setLayoutDirection(Qt::LeftToRight);
     field->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     const QFontMetrics metrics(field->font());
-    field->setMinimumSize(metrics.averageCharWidth() * COLUMNS, metrics.lineSpacing() * LINES);
+    // The reason and the buttons need room on the screen, too.
+    const QSize screen = field->screen()->availableSize();
+    field->setMinimumSize(std::min(metrics.averageCharWidth() * COLUMNS, screen.width() * 3 / 4),
+                          std::min(metrics.lineSpacing() * LINES, screen.height() / 3));
     return field;
 }
 
@@ -53,8 +58,9 @@ CWhyDialog::CWhyDialog(const QString& product, const QString& reason, const QStr
     }
     layout->addWidget(MakeExplanation(product, explanation));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    const QPushButton* copy = buttons->addButton(tr("Copy"), QDialogButtonBox::ActionRole);
+    // Before it gets its second button, so that the Tab key goes through both.
     layout->addWidget(buttons);
+    const QPushButton* copy = buttons->addButton(tr("Copy"), QDialogButtonBox::ActionRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(copy, &QPushButton::clicked, this, [text = (reason + '\n' + explanation).trimmed() + '\n'] {
         QApplication::clipboard()->setText(text);

@@ -129,7 +129,9 @@ void MainWindow::MakeRoomForNames() {
     if (givenWidth_ == width())
         return;
     resize(givenWidth_, height());
-    move(x() - std::max(0, frameGeometry().right() - free.right()), y());
+    // A window that is too wide for the screen shows the names.
+    const int left = x() - std::max(0, frameGeometry().right() - free.right());
+    move(isLeftToRight() ? std::max(left, free.left()) : left, y());
 }
 
 int MainWindow::OwnWidth() const {

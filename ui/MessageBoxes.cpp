@@ -24,6 +24,9 @@ QString Title() {
 void Warn(const QString& text) {
     QMessageBox box(QMessageBox::Warning, Title(), text, QMessageBox::Ok);
     box.setTextFormat(Qt::PlainText);
+    // With the last flag the Tab key reaches the text, from which an address can be copied.
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard |
+                                Qt::LinksAccessibleByKeyboard);
     box.exec();
 }
 
