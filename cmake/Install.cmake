@@ -20,6 +20,17 @@ if(VARDO_UPDATE_SITE AND VARDO_SELF_UPDATE AND NOT VARDO_PUBLIC_KEY AND NOT VARD
     "-DVARDO_UNSIGNED_SELF_UPDATE=ON (it does, and trusts the network)")
 endif()
 
+# The installation would give a secret key to everybody, and with a garbled one no newer version ever starts. A file may
+# hold several keys.
+foreach(key IN LISTS VARDO_PUBLIC_KEY VARDO_CATALOGUE_KEY)
+  file(STRINGS "${key}" lines LIMIT_COUNT 2)
+  list(POP_BACK lines line)
+  string(LENGTH "${line}" length)
+  if(NOT length EQUAL 56 OR NOT line MATCHES "^RW[A-Za-z0-9+/]+$")
+    message(FATAL_ERROR "${key} is no public key of minisign; give the .pub file, see docs/signing.md")
+  endif()
+endforeach()
+
 set(VARDO_PRODUCT_LIST "")
 set(VARDO_NO_UPDATES " NoUpdates=\"true\"")
 if(VARDO_UPDATE_SITE)
