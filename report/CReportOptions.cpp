@@ -32,8 +32,8 @@ Exit status:
   3   nothing could be reported: there is no product list, no server was reached
       for any product, or the output could not be written
   64  wrong usage
-Older versions, disabled products, notices and what --offline leaves unchecked
-do not count.
+Older versions, skipped ones, disabled products, notices and what --offline
+leaves unchecked do not count.
 
 The proxy is the one of the settings, unless --proxy names another. Nobody is
 ever asked for its credentials: give --username and --password-file.

@@ -211,15 +211,18 @@ QString CUpdateReport::WhyNot(const CVardoFilePath& list, bool isInstalled) cons
     if (!isInstalled && usersVerdict != Verdict::COUNTS)
         return VerdictText(usersVerdict);
     Products other(environment_);
-    return other.Load(list) ? "it is not newer" : "it holds no product";
+    if (!other.Load(list))
+        return "it holds no product";
+    return other.GetVersion().IsValid() ? "it is not newer" : "its Version is no version";
 }
 
 QJsonObject CUpdateReport::ListFacts() const {
     const Products& list = *controller_.GetProductList();
     QJsonObject facts = scope_.isExplained ? ExplainList() : QJsonObject();
     // A fetched one has been deleted.
-    facts["file"] =
+    const QString file =
         list.GetPath().Exists() || listAddress_.isEmpty() ? PathText(list.GetPath()) : listAddress_;
+    facts["file"] = isListed_ ? file : QString();
     facts["version"] = list.GetVersion().GetString().ToQString();
     facts["newer"] = newerList_;
     return facts;
@@ -235,5 +238,5 @@ QJsonObject CUpdateReport::ExplainList() const {
     installedList.Load(installed);
     return {{"passedOver", PathText(other)},
             {"reason", WhyNot(other, isUsers)},
-            {"otherHost", isUsers ? OtherHost(list, installedList) : QString()}};
+            {"otherHost", isUsers && users.Exists() ? OtherHost(list, installedList) : QString()}};
 }
