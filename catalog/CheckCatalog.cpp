@@ -4,6 +4,7 @@
 #include "catalog/Checks.h"
 #include "catalog/FileKinds.h"
 
+#include <QFile>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
 #include <algorithm>
@@ -96,6 +97,9 @@ void CheckForm(const CCatalogFile& file, CFindings& findings) {
         const XmlFault fault = Diagnose(file);
         findings.Add(file.GetPath(), fault.line, Code::MALFORMED,
                      QStringLiteral("the program takes this file for missing: %1").arg(fault.reason.c_str()));
+        if (QFile bytes(file.GetPath()); bytes.open(QIODevice::ReadOnly) && !bytes.readAll().isValidUtf8())
+            findings.Add(file.GetPath(), fault.line, Code::NOT_UTF8,
+                         QStringLiteral("the file is not UTF-8, which may be the reason"));
     } else if (kind == FileKind::UNKNOWN && !IsSettings(file)) {
         findings.Add(file.GetPath(), 0, Code::UNKNOWN_FILE, QStringLiteral("the program reads no such file"));
     } else if (IsXmlKind(kind)) {
