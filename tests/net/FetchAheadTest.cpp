@@ -120,6 +120,7 @@ TEST_F(FetchAhead, CancelEndsTheFetchInHandAndWhatIsAheadOfIt) {
     const CAtlString silent(server_.Address("/silent.xml"));
     const std::vector<CAtlString> passes[] = {
         {}, {silent}, std::vector<CAtlString>(std::size_t{2} * LIMIT, silent)};
+    downloader_->SetFailureCallback([](const QString& text) { ADD_FAILURE() << text.toStdString(); });
     for (const std::vector<CAtlString>& announced : passes) {
         server_.Serve("/silent.xml", LoopbackAnswer::Silence());
         downloader_->FetchAhead(announced);

@@ -42,6 +42,7 @@ public:
         return Download(url);
     }
 
+    void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override { proxy = handler; }
     void SetFailureCallback(const FailureCallback& callback) override { failed_ = callback; }
     void TellFailure(const QString& reason) override {
         if (failed_)
@@ -59,6 +60,7 @@ public:
         isCancelled_ = true;
     }
 
+    boost::shared_ptr<ProxyHandlerBase> proxy;
     int cancels = 0;
     // The addresses of each call of FetchAhead.
     std::vector<std::vector<std::string>> announced;

@@ -3,6 +3,7 @@
 
 // Which program opens an address on each desktop, and how processes are started.
 #include <gtest/gtest.h>
+#include <QTimer>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -116,4 +117,6 @@ TEST(ProcessStarter, LeavesASlowProgramRunning) {
         isLeft = endSleeper();
     }
     EXPECT_TRUE(isLeft);
+    QTimer::singleShot(0, [&] { starter.StopWaiting(); });
+    EXPECT_TRUE(starter.RunAndWait("sleep", {"1"}, 10000)) << "no other browser may follow the closed window";
 }

@@ -94,6 +94,7 @@ TEST(XmlDoor, EncodingsAndValues) {
         {"line ends stay", "<a v='1\r\n2'/>", UTF8, L"1\r\n2"},
         {"byte order mark", "\xEF\xBB\xBF<a v='&#x4E2D;'/>", FOUND, L"\u4E2D"},
         {"UTF-8 declared", " <?xml version='1.0' encoding='utf-8'?><a v='&#x4E2D;'/>", FOUND, L"\u4E2D"},
+        {"nothing declared", "<?xml version='1.0'?><a v='&#x4E2D;'/>", FOUND, L"\u4E2D"},
         {"single bytes declared", latin, FOUND, L"x"},
         {"single bytes despite the declaration", latin, UTF8, L"(rejected)"},
     };

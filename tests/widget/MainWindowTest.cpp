@@ -110,6 +110,9 @@ TEST_F(MainWindowTest, TabReachesEverythingAndEnterPressesTheFocusedButtonAlone)
     retry_.setFocus();
     QTest::keyClick(&retry_, Qt::Key_Space);
     EXPECT_TRUE(retry_.hasFocus());
+    downloader_->whileDownloading = [this] { Find<QSpinBox>("spinBox")->setFocus(); };
+    QTest::keyClick(&retry_, Qt::Key_Space);
+    EXPECT_FALSE(retry_.hasFocus()) << "the user has moved it during the check";
 }
 
 TEST_F(MainWindowTest, FocusedButtonOrCellIsScrolledIntoView) {

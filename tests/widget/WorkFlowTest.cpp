@@ -35,7 +35,11 @@ protected:
         QTimer user;
         QObject::connect(&user, &QTimer::timeout, [&] {
             QWidget* window = QApplication::activeModalWidget();
-            if (!window || !window->findChild<QPushButton*>("retryButton")->isEnabled())
+            const auto* retry = window ? window->findChild<QPushButton*>("retryButton") : nullptr;
+            // Any other dialog asks for credentials.
+            if (window && !retry)
+                isAsked_ = window->close();
+            if (!retry || !retry->isEnabled())
                 return;
             latest_ << window->findChild<QTableWidget*>("tableWidget")->item(0, 2)->text();
             if (atEnd)
@@ -62,6 +66,7 @@ protected:
 
     // The first row's latest version in each window that the program showed.
     QStringList latest_;
+    bool isAsked_ = false;
     CApplicationFactory* running_ = nullptr;
 };
 
@@ -72,11 +77,15 @@ TEST_F(WorkFlow, StartedAgainItShowsItsWindowEvenBeforeASilentCheckHasEnded) {
     // The user starts it again while it fetches the list, and while it fetches the product.
     for (const std::size_t request : {1U, 2U}) {
         downloader_->addresses.clear();
+        isAsked_ = false;
         downloader_->whileDownloading = [&] {
             if (downloader_->addresses.size() == request)
                 running_->Activate();
             QTest::qWait(10);
             EXPECT_EQ(window() != nullptr, downloader_->addresses.size() == 2) << "it has its rows";
+            CAtlString user, password;
+            downloader_->proxy->OnProxyAuthRequired(L"proxy", 8080, user, password);
+            EXPECT_EQ(isAsked_, window() != nullptr) << "it asks only where it has a window";
         };
         StoreSettings(1, 30, 0);
         Run({"-silent"}, [&](QWidget& seen) {
@@ -123,6 +132,7 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
     const int day = Today();
     Run({"-silent"}, [&](QWidget& window) {
         EXPECT_EQ(window.geometry(), QRect(40, 50, 700, 450));
+        EXPECT_TRUE(window.findChild<QLabel*>("labelDate")->toolTip().contains(" is due on "));
         environment_->today = environment_->today.addDays(1);
     });
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=7 LastChecked=" + std::to_string(day))
@@ -150,10 +160,6 @@ TEST_F(WorkFlow, CheckOfNothingKeepsTheRecordAndIsSeenWhenInteractive) {
 }
 
 TEST_F(WorkFlow, TakesTheProxyFromTheCommandLineOnlyWhenToldTo) {
-    struct Spy : FakeDownloader {
-        void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) override { proxy = handler; }
-        boost::shared_ptr<ProxyHandlerBase> proxy;
-    };
     ProxyHandlerBase stored;
     stored.LoadProxySettings();
     stored.SetProxyHost("stored");
@@ -163,11 +169,10 @@ TEST_F(WorkFlow, TakesTheProxyFromTheCommandLineOnlyWhenToldTo) {
         context.proxy = given;
         context.userName = "anna";
         context.overrideProxy = overrideProxy;
-        const auto spy = boost::make_shared<Spy>();
-        CWorkFlow(environment_, spy).Initialize(context);
+        CWorkFlow(environment_, downloader_).Initialize(context);
         CAtlString host, userName, password;
         int port = -1;
-        spy->proxy->GetProxySettings(host, port, userName, password);
+        downloader_->proxy->GetProxySettings(host, port, userName, password);
         return (userName + "@" + host + ":" + std::to_string(port).c_str()).ToQString();
     };
     EXPECT_EQ(proxyOf("given", false), QString("anna@stored:8080"));
@@ -210,8 +215,11 @@ TEST_F(WorkFlow, CheckGoesOnWhenTheSelfUpdateIsForbiddenOrDeclinedOrFails) {
     machine.setValue("Interval", 90);
     Run({}, [](QWidget& window) {
         const auto* days = window.findChild<QSpinBox*>("spinBox");
-        EXPECT_TRUE(!days->isEnabled() && days->value() == 90);
-        EXPECT_TRUE(window.findChild<QCheckBox*>("checkBox")->isEnabled());
+        auto* box = window.findChild<QCheckBox*>("checkBox");
+        for (const bool isOn : {false, true}) {
+            box->click();
+            EXPECT_TRUE(box->isChecked() == isOn && !days->isEnabled() && days->value() == 90);
+        }
     });
     EXPECT_EQ(environment_->selfUpdateQuestions, 0);
     machine.remove("");
