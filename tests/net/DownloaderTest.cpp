@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <filesystem>
 
+#include <sys/mount.h>
 #include <sys/stat.h>
 
 #include "net/Downloader.h"
@@ -105,4 +106,11 @@ TEST_F(ADownloader, SaysWhoFailed) {
         EXPECT_EQ(Fetch(row.address), "");
         EXPECT_EQ(told, row.text);
     }
+    // In the tests' own mount namespace.
+    std::ofstream("/tmp/hosts") << "127.0.0.1 updates.invalid\n";
+    ASSERT_EQ(mount("/tmp/hosts", "/etc/hosts", nullptr, MS_BIND, nullptr), 0);
+    downloader_.FetchAhead({});
+    downloader_.SetProxy(L"", 0);
+    EXPECT_NE(Fetch(server_.Address("/a.xml").replace("127.0.0.1", "updates.invalid")), "") << "asked again";
+    umount("/etc/hosts");
 }
