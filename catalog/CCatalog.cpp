@@ -81,6 +81,12 @@ void AddLinks(const CCatalogFile& file, const TiXmlElement& element, std::vector
         AddLinks(file, *child, links);
 }
 
+// Links are not followed: what they lead to must lie in the whole folder by another path.
+bool IsLookedInto(const QFileInfo& folder, const QString& whole) {
+    return folder.isReadable() && folder.isExecutable() &&
+           folder.canonicalFilePath().startsWith(whole + u'/');
+}
+
 }  // namespace
 
 CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QString& siteFolder)
@@ -88,12 +94,13 @@ CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QStr
       environment_(boost::make_shared<CUnattendedEnvironment>(CVardoDirectoryPath())) {
     QDirIterator entries(folder_, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
                          QDirIterator::Subdirectories);
+    const QString whole = QFileInfo(folder_).canonicalFilePath();
     while (entries.hasNext()) {
         const QString path = entries.next();
         const QFileInfo entry = entries.fileInfo();
         if (!entry.isDir())
             files_.push_back(std::make_unique<CCatalogFile>(path));
-        else if (entry.isSymLink() || !entry.isReadable() || !entry.isExecutable())
+        else if (!IsLookedInto(entry, whole))
             unreadFolders_ << path;
     }
     unreadFolders_.sort();

@@ -38,7 +38,7 @@ public:
     // As it was given, without a "/" at its end.
     const QString& GetFolder() const { return folder_; }
     const std::vector<std::unique_ptr<CCatalogFile>>& GetFiles() const { return files_; }
-    // The folders below it that are links, or may not be read: their files are not among the catalogue's.
+    // The folders below it that are links to others, or may not be read: the catalogue lacks their files.
     const QStringList& GetUnreadFolders() const { return unreadFolders_; }
     std::vector<const CCatalogFile*> FilesOf(FileKind kind) const;
     // Null when there is none with that path.

@@ -4,7 +4,6 @@
 #include "catalog/Checks.h"
 #include "catalog/FileKinds.h"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
 #include <algorithm>
@@ -97,7 +96,8 @@ void CheckForm(const CCatalogFile& file, CFindings& findings) {
         const XmlFault fault = Diagnose(file);
         findings.Add(file.GetPath(), fault.line, Code::MALFORMED,
                      QStringLiteral("the program takes this file for missing: %1").arg(fault.reason.c_str()));
-        if (QFile bytes(file.GetPath()); bytes.open(QIODevice::ReadOnly) && !bytes.readAll().isValidUtf8())
+        const CAtlStringA bytes = ReadFileBytes(file.GetFilePath());
+        if (!QUtf8StringView(bytes.begin(), bytes.end()).isValidUtf8())
             findings.Add(file.GetPath(), fault.line, Code::NOT_UTF8,
                          QStringLiteral("the file is not UTF-8, which may be the reason"));
     } else if (kind == FileKind::UNKNOWN && !IsSettings(file)) {
@@ -116,7 +116,8 @@ CFindings CheckCatalog(const CCatalog& catalog) {
     for (const QString& folder : catalog.GetUnreadFolders())
         findings.Add(
             folder, 0, Code::UNREAD_FOLDER,
-            QStringLiteral("this folder is a link, or may not be read: its files were not looked at"));
+            QStringLiteral(
+                "this folder is a link to another, or may not be read: its files were not looked at"));
     for (const auto& file : catalog.GetFiles())
         CheckForm(*file, findings);
     CheckProductLists(catalog, findings);

@@ -214,7 +214,7 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
 TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {
     shared_.Write("site/CAPITALS.XML", "<a");
     EXPECT_EQ(Count(Check(), "site/CAPITALS.XML:", "malformed"), 1);
-    std::filesystem::create_directory_symlink("pages", shared_.Path("site/linked"));
+    std::filesystem::create_directory_symlink("/usr", shared_.Path("site/linked"));
     EXPECT_EQ(Count(Check(), "site/linked:1: error", "unread-folder"), 1);
     Alter(LIST, "SoftwareUpdateVTL", "SoftwareUpdateVTX");
     EXPECT_EQ(Count(Check(), "program/share/SoftwareUpdateVTL.xml:1: note", "unlisted"), 1);
