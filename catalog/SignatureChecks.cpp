@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 #include "catalog/Checks.h"
+#include "catalog/ElementChecks.h"
 #include "platform/files/CVardoDirectoryPath.h"
+#include "products/ListFormat.h"
+#include "products/Products.h"
 #include "signing/CCatalogueSeal.h"
 #include "signing/CMinisignSignature.h"
 
@@ -44,6 +47,24 @@ void CheckPaths(const CCatalog& catalog, const CCatalogFile& file, const QString
     }
 }
 
+// An installation stores a list only for the path that its own list names.
+void CheckListAddresses(const CCatalog& catalog, const CCatalogFile& key, CFindings& findings) {
+    const auto pathOf = [](const CCatalogFile& list) {
+        return CCatalogueSeal::PathOf(CAtlString(AttributeText(*list.GetRoot(), ListFormat::URL)));
+    };
+    const CCatalogFile* installed =
+        catalog.Find(key.GetFolder() + QLatin1Char('/') + Products::FILE_NAME.ToQString());
+    if (!installed || !installed->GetRoot() || pathOf(*installed).empty())
+        return;
+    for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST))
+        if (catalog.PublishedAt(*list) && list->GetRoot() && pathOf(*list) != pathOf(*installed))
+            findings.Add(
+                list->GetPath(), AttributeLine(*list->GetRoot(), ListFormat::URL), Code::SIGNED_ELSEWHERE,
+                QStringLiteral("installations go on to \"%1\", but believe no stored list of another "
+                               "path than \"%2\"")
+                    .arg(Text(pathOf(*list)), Text(pathOf(*installed))));
+}
+
 void CheckPublished(const CCatalog& catalog, const CCatalogFile& key, CFindings& findings) {
     const CCatalogueSeal seal(CVardoDirectoryPath(CAtlString(key.GetFolder())));
     for (const auto& file : catalog.GetFiles()) {
@@ -72,7 +93,9 @@ void CheckSignatures(const CCatalog& catalog, CFindings& findings) {
             findings.Add(key->GetPath(), 0, Code::BAD_KEY,
                          QStringLiteral("this is no file of public keys, or holds something else as well: "
                                         "installations with it refuse everything that must be signed"));
-        else if (key->GetName() == QString::fromWCharArray(CCatalogueSeal::KEY_FILE))
+        else if (key->GetName() == QString::fromWCharArray(CCatalogueSeal::KEY_FILE)) {
             CheckPublished(catalog, *key, findings);
+            CheckListAddresses(catalog, *key, findings);
+        }
     }
 }

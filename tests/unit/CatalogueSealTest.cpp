@@ -128,6 +128,8 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
     shared_.Write("site/updates/notebook.xml", Signed(CONTENT, "path:/p.xml until:20200131"));
     for (const char* code : {"signature-over", "signed-elsewhere"})
         EXPECT_EQ(Count(Check(), "site/updates/notebook.xml:1: error", code), 1);
+    Alter("site/products.xml", "/products.xml\"", "/new/products.xml\"");
+    EXPECT_EQ(Count(Check(), "site/products.xml:", "signed-elsewhere"), 1) << "of its Url";
     shared_.Write("program/share/VardoCatalogue.pub", "no key");
     EXPECT_EQ(Count(Check(), "program/share/VardoCatalogue.pub:1: error", "bad-key"), 1);
 
