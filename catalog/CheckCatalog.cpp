@@ -59,15 +59,16 @@ XmlFault Diagnose(const CCatalogFile& file) {
     // The program lets an unknown entity pass.
     const QString text = ReadFileBytes(file.GetFilePath()).ToQString().replace(u'&', u' ');
     QXmlStreamReader reader(text);
-    const auto tagLine = [&] {
-        const qsizetype tag = text.lastIndexOf(u'<', std::max<qsizetype>(reader.characterOffset() - 1, 0));
+    // Of the tag that ends at the offset.
+    const auto lineOf = [&](qsizetype offset) {
+        const qsizetype tag = text.lastIndexOf(u'<', std::max<qsizetype>(offset - 1, 0));
         return 1 + static_cast<int>(QStringView(text).left(tag).count(u'\n'));
     };
-    std::vector<std::pair<QString, int>> open;
+    std::vector<std::pair<QString, qsizetype>> open;
     while (!reader.atEnd()) {
         const auto token = reader.readNext();
         if (token == QXmlStreamReader::StartElement)
-            open.emplace_back(reader.qualifiedName().toString(), tagLine());
+            open.emplace_back(reader.qualifiedName().toString(), reader.characterOffset());
         else if (token == QXmlStreamReader::EndElement)
             open.pop_back();
     }
@@ -78,9 +79,9 @@ XmlFault Diagnose(const CCatalogFile& file) {
                             reason.contains(QLatin1String("tag mismatch"));
     if (isUnclosed && !open.empty())
         return {
-            open.back().second,
+            lineOf(open.back().second),
             QStringLiteral("<%1>, which begins here, is not closed").arg(open.back().first).toStdString()};
-    return {tagLine(), reason.toStdString()};
+    return {lineOf(reader.characterOffset()), reason.toStdString()};
 }
 
 // The program reads settings from folders with the organisation's name.

@@ -7,8 +7,18 @@
 #include "platform/files/Addresses.h"
 
 #include <QJsonArray>
+#include <utility>
 
 namespace {
+
+// The most facts of one kind. A hostile list could fill the memory with them.
+constexpr std::size_t MOST_FACTS = 100;
+
+template <typename Facts>
+void Keep(Facts& facts, typename Facts::value_type fact) {
+    if (facts.size() < MOST_FACTS)
+        facts.push_back(std::move(fact));
+}
 
 QString Text(const CAtlString& text) {
     return text.ToQString();
@@ -109,7 +119,7 @@ QString VerdictText(Verdict verdict) {
 }
 
 void CExplanation::OnLocalFile(const CVardoFilePath& file, Verdict verdict, const CVersionString& installed) {
-    files_.push_back({file, verdict, installed});
+    Keep(files_, {file, verdict, installed});
 }
 
 void CExplanation::OnComparison(const CAtlString& key, const CAtlString& disabler) {
@@ -118,7 +128,7 @@ void CExplanation::OnComparison(const CAtlString& key, const CAtlString& disable
 
 void CExplanation::OnDisabler(const CAtlString& key, const CVersionString& installed,
                               const CVersionStringRange& range, bool disables) {
-    disablers_.push_back({key, installed, range, disables});
+    Keep(disablers_, {key, installed, range, disables});
 }
 
 void CExplanation::OnOffer(const CVersionStringRange* range, const CUpdateEntry& offer) {
@@ -127,7 +137,7 @@ void CExplanation::OnOffer(const CVersionStringRange* range, const CUpdateEntry&
 
 void CExplanation::OnCategory(const CAtlString& id, const CAtlString& installed,
                               const CAtlString& published) {
-    categories_.push_back({id, installed, published});
+    Keep(categories_, {id, installed, published});
 }
 
 QJsonObject CExplanation::ToJson() const {

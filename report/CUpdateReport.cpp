@@ -9,6 +9,7 @@
 
 #include <QUrl>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -164,7 +165,11 @@ QJsonValue CUpdateReport::Error(const ReportRow& row, const IProduct& product) c
 
 bool CUpdateReport::IsAnybodyThere() const {
     bool isAsked = false;
+    const IProduct* last = nullptr;
     for (const auto& entry : entries_) {
+        // All entries of one product have the same explanation.
+        if (std::exchange(last, entry.product.get()) == entry.product.get())
+            continue;
         const QJsonArray requests = Explanation(*entry.product)["requests"].toArray();
         isAsked = isAsked || !requests.isEmpty();
         if (std::any_of(requests.begin(), requests.end(), WasAnswered))

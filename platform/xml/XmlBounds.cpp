@@ -95,6 +95,11 @@ private:
             return false;
         ++at_;
         SkipSpace();
+        const char* value = at_;
+        return SkipValue() && at_ - value <= MAX_XML_VALUE;
+    }
+
+    bool SkipValue() {
         if (*at_ == '"' || *at_ == '\'') {
             const char quote = *at_++;
             return SkipTextUntil(quote) && *at_ && *++at_;

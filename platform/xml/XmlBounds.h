@@ -14,10 +14,10 @@
 // terminator.
 inline constexpr int XML_PADDING_BYTES = 4;
 
-// Whether TinyXML can parse the text with bounded stack, time and memory: nesting, attributes of one element
-// and items as a whole stay within maxDepth, MAX_XML_ATTRIBUTES and MAX_XML_ITEMS. Also false for a text
-// that ends inside an element or a declaration. One pass, no recursion; what it does not look at (names of
-// closing tags, doubled attributes) is left to the parser.
+// Whether TinyXML can parse the text with bounded stack, time and memory: nesting, attributes of one element,
+// values and items as a whole stay within maxDepth, MAX_XML_ATTRIBUTES, MAX_XML_VALUE and MAX_XML_ITEMS. Also
+// false for a text that ends inside an element or a declaration. One pass, no recursion; what it does not
+// look at (names of closing tags, doubled attributes) is left to the parser.
 //
 // paddedText is 0-terminated and padded with XML_PADDING_BYTES; utf8 says whether TinyXML will be told
 // TIXML_ENCODING_UTF8: then it takes up to three bytes after a lead byte as part of its character, even

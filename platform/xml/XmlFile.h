@@ -18,6 +18,9 @@ inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
 inline constexpr int MAX_XML_DEPTH = 200;
 // The most attributes of one element; TinyXML's time grows with their square.
 inline constexpr int MAX_XML_ATTRIBUTES = 1000;
+// The longest value of an attribute as it is written, in bytes: programs keep values, and of each product
+// several. Addresses of 8,000 bytes should work (RFC 9110, 4.1).
+inline constexpr int MAX_XML_VALUE = 8192;
 // The most elements, attributes, comments and pieces of text together; each takes up to 300 bytes.
 inline constexpr int MAX_XML_ITEMS = 500000;
 

@@ -50,7 +50,6 @@ std::string WithAttributes(int count) {
 }  // namespace
 
 TEST(XmlDoor, KnowsGoodFromBadAtOnce) {
-    const std::string big(1'000'000, 'v');
     const std::string swallowed = "<a b=\"\xE0\" c=\">" + Nested(MAX_XML_DEPTH) + "\"></a>";
     const std::tuple<const char*, std::string, bool, bool> cases[] = {
         {"no element", "<?xml version='1.0'?><!-- c -->", false, false},
@@ -71,7 +70,8 @@ TEST(XmlDoor, KnowsGoodFromBadAtOnce) {
         {"100,000 siblings", "<a>" + Repeated("<b c='1'>t</b>", 100000) + "</a>", true, true},
         {"too many items", "<a>" + Repeated("<b/>", MAX_XML_ITEMS) + "</a>", false, false},
         {"too large", "<a>" + std::string(std::size_t{MAX_XML_BYTES}, ' ') + "</a>", false, false},
-        {"1 MB value", "<a b='" + big + "'/>", true, true},
+        {"the longest value", "<a b='" + std::string(MAX_XML_VALUE - 2, 'x') + "'/>", true, true},
+        {"one byte too long", "<a b='" + std::string(MAX_XML_VALUE - 1, 'x') + "'/>", false, false},
         {"1 MB without an end", "<a>" + Repeated("<!--", 250000), false, false},
     };
     for (const auto& [situation, text, goodAsUtf8, goodAsBytes] : cases) {
