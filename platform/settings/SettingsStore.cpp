@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <limits>
 #include <memory>
 
 #include "platform/settings/CSettingsIdentity.h"
@@ -90,7 +91,13 @@ CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString&
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& /*domain*/) {
     const QVariant value = ReadValue(hive, key, name, error);
-    return error == REGISTRY_OK ? value.toInt() : defaultValue;
+    if (error != REGISTRY_OK)
+        return defaultValue;
+    // A number with or without a sign; a longer one counts as no number.
+    const qlonglong number = value.toLongLong();
+    const bool isDword =
+        number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<unsigned>::max();
+    return isDword ? static_cast<int>(number) : 0;
 }
 
 QVariantMap ReadMachineValues(const CAtlString& key) {

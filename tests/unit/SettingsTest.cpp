@@ -58,6 +58,8 @@ TEST_F(Settings, LandInTheFileGroupAndKey) {
     EXPECT_EQ(ReadWholeFile(MACHINES + WHOLE_MAKER), "[Software]\nX\\Path=/opt/\xE4\xB8\xAD\n");
     const std::string interval = "[Software]\nVARDO%20Technologies\\Product%20Update\\Interval=14\n";
     EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), interval);
+    WriteRegistryString(HKEY_LOCAL_MACHINE, L"X", L"days", L"99999999999");
+    EXPECT_EQ(Number(HKEY_LOCAL_MACHINE, L"X", L"days"), 0);
     WriteRegistryDword(5, L"Any", L"hive", 1);
     EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), "[Any]\nhive=1\n\n" + interval);
 }
