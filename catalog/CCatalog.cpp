@@ -92,6 +92,19 @@ bool IsLookedInto(const QFileInfo& folder, const QString& whole) {
 CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QString& siteFolder)
     : folder_(QDir::cleanPath(folder)),
       environment_(boost::make_shared<CUnattendedEnvironment>(CVardoDirectoryPath())) {
+    ListEntries();
+    if (!siteAddress.isEmpty())
+        site_.emplace(siteAddress, QDir::cleanPath(siteFolder));
+    RecogniseByName();
+    RecogniseByContents();
+    CollectReferences();
+    if (!site_)
+        FindSite();
+    RecogniseReferenced();
+    CollectLinks();
+}
+
+void CCatalog::ListEntries() {
     QDirIterator entries(folder_, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
                          QDirIterator::Subdirectories);
     const QString whole = QFileInfo(folder_).canonicalFilePath();
@@ -106,15 +119,6 @@ CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QStr
     unreadFolders_.sort();
     std::sort(files_.begin(), files_.end(),
               [](const auto& a, const auto& b) { return a->GetPath() < b->GetPath(); });
-    if (!siteAddress.isEmpty())
-        site_.emplace(siteAddress, QDir::cleanPath(siteFolder));
-    RecogniseByName();
-    RecogniseByContents();
-    CollectReferences();
-    if (!site_)
-        FindSite();
-    RecogniseReferenced();
-    CollectLinks();
 }
 
 std::vector<const CCatalogFile*> CCatalog::FilesOf(FileKind kind) const {

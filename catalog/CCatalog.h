@@ -63,6 +63,8 @@ public:
     const boost::shared_ptr<IEnvironment>& GetEnvironment() const { return environment_; }
 
 private:
+    // Finds the files, and the folders that are not looked into.
+    void ListEntries();
     void RecogniseByName();
     void RecogniseListed(const CCatalogFile& list);
     void RecogniseByContents();
