@@ -40,12 +40,16 @@ CInterruption::CInterruption(const std::function<void()>& interrupted)
         if (eventfd_read(signals_.Get(), &count) == 0)
             interrupted();
     });
+    if (!signals_.IsOpen())
+        return;
     reports = signals_.Get();
     Handle(SIGTERM, terminate_);
     Handle(SIGINT, interrupt_);
 }
 
 CInterruption::~CInterruption() {
+    if (!signals_.IsOpen())
+        return;
     sigaction(SIGTERM, &terminate_, nullptr);
     sigaction(SIGINT, &interrupt_, nullptr);
 }

@@ -13,7 +13,8 @@
 
 // A scope: while it lives, SIGTERM and SIGINT do not end the process. They call back instead, while the
 // thread serves events. Signals that were ignored before stay ignored, and started programs have them as
-// usual. At most one lives at a time. GUI thread only.
+// usual. When the system gives no descriptor, the signals end the process as ever. At most one lives at a
+// time. GUI thread only.
 class CInterruption {
 public:
     explicit CInterruption(const std::function<void()>& interrupted);

@@ -93,7 +93,7 @@ int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, i
     const QVariant value = ReadValue(hive, key, name, error);
     if (error != REGISTRY_OK)
         return defaultValue;
-    // A number with or without a sign; a longer one counts as no number.
+    // A number of 32 bits, signed or unsigned.
     const qlonglong number = value.toLongLong();
     const bool isDword =
         number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<unsigned>::max();

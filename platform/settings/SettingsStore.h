@@ -35,7 +35,7 @@ extern const CAtlString SETTINGS_DOMAIN;
 CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
                               const CAtlString& defaultValue, int& error,
                               const CAtlString& domain = SETTINGS_DOMAIN);
-// The same for 32-bit integers; a stored text that is not a number reads as 0.
+// The same for integers of 32 bits, signed or unsigned; any other stored text reads as 0.
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& domain = SETTINGS_DOMAIN);
 
