@@ -3,13 +3,19 @@
 
 #include "platform/settings/SettingsStore.h"
 
+#include <QDateTime>
 #include <QFileInfo>
+#include <QLockFile>
+#include <QSaveFile>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QTemporaryDir>
+#include <algorithm>
 #include <limits>
 #include <memory>
 
 #include "platform/settings/CSettingsIdentity.h"
+#include "platform/settings/IniMerge.h"
 
 // Not translated and never shown: a reverse-domain name, like every settings identifier of the maker.
 const CAtlString SETTINGS_DOMAIN(L"com.vardo-technologies.settings");
@@ -74,10 +80,62 @@ QVariant ReadValue(int hive, const CAtlString& key, const CAtlString& name, int&
     return error == REGISTRY_OK ? store->value(settingsKey) : QVariant();
 }
 
-// The destructor of QSettings writes the file, so the value outlives whatever happens to the process next.
-int WriteValue(int hive, const CAtlString& key, const CAtlString& name, const QVariant& value) {
-    OpenStore(hive)->setValue(SettingsKey(key, name), value);
-    return REGISTRY_OK;
+// Values by their whole keys.
+using Values = std::vector<std::pair<QString, QVariant>>;
+
+// The destructor of QSettings writes the file, so the values outlive whatever happens to the process next.
+void SetValues(std::unique_ptr<QSettings> store, const Values& values) {
+    for (const auto& [key, value] : values)
+        store->setValue(key, value);
+}
+
+// Whether QSettings reads the values from this file.
+bool Holds(const QString& path, const Values& values) {
+    const QSettings store(path, QSettings::IniFormat);
+    return std::all_of(values.begin(), values.end(), [&store](const auto& value) {
+        return store.value(value.first).toString() == value.second.toString();
+    });
+}
+
+// The file's text with the values; empty when it would not be read back, or without room for temporary files.
+QByteArray Merge(const QByteArray& text, const Values& values) {
+    const QTemporaryDir folder;
+    QFile encoded(folder.filePath(QStringLiteral("values")));
+    SetValues(std::make_unique<QSettings>(encoded.fileName(), QSettings::IniFormat), values);
+    QFile merged(folder.filePath(QStringLiteral("merged")));
+    if (!encoded.open(QFile::ReadOnly) || !merged.open(QFile::WriteOnly))
+        return {};
+    const QByteArray result = MergeIni(text, encoded.readAll());
+    merged.write(result);
+    merged.close();
+    return Holds(merged.fileName(), values) ? result : QByteArray();
+}
+
+// Puts the values into the file, and keeps the rest of it. False when the file is as before.
+bool MergeInto(const QString& path, const Values& values) {
+    // QSettings locks the file in this way while it writes.
+    QLockFile lock(path + QStringLiteral(".lock"));
+    QFile old(path);
+    if (!QFile::exists(path) || !lock.lock() || !old.open(QFile::ReadOnly))
+        return false;
+    const QByteArray text = Merge(old.readAll(), values);
+    QSaveFile file(path);
+    if (text.isEmpty() || !file.open(QFile::WriteOnly))
+        return false;
+    file.write(text);
+    file.flush();
+    // QSettings takes a file of the same size and time, in milliseconds, for the one that it has read before.
+    const QDateTime later = QFileInfo(old).lastModified().addMSecs(1);
+    file.setFileTime(std::max(later, QDateTime::currentDateTime()), QFile::FileModificationTime);
+    return file.commit();
+}
+
+// QSettings would write the whole file anew, without comments and without what other software has stored as
+// types of its own. It does so only for a file that does not exist yet, or that cannot be read as written.
+void WriteValues(int hive, const Values& values) {
+    auto store = OpenStore(hive);
+    if (!MergeInto(store->fileName(), values))
+        SetValues(std::move(store), values);
 }
 
 }  // namespace
@@ -112,19 +170,22 @@ QVariantMap ReadMachineValues(const CAtlString& key) {
 
 int WriteRegistryString(int hive, const CAtlString& key, const CAtlString& name, const CAtlString& value,
                         const CAtlString& /*domain*/) {
-    return WriteValue(hive, key, name, value.ToQString());
+    WriteValues(hive, {{SettingsKey(key, name), value.ToQString()}});
+    return REGISTRY_OK;
 }
 
 int WriteRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int value,
                        const CAtlString& /*domain*/) {
-    return WriteValue(hive, key, name, value);
+    WriteValues(hive, {{SettingsKey(key, name), value}});
+    return REGISTRY_OK;
 }
 
 void WriteRegistryDwords(int hive, const CAtlString& key,
                          const std::vector<std::pair<CAtlString, int>>& values) {
-    const auto store = OpenStore(hive);
+    Values settings;
     for (const auto& [name, value] : values)
-        store->setValue(SettingsKey(key, name), value);
+        settings.emplace_back(SettingsKey(key, name), value);
+    WriteValues(hive, settings);
 }
 
 void EnumRegistryKeys(int hive, const CAtlString& key, std::vector<CAtlString>& names,

@@ -61,7 +61,30 @@ TEST_F(Settings, LandInTheFileGroupAndKey) {
     WriteRegistryString(HKEY_LOCAL_MACHINE, L"X", L"days", L"99999999999");
     EXPECT_EQ(Number(HKEY_LOCAL_MACHINE, L"X", L"days"), 0);
     WriteRegistryDword(5, L"Any", L"hive", 1);
-    EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), "[Any]\nhive=1\n\n" + interval);
+    EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), interval + "\n[Any]\nhive=1\n");
+}
+
+TEST_F(Settings, WritingKeepsWhatOtherSoftwareHasWritten) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"; by hand\n[A]\nx=caf\xE9 ; \"\n[S]\nK\\n = "
+         "7\nt=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x5Own\\0)\n\n[Z]\ny=1\n",
+         "; by hand\n[A]\nx=caf\xE9 ; "
+         "\"\n[S]\nK\\n=14\nt=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x5Own\\0)\n\n[Z]\ny=1\n"},
+        {"[S]\nv=1\n\n[Z]", "[S]\nv=1\nK\\n=14\n\n[Z]\n"},
+        {"[S]\nK\\n=1\n[Z]\n[S]\nK%5Cn=2\nK\\n=3", "[S]\nK\\n=1\n[Z]\n[S]\nK%5Cn=2\nK\\n=14\n"},
+        {"[S]\nt=\"\\\"\nK\\n=7\n\"\n", "[S]\nt=\"\\\"\nK\\n=7\n\"\nK\\n=14\n"},
+        {"[Z]\nx=\"never closed\n", "[S]\nK\\n=14\n\n[Z]\nx=never closed\\n\n"},
+    };
+    for (const auto& [before, after] : cases) {
+        std::ofstream(USERS + WHOLE_MAKER) << before;
+        WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", 14);
+        EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), after);
+        EXPECT_EQ(Number(HKEY_CURRENT_USER, L"S\\K", L"n"), 14);
+    }
+    for (int value = 10; value < 60; ++value) {
+        WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", value);
+        EXPECT_EQ(Number(HKEY_CURRENT_USER, L"S\\K", L"n"), value) << "of the same size, and at once";
+    }
 }
 
 TEST_F(Settings, FileFollowsTheIdentityWhichEndsWithItsScope) {
