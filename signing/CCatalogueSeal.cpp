@@ -35,10 +35,7 @@ CCatalogueSeal::CCatalogueSeal(const CVardoDirectoryPath& sharedFolder)
 std::optional<CCatalogueSeal::Statement> CCatalogueSeal::Read(std::string_view file) const {
     const std::string_view content = WithoutSignature(file);
     const auto signature = FindSignature(file.substr(content.size()));
-    if (!signature)
-        return std::nullopt;
-    const CMinisignKey* key = keys_.KeyOf(*signature);
-    if (!key || !signature->IsOf(content, *key))
+    if (!signature || !keys_.HasSigned(content, *signature))
         return std::nullopt;
     const auto path = signature->GetOnlyWord("path:");
     const auto until = signature->GetOnlyWord("until:");

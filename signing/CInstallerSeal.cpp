@@ -54,7 +54,7 @@ bool CInstallerSeal::Accept(std::string_view signature, const Offer& offer) {
 CInstallerSeal::Refusal CInstallerSeal::Examine(const Offer& offer) const {
     if (!signature_)
         return Refusal::NO_SIGNATURE;
-    if (!keys_.KeyOf(*signature_))
+    if (!keys_.HasMade(*signature_))
         return Refusal::KEY;
     if (!VouchesForFile(*signature_, offer.file))
         return Refusal::FILE_NAME;
@@ -67,10 +67,7 @@ CInstallerSeal::Refusal CInstallerSeal::Examine(const Offer& offer) const {
 }
 
 bool CInstallerSeal::IsOf(const CFileDescriptor& file) const {
-    if (!signature_)
-        return false;
-    const CMinisignKey* key = keys_.KeyOf(*signature_);
-    return key && signature_->IsOf(file, *key);
+    return signature_ && keys_.HasSigned(file, *signature_);
 }
 
 CVardoFilePath CInstallerSeal::Secure(const CVardoFilePath& fetched) const {

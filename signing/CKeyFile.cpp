@@ -15,8 +15,17 @@ CKeyFile::CKeyFile(const CVardoFilePath& file) : isThere_(FileSystem::IsTaken(fi
     keys_ = CMinisignKey::ParseAll({bytes.begin(), bytes.end()});
 }
 
-const CMinisignKey* CKeyFile::KeyOf(const CMinisignSignature& signature) const {
-    const auto found = std::find_if(keys_.begin(), keys_.end(),
-                                    [&](const CMinisignKey& key) { return signature.IsBy(key); });
-    return found == keys_.end() ? nullptr : &*found;
+bool CKeyFile::HasMade(const CMinisignSignature& signature) const {
+    return std::any_of(keys_.begin(), keys_.end(),
+                       [&](const CMinisignKey& key) { return signature.IsBy(key); });
+}
+
+bool CKeyFile::HasSigned(std::string_view contents, const CMinisignSignature& signature) const {
+    return std::any_of(keys_.begin(), keys_.end(),
+                       [&](const CMinisignKey& key) { return signature.IsOf(contents, key); });
+}
+
+bool CKeyFile::HasSigned(const CFileDescriptor& file, const CMinisignSignature& signature) const {
+    return std::any_of(keys_.begin(), keys_.end(),
+                       [&](const CMinisignKey& key) { return signature.IsOf(file, key); });
 }

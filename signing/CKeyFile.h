@@ -20,9 +20,12 @@ public:
     bool IsThere() const { return isThere_; }
     bool HasKeys() const { return !keys_.empty(); }
     const std::vector<CMinisignKey>& GetKeys() const { return keys_; }
-    // The key that made a signature and its trusted comment; null when another one did. Valid as long as this
-    // object.
-    const CMinisignKey* KeyOf(const CMinisignSignature& signature) const;
+    // Whether one of the keys made the signature and its trusted comment.
+    bool HasMade(const CMinisignSignature& signature) const;
+    // The same, and whether it is the signature of these bytes, or of what the file holds from its present
+    // position to its end.
+    bool HasSigned(std::string_view contents, const CMinisignSignature& signature) const;
+    bool HasSigned(const CFileDescriptor& file, const CMinisignSignature& signature) const;
 
 private:
     bool isThere_;

@@ -81,9 +81,11 @@ bool CMinisignSignature::IsOf(const CFileDescriptor& file, const CMinisignKey& k
 }
 
 bool CMinisignSignature::IsOf(std::string_view contents, const CMinisignKey& key) const {
+    if (!IsBy(key))
+        return false;
     CHash hash;
     hash.Add({reinterpret_cast<const unsigned char*>(contents.data()), contents.size()});
-    return IsBy(key) && key.HasSigned(hash.Finish(), signature_);
+    return key.HasSigned(hash.Finish(), signature_);
 }
 
 std::vector<std::string> CMinisignSignature::GetWords(std::string_view beginning) const {
