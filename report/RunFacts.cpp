@@ -7,6 +7,7 @@
 #include "net/ProxyAddress.h"
 #include "net/ProxyHandlerBase.h"
 #include "platform/files/CTemporaryFolder.h"
+#include "platform/settings/SettingsStore.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -15,7 +16,7 @@
 
 namespace {
 
-// Of what "reason" and "lastChecked" speak; empty when there was no check.
+// Empty when there was no check, or what is stored is no day of the years 0 to 9999.
 QString LastCheck(const CRecordKeeper& keeper) {
     return keeper.GetLastChecked() == 0 ? QString()
                                         : QDate::fromJulianDay(keeper.GetLastChecked()).toString(Qt::ISODate);
@@ -26,9 +27,12 @@ QString Reason(const CRecordKeeper& keeper) {
         return "automatic checks are switched off";
     const int days = keeper.GetInterval();
     const QString interval = QString("the interval is %1 %2").arg(days).arg(days == 1 ? "day" : "days");
-    const QString last = LastCheck(keeper);
-    return (last.isEmpty() ? QString("there was no check yet; ") : "the last check was on " + last + "; ") +
-           interval;
+    const QString day = LastCheck(keeper);
+    const QString last = keeper.GetLastChecked() == 0 ? "there was no check yet"
+                         : day.isEmpty()              ? "the stored day of the last check is damaged"
+                                                      : "the last check was on " + day;
+    return last + "; " + interval +
+           (IsUserStoreWritable() ? "" : "; the settings cannot be written, so that no check is remembered");
 }
 
 QString StoredProxy() {

@@ -188,6 +188,11 @@ void WriteRegistryDwords(int hive, const CAtlString& key,
     WriteValues(hive, settings);
 }
 
+bool IsUserStoreWritable() {
+    const auto store = OpenStore(HKEY_CURRENT_USER);
+    return IsWritable(*store, ExistingFolder(*store));
+}
+
 void EnumRegistryKeys(int hive, const CAtlString& key, std::vector<CAtlString>& names,
                       const CAtlString& /*domain*/) {
     const auto store = OpenStore(hive);

@@ -53,6 +53,9 @@ int WriteRegistryDword(int hive, const CAtlString& key, const CAtlString& name, 
 void WriteRegistryDwords(int hive, const CAtlString& key,
                          const std::vector<std::pair<CAtlString, int>>& values);
 
+// Whether values of the user can be written, as far as the permissions of the file and its folder say.
+bool IsUserStoreWritable();
+
 // Appends the names of the key's sub-keys, then those of its values.
 void EnumRegistryKeys(int hive, const CAtlString& key, std::vector<CAtlString>& names,
                       const CAtlString& domain = SETTINGS_DOMAIN);

@@ -151,6 +151,10 @@ TEST_F(ReportTest, AsJsonSaysTheSame) {
     EXPECT_FALSE(Json()["silentCheck"]["opensWindow"].toBool(true));
     EXPECT_EQ(Json()["settings"]["lastChecked"].toString(), QDate::currentDate().toString(Qt::ISODate));
     EXPECT_EQ(rows[1]["state"].toString(), "not installed");
+    UpdateSettings().setValue("LastChecked", 99999999);
+    EXPECT_EQ(Report({"--json"}), 1);
+    EXPECT_TRUE(
+        Json()["silentCheck"]["reason"].toString().startsWith("the stored day of the last check is damaged"));
     UpdateSettings().setValue("SkippedVersions/SoftwareUpdateVLP", "2.9.1.0");
     EXPECT_EQ(Report({"--json"}), 0);
     EXPECT_EQ(Products().at(0)["state"].toString(), "skipped");
