@@ -39,8 +39,7 @@ void AddListReferences(const CCatalogFile& file, const boost::shared_ptr<IEnviro
     const QString newest = AttributeText(root, ListFormat::URL);
     if (!newest.isEmpty())
         references.push_back({&file, AttributeLine(root, ListFormat::URL), newest, FileKind::PRODUCT_LIST});
-    for (const TiXmlElement* child = root.FirstChildElement(ListFormat::GALLERY); child;
-         child = child->NextSiblingElement(ListFormat::GALLERY))
+    for (const TiXmlElement* child : Children(&root, ListFormat::GALLERY))
         if (GalleryVersion gallery(environment); gallery.Init(child))
             references.push_back({&file, AttributeLine(*child, ListFormat::GALLERY_FOLDER),
                                   gallery.GetPublishedAddress().ToQString(), FileKind::PUBLISHED_CATEGORIES});
@@ -77,7 +76,7 @@ void AddLinks(const CCatalogFile& file, const TiXmlElement& element, std::vector
         links.push_back({&file, AttributeLine(element, INSTALL_FILE),
                          JoinTrimmed(XmlAttribute(element, INSTALL_FOLDER), installer).ToQString(),
                          FileKind::INSTALLER});
-    for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement())
+    for (const TiXmlElement* child : Children(&element))
         AddLinks(file, *child, links);
 }
 
@@ -176,14 +175,12 @@ void CCatalog::RecogniseByName() {
     for (const auto& file : files_)
         file->SetKind(KindByName(file->GetName()));
     for (const CCatalogFile* list : FilesOf(FileKind::PRODUCT_LIST))
-        if (list->GetRoot())
-            RecogniseListed(*list);
+        RecogniseListed(*list);
 }
 
 // A file that looks like a remote description or a message is not an installed one, whatever its name.
 void CCatalog::RecogniseListed(const CCatalogFile& list) {
-    for (const TiXmlElement* child = list.GetRoot()->FirstChildElement(); child;
-         child = child->NextSiblingElement()) {
+    for (const TiXmlElement* child : Children(list.GetRoot())) {
         const QString base = AttributeText(*child, ListFormat::BASE_XML);
         const QString notice = AttributeText(*child, ListFormat::NOTIFICATION_BASE) + QLatin1String(".xml");
         for (const auto& file : files_) {
@@ -268,11 +265,9 @@ void CCatalog::CollectLinks() {
 
 std::vector<QString> LanguageCodes(const CCatalog& catalog) {
     std::vector<QString> codes;
-    for (const CCatalogFile* table : catalog.FilesOf(FileKind::LANGUAGE_TABLE)) {
-        const TiXmlElement* language = table->GetRoot() ? table->GetRoot()->FirstChildElement() : nullptr;
-        for (; language; language = language->NextSiblingElement())
+    for (const CCatalogFile* table : catalog.FilesOf(FileKind::LANGUAGE_TABLE))
+        for (const TiXmlElement* language : Children(table->GetRoot()))
             if (const CAtlString code = XmlAttribute(*language, LanguageFormat::CODE); !code.IsEmpty())
                 codes.push_back(code.ToQString());
-    }
     return codes;
 }

@@ -84,8 +84,7 @@ void CheckElement(const CCatalogFile& file, const TiXmlElement& element, const X
                   CFindings& findings) {
     CheckAttributes(file, element, rule, findings);
     std::set<std::string> seen;
-    for (const TiXmlElement* child = element.FirstChildElement(); child;
-         child = child->NextSiblingElement()) {
+    for (const TiXmlElement* child : Children(&element)) {
         const XmlElementRule* childRule = FindRule(rule.children, child->ValueStr());
         if (!childRule)
             AddUnknownElement(file, *child, rule.children, Code::UNKNOWN_ELEMENT, "it is ignored", findings);

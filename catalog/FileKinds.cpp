@@ -21,11 +21,9 @@ bool HasAny(const TiXmlElement& element, std::span<const XmlAttributeRule> rules
 
 // Whether any child with that name has any of those attributes; null stands for every name.
 bool HasChildWith(const TiXmlElement& parent, const char* name, std::span<const XmlAttributeRule> rules) {
-    const TiXmlElement* child = name ? parent.FirstChildElement(name) : parent.FirstChildElement();
-    for (; child; child = name ? child->NextSiblingElement(name) : child->NextSiblingElement())
-        if (HasAny(*child, rules))
-            return true;
-    return false;
+    const auto children = Children(&parent, name);
+    return std::any_of(children.begin(), children.end(),
+                       [&](const TiXmlElement* child) { return HasAny(*child, rules); });
 }
 
 FileKind KindOfNotification(const TiXmlElement& root) {

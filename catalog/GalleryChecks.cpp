@@ -15,8 +15,7 @@ using namespace GalleryRules;
 
 void CheckCategories(const CCatalogFile& file, const TiXmlElement& parent, CFindings& findings) {
     std::map<QString, int> lines;
-    for (const TiXmlElement* category = parent.FirstChildElement(CATEGORY); category;
-         category = category->NextSiblingElement(CATEGORY)) {
+    for (const TiXmlElement* category : Children(&parent, CATEGORY)) {
         const QString id = AttributeText(*category, ID);
         const auto [first, isNew] = lines.try_emplace(id, category->Row());
         if (!isNew && !id.isEmpty())

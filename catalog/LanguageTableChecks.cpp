@@ -35,8 +35,7 @@ public:
 
     void Run() {
         CheckElement(file_, *file_.GetRoot(), TABLE, findings_);
-        const TiXmlElement* language = file_.GetRoot()->FirstChildElement();
-        for (; language; language = language->NextSiblingElement()) {
+        for (const TiXmlElement* language : Children(file_.GetRoot())) {
             CheckId(*language, AttributeText(*language, LanguageRules::ID));
             CheckCode(*language, AttributeText(*language, CODE));
             const QString direction = AttributeText(*language, RIGHT_TO_LEFT);

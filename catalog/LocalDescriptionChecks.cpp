@@ -35,9 +35,7 @@ void CheckLocal(const CCatalogFile& file, CFindings& findings) {
 std::set<QString> BaseNames(const CCatalog& catalog) {
     std::set<QString> names;
     for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST)) {
-        const TiXmlElement* product =
-            list->GetRoot() ? list->GetRoot()->FirstChildElement(ListFormat::PRODUCT) : nullptr;
-        for (; product; product = product->NextSiblingElement(ListFormat::PRODUCT))
+        for (const TiXmlElement* product : Children(list->GetRoot(), ListFormat::PRODUCT))
             names.insert(AttributeText(*product, ListFormat::BASE_XML));
     }
     names.erase(QString());

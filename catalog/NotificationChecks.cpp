@@ -57,7 +57,7 @@ void CheckDates(const CCatalogFile& file, const CCatalog& catalog, CFindings& fi
 // Checks the texts; returns their codes, with the lines where they come first.
 std::map<QString, int> CheckTexts(const CCatalogFile& file, const TiXmlElement& texts, CFindings& findings) {
     std::map<QString, int> lines;
-    for (const TiXmlElement* text = texts.FirstChildElement(); text; text = text->NextSiblingElement()) {
+    for (const TiXmlElement* text : Children(&texts)) {
         const QString code = CAtlString(text->Value()).ToQString();
         const auto [first, isNew] = lines.try_emplace(code, text->Row());
         if (!isNew)
@@ -179,9 +179,7 @@ void CheckListed(const CCatalog& catalog, CFindings& findings) {
     if (catalog.FilesOf(FileKind::LOCAL_DESCRIPTION).empty())
         return;
     for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST)) {
-        const TiXmlElement* element =
-            list->GetRoot() ? list->GetRoot()->FirstChildElement(ListFormat::NOTIFICATION) : nullptr;
-        for (; element; element = element->NextSiblingElement(ListFormat::NOTIFICATION))
+        for (const TiXmlElement* element : Children(list->GetRoot(), ListFormat::NOTIFICATION))
             if (!XmlAttribute(*element, ListFormat::NOTIFICATION_BASE).IsEmpty())
                 CheckListedOne(catalog, *list, *element, findings);
     }

@@ -21,7 +21,7 @@ QString Meaning(const TiXmlElement& element) {
     QString meaning = QLatin1Char('<') + QString::fromStdString(element.ValueStr());
     for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next())
         meaning += QStringLiteral(" %1=\"%2\"").arg(attribute->Name(), attribute->Value());
-    for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement())
+    for (const TiXmlElement* child : Children(&element))
         meaning += Meaning(*child);
     return meaning + QLatin1Char('>');
 }
@@ -47,10 +47,9 @@ public:
     void Run() {
         const TiXmlElement& root = *file_.GetRoot();
         CheckRoot(root);
-        for (const TiXmlElement* child = root.FirstChildElement(); child; child = child->NextSiblingElement())
+        for (const TiXmlElement* child : Children(&root))
             CheckProduct(*child);
-        for (const TiXmlElement* child = root.FirstChildElement(PRODUCT); child;
-             child = child->NextSiblingElement(PRODUCT))
+        for (const TiXmlElement* child : Children(&root, PRODUCT))
             CheckNames(*child);
         if (!Products(catalog_.GetEnvironment()).Load(file_.GetFilePath()))
             Add(root.Row(), Code::EMPTY_LIST,
@@ -118,9 +117,7 @@ private:
                 Add(AttributeLine(product, BASE_XML), Code::AMBIGUOUS_NAME,
                     QStringLiteral("the description \"%1.xml\" of line %2 is one of \"%3\" too")
                         .arg(key, QString::number(line), base));
-        const TiXmlElement* disablers = product.FirstChildElement(DISABLERS);
-        const TiXmlElement* disabler = disablers ? disablers->FirstChildElement(DISABLER) : nullptr;
-        for (; disabler; disabler = disabler->NextSiblingElement(DISABLER))
+        for (const TiXmlElement* disabler : Children(product.FirstChildElement(DISABLERS), DISABLER))
             CheckDisabler(*disabler, base);
     }
 

@@ -32,9 +32,7 @@ public:
 
     void Run(const TiXmlElement& product) {
         CheckOffer(product);
-        const TiXmlElement* ranges = product.FirstChildElement(COMPATIBILITY);
-        const TiXmlElement* range = ranges ? ranges->FirstChildElement(RANGE) : nullptr;
-        for (; range; range = range->NextSiblingElement(RANGE))
+        for (const TiXmlElement* range : Children(product.FirstChildElement(COMPATIBILITY), RANGE))
             CheckRangedOffer(*range);
         for (const StoredRange& stored : stored_)
             CheckReach(stored);

@@ -74,8 +74,7 @@ std::optional<CAtlString> FindAttribute(const CAtlString& table, const CAtlStrin
     TiXmlDocument document;
     if (table.IsEmpty() || value.IsEmpty() || !LoadXml(CVardoFilePath(table), document))
         return std::nullopt;
-    const TiXmlElement* language = document.RootElement()->FirstChildElement();
-    for (; language; language = language->NextSiblingElement())
+    for (const TiXmlElement* language : Children(document.RootElement()))
         if (XmlAttribute(*language, match).CompareNoCase(value) == 0)
             return XmlAttribute(*language, wanted);
     return std::nullopt;

@@ -29,11 +29,8 @@ bool CProductVersions::Init(const TiXmlElement* element) {
 
 void CProductVersions::ReadDisablers(const TiXmlElement& element) {
     disablers_.clear();
-    const TiXmlElement* parent = element.FirstChildElement(ListFormat::DISABLERS);
-    if (!parent)
-        return;
-    for (const TiXmlElement* disabler = parent->FirstChildElement(ListFormat::DISABLER); disabler;
-         disabler = disabler->NextSiblingElement(ListFormat::DISABLER))
+    for (const TiXmlElement* disabler :
+         Children(element.FirstChildElement(ListFormat::DISABLERS), ListFormat::DISABLER))
         disablers_.push_back({XmlAttribute(*disabler, ListFormat::DISABLER_UID),
                               CVersionString(XmlAttribute(*disabler, ListFormat::DISABLER_FROM)),
                               CVersionString(XmlAttribute(*disabler, ListFormat::DISABLER_TO))});

@@ -38,11 +38,7 @@ CUpdateEntry ReadOffer(const TiXmlElement& element) {
 // Reads a product element's own offer and those of its ranges, which are in elements of that name.
 void ReadOffers(const TiXmlElement& product, const char* offerElement, CUpdateTable& table) {
     table.SetDefaultOffer(ReadOffer(product));
-    const TiXmlElement* compatibility = product.FirstChildElement(COMPATIBILITY);
-    if (!compatibility)
-        return;
-    for (const TiXmlElement* range = compatibility->FirstChildElement(RANGE); range;
-         range = range->NextSiblingElement(RANGE))
+    for (const TiXmlElement* range : Children(product.FirstChildElement(COMPATIBILITY), RANGE))
         if (const TiXmlElement* offer = range->FirstChildElement(offerElement))
             table.AddRangedOffer(CVersionStringRange(VersionAttribute(*range, VERSION_FROM),
                                                      VersionAttribute(*range, VERSION_TO)),

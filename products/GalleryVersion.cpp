@@ -74,9 +74,7 @@ bool GalleryVersion::ReadInstalledCategories(const CVardoFilePath& file) {
         return Conclude(verdict_, Verdict::MISSING);
     if (!LoadXml(file, document))
         return Conclude(verdict_, Verdict::NO_XML);
-    const TiXmlElement* root = document.RootElement();
-    for (const TiXmlElement* category = root->FirstChildElement(CATEGORY); category;
-         category = category->NextSiblingElement(CATEGORY)) {
+    for (const TiXmlElement* category : Children(document.RootElement(), CATEGORY)) {
         const CAtlString id = XmlAttribute(*category, ID);
         if (!id.IsEmpty())
             categories_[id] = {XmlAttribute(*category, VERSION), CAtlString()};
@@ -112,8 +110,7 @@ bool GalleryVersion::ReadPublishedCategories(const CAtlStringA& bytes) {
     if (!parent)
         return Conclude(verdict_, Verdict::NO_CATEGORY);
     bool updated = false;
-    for (const TiXmlElement* category = parent->FirstChildElement(CATEGORY); category;
-         category = category->NextSiblingElement(CATEGORY)) {
+    for (const TiXmlElement* category : Children(parent, CATEGORY)) {
         const auto known = categories_.find(XmlAttribute(*category, ID));
         if (known == categories_.end())
             continue;

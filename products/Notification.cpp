@@ -126,10 +126,7 @@ QDate Notification::ReadDate(const CAtlString& text) {
 
 void Notification::ReadTexts(const TiXmlElement& message) {
     texts_.clear();
-    const TiXmlElement* parent = message.FirstChildElement(TEXTS);
-    if (!parent)
-        return;
-    for (const TiXmlElement* text = parent->FirstChildElement(); text; text = text->NextSiblingElement())
+    for (const TiXmlElement* text : Children(message.FirstChildElement(TEXTS)))
         texts_[CAtlString(text->Value()).ToQString()] = XmlAttribute(*text, TEXT_VALUE).ToQString();
 }
 

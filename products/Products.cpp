@@ -7,14 +7,12 @@
 #include "products/ListFormat.h"
 #include "products/ProductFactory.h"
 
+#include <algorithm>
+
 namespace {
 
-int CountChildren(const TiXmlElement* element, const char* name) {
-    int count = 0;
-    const TiXmlElement* child = element ? element->FirstChildElement(name) : nullptr;
-    for (; child; child = child->NextSiblingElement(name))
-        ++count;
-    return count;
+bool HasAtMost(std::ptrdiff_t count, const TiXmlElement* parent, const char* name = nullptr) {
+    return std::ssize(Children(parent, name)) <= count;
 }
 
 }  // namespace
@@ -22,12 +20,12 @@ int CountChildren(const TiXmlElement* element, const char* name) {
 const CAtlString Products::FILE_NAME(L"products.xml");
 
 bool Products::IsBounded(const TiXmlElement& root) {
-    int count = 0;
-    for (const TiXmlElement* child = root.FirstChildElement(); child; child = child->NextSiblingElement())
-        if (++count > MAX_PRODUCTS || CountChildren(child->FirstChildElement(ListFormat::DISABLERS),
-                                                    ListFormat::DISABLER) > MAX_DISABLERS)
-            return false;
-    return CountChildren(&root, ListFormat::NOTIFICATION) <= MAX_NOTIFICATIONS;
+    const auto children = Children(&root);
+    return HasAtMost(MAX_PRODUCTS, &root) && HasAtMost(MAX_NOTIFICATIONS, &root, ListFormat::NOTIFICATION) &&
+           std::all_of(children.begin(), children.end(), [](const TiXmlElement* child) {
+               return HasAtMost(MAX_DISABLERS, child->FirstChildElement(ListFormat::DISABLERS),
+                                ListFormat::DISABLER);
+           });
 }
 
 bool Products::Load(const CVardoFilePath& path) {
@@ -48,7 +46,7 @@ bool Products::Load(const CVardoFilePath& path, const CAtlStringA& bytes) {
         return false;
     version_.SetString(XmlAttribute(*root, ListFormat::VERSION));
     address_ = XmlAttribute(*root, ListFormat::URL);
-    for (const TiXmlElement* child = root->FirstChildElement(); child; child = child->NextSiblingElement())
+    for (const TiXmlElement* child : Children(root))
         if (const auto product = CreateProduct(child, environment_))
             products_.push_back(product);
     loaded_ = !products_.empty();

@@ -125,6 +125,15 @@ bool LoadXml(const CAtlStringA& bytes, TiXmlDocument& document, TiXmlEncoding en
     return ParseXml(WithNormalLineEnds(bytes), encoding, document, fault);
 }
 
+std::vector<const TiXmlElement*> Children(const TiXmlElement* parent, const char* name) {
+    std::vector<const TiXmlElement*> children;
+    const TiXmlElement* child = parent ? parent->FirstChildElement() : nullptr;
+    for (; child; child = child->NextSiblingElement())
+        if (!name || child->ValueStr() == name)
+            children.push_back(child);
+    return children;
+}
+
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name) {
     return CAtlString(element.Attribute(name));
 }

@@ -11,6 +11,7 @@
 
 #include <tinyxml.h>
 #include <string>
+#include <vector>
 
 // The largest text that is parsed, in bytes.
 inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
@@ -51,6 +52,9 @@ bool LoadXml(const CVardoFilePath& file, TiXmlDocument& document,
 // The same for bytes that were read before.
 bool LoadXml(const CAtlStringA& bytes, TiXmlDocument& document, TiXmlEncoding encoding = TIXML_ENCODING_UTF8,
              XmlFault* fault = nullptr);
+
+// The child elements of that name, or of any; empty without a parent.
+std::vector<const TiXmlElement*> Children(const TiXmlElement* parent, const char* name = nullptr);
 
 // An element's attribute, UTF-8 decoded; empty when there is none.
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name);
