@@ -3,45 +3,20 @@
 
 #include "signing/CMinisignSignature.h"
 
-#include "platform/files/FileSystem.h"
-
+#include <QCryptographicHash>
 #include <QDateTime>
+#include <QFile>
 #include <algorithm>
-
-#include <sodium.h>
 
 namespace {
 
-using Bytes = std::vector<unsigned char>;
+// BLAKE2b with 64 bytes (RFC 7693).
+constexpr auto HASH = QCryptographicHash::Blake2b_512;
 
-constexpr std::size_t BLOCK_BYTES = std::size_t{64} * 1024;
-
-// The next bytes of a file, at most count; fewer only at its end.
-Bytes ReadNext(const CFileDescriptor& file, std::size_t count) {
-    Bytes block(count);
-    char* const buffer = reinterpret_cast<char*>(block.data());
-    block.resize(static_cast<std::size_t>(FileSystem::ReadFully(file, buffer, static_cast<off_t>(count))));
-    return block;
+std::span<const unsigned char> Bytes(const QByteArray& bytes) {
+    return {reinterpret_cast<const unsigned char*>(bytes.constData()),
+            static_cast<std::size_t>(bytes.size())};
 }
-
-// BLAKE2b with 64 bytes (RFC 7693) of all bytes that are added.
-class CHash {
-public:
-    CHash() { crypto_generichash_init(&state_, nullptr, 0, crypto_generichash_BYTES_MAX); }
-
-    void Add(std::span<const unsigned char> bytes) {
-        crypto_generichash_update(&state_, bytes.data(), bytes.size());
-    }
-    // To be called once, at the end.
-    Bytes Finish() {
-        Bytes hash(crypto_generichash_BYTES_MAX);
-        crypto_generichash_final(&state_, hash.data(), hash.size());
-        return hash;
-    }
-
-private:
-    crypto_generichash_state state_{};
-};
 
 }  // namespace
 
@@ -66,7 +41,7 @@ std::optional<CMinisignSignature> CMinisignSignature::Parse(std::string_view byt
 }
 
 bool CMinisignSignature::IsBy(const CMinisignKey& key) const {
-    Bytes message(signature_.begin(), signature_.end());
+    std::vector<unsigned char> message(signature_.begin(), signature_.end());
     message.insert(message.end(), trustedComment_.begin(), trustedComment_.end());
     return keyId_ == key.GetId() && key.HasSigned(message, globalSignature_);
 }
@@ -74,18 +49,14 @@ bool CMinisignSignature::IsBy(const CMinisignKey& key) const {
 bool CMinisignSignature::IsOf(const CFileDescriptor& file, const CMinisignKey& key) const {
     if (!file.IsOpen() || !IsBy(key))
         return false;
-    CHash hash;
-    for (Bytes block = ReadNext(file, BLOCK_BYTES); !block.empty(); block = ReadNext(file, BLOCK_BYTES))
-        hash.Add(block);
-    return key.HasSigned(hash.Finish(), signature_);
+    QFile contents;
+    QCryptographicHash hash(HASH);
+    return contents.open(file.Get(), QIODevice::ReadOnly) && hash.addData(&contents) &&
+           key.HasSigned(Bytes(hash.result()), signature_);
 }
 
 bool CMinisignSignature::IsOf(std::string_view contents, const CMinisignKey& key) const {
-    if (!IsBy(key))
-        return false;
-    CHash hash;
-    hash.Add({reinterpret_cast<const unsigned char*>(contents.data()), contents.size()});
-    return key.HasSigned(hash.Finish(), signature_);
+    return IsBy(key) && key.HasSigned(Bytes(QCryptographicHash::hash(contents, HASH)), signature_);
 }
 
 std::vector<std::string> CMinisignSignature::GetWords(std::string_view beginning) const {
