@@ -138,9 +138,7 @@ CAtlString LanguageAttributeById(int id, const char* attribute) {
 }
 
 CAtlString LanguageIdText(int id) {
-    CAtlString text;
-    text.Format(L"%.4X", static_cast<unsigned>(id));
-    return text;
+    return CAtlString(QString("%1").arg(static_cast<unsigned>(id), 4, 16, QChar('0')).toUpper());
 }
 
 int ParseHexLanguageId(const CAtlString& text) {

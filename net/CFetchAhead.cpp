@@ -46,8 +46,7 @@ void CFetchAhead::Start(const Route& route) {
     for (Entry& entry : std::ranges::subrange(entries_.begin(), end)) {
         if (isUnderWay(entry))
             continue;
-        CAtlString number;
-        number.Format(L"-%d", ++serial_);
+        const CAtlString number(QString("-%1").arg(++serial_));
         const CVardoFilePath file =
             CVardoDirectoryPath::Combine(folder_, CTemporaryFolder::NamesOfProcess() + number);
         // NOLINTNEXTLINE(modernize-make-unique): a transfer cannot be moved into it.

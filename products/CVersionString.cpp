@@ -119,9 +119,7 @@ bool CVersionString::IsGreater(const CVersionString& other) const {
 CAtlString CVersionString::GetString() const {
     if (!valid_)
         return sourceText_;
-    CAtlString text;
-    text.Format(L"%i.%i.%i.%i", first_, second_, third_, fourth_);
-    return text;
+    return CAtlString(QString("%1.%2.%3.%4").arg(first_).arg(second_).arg(third_).arg(fourth_));
 }
 
 CVersionString& CVersionString::SetString(const CAtlString& text) {

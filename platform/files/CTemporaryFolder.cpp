@@ -56,9 +56,7 @@ void CreateForOwner(const CVardoDirectoryPath& folder) {
 }  // namespace
 
 CAtlString CTemporaryFolder::NamesOfProcess() {
-    CAtlString names;
-    names.Format(L"%s%d", OWN_NAME, getpid());
-    return names;
+    return OWN_NAME + CAtlString(QString::number(getpid()));
 }
 
 CAtlString CTemporaryFolder::UserName() {

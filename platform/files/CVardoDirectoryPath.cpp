@@ -126,8 +126,7 @@ CVardoFilePath CVardoDirectoryPath::ClaimFile(const CVardoDirectoryPath& directo
     for (int tries = 1; !claim(candidate); ++tries) {
         if (tries == MAX_TEMP_NAMES)
             return CVardoFilePath();
-        CAtlString number;
-        number.Format(L"(%d)", QRandomGenerator::global()->bounded(INT_MAX));
+        const CAtlString number(QString("(%1)").arg(QRandomGenerator::global()->bounded(INT_MAX)));
         candidate = Combine(directory, base + number + ending);
     }
     return candidate;

@@ -4,13 +4,8 @@
 #include "platform/text/CAtlString.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdarg>
-#include <cstddef>
 #include <cstdint>
 #include <cwchar>
-#include <new>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,8 +13,6 @@
 #include "platform/text/TextConversion.h"
 
 namespace {
-
-constexpr int FIRST_FORMAT_CAPACITY = 256;
 
 CAtlString Decoded(std::string_view utf8) {
     const std::wstring text = DecodeUtf8(utf8);
@@ -29,40 +22,6 @@ CAtlString Decoded(std::string_view utf8) {
 // Whether UTF-16 has one unit of the same number; Qt converts the surrogates and all above them.
 bool IsOneUtf16Unit(wchar_t ch) {
     return static_cast<std::uint32_t>(ch) < 0xD800;
-}
-
-std::wstring WithWideArguments(std::wstring format) {
-    for (std::size_t at = format.find(L"%s"); at != std::wstring::npos; at = format.find(L"%s", at))
-        format.insert(at + 1, 1, L'l');
-    return format;
-}
-
-// Formats into the buffer; true when the text fits.
-bool TryFormat(std::wstring& buffer, const std::wstring& format, std::va_list arguments) {
-    std::va_list copy;
-    va_copy(copy, arguments);
-    errno = 0;
-    const int written = std::vswprintf(buffer.data(), buffer.size(), format.c_str(), copy);
-    va_end(copy);
-    return written >= 0 && static_cast<std::size_t>(written) < buffer.size();
-}
-
-// The text up to its first 0 character; nothing when formatting fails.
-std::optional<CAtlString> Formatted(const wchar_t* format, std::va_list arguments) {
-    try {
-        const std::wstring wideFormat = WithWideArguments(format ? format : L"");
-        int capacity = FIRST_FORMAT_CAPACITY;
-        do {
-            std::wstring buffer(static_cast<std::size_t>(capacity), L'\0');
-            if (TryFormat(buffer, wideFormat, arguments))
-                return CAtlString(buffer.c_str());
-            capacity *= 2;
-            // An encoding error and a buffer that is too small have the same result; errno tells them apart.
-        } while (capacity <= CAtlString::MAX_FORMATTED && errno != EILSEQ);
-    } catch (const std::bad_alloc&) {
-        // Running out of memory is a failure like any other.
-    }
-    return std::nullopt;
 }
 
 }  // namespace
@@ -174,13 +133,4 @@ int CAtlString::Delete(int index, int count) {
     if (count > 0 && index < length)
         *this = Left(index) + Right(length - index - std::min(count, length - index));
     return length;
-}
-
-void CAtlString::Format(const wchar_t* format, ...) {
-    std::va_list arguments;
-    va_start(arguments, format);
-    const std::optional<CAtlString> text = Formatted(format, arguments);
-    va_end(arguments);
-    if (text)
-        *this = *text;
 }

@@ -62,14 +62,6 @@ public:
     // Deletes count characters from index on and returns the length from before. A negative index counts as
     // 0, a count beyond the end as the rest.
     int Delete(int index, int count = 1);
-
-    // Becomes the text that vswprintf makes of format and the arguments. "%s" takes a wide (const wchar_t*)
-    // argument, as "%ls" does. The text stays as it was when formatting fails: an encoding error, a result of
-    // more than MAX_FORMATTED characters, or no memory.
-    void Format(const wchar_t* format, ...);
-
-    // Bound of Format, in characters.
-    static constexpr int MAX_FORMATTED = 1 << 24;
 };
 
 Q_DECLARE_METATYPE(CAtlString)
