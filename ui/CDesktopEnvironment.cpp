@@ -10,10 +10,6 @@
 
 #include <QApplication>
 
-QDate CDesktopEnvironment::Today() const {
-    return QDate::currentDate();
-}
-
 CVardoDirectoryPath CDesktopEnvironment::SharedDataFolder() const {
     return ::SharedDataFolder();
 }

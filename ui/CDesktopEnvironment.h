@@ -11,7 +11,6 @@
 // application object, but is used only while that lives. GUI thread only.
 class CDesktopEnvironment : public IAttendedEnvironment {
 public:
-    QDate Today() const override;
     // Empty when the executable's folder has no parent.
     CVardoDirectoryPath SharedDataFolder() const override;
     bool StartDetached(const QString& program, const QStringList& arguments) override;

@@ -16,7 +16,6 @@ public:
     explicit CUnattendedEnvironment(const CVardoDirectoryPath& sharedDataFolder)
         : folder_(sharedDataFolder) {}
 
-    QDate Today() const override { return QDate::currentDate(); }
     CVardoDirectoryPath SharedDataFolder() const override { return folder_; }
 
 private:

@@ -20,7 +20,7 @@ public:
     virtual ~IEnvironment() = default;
 
     // Today's date, in local time.
-    virtual QDate Today() const = 0;
+    virtual QDate Today() const { return QDate::currentDate(); }
     // The time of day, in local time.
     virtual QTime Now() const { return QTime::currentTime(); }
     // The folder that installed software shares with the program: "share" beside that of the executable.

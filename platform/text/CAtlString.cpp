@@ -39,15 +39,6 @@ CAtlString::CAtlString(const QString& text) {
         ReleaseBuffer(static_cast<int>(text.toWCharArray(GetBuffer(static_cast<int>(text.size())))));
 }
 
-CAtlString::CAtlString(wchar_t ch, int count) {
-    if (count <= 0)
-        return;
-    std::fill_n(GetBuffer(count), count, ch);
-    ReleaseBuffer(count);
-}
-
-CAtlString::CAtlString(char ch, int count) : CAtlString(wchar_t{static_cast<signed char>(ch)}, count) {}
-
 QString CAtlString::ToQString() const {
     const std::wstring_view text(GetString());
     // QString's own conversion makes a converter object: for an address it takes ten times as long.

@@ -28,11 +28,6 @@ public:
     // The text's full length, embedded 0 characters included; a surrogate pair becomes one character.
     CAtlString(const QString& text);
     // NOLINTEND(google-explicit-constructor)
-    // count copies of a character; the empty text when count is not positive. A narrow character is
-    // sign-extended.
-    explicit CAtlString(wchar_t ch, int count = 1);
-    explicit CAtlString(char ch, int count = 1);
-
     // The characters up to the first 0 character.
     QString ToQString() const;
 

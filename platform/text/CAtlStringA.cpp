@@ -24,15 +24,6 @@ CAtlStringA::CAtlStringA(const CAtlString& narrowed) {
     ReleaseBuffer(narrowed.GetLength());
 }
 
-CAtlStringA::CAtlStringA(const QString& encodedAsUtf8) {
-    const QByteArray bytes = encodedAsUtf8.toUtf8();
-    Append(bytes.constData(), static_cast<int>(bytes.size()));
-}
-
-CAtlStringA& CAtlStringA::operator=(const wchar_t* narrowed) {
-    return *this = CAtlStringA(CAtlString(narrowed));
-}
-
 QString CAtlStringA::ToQString() const {
     return QString::fromLatin1(GetString(), GetLength());
 }

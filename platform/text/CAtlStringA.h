@@ -13,9 +13,8 @@ class CAtlString;
 // The narrow twin of CAtlString, with the layout, the sharing and the operations of CSharedText. It may hold
 // any bytes, 0 included.
 //
-// Mind that the conversions from wide text differ: from a CAtlString, and by assignment of a const wchar_t*,
-// each character keeps its low 8 bits (nothing is encoded); construction from a const wchar_t* and from a
-// QString encodes as UTF-8. Null pointers count as empty text.
+// Mind that the conversions from wide text differ: from a CAtlString each character keeps its low 8 bits
+// (nothing is encoded); from a const wchar_t* it is encoded as UTF-8. Null pointers count as empty text.
 class CAtlStringA : public CSharedText<char> {
 public:
     CAtlStringA() noexcept = default;
@@ -23,9 +22,6 @@ public:
     CAtlStringA(const char* bytes, int length);
     explicit CAtlStringA(const wchar_t* encodedAsUtf8);
     explicit CAtlStringA(const CAtlString& narrowed);
-    explicit CAtlStringA(const QString& encodedAsUtf8);
-
-    CAtlStringA& operator=(const wchar_t* narrowed);
 
     // Each byte as one character (Latin-1).
     QString ToQString() const;
