@@ -9,8 +9,8 @@
 #include "platform/desktop/StandardStreams.h"
 #include "platform/files/CTemporaryFolder.h"
 #include "platform/text/PrintableText.h"
-#include "report/CReportOptions.h"
 #include "report/CUpdateReport.h"
+#include "report/ReportOptions.h"
 #include "report/ReportText.h"
 #include "report/RunFacts.h"
 
@@ -67,20 +67,20 @@ bool Deliver(const QString& text, const QString& file) {
     return false;
 }
 
-boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const CReportOptions& options) {
+boost::shared_ptr<ProxyHandlerBase> MakeProxyHandler(const ReportOptions& options) {
     auto handler = boost::make_shared<ProxyHandlerBase>();
-    if (options.GetProxyHost().IsEmpty())
+    if (options.proxyHost.IsEmpty())
         handler->LoadProxySettings();
     else
-        handler->SetProxy(options.GetProxyHost(), options.GetProxyPort());
-    handler->SetCredentials(CAtlString(options.GetUserName()), CAtlString(options.GetPassword()));
+        handler->SetProxy(options.proxyHost, options.proxyPort);
+    handler->SetCredentials(CAtlString(options.userName), CAtlString(options.password));
     handler->SetInteractive(false);
     return handler;
 }
 
-TransferBounds MakeBounds(const CReportOptions& options) {
+TransferBounds MakeBounds(const ReportOptions& options) {
     TransferBounds bounds;
-    if (const auto timeout = options.GetTimeout()) {
+    if (const auto timeout = options.timeout) {
         bounds.connect = *timeout;
         bounds.silence = *timeout;
         bounds.wholeTime = *timeout;
@@ -88,8 +88,8 @@ TransferBounds MakeBounds(const CReportOptions& options) {
     return bounds;
 }
 
-QString TextOf(const QJsonObject& json, bool isListed, const CReportOptions& options) {
-    switch (options.GetFormat()) {
+QString TextOf(const QJsonObject& json, bool isListed, const ReportOptions& options) {
+    switch (options.format) {
         case ReportFormat::JSON:
             return QString::fromUtf8(PrintableJson(QJsonDocument(json)));
         case ReportFormat::PROMETHEUS:
@@ -97,30 +97,29 @@ QString TextOf(const QJsonObject& json, bool isListed, const CReportOptions& opt
         case ReportFormat::TABLE:
             break;
     }
-    const QString text =
-        isListed || options.IsExplained() ? ReportText(json, options.IsExplained()) : QString();
-    return options.IsOfAllUsers() ? text + '\n' + UsersText(json) : text;
+    const QString text = isListed || options.isExplained ? ReportText(json, options.isExplained) : QString();
+    return options.isOfAllUsers ? text + '\n' + UsersText(json) : text;
 }
 
 // False without a list. When the deadline or a signal comes first, the report has what is known by then.
-bool Run(CUpdateReport& report, const CReportOptions& options, const QDeadlineTimer& end) {
+bool Run(CUpdateReport& report, const ReportOptions& options, const QDeadlineTimer& end) {
     using End = CUpdateReport::End;
     const CInterruption interruption([&report] { report.Stop(End::INTERRUPTED); });
     QTimer deadline;
     QObject::connect(&deadline, &QTimer::timeout, [&report] { report.Stop(End::DEADLINE); });
     if (!end.isForever())
         deadline.start(static_cast<int>(end.remainingTime()));
-    return report.Run({.isOffline = options.IsOffline(),
-                       .isListFetched = options.IsListFetched(),
-                       .isExplained = options.IsExplained()});
+    return report.Run({.isOffline = options.isOffline,
+                       .isListFetched = options.isListFetched,
+                       .isExplained = options.isExplained});
 }
 
-int Report(const CReportOptions& options) {
+int Report(const ReportOptions& options) {
     const auto environment = boost::make_shared<CUnattendedEnvironment>(SharedDataFolder());
-    const auto limit = options.GetDeadline();
+    const auto limit = options.deadline;
     const QDeadlineTimer end = limit ? QDeadlineTimer(*limit) : QDeadlineTimer(QDeadlineTimer::Forever);
     QStringList unread;
-    const QJsonArray users = options.IsOfAllUsers() ? UsersFacts(environment, end, unread) : QJsonArray();
+    const QJsonArray users = options.isOfAllUsers ? UsersFacts(environment, end, unread) : QJsonArray();
     for (const QString& user : unread)
         Remark("the home of " + user + " could not be read");
     // The program itself may fetch for the same user at the same time.
@@ -128,32 +127,30 @@ int Report(const CReportOptions& options) {
         boost::make_shared<Downloader>(MakeBounds(options), CTemporaryFolder::NamesOfProcess());
     downloader->SetProxyHandler(MakeProxyHandler(options));
     CUpdateReport report(environment, downloader);
-    if (!options.IsOffline())
+    if (!options.isOffline)
         Downloader::RemoveStaleFiles();
     const bool isListed = Run(report, options, end);
     for (const QString& remark : report.GetRemarks())
         Remark(remark);
     QJsonObject json = report.ToJson();
-    if (options.IsOfAllUsers())
+    if (options.isOfAllUsers)
         json["users"] = users;
-    return Deliver(TextOf(json, isListed, options), options.GetOutput()) ? report.GetExitStatus()
-                                                                         : CUpdateReport::NOTHING_REPORTED;
+    return Deliver(TextOf(json, isListed, options), options.output) ? report.GetExitStatus()
+                                                                    : CUpdateReport::NOTHING_REPORTED;
 }
 
 // Reports, or says what is wrong with the arguments. Returns the exit status.
 int RunReport(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(VARDO_VERSION);
-    CReportOptions options;
-    if (!options.Parse(QCoreApplication::arguments())) {
-        Remark(options.GetProblem());
+    const ReportOptions options = ReadReportOptions(QCoreApplication::arguments());
+    if (!options.problem.isEmpty()) {
+        Remark(options.problem);
         std::cerr << "VARDOUpdateReport --help says what is possible.\n";
         return WRONG_USAGE;
     }
-    if (options.IsHelpWanted() || options.IsVersionWanted())
-        return Print(options.IsHelpWanted() ? options.GetHelp() : options.GetVersion())
-                   ? 0
-                   : CUpdateReport::NOTHING_REPORTED;
+    if (!options.answer.isEmpty())
+        return Print(options.answer) ? 0 : CUpdateReport::NOTHING_REPORTED;
     return Report(options);
 }
 
