@@ -32,6 +32,10 @@ public:
     void OnCategory(const CAtlString& id, const CAtlString& installed, const CAtlString& published) override;
     void OnTransfer(const TransferRecord& record) { requests_.push_back(record); }
 
+    // In the order of their ends.
+    const std::vector<TransferRecord>& GetRequests() const { return requests_; }
+    // Nothing before the remote file was judged.
+    std::optional<Verdict> GetAnswer() const { return answer_; }
     QJsonObject ToJson() const;
 
 private:

@@ -9,7 +9,6 @@
 
 #include <QUrl>
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -31,21 +30,17 @@ QString EndText(CUpdateReport::End end) {
 }
 
 // True when the site, or a host on the way, answered; a proxy that wants credentials does not count.
-bool WasAnswered(const QJsonValue& request) {
-    const int status = request["status"].toInt();
-    return status != 0 && (status != 407 || request["proxy"].toString().isEmpty());
+bool WasAnswered(const TransferRecord& request) {
+    return request.status != 0 && (request.status != 407 || request.proxyHost.IsEmpty());
 }
 
 // The class of a failed request: of what came, or did not.
-QString RequestCode(const QJsonValue& request) {
-    switch (const int status = request["status"].toInt()) {
-        case 0:
-            return "unreachable";
-        case 200:
-            return "incomplete";
-        default:
-            return "http-" + QString::number(status);
-    }
+QString RequestCode(const TransferRecord& request) {
+    if (request.culprit == Culprit::COMPUTER)
+        return "local";
+    if (request.status == 0)
+        return "unreachable";
+    return request.status == 200 ? QString("incomplete") : "http-" + QString::number(request.status);
 }
 
 }  // namespace
@@ -135,7 +130,7 @@ QJsonArray CUpdateReport::Rows(bool isDue) const {
         QJsonObject object = ::ToJson(row);
         object["error"] = Error(row, *product);
         if (scope_.isExplained) {
-            QJsonObject explanation = Explanation(*product);
+            QJsonObject explanation = Explanation(*product).ToJson();
             if (!scope_.isOffline)
                 explanation["silentCheck"] = QJsonObject{
                     {"forThisProduct", isDue && CProductListController::HasWantedUpdate(*product)}};
@@ -146,8 +141,8 @@ QJsonArray CUpdateReport::Rows(bool isDue) const {
     return rows;
 }
 
-QJsonObject CUpdateReport::Explanation(const IProduct& product) const {
-    return controller_.GetExplanation(product)->ToJson();
+const CExplanation& CUpdateReport::Explanation(const IProduct& product) const {
+    return *controller_.GetExplanation(product);
 }
 
 QJsonValue CUpdateReport::Error(const ReportRow& row, const IProduct& product) const {
@@ -156,22 +151,19 @@ QJsonValue CUpdateReport::Error(const ReportRow& row, const IProduct& product) c
     if (end_ && finished_.count(&product) == 0)
         return QJsonObject{{"code", *end_ == End::DEADLINE ? "deadline" : "interrupted"},
                            {"text", EndText(*end_)}};
-    const QJsonObject explanation = Explanation(product);
-    const QJsonValue request = explanation["requests"].toArray().last();
-    if (const QString text = request["error"].toString(); !text.isEmpty())
-        return QJsonObject{{"code", RequestCode(request)}, {"text", text}};
-    return QJsonObject{{"code", "unusable"}, {"text", explanation["answer"]["reason"].toString()}};
+    const CExplanation& explanation = Explanation(product);
+    const auto& requests = explanation.GetRequests();
+    if (!requests.empty() && !requests.back().succeeded)
+        return QJsonObject{{"code", RequestCode(requests.back())}, {"text", FailureText(requests.back())}};
+    return QJsonObject{{"code", "unusable"},
+                       {"text", VerdictText(explanation.GetAnswer().value_or(Verdict::COUNTS))}};
 }
 
 bool CUpdateReport::IsAnybodyThere() const {
     bool isAsked = false;
-    const IProduct* last = nullptr;
-    for (const auto& entry : entries_) {
-        // All entries of one product have the same explanation.
-        if (std::exchange(last, entry.product.get()) == entry.product.get())
-            continue;
-        const QJsonArray requests = Explanation(*entry.product)["requests"].toArray();
-        isAsked = isAsked || !requests.isEmpty();
+    for (const Entry& entry : entries_) {
+        const auto& requests = Explanation(*entry.product).GetRequests();
+        isAsked = isAsked || !requests.empty();
         if (std::any_of(requests.begin(), requests.end(), WasAnswered))
             return true;
     }

@@ -65,7 +65,7 @@ private:
     bool IsAnybodyThere() const;
     // isDue: a silent check is.
     QJsonArray Rows(bool isDue) const;
-    QJsonObject Explanation(const IProduct& product) const;
+    const CExplanation& Explanation(const IProduct& product) const;
     // Why a product failed, as "code" and "text"; null when it did not.
     QJsonValue Error(const ReportRow& row, const IProduct& product) const;
     QJsonObject ListFacts() const;

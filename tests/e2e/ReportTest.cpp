@@ -7,8 +7,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <csignal>
 #include <map>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "e2e/ProgramTest.h"
@@ -160,6 +162,16 @@ TEST_F(ReportTest, AsJsonSaysTheSame) {
     EXPECT_EQ(Products().at(0)["state"].toString(), "skipped");
     UpdateSettings().remove("SkippedVersions");
     UpdateSettings().remove("LastChecked");
+    rlimit previous{};
+    getrlimit(RLIMIT_FSIZE, &previous);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{10, previous.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    report_ = SampleMachine::StartReport({"--json"});
+    EXPECT_EQ(report_->ExitCode(), 2);
+    setrlimit(RLIMIT_FSIZE, &previous);
+    ExpectReadable(report_->Output());
+    EXPECT_EQ(Products().at(0)["error"]["code"].toString(), "local");
 
     ProxySettings().setValue("HttpProxyHost", "user:hidden@proxy.invalid");
     QSettings("/tmp/run/machine/VARDO Technologies.conf", QSettings::IniFormat)
