@@ -6,7 +6,6 @@
 #include "catalog/FormatRules.h"
 #include "catalog/ValueChecks.h"
 #include "products/CProductVersions.h"
-#include "products/ProductFactory.h"
 #include "products/Products.h"
 
 #include <map>

@@ -10,6 +10,7 @@
 #include "platform/settings/SettingsStore.h"
 #include "platform/xml/XmlFile.h"
 #include "products/CFetchedFile.h"
+#include "products/CProductVersions.h"
 #include "products/ListFormat.h"
 #include "products/NotificationFormat.h"
 
@@ -156,4 +157,20 @@ bool Notification::IsWanted(unsigned /*item*/) const {
 bool Notification::RunAction(unsigned /*item*/) {
     WriteRegistryDword(HKEY_CURRENT_USER, DefaultSettings::NOTIFICATION_KEY, name_, DISMISSED);
     return !webPage_.IsEmpty() && environment_->OpenWebPage(webPage_, GetName());
+}
+
+bool IsBoardInstalled(const boost::shared_ptr<IEnvironment>& environment) {
+    // The board software is found as any product is, but no list needs to name it.
+    class BoardHack : public CProductVersions {
+    public:
+        explicit BoardHack(const boost::shared_ptr<IEnvironment>& world) : CProductVersions(world) {
+            SetBaseName(L"SoftwareUpdateVBS");
+        }
+    };
+
+    BoardHack board(environment);
+    if (!board.FindInstalled())
+        return false;
+    const CVersionString installed(board.GetInstalledVersion(0));
+    return installed.IsLess(CVersionString(L"10.0.0.0"));
 }

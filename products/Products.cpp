@@ -4,8 +4,12 @@
 #include "products/Products.h"
 
 #include "platform/xml/XmlFile.h"
+#include "products/CProductVersions.h"
+#include "products/GalleryVersion.h"
 #include "products/ListFormat.h"
-#include "products/ProductFactory.h"
+#include "products/Notification.h"
+
+#include <boost/make_shared.hpp>
 
 #include <algorithm>
 
@@ -13,6 +17,17 @@ namespace {
 
 bool HasAtMost(std::ptrdiff_t count, const TiXmlElement* parent, const char* name = nullptr) {
     return std::ssize(Children(parent, name)) <= count;
+}
+
+boost::shared_ptr<IProduct> MakeProduct(const CAtlString& name,
+                                        const boost::shared_ptr<IEnvironment>& environment) {
+    if (name.Compare(CProductVersions::ELEMENT_NAME) == 0)
+        return boost::make_shared<CProductVersions>(environment);
+    if (name.Compare(GalleryVersion::ELEMENT_NAME) == 0)
+        return boost::make_shared<GalleryVersion>(environment);
+    if (name.Compare(Notification::ELEMENT_NAME) == 0)
+        return boost::make_shared<Notification>(environment);
+    return nullptr;
 }
 
 }  // namespace
@@ -49,6 +64,15 @@ bool Products::Load(const CVardoFilePath& path, const CAtlStringA& bytes) {
     for (const TiXmlElement* child : Children(root))
         if (const auto product = CreateProduct(child, environment_))
             products_.push_back(product);
-    loaded_ = !products_.empty();
-    return loaded_;
+    return IsLoaded();
+}
+
+boost::shared_ptr<IProduct> CreateProduct(const TiXmlElement* element,
+                                          const boost::shared_ptr<IEnvironment>& environment) {
+    if (!element)
+        return nullptr;
+    boost::shared_ptr<IProduct> product = MakeProduct(CAtlString(element->Value()), environment);
+    if (!product || !product->Init(element))
+        return nullptr;
+    return product;
 }

@@ -42,13 +42,17 @@ public:
     const CVersionString& GetVersion() const { return version_; }
     // Where the newest list lies; empty when it may not be refreshed.
     const CAtlString& GetAddress() const { return address_; }
-    bool IsLoaded() const { return loaded_; }
+    bool IsLoaded() const { return !products_.empty(); }
 
 private:
     CVardoFilePath path_;
     IProduct::List products_;
     CVersionString version_;
     CAtlString address_;
-    bool loaded_ = false;
     boost::shared_ptr<IEnvironment> environment_;
 };
+
+// A product of the class that the element's name stands for, initialised from the element. Empty when the
+// element is null or unusable, or its name stands for no class.
+boost::shared_ptr<IProduct> CreateProduct(const TiXmlElement* element,
+                                          const boost::shared_ptr<IEnvironment>& environment);

@@ -6,15 +6,17 @@
 #include "platform/text/PrintableText.h"
 #include "ui/CCellDelegate.h"
 #include "ui/PlainText.h"
-#include "ui/RowWidgets.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QLinearGradient>
+#include <QProgressBar>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <algorithm>
 
 namespace {
@@ -71,6 +73,55 @@ void Press(QPushButton& button, QTableWidget& table, const CProductTable::Action
         if (hadFocus && table.window()->focusWidget() == &table)
             button.setFocus();
     });
+}
+
+// An empty read-only cell.
+QTableWidgetItem* MakeCell() {
+    auto* cell = new QTableWidgetItem;
+    cell->setFlags(Qt::ItemIsEnabled);
+    return cell;
+}
+
+// The same, with its text in the middle.
+QTableWidgetItem* MakeCentredCell() {
+    QTableWidgetItem* cell = MakeCell();
+    cell->setTextAlignment(Qt::AlignCenter);
+    return cell;
+}
+
+// A disabled button with that text, named "rowButton".
+QPushButton* MakeRowButton(const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setObjectName("rowButton");
+    button->setEnabled(false);
+    button->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Preferred);
+    return button;
+}
+
+// An endless progress bar (named "busyBar") for a cell; base is the cell's background.
+QWidget* MakeBusyIndicator(const QBrush& base) {
+    auto* indicator = new QWidget;
+    auto* layout = new QVBoxLayout(indicator);
+    auto* bar = new QProgressBar;
+    bar->setObjectName("busyBar");
+    bar->setRange(0, 0);
+    bar->setTextVisible(false);
+    QPalette palette = bar->palette();
+    for (const auto role : {QPalette::Window, QPalette::Mid, QPalette::Dark, QPalette::Light,
+                            QPalette::Shadow, QPalette::Midlight})
+        palette.setBrush(role, base);
+    bar->setPalette(palette);
+    layout->addWidget(bar);
+    return indicator;
+}
+
+// A faint blue at the cell's left edge that has faded into base after 300 pixels.
+QBrush MakeHighlightBrush(const QColor& base) {
+    constexpr int FADED_AFTER = 300;
+    QLinearGradient gradient(0, 0, FADED_AFTER, 0);
+    gradient.setColorAt(0, QColor(0, 50, 255, 50));
+    gradient.setColorAt(1, base);
+    return gradient;
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include "platform/settings/CSettingsIdentity.h"
 #include "platform/settings/SettingsStore.h"
 #include "products/CProductListController.h"
-#include "products/ProductFactory.h"
+#include "products/Products.h"
 #include "support/FakeDownloader.h"
 #include "support/FakeEnvironment.h"
 #include "support/TemporaryTree.h"
