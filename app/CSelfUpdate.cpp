@@ -39,11 +39,7 @@ CVardoFilePath CSelfUpdate::FetchSealed(const CAtlString& address, CInstallerSea
     const CVardoFilePath signature(downloader_->Download(address + CInstallerSeal::SIGNATURE_EXTENSION));
     const CAtlStringA bytes = ReadFileBytes(signature);
     signature.Delete();
-    if (!seal.Accept({bytes.begin(), bytes.end()},
-                     {.file = GetUpdateInstallFile(),
-                      .argument = GetUpdateArgument(),
-                      .isVersion = [this](const CAtlString& version) { return IsUpdateVersion(version); },
-                      .today = TodayInUtc()}))
+    if (!seal.Accept({bytes.begin(), bytes.end()}, SealedOffer(GetTable().ChooseOffer())))
         return {};
     const CVardoFilePath installer = Fetch(address);
     return installer.IsEmpty() ? installer : seal.Secure(installer);

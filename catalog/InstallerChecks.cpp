@@ -74,13 +74,8 @@ QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, 
     if (!signature)
         return QStringLiteral("there is no \"%1\"").arg(path.value_or(address.ToQString()));
     const CAtlStringA bytes = ReadFileBytes(signature->GetFilePath());
-    const CInstallerSeal::Offer offer{
-        .file = reader.GetUpdateInstallFile(),
-        .argument = reader.GetUpdateArgument(),
-        .isVersion = [&reader](const CAtlString& version) { return reader.IsUpdateVersion(version); },
-        .today = TodayInUtc()};
-    if (!seal.Accept({bytes.begin(), bytes.end()}, offer))
-        return QStringLiteral("\"%1\" %2").arg(signature->GetPath(), RefusalText(seal, reader));
+    if (!seal.Accept({bytes.begin(), bytes.end()}, SealedOffer(reader.GetTable().ChooseOffer())))
+        return QString("\"%1\" %2").arg(signature->GetPath(), RefusalText(seal, reader));
     off_t size = 0;
     const bool isSigned =
         seal.IsOf(FileSystem::OpenForReading(installer.GetFilePath().GetFilePathString(), size));

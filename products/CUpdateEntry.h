@@ -6,6 +6,8 @@
 
 #include "platform/text/CAtlString.h"
 #include "products/CVersionString.h"
+#include "signing/CInstallerSeal.h"
+#include "signing/CMinisignSignature.h"
 
 // What is offered and how to get it; a text that the description lacks is empty.
 struct CUpdateEntry {
@@ -20,3 +22,12 @@ struct CUpdateEntry {
     // For running the installer.
     CAtlString argument;
 };
+
+// What a signature of the entry's installer must say, today and in whatever spelling of the version.
+inline CInstallerSeal::Offer SealedOffer(const CUpdateEntry& entry) {
+    return {.file = entry.installFile,
+            .argument = entry.argument,
+            .isVersion = [version = entry.version](
+                             const CAtlString& text) { return CVersionString(text).IsEqual(version); },
+            .today = TodayInUtc()};
+}

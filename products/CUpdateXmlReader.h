@@ -48,10 +48,6 @@ public:
     const CUpdateTable& GetTable() const { return table_; }
     // What the offer for the installed version says.
     CVersionString GetUpdateVersion() const { return table_.ChooseOffer().version; }
-    // Whether a text is that version, in whatever spelling.
-    bool IsUpdateVersion(const CAtlString& text) const {
-        return CVersionString(text).IsEqual(GetUpdateVersion());
-    }
     CAtlString GetUpdateInstallFile() const { return table_.ChooseOffer().installFile; }
     CAtlString GetUpdateInstallURL() const { return table_.ChooseOffer().installUrl; }
     CAtlString GetUpdateInstallSize() const { return table_.ChooseOffer().installSize; }

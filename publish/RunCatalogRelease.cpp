@@ -186,14 +186,9 @@ private:
                 const CVardoDirectoryPath& folder) {
         CInstallerSeal seal(CVardoDirectoryPath::Combine(folder, CInstallerSeal::KEY_FILE));
         off_t size = 0;
-        const CInstallerSeal::Offer offered{
-            .file = offer.installFile,
-            .argument = offer.argument,
-            .isVersion = [&](const CAtlString& text) { return CVersionString(text).IsEqual(offer.version); },
-            .today = TodayInUtc()};
-        if (!seal.IsRequired() ||
-            (seal.Accept({signature.data(), static_cast<std::size_t>(signature.size())}, offered) &&
-             seal.IsOf(FileSystem::OpenForReading(CAtlString(path), size))))
+        if (!seal.IsRequired() || (seal.Accept({signature.data(), static_cast<std::size_t>(signature.size())},
+                                               SealedOffer(offer)) &&
+                                   seal.IsOf(FileSystem::OpenForReading(CAtlString(path), size))))
             return true;
         problem_ = QStringLiteral(
                        "\"%1\": with this secret key, installations that have the key in \"%2\" would "
