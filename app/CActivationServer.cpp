@@ -24,7 +24,8 @@ QString SocketOf(const QString& executable) {
     if (!folder.startsWith('/') || !CTemporaryFolder::IsSafe(CVardoDirectoryPath(CAtlString(folder))) ||
         stat(FileSystem::SystemPath(CAtlString(executable)).c_str(), &file) != 0)
         return {};
-    return QString("%1/VARDOProductUpdate-%2-%3").arg(folder).arg(file.st_dev).arg(file.st_ino);
+    return QString("%1/VARDOProductUpdate-%2-%3")
+        .arg(folder, QString::number(file.st_dev), QString::number(file.st_ino));
 }
 
 // unix(7), SO_PEERCRED: as the kernel saw it when the peer connected.

@@ -19,9 +19,9 @@ void CheckCategories(const CCatalogFile& file, const TiXmlElement& parent, CFind
         const QString id = AttributeText(*category, ID);
         const auto [first, isNew] = lines.try_emplace(id, category->Row());
         if (!isNew && !id.isEmpty())
-            findings.Add(
-                file.GetPath(), category->Row(), Code::DUPLICATE_KEY,
-                QStringLiteral("this category \"%1\" replaces that of line %2").arg(id).arg(first->second));
+            findings.Add(file.GetPath(), category->Row(), Code::DUPLICATE_KEY,
+                         QStringLiteral("this category \"%1\" replaces that of line %2")
+                             .arg(id, QString::number(first->second)));
         const CAtlString version = XmlAttribute(*category, VERSION);
         if (!GalleryVersion::ReadDate(version).isValid())
             findings.Add(

@@ -57,8 +57,7 @@ private:
         if (!isNew)
             Add(element, name, Code::DUPLICATE_KEY,
                 QStringLiteral("%1 \"%2\" is that of line %3 too, which counts")
-                    .arg(QLatin1String(name), text)
-                    .arg(first->second));
+                    .arg(QLatin1String(name), text, QString::number(first->second)));
     }
 
     void CheckId(const TiXmlElement& language, const QString& id) {

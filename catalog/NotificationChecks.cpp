@@ -61,9 +61,9 @@ std::map<QString, int> CheckTexts(const CCatalogFile& file, const TiXmlElement& 
         const QString code = CAtlString(text->Value()).ToQString();
         const auto [first, isNew] = lines.try_emplace(code, text->Row());
         if (!isNew)
-            findings.Add(
-                file.GetPath(), text->Row(), Code::DUPLICATE_KEY,
-                QStringLiteral("this text for \"%1\" replaces that of line %2").arg(code).arg(first->second));
+            findings.Add(file.GetPath(), text->Row(), Code::DUPLICATE_KEY,
+                         QStringLiteral("this text for \"%1\" replaces that of line %2")
+                             .arg(code, QString::number(first->second)));
         if (XmlAttribute(*text, TEXT_VALUE).IsEmpty())
             findings.Add(file.GetPath(), text->Row(), Code::EMPTY_TEXT,
                          QStringLiteral("the text for \"%1\" is empty: so is the row").arg(code));

@@ -103,7 +103,8 @@ private:
         const auto [first, isNew] = keys.try_emplace(key, line);
         if (!isNew)
             Add(line, code,
-                QStringLiteral("%1 \"%2\" is that of line %3 too").arg(what, key).arg(first->second));
+                QStringLiteral("%1 \"%2\" is that of line %3 too")
+                    .arg(what, key, QString::number(first->second)));
     }
 
     // Checks what depends on the keys of all products.

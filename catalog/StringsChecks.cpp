@@ -92,7 +92,8 @@ private:
         const auto [known, isNew] = lines_.try_emplace(key, line);
         if (!isNew)
             Add(line, Code::DUPLICATE_KEY,
-                QStringLiteral("this text of \"%1\" replaces that of line %2").arg(key).arg(known->second));
+                QStringLiteral("this text of \"%1\" replaces that of line %2")
+                    .arg(key, QString::number(known->second)));
         known->second = line;
     }
 

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QUrl>
 #include <algorithm>
+#include <limits>
 
 #include "net/QHttp.h"
 #include "platform/text/ResultCodes.h"
@@ -20,9 +21,11 @@ namespace {
 QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
     if (route.IsDirect())
         return QNetworkProxy(QNetworkProxy::NoProxy);
+    // Nothing answers at port 0.
+    const bool isPort = route.proxyPort > 0 && route.proxyPort <= std::numeric_limits<quint16>::max();
     return QNetworkProxy(QNetworkProxy::HttpProxy, route.proxyHost.ToQString(),
-                         static_cast<quint16>(route.proxyPort), credentials.userName.ToQString(),
-                         credentials.password.ToQString());
+                         isPort ? static_cast<quint16>(route.proxyPort) : quint16{0},
+                         credentials.userName.ToQString(), credentials.password.ToQString());
 }
 
 QHttp::Authentication WayFor(ProxyScheme scheme) {

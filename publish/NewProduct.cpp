@@ -85,7 +85,7 @@ QString WriteNewProduct(const NewProduct& product, const FolderArguments& argume
     if (!catalog.GetSite())
         return QStringLiteral("nothing in \"%1\" tells where it is published: --site does")
             .arg(arguments.folder);
-    const QString address = catalog.GetSite()->GetAddress();
+    const QString address = catalog.GetSite()->GetAddress().toHtmlEscaped();
     const QString element =
         QString::fromLatin1(ELEMENT).arg(product.name.toHtmlEscaped(), product.key, address);
     const QString share = ShareOf(catalog);

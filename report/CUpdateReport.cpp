@@ -36,7 +36,7 @@ bool WasAnswered(const TransferRecord& request) {
 
 // The class of a failed request: of what came, or did not.
 QString RequestCode(const TransferRecord& request) {
-    if (request.culprit == Culprit::COMPUTER)
+    if (request.culprit == TransferRecord::Culprit::COMPUTER)
         return "local";
     if (request.status == 0)
         return "unreachable";

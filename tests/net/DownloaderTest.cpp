@@ -94,6 +94,8 @@ TEST_F(ADownloader, SaysWhoFailed) {
     } rows[] = {
         {"http://127.0.0.1:1/a.xml", L"", 0, "127.0.0.1: Connection refused"},
         {"http://updates.invalid/a.xml", L"127.0.0.2", 1, "Proxy 127.0.0.2: Connection refused"},
+        {"http://updates.invalid/gone.xml", L"127.0.0.1", server_.Port() + 0x10000,
+         "Proxy 127.0.0.1: Connection refused"},
         {"http://updates.invalid/a.xml", L"", 0, "updates.invalid: Host not found"},
         {"http://updates.invalid/a.xml", L"proxy.invalid", 1, "Proxy proxy.invalid: Host not found"},
         {"http://updates.invalid/gone.xml", L"127.0.0.1", server_.Port(),

@@ -211,7 +211,7 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
         Release(wrong, EXIT_WRONG_USAGE);
     std::filesystem::remove_all(shared_.Root());
     shared_.MakeDirectory("site");
-    Release({"--site", "http://h", "--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_CLEAN);
+    Release({"--site", "http://h/a&b", "--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_CLEAN);
     EXPECT_EQ(Check().filter(": error: "), QStringList()) << "of the first product";
 }
 

@@ -85,7 +85,7 @@ TEST(Addresses, AreEncodedForBrowsersOnceAndOnlyWhereTheyMustBe) {
     EXPECT_EQ(PercentEncode(L" \"'`\\<>^{|}"), L"%20%22%27%60%5C%3C%3E%5E%7B%7C%7D");
     EXPECT_EQ(PercentEncode(CAtlString(L"a\0\n\x1B\x7F\x80", 6)), L"a%00%0A%1B%7F%C2%80");
     EXPECT_EQ(PercentEncode(L"\u00E4\u4E2D\U0001F600"), L"%C3%A4%E4%B8%AD%F0%9F%98%80");
-    EXPECT_EQ(PercentEncode(CAtlString(wchar_t(0xD800))), L"%EF%BF%BD");
+    EXPECT_EQ(PercentEncode(L"\xD800"), L"%EF%BF%BD");
 }
 
 TEST_F(Paths, AFolderListsVisibleFilesAndReadOnceTheSameInTheSameOrder) {
