@@ -97,44 +97,49 @@ bool Holds(const QString& path, const Values& values) {
     });
 }
 
-// The file's text with the values; empty when it would not be read back, or without room for temporary files.
+// The file's text with the values as QSettings writes them. Empty without room for temporary files, and when
+// QSettings would not read the values, as from a text that ends in the middle of a quotation.
 QByteArray Merge(const QByteArray& text, const Values& values) {
     const QTemporaryDir folder;
-    QFile encoded(folder.filePath(QStringLiteral("values")));
-    SetValues(std::make_unique<QSettings>(encoded.fileName(), QSettings::IniFormat), values);
-    QFile merged(folder.filePath(QStringLiteral("merged")));
-    if (!encoded.open(QFile::ReadOnly) || !merged.open(QFile::WriteOnly))
+    QFile lines(folder.filePath(QStringLiteral("lines")));
+    QFile copy(folder.filePath(QStringLiteral("copy")));
+    SetValues(std::make_unique<QSettings>(lines.fileName(), QSettings::IniFormat), values);
+    if (!lines.open(QFile::ReadOnly) || !copy.open(QFile::WriteOnly))
         return {};
-    const QByteArray result = MergeIni(text, encoded.readAll());
-    merged.write(result);
-    merged.close();
-    return Holds(merged.fileName(), values) ? result : QByteArray();
+    const QByteArray merged = MergeIni(text, lines.readAll());
+    copy.write(merged);
+    copy.close();
+    return Holds(copy.fileName(), values) ? merged : QByteArray();
 }
 
-// Puts the values into the file, and keeps the rest of it. False when the file is as before.
-bool MergeInto(const QString& path, const Values& values) {
-    // QSettings locks the file in this way while it writes.
+// Puts the values into a file that is there. QSettings would write all of it anew: without comments, without
+// what other software has stored as types of its own, and on a full disk cut off. Here it stays as it was
+// when any step fails.
+void MergeInto(const QString& path, const Values& values) {
+    // QSettings locks the file in this way while it writes, which takes milliseconds.
+    constexpr int LONGEST_WRITE_MS = 3000;
     QLockFile lock(path + QStringLiteral(".lock"));
+    lock.setStaleLockTime(LONGEST_WRITE_MS);
     QFile old(path);
-    if (!QFile::exists(path) || !lock.lock() || !old.open(QFile::ReadOnly))
-        return false;
-    const QByteArray text = Merge(old.readAll(), values);
+    if (!lock.tryLock(2 * LONGEST_WRITE_MS) || !old.open(QFile::ReadOnly))
+        return;
+    const QByteArray before = old.readAll();
+    const QByteArray text = old.error() == QFile::NoError ? Merge(before, values) : QByteArray();
     QSaveFile file(path);
-    if (text.isEmpty() || !file.open(QFile::WriteOnly))
-        return false;
-    file.write(text);
-    file.flush();
+    // A failure to flush would be forgotten when the file is committed.
+    if (text.isEmpty() || !file.open(QFile::WriteOnly) || file.write(text) != text.size() || !file.flush())
+        return;
     // QSettings takes a file of the same size and time, in milliseconds, for the one that it has read before.
     const QDateTime later = QFileInfo(old).lastModified().addMSecs(1);
     file.setFileTime(std::max(later, QDateTime::currentDateTime()), QFile::FileModificationTime);
-    return file.commit();
+    file.commit();
 }
 
-// QSettings would write the whole file anew, without comments and without what other software has stored as
-// types of its own. It does so only for a file that does not exist yet, or that cannot be read as written.
 void WriteValues(int hive, const Values& values) {
     auto store = OpenStore(hive);
-    if (!MergeInto(store->fileName(), values))
+    if (QFile::exists(store->fileName()))
+        MergeInto(store->fileName(), values);
+    else
         SetValues(std::move(store), values);
 }
 

@@ -13,10 +13,11 @@ const std::string SHARE = SampleMachine::FOLDER + "/share";
 const std::string LIST = SHARE + "/products.xml";
 const std::string USERS_LIST = "/tmp/home/.VARDO Technologies/Product Update/products.xml";
 
-// Mounts a full disk or a read-only one, which holds the folder's files, over the folder.
+// Mounts a full disk, one with room for a single small file, or a read-only one over the folder, whose files
+// it holds.
 class Mounted {
 public:
-    enum Kind { FULL, READ_ONLY };
+    enum Kind { FULL, ALMOST_FULL, READ_ONLY };
 
     Mounted(const std::string& folder, Kind kind) : folder_(folder) {
         const TemporaryTree copy;
@@ -24,16 +25,22 @@ public:
         std::filesystem::copy(folder, copy.Root(), std::filesystem::copy_options::recursive);
         Check(mount("tmpfs", folder_.c_str(), "tmpfs", 0, "size=16m,mode=700"));
         std::filesystem::copy(copy.Root(), folder, std::filesystem::copy_options::recursive);
-        if (kind == FULL)
-            std::ofstream(folder + "/filler") << std::string(std::size_t{17} << 20, '.') << std::flush;
-        else
+        if (kind == READ_ONLY) {
             Check(mount(nullptr, folder_.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr));
+            return;
+        }
+        const std::string filler = folder + "/filler";
+        std::ofstream(filler) << std::string(std::size_t{17} << 20, '.') << std::flush;
+        if (kind == ALMOST_FULL)
+            std::filesystem::resize_file(filler, std::filesystem::file_size(filler) - PAGE_BYTES);
     }
     ~Mounted() { umount2(folder_.c_str(), MNT_DETACH); }
     Mounted(const Mounted&) = delete;
     Mounted& operator=(const Mounted&) = delete;
 
 private:
+    static constexpr std::uintmax_t PAGE_BYTES = 4096;
+
     void Check(int result) const {
         if (result != 0)
             throw std::runtime_error("cannot mount " + folder_);
@@ -80,7 +87,7 @@ TEST_F(FaultTest, ListGoesToTheUserWhereTheInstallationTakesNone) {
 }
 
 TEST_F(FaultTest, SettingsStayWholeWhereTheHomeTakesNone) {
-    for (const auto kind : {Mounted::READ_ONLY, Mounted::FULL}) {
+    for (const auto kind : {Mounted::READ_ONLY, Mounted::FULL, Mounted::ALMOST_FULL}) {
         const Mounted home("/tmp/home", kind);
         CheckAll();
         EXPECT_THAT(program_->Output(), HasSubstr("VARDO Timeline")) << kind;

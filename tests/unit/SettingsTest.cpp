@@ -73,7 +73,7 @@ TEST_F(Settings, WritingKeepsWhatOtherSoftwareHasWritten) {
         {"[S]\nv=1\n\n[Z]", "[S]\nv=1\nK\\n=14\n\n[Z]\n"},
         {"[S]\nK\\n=1\n[Z]\n[S]\nK%5Cn=2\nK\\n=3", "[S]\nK\\n=1\n[Z]\n[S]\nK%5Cn=2\nK\\n=14\n"},
         {"[S]\nt=\"\\\"\nK\\n=7\n\"\n", "[S]\nt=\"\\\"\nK\\n=7\n\"\nK\\n=14\n"},
-        {"[Z]\nx=\"never closed\n", "[S]\nK\\n=14\n\n[Z]\nx=never closed\\n\n"},
+        {"[S]\nK\\n=7\n[Z]\nx=\"never closed\n", "[S]\nK\\n=14\n[Z]\nx=\"never closed\n"},
     };
     for (const auto& [before, after] : cases) {
         std::ofstream(USERS + WHOLE_MAKER) << before;
@@ -81,6 +81,11 @@ TEST_F(Settings, WritingKeepsWhatOtherSoftwareHasWritten) {
         EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), after);
         EXPECT_EQ(Number(HKEY_CURRENT_USER, L"S\\K", L"n"), 14);
     }
+    const std::string damaged = "[Z]\nx=\"never closed\n";
+    std::ofstream(USERS + WHOLE_MAKER) << damaged;
+    WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", 14);
+    EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), damaged) << "the value would be a part of x";
+    std::ofstream(USERS + WHOLE_MAKER) << "[S]\n";
     for (int value = 10; value < 60; ++value) {
         WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", value);
         EXPECT_EQ(Number(HKEY_CURRENT_USER, L"S\\K", L"n"), value) << "of the same size, and at once";

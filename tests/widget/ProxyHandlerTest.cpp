@@ -171,6 +171,7 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
         EXPECT_EQ(handler_.ShowProxyOptionsDialog(&parent), row.button == QString("okButton"));
         EXPECT_EQ(Settings(handler_), row.settings);
         QStringList stored;
+        stored_.sync();
         for (const QString& key : stored_.childKeys())
             stored << stored_.value(key).toString();
         EXPECT_EQ(stored, row.stored) << row.settings;
