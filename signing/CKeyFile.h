@@ -16,7 +16,8 @@ public:
     // A file that cannot be read, or holds anything but keys, counts as a key file without keys.
     explicit CKeyFile(const CVardoFilePath& file);
 
-    // Whether something bears the file's name: then a signature is needed.
+    // Whether something bears the file's name, or may do so where the system does not say: then a signature
+    // is needed.
     bool IsThere() const { return isThere_; }
     bool HasKeys() const { return !keys_.empty(); }
     const std::vector<CMinisignKey>& GetKeys() const { return keys_; }

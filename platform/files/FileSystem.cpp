@@ -74,7 +74,8 @@ bool Exists(const CAtlString& path) {
 }
 
 bool IsTaken(const CAtlString& path) {
-    return faccessat(AT_FDCWD, SystemPath(path).c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+    struct stat status {};
+    return lstat(SystemPath(path).c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
 }
 
 bool IsDirectory(const CAtlString& path) {

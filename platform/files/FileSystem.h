@@ -19,7 +19,7 @@ namespace FileSystem {
 std::string SystemPath(const CAtlString& path);
 // access(2) with F_OK: something is there, symbolic links followed.
 bool Exists(const CAtlString& path);
-// The name is in use, even if only by a dangling symbolic link.
+// The name is in use, even if only by a dangling symbolic link, or the system does not say whether it is.
 bool IsTaken(const CAtlString& path);
 bool IsDirectory(const CAtlString& path);
 // Something other than a folder is there, symbolic links followed. Takes one system call.

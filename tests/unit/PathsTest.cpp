@@ -112,6 +112,7 @@ TEST_F(Paths, TemporaryNamesAreFree) {
     const CVardoFilePath first = CVardoDirectoryPath::GetTempFilePath(L".tmp", L"");
     EXPECT_EQ(first.GetFilePathString(), folder + L"/NBKTemp.tmp");
     EXPECT_TRUE(FileSystem::IsDirectory(folder));
+    EXPECT_TRUE(FileSystem::IsTaken(CAtlString(std::wstring(300, L'x').c_str()))) << "nobody knows";
     const std::string name = first.GetFilePathString().ToQString().toStdString();
     ASSERT_EQ(symlink("/tmp/elsewhere", name.c_str()), 0);
     const CAtlString second = CVardoDirectoryPath::GetTempFilePath(L".tmp", L"").GetFileName();
