@@ -58,6 +58,7 @@ bool CUpdateReport::Run(const Scope& scope) {
         FetchList();
     Observe();
     controller_.FindInstalled();
+    isFolderRead_ = environment_->SharedFiles()->IsWhole();
     if (!scope.isOffline && !end_)
         controller_.CheckForUpdates();
     MakeRows();
@@ -175,7 +176,7 @@ int CUpdateReport::GetExitStatus() const {
         return std::any_of(entries_.begin(), entries_.end(),
                            [state](const Entry& entry) { return entry.row.state == state; });
     };
-    if (!isListed_ || (!end_ && !IsAnybodyThere()))
+    if (!isListed_ || !isFolderRead_ || (!end_ && !IsAnybodyThere()))
         return NOTHING_REPORTED;
     if (has(ItemState::FAILED))
         return SOME_FAILED;
@@ -188,6 +189,8 @@ QStringList CUpdateReport::GetRemarks() const {
         remarks << "there is no product list";
     else if (!end_ && !IsAnybodyThere())
         remarks << "no server was reached for any product";
+    if (!isFolderRead_)
+        remarks << "the folder of the installed products could not be read";
     if (end_)
         remarks << EndText(*end_);
     if (!listRefusal_.isEmpty())

@@ -83,6 +83,7 @@ private:
     // Where the site's list was fetched for this run, if it was; and whether that failed.
     QString listAddress_;
     bool isListMissed_ = false;
+    bool isFolderRead_ = true;
     // Why the site's list was refused, if it was.
     QString listRefusal_;
     // The version of the site's list, when it is newer than the one in use.

@@ -30,8 +30,9 @@ Exit status:
   0   everything is current
   1   updates are available
   2   a product could not be checked; also when there are updates as well
-  3   nothing could be reported: there is no product list, no server was reached
-      for any product, or the output could not be written
+  3   nothing could be reported: there is no product list, the installed products
+      could not be read, no server was reached for any product, or the output
+      could not be written
   64  wrong usage
 Older versions, skipped ones, disabled products, notices and what --offline
 leaves unchecked do not count.

@@ -9,13 +9,15 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-// Makes writing to such a stream fail, and do nothing else. To be called first of all.
+// Makes writing to such a stream fail, and do nothing else; also writing beyond the limit of a file's size
+// (setrlimit(2), RLIMIT_FSIZE). To be called first of all.
 //
 // From here on a write to a pipe or socket that nobody reads fails with EPIPE in place of ending the process
 // (signal(7)); processes that are started with QProcess have the signal as usual. A closed stream becomes
 // one that takes no byte: else the next file or socket that is opened gets its number, and what is printed.
 inline void SecureStandardStreams() {
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         if (fcntl(stream, F_GETFD) == -1)
             open("/dev/null", O_RDONLY);

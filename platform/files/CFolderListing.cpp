@@ -23,7 +23,7 @@ bool IsPattern(const CAtlString& text) {
 
 CFolderListing::CFolderListing(const CVardoDirectoryPath& folder) : folder_(folder) {
     std::vector<CAtlString> names;
-    folder_.ListNames(names);
+    isWhole_ = folder_.ListNames(names);
     names_.reserve(names.size());
     for (const CAtlString& name : names)
         names_.push_back({name, names_.size()});

@@ -21,6 +21,9 @@ public:
     void ListFiles(const CAtlString& beginning, const CAtlString& ending,
                    std::vector<CVardoFilePath>& files) const;
 
+    // False when the folder is there, but could not be read to its end.
+    bool IsWhole() const { return isWhole_; }
+
 private:
     struct Name {
         CAtlString text;
@@ -29,6 +32,7 @@ private:
     };
 
     CVardoDirectoryPath folder_;
+    bool isWhole_ = true;
     // Sorted by their texts.
     std::vector<Name> names_;
 };

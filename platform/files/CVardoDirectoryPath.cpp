@@ -4,6 +4,7 @@
 #include "platform/files/CVardoDirectoryPath.h"
 
 #include <QRandomGenerator>
+#include <cerrno>
 #include <climits>
 #include <memory>
 
@@ -33,14 +34,19 @@ bool IsWhollyDecoded(const char* bytes, const CAtlString& decoded) {
     return EncodeUtf8(decoded.GetString()) == bytes;
 }
 
-// Calls use(bytes, name) for each entry of a folder whose name is UTF-8 and does not begin with ".".
+// Calls use(bytes, name) for each entry of a folder whose name is UTF-8 and does not begin with ".". False
+// when the folder is there, but could not be read to its end.
 template <typename Use>
-void ForEachName(const CAtlString& path, const Use& use) {
+bool ForEachName(const CAtlString& path, const Use& use) {
     const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(FileSystem::SystemPath(path).c_str()),
                                                         &closedir);
     if (!directory)
-        return;
-    while (const dirent* entry = readdir(directory.get())) {
+        return errno == ENOENT;
+    for (;;) {
+        errno = 0;
+        const dirent* entry = readdir(directory.get());
+        if (!entry)
+            return errno == 0;
         const CAtlString name(entry->d_name);
         if (entry->d_name[0] != '.' && IsWhollyDecoded(entry->d_name, name))
             use(entry->d_name, name);
@@ -101,8 +107,8 @@ void CVardoDirectoryPath::ListFiles(const CAtlString& pattern, std::vector<CVard
     });
 }
 
-void CVardoDirectoryPath::ListNames(std::vector<CAtlString>& names) const {
-    ForEachName(path_, [&](const char* /*bytes*/, const CAtlString& name) { names.push_back(name); });
+bool CVardoDirectoryPath::ListNames(std::vector<CAtlString>& names) const {
+    return ForEachName(path_, [&](const char* /*bytes*/, const CAtlString& name) { names.push_back(name); });
 }
 
 CVardoDirectoryPath CVardoDirectoryPath::GetTempDirectory() {

@@ -35,7 +35,8 @@ public:
     void ListFiles(const CAtlString& pattern, std::vector<CVardoFilePath>& files) const;
 
     // Appends all names in the order of readdir(3), except those that begin with "." or are not UTF-8.
-    void ListNames(std::vector<CAtlString>& names) const;
+    // False when the folder is there, but could not be read to its end.
+    bool ListNames(std::vector<CAtlString>& names) const;
 
     // "/tmp/" and the name of the user that runs the process, created when it is missing; where others could
     // reach into it, another one (CTemporaryFolder). Empty when neither is safe.

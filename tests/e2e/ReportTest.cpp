@@ -7,10 +7,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <csignal>
 #include <map>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "e2e/ProgramTest.h"
@@ -114,6 +112,19 @@ TEST_F(ReportTest, SaysAndEndsAsInTheTable) {
     }
 }
 
+TEST_F(ReportTest, AFolderThatCannotBeListedIsAFailure) {
+    using std::filesystem::perms;
+    std::filesystem::permissions(Share(""), perms::owner_exec | perms::group_exec | perms::others_exec);
+    const std::string asUser =
+        R"([ $(id -u) != 0 ] || set -- setpriv --reuid=4711 --clear-groups "$@"; exec "$@")";
+    report_ = std::make_unique<ChildProcess>(
+        "sh", std::vector<std::string>{"-c", asUser, "sh", SampleMachine::FOLDER + "/bin/VARDOUpdateReport",
+                                       "--offline"});
+    EXPECT_EQ(report_->ExitCode(), 3);
+    EXPECT_THAT(report_->Errors(), HasSubstr("the folder of the installed products could not be read\n"));
+    std::filesystem::permissions(Share(""), perms(0755));
+}
+
 TEST_F(ReportTest, OutputThatCannotBeWrittenIsAFailure) {
     WriteList({"NONE"});
     for (const std::string output : {">/dev/full", "> >(exec true); wait $!"})
@@ -162,14 +173,10 @@ TEST_F(ReportTest, AsJsonSaysTheSame) {
     EXPECT_EQ(Products().at(0)["state"].toString(), "skipped");
     UpdateSettings().remove("SkippedVersions");
     UpdateSettings().remove("LastChecked");
-    rlimit previous{};
-    getrlimit(RLIMIT_FSIZE, &previous);
-    std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit full{10, previous.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &full);
-    report_ = SampleMachine::StartReport({"--json"});
+    report_ = std::make_unique<ChildProcess>(
+        "bash", std::vector<std::string>{"-c", "set -o pipefail; (ulimit -f 0; exec \"$0\" --json) | cat",
+                                         SampleMachine::FOLDER + "/bin/VARDOUpdateReport"});
     EXPECT_EQ(report_->ExitCode(), 2);
-    setrlimit(RLIMIT_FSIZE, &previous);
     ExpectReadable(report_->Output());
     EXPECT_EQ(Products().at(0)["error"]["code"].toString(), "local");
 
