@@ -17,9 +17,11 @@
 #include "products/NotificationFormat.h"
 
 #include <QDir>
-#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 #include <boost/make_shared.hpp>
+#include <filesystem>
 
 namespace {
 
@@ -81,9 +83,8 @@ void AddLinks(const CCatalogFile& file, const TiXmlElement& element, std::vector
 }
 
 // Links are not followed: what they lead to must lie in the whole folder by another path.
-bool IsLookedInto(const QFileInfo& folder, const QString& whole) {
-    return folder.isReadable() && folder.isExecutable() &&
-           folder.canonicalFilePath().startsWith(whole + u'/');
+bool IsWithin(const QFileInfo& link, const QString& whole) {
+    return link.canonicalFilePath().startsWith(QFileInfo(whole).canonicalFilePath() + u'/');
 }
 
 }  // namespace
@@ -91,7 +92,10 @@ bool IsLookedInto(const QFileInfo& folder, const QString& whole) {
 CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QString& siteFolder)
     : folder_(QDir::cleanPath(folder)),
       environment_(boost::make_shared<CUnattendedEnvironment>(CVardoDirectoryPath())) {
-    ListEntries();
+    ListEntries(folder_);
+    unreadFolders_.sort();
+    std::sort(files_.begin(), files_.end(),
+              [](const auto& a, const auto& b) { return a->GetPath() < b->GetPath(); });
     if (!siteAddress.isEmpty())
         site_.emplace(siteAddress, QDir::cleanPath(siteFolder));
     RecogniseByName();
@@ -103,21 +107,23 @@ CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QStr
     CollectLinks();
 }
 
-void CCatalog::ListEntries() {
-    QDirIterator entries(folder_, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-    const QString whole = QFileInfo(folder_).canonicalFilePath();
-    while (entries.hasNext()) {
-        const QString path = entries.next();
-        const QFileInfo entry = entries.fileInfo();
-        if (!entry.isDir())
-            files_.push_back(std::make_unique<CCatalogFile>(path));
-        else if (!IsLookedInto(entry, whole))
-            unreadFolders_ << path;
+// QDirIterator would take a folder that the disk fails to read for one that has no more files.
+void CCatalog::ListEntries(const QString& folder) {
+    std::error_code failure;
+    std::filesystem::directory_iterator entries(QFile::encodeName(folder).toStdString(), failure);
+    for (; entries != std::filesystem::directory_iterator(); entries.increment(failure)) {
+        const QFileInfo entry(folder + u'/' + QFile::decodeName(entries->path().filename().c_str()));
+        if (entry.isHidden())
+            continue;
+        if (entry.isFile())
+            files_.push_back(std::make_unique<CCatalogFile>(entry.filePath()));
+        else if (entry.isDir() && !entry.isSymLink())
+            ListEntries(entry.filePath());
+        else if (entry.isDir() && !IsWithin(entry, folder_))
+            unreadFolders_ << entry.filePath();
     }
-    unreadFolders_.sort();
-    std::sort(files_.begin(), files_.end(),
-              [](const auto& a, const auto& b) { return a->GetPath() < b->GetPath(); });
+    if (failure || !QFileInfo(folder).isExecutable())
+        unreadFolders_ << folder;
 }
 
 std::vector<const CCatalogFile*> CCatalog::FilesOf(FileKind kind) const {

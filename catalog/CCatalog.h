@@ -63,8 +63,8 @@ public:
     const boost::shared_ptr<IEnvironment>& GetEnvironment() const { return environment_; }
 
 private:
-    // Finds the files, and the folders that are not looked into.
-    void ListEntries();
+    // Finds the files below a folder, and the folders that are not looked into.
+    void ListEntries(const QString& folder);
     void RecogniseByName();
     void RecogniseListed(const CCatalogFile& list);
     void RecogniseByContents();

@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <csignal>
 #include <iostream>
 
 #include <termios.h>
@@ -14,6 +15,16 @@ namespace {
 
 // Keys with a password take seconds, and the machine may be slow.
 constexpr int LONGEST_SIGNING = 120'000;  // milliseconds
+
+// How the terminal was before it hid what is typed.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a signal's handler has no other way.
+termios shown{};
+
+void EndWithEcho(int signal) {
+    tcsetattr(STDIN_FILENO, TCSANOW, &shown);
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
 
 }  // namespace
 
@@ -28,16 +39,19 @@ bool CMinisignTool::NeedsPassword(const QString& keyFile) {
 
 QByteArray CMinisignTool::AskForPassword(const QString& keyFile, std::ostream& err) {
     err << "Password of the secret key " << keyFile.toStdString() << ": " << std::flush;
-    termios shown{};
     const bool isTerminal = tcgetattr(STDIN_FILENO, &shown) == 0;
     termios hidden = shown;
     hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    if (isTerminal)
+    if (isTerminal) {
+        std::signal(SIGINT, EndWithEcho);
         tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+    }
     std::string line;
     std::getline(std::cin, line);
-    if (isTerminal)
+    if (isTerminal) {
         tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown);
+        std::signal(SIGINT, SIG_DFL);
+    }
     err << '\n';
     return QByteArray::fromStdString(line);
 }
