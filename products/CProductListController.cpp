@@ -57,7 +57,7 @@ bool CProductListController::UpdateProductList(bool isStored) {
     const bool loaded = newest->Load(fetched.GetPath(), fetched.GetBytes());
     if (loaded && newest->GetVersion().IsGreater(products_->GetVersion())) {
         if (isStored)
-            StoreProductList(fetched.GetPath(), *environment_);
+            StoreProductList({fetched.GetBytes().begin(), fetched.GetBytes().end()}, *environment_);
         products_ = newest;
     }
     return loaded;

@@ -44,7 +44,7 @@ CVardoFilePath UserProductList() {
     return CVardoDirectoryPath::Combine(folder, Products::FILE_NAME);
 }
 
-void StoreProductList(const CVardoFilePath& list, const IEnvironment& environment) {
+void StoreProductList(std::string_view list, const IEnvironment& environment) {
     if (ReplaceFile(list, InstalledProductList(environment), INSTALLED_MODE))
         return;
     const CVardoFilePath users = UserProductList();

@@ -13,8 +13,8 @@ CVardoFilePath InstalledProductList(const IEnvironment& environment);
 // The user's copy, below HOME. Empty when HOME is unset, empty, or invalid UTF-8.
 CVardoFilePath UserProductList();
 
-// Puts a copy of a list file in the installed one's place or, when that cannot be replaced, in the user's: in
-// one step, so that a reader finds either the whole old list or the whole new one. A symbolic link in either
-// place is replaced, not its target. Nothing is reported: a list that could not be stored is fetched again at
-// the next check.
-void StoreProductList(const CVardoFilePath& list, const IEnvironment& environment);
+// Puts a list with these bytes in the installed one's place or, when that cannot be replaced, in the user's:
+// in one step, so that a reader finds either the whole old list or the whole new one. A symbolic link in
+// either place is replaced, not its target. Nothing is reported: a list that could not be stored is fetched
+// again at the next check.
+void StoreProductList(std::string_view list, const IEnvironment& environment);

@@ -10,7 +10,6 @@
 #include "signing/CCatalogueSeal.h"
 #include "signing/CMinisignSignature.h"
 
-#include <QTemporaryFile>
 #include <algorithm>
 #include <ostream>
 
@@ -36,12 +35,10 @@ std::vector<const CCatalogFile*> InOrder(const CCatalog& catalog) {
 }
 
 bool Replace(const SignedFile& file) {
-    QTemporaryFile temporary;
     struct stat status {};
     const bool isThere = stat(file.path.toLocal8Bit().constData(), &status) == 0;
     const mode_t mode = isThere ? status.st_mode & 07777U : 0644U;
-    return temporary.open() && temporary.write(file.contents) == file.contents.size() && temporary.flush() &&
-           ReplaceFile(CVardoFilePath(CAtlString(temporary.fileName())),
+    return ReplaceFile({file.contents.data(), static_cast<std::size_t>(file.contents.size())},
                        CVardoFilePath(CAtlString(file.path)), mode);
 }
 

@@ -39,10 +39,6 @@ bool CVardoFilePath::Delete() const {
     return FileSystem::DeleteFile(path_);
 }
 
-bool CVardoFilePath::CopyTo(const CVardoFilePath& destination, bool failIfExists) const {
-    return FileSystem::CopyFile(path_, destination.path_, failIfExists);
-}
-
 long CVardoFilePath::GetSize() const {
     off_t size = -1;
     return FileSystem::OpenForReading(path_, size).IsOpen() ? size : -1;

@@ -36,9 +36,6 @@ public:
     bool Exists() const;
     // Makes the file writable, then unlinks it. True when it is gone or Exists() was false.
     bool Delete() const;
-    // Copies contents and permission bits. False when source and destination are the same file, when the
-    // destination exists and failIfExists is set, or when not every byte was copied.
-    bool CopyTo(const CVardoFilePath& destination, bool failIfExists) const;
     // In bytes; -1 when it is not a regular file that can be read.
     long GetSize() const;
     // Puts the whole file into buffer and returns the number of bytes read; 0, and no buffer, when it is

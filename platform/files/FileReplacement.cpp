@@ -29,18 +29,16 @@ bool MayBeWritten(const std::string& path) {
 }
 
 // True: the contents are on the disk. Otherwise a crash could leave the new name without them.
-bool Write(const CFileDescriptor& source, off_t size, CFileDescriptor& file, mode_t mode) {
-    return file.IsOpen() && FileSystem::CopyContents(source, file, size) && fchmod(file.Get(), mode) == 0 &&
+bool Write(std::string_view contents, CFileDescriptor& file, mode_t mode) {
+    return file.IsOpen() && FileSystem::WriteFully(file, contents) && fchmod(file.Get(), mode) == 0 &&
            fsync(file.Get()) == 0 && file.Close();
 }
 
 }  // namespace
 
-bool ReplaceFile(const CVardoFilePath& source, const CVardoFilePath& destination, mode_t mode) {
+bool ReplaceFile(std::string_view contents, const CVardoFilePath& destination, mode_t mode) {
     const std::string target = FileSystem::SystemPath(destination.GetFilePathString());
-    off_t size = 0;
-    const CFileDescriptor in = FileSystem::OpenForReading(source.GetFilePathString(), size);
-    if (!in.IsOpen() || target.empty() || !MayBeWritten(target))
+    if (target.empty() || !MayBeWritten(target))
         return false;
     RemoveStaleFiles(CVardoDirectoryPath(destination), destination.GetFileName() + BESIDE,
                      LONGEST_REPLACEMENT);
@@ -49,7 +47,7 @@ bool ReplaceFile(const CVardoFilePath& source, const CVardoFilePath& destination
     CFileDescriptor out(mkostemp(beside.data(), O_CLOEXEC));
     if (!out.IsOpen())
         return false;
-    if (Write(in, size, out, mode) && std::rename(beside.c_str(), target.c_str()) == 0)
+    if (Write(contents, out, mode) && std::rename(beside.c_str(), target.c_str()) == 0)
         return true;
     unlink(beside.c_str());
     return false;

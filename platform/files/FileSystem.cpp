@@ -3,13 +3,11 @@
 
 #include "platform/files/FileSystem.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cwchar>
 
 #include <fcntl.h>
-#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,7 +16,6 @@
 namespace {
 
 constexpr mode_t PERMISSION_BITS = 0777;
-constexpr std::size_t COPY_BLOCK_BYTES = 1024;
 
 // Calls a function like read(2) again while a signal interrupts it.
 template <typename Call>
@@ -28,35 +25,6 @@ ssize_t Uninterrupted(Call call) {
         result = call();
     } while (result < 0 && errno == EINTR);
     return result;
-}
-
-bool IsSameFile(const struct stat& a, const struct stat& b) {
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
-bool WriteFully(int destination, const char* bytes, std::size_t count) {
-    while (count > 0) {
-        const ssize_t written = Uninterrupted([&] { return write(destination, bytes, count); });
-        if (written <= 0)
-            return false;
-        bytes += written;
-        count -= static_cast<std::size_t>(written);
-    }
-    return true;
-}
-
-bool CopyInBlocks(int source, int destination, off_t size) {
-    char block[COPY_BLOCK_BYTES];
-    off_t copied = 0;
-    while (copied < size) {
-        const auto wanted = std::min(size - copied, static_cast<off_t>(sizeof block));
-        const ssize_t got =
-            Uninterrupted([&] { return read(source, block, static_cast<std::size_t>(wanted)); });
-        if (got <= 0 || !WriteFully(destination, block, static_cast<std::size_t>(got)))
-            return false;
-        copied += got;
-    }
-    return true;
 }
 
 }  // namespace
@@ -115,24 +83,6 @@ bool MakeOwnersProgram(const CAtlString& path) {
     return chmod(SystemPath(path).c_str(), S_IRWXU) == 0;
 }
 
-bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists) {
-    if (source == destination)
-        return false;
-    off_t size = 0;
-    const CFileDescriptor in = OpenForReading(source, size);
-    struct stat from {};
-    if (!in.IsOpen() || fstat(in.Get(), &from) != 0)
-        return false;
-    const std::string target = SystemPath(destination);
-    struct stat present {};
-    // Opening the destination empties it, so another name of the source must be recognised before.
-    if (stat(target.c_str(), &present) == 0 && (failIfExists || IsSameFile(from, present)))
-        return false;
-    const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | (failIfExists ? O_EXCL : 0);
-    CFileDescriptor out(open(target.c_str(), flags, from.st_mode & PERMISSION_BITS));
-    return out.IsOpen() && CopyContents(in, out, size) && out.Close();
-}
-
 bool RenameToFree(const CAtlString& from, const CAtlString& to) {
     const std::string source = SystemPath(from);
     const std::string target = SystemPath(to);
@@ -168,17 +118,12 @@ off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size) {
     return count;
 }
 
-// One call of sendfile(2) moves at most 2 GiB, and may move less than it was asked to.
-bool CopyContents(const CFileDescriptor& source, const CFileDescriptor& destination, off_t size) {
-    off_t copied = 0;
-    while (copied < size) {
-        const auto left = static_cast<std::size_t>(size - copied);
-        const ssize_t sent =
-            Uninterrupted([&] { return sendfile(destination.Get(), source.Get(), &copied, left); });
-        if (sent < 0 && errno == EINVAL && copied == 0)
-            return CopyInBlocks(source.Get(), destination.Get(), size);
-        if (sent <= 0)
+bool WriteFully(const CFileDescriptor& file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = Uninterrupted([&] { return write(file.Get(), bytes.data(), bytes.size()); });
+        if (written <= 0)
             return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
 }

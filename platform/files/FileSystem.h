@@ -8,6 +8,7 @@
 #include "platform/text/CAtlString.h"
 
 #include <string>
+#include <string_view>
 
 #include <sys/types.h>
 
@@ -35,9 +36,6 @@ bool RemoveDirectory(const CAtlString& path);
 bool MakeWritable(const CAtlString& path);
 // Lets the owner read, write and execute a file, and allows nothing to others; false when chmod(2) fails.
 bool MakeOwnersProgram(const CAtlString& path);
-// Copies contents and, to a new file, permission bits. False when both are the same file, when the source is
-// not a regular file, when the destination exists and failIfExists is set, or when not every byte was copied.
-bool CopyFile(const CAtlString& source, const CAtlString& destination, bool failIfExists);
 // Renames a file in its file system. False, and no change, when the name is taken or the system refuses.
 bool RenameToFree(const CAtlString& from, const CAtlString& to);
 
@@ -46,7 +44,7 @@ bool RenameToFree(const CAtlString& from, const CAtlString& to);
 CFileDescriptor OpenForReading(const CAtlString& path, off_t& size);
 // Reads until size bytes are there, the file ends or reading fails; returns the number of bytes read.
 off_t ReadFully(const CFileDescriptor& file, char* buffer, off_t size);
-// Copies size bytes of a file to the present position in another; false when fewer were copied.
-bool CopyContents(const CFileDescriptor& source, const CFileDescriptor& destination, off_t size);
+// False when fewer bytes were written.
+bool WriteFully(const CFileDescriptor& file, std::string_view bytes);
 
 }  // namespace FileSystem
