@@ -16,18 +16,18 @@ namespace {
 QString Name(Severity severity) {
     switch (severity) {
         case Severity::ERROR:
-            return QStringLiteral("error");
+            return "error";
         case Severity::WARNING:
-            return QStringLiteral("warning");
+            return "warning";
         case Severity::NOTE:
             break;
     }
-    return QStringLiteral("note");
+    return "note";
 }
 
 QString Counted(int count, const QString& noun) {
-    return QStringLiteral("%1 %2%3").arg(count == 0 ? QStringLiteral("no") : QString::number(count), noun,
-                                         count == 1 ? QString() : QStringLiteral("s"));
+    return QString("%1 %2%3").arg(count == 0 ? QString("no") : QString::number(count), noun,
+                                  count == 1 ? QString() : QString("s"));
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ int CFindings::CountErrors(const QString& file) const {
 }
 
 QString CFindings::Summary() const {
-    return Counted(Count(Severity::ERROR), Name(Severity::ERROR)) + QStringLiteral(", ") +
+    return Counted(Count(Severity::ERROR), Name(Severity::ERROR)) + ", " +
            Counted(Count(Severity::WARNING), Name(Severity::WARNING));
 }
 
@@ -71,7 +71,7 @@ CFindings CFindings::WithoutNotes() const {
 QByteArray CFindings::ToText() const {
     QString text;
     for (const Finding& finding : Sorted())
-        text += QStringLiteral("%1:%2: %3: %4 [%5]\n")
+        text += QString("%1:%2: %3: %4 [%5]\n")
                     .arg(Printable(finding.file), QString::number(finding.line), Name(finding.code.severity),
                          finding.text, QString::fromLatin1(finding.code.name));
     return text.toUtf8();
@@ -80,10 +80,10 @@ QByteArray CFindings::ToText() const {
 QByteArray CFindings::ToJson() const {
     QJsonArray array;
     for (const Finding& finding : Sorted())
-        array.append(QJsonObject{{QStringLiteral("file"), finding.file},
-                                 {QStringLiteral("line"), finding.line},
-                                 {QStringLiteral("severity"), Name(finding.code.severity)},
-                                 {QStringLiteral("code"), QString::fromLatin1(finding.code.name)},
-                                 {QStringLiteral("text"), finding.text}});
+        array.append(QJsonObject{{"file", finding.file},
+                                 {"line", finding.line},
+                                 {"severity", Name(finding.code.severity)},
+                                 {"code", QString::fromLatin1(finding.code.name)},
+                                 {"text", finding.text}});
     return PrintableJson(QJsonDocument(array));
 }

@@ -15,25 +15,23 @@ namespace {
 void CheckComment(const CCatalogFile& file, int line, const QString& comment, CFindings& findings) {
     // The tool, not the maker, writes the text of a signature.
     if (comment.contains(QLatin1String("--")) && !comment.startsWith(QLatin1String("minisign")))
-        findings.Add(
-            file.GetPath(), line, Code::DOUBLE_HYPHEN,
-            QStringLiteral("this comment holds \"--\": the program reads the file, but it is no XML"));
+        findings.Add(file.GetPath(), line, Code::DOUBLE_HYPHEN,
+                     "this comment holds \"--\": the program reads the file, but it is no XML");
 }
 
 void CheckAmpersand(const CCatalogFile& file, int line, const QString& entity, CFindings& findings) {
-    findings.Add(
-        file.GetPath(), line, Code::LONE_AMPERSAND,
-        entity.isEmpty()
-            ? QStringLiteral("an \"&\" that begins no entity is lost: write \"&amp;\"")
-            : QStringLiteral("the entity \"%1\" is unknown: write the character itself").arg(entity));
+    findings.Add(file.GetPath(), line, Code::LONE_AMPERSAND,
+                 entity.isEmpty()
+                     ? QString("an \"&\" that begins no entity is lost: write \"&amp;\"")
+                     : QString("the entity \"%1\" is unknown: write the character itself").arg(entity));
 }
 
 // Finds what the parser accepts without a word: an "&" that begins no entity, which it drops, and a comment
 // that holds "--". Comments and CDATA may hold any "&".
 void CheckMarks(const CCatalogFile& file, CFindings& findings) {
     static const QRegularExpression piece(
-        QStringLiteral("<!--(.*?)-->|<!\\[CDATA\\[.*?\\]\\]>|"
-                       "(&)(?!(?:amp|lt|gt|quot|apos|#[0-9]+|#x[0-9a-fA-F]+);)(?:([A-Za-z][A-Za-z0-9]*);)?"),
+        "<!--(.*?)-->|<!\\[CDATA\\[.*?\\]\\]>|"
+        "(&)(?!(?:amp|lt|gt|quot|apos|#[0-9]+|#x[0-9a-fA-F]+);)(?:([A-Za-z][A-Za-z0-9]*);)?",
         QRegularExpression::DotMatchesEverythingOption);
     // A byte becomes a character, which is enough to find ASCII.
     const QString text = ReadFileBytes(file.GetFilePath()).ToQString();
@@ -78,9 +76,8 @@ XmlFault Diagnose(const CCatalogFile& file) {
     const bool isUnclosed = reader.error() == QXmlStreamReader::PrematureEndOfDocumentError ||
                             reason.contains(QLatin1String("tag mismatch"));
     if (isUnclosed && !open.empty())
-        return {
-            lineOf(open.back().second),
-            QStringLiteral("<%1>, which begins here, is not closed").arg(open.back().first).toStdString()};
+        return {lineOf(open.back().second),
+                QString("<%1>, which begins here, is not closed").arg(open.back().first).toStdString()};
     return {lineOf(reader.characterOffset()), reason.toStdString()};
 }
 
@@ -96,13 +93,13 @@ void CheckForm(const CCatalogFile& file, CFindings& findings) {
     if (mayBeXml && !file.GetRoot()) {
         const XmlFault fault = Diagnose(file);
         findings.Add(file.GetPath(), fault.line, Code::MALFORMED,
-                     QStringLiteral("the program takes this file for missing: %1").arg(fault.reason.c_str()));
+                     QString("the program takes this file for missing: %1").arg(fault.reason.c_str()));
         const CAtlStringA bytes = ReadFileBytes(file.GetFilePath());
         if (!QUtf8StringView(bytes.begin(), bytes.end()).isValidUtf8())
             findings.Add(file.GetPath(), fault.line, Code::NOT_UTF8,
-                         QStringLiteral("the file is not UTF-8, which may be the reason"));
+                         "the file is not UTF-8, which may be the reason");
     } else if (kind == FileKind::UNKNOWN && !IsSettings(file)) {
-        findings.Add(file.GetPath(), 0, Code::UNKNOWN_FILE, QStringLiteral("the program reads no such file"));
+        findings.Add(file.GetPath(), 0, Code::UNKNOWN_FILE, "the program reads no such file");
     } else if (IsXmlKind(kind)) {
         CheckMarks(file, findings);
     }
@@ -113,12 +110,10 @@ void CheckForm(const CCatalogFile& file, CFindings& findings) {
 CFindings CheckCatalog(const CCatalog& catalog) {
     CFindings findings;
     if (catalog.GetFiles().empty())
-        findings.Add(catalog.GetFolder(), 0, Code::EMPTY_FOLDER, QStringLiteral("the folder holds no file"));
+        findings.Add(catalog.GetFolder(), 0, Code::EMPTY_FOLDER, "the folder holds no file");
     for (const QString& folder : catalog.GetUnreadFolders())
-        findings.Add(
-            folder, 0, Code::UNREAD_FOLDER,
-            QStringLiteral(
-                "this folder is a link to another, or may not be read: its files were not looked at"));
+        findings.Add(folder, 0, Code::UNREAD_FOLDER,
+                     "this folder is a link to another, or may not be read: its files were not looked at");
     for (const auto& file : catalog.GetFiles())
         CheckForm(*file, findings);
     CheckProductLists(catalog, findings);

@@ -16,12 +16,12 @@ QString Hint(const std::string& name, std::span<const Rule> rules) {
     const QString text = QString::fromStdString(name);
     for (const Rule& rule : rules)
         if (rule.name && text.compare(QLatin1String(rule.name), Qt::CaseInsensitive) == 0)
-            return QStringLiteral(" (it reads \"%1\")").arg(QLatin1String(rule.name));
+            return QString(" (it reads \"%1\")").arg(QLatin1String(rule.name));
     return {};
 }
 
 QString Named(const TiXmlElement& element) {
-    return QLatin1Char('<') + QString::fromStdString(element.ValueStr()) + QLatin1Char('>');
+    return '<' + QString::fromStdString(element.ValueStr()) + '>';
 }
 
 // The program reads an attribute up to the first byte that is not UTF-8.
@@ -29,7 +29,7 @@ void CheckEncoding(const CCatalogFile& file, const TiXmlAttribute& attribute, CF
     const CAtlString read(attribute.Value());
     if (CAtlStringA(read.GetString()).Compare(attribute.Value()) != 0)
         findings.Add(file.GetPath(), attribute.Row(), Code::NOT_UTF8,
-                     QStringLiteral("\"%1\" is not UTF-8: the program reads no more than \"%2\"")
+                     QString("\"%1\" is not UTF-8: the program reads no more than \"%2\"")
                          .arg(QString::fromStdString(attribute.NameTStr()), read.ToQString()));
 }
 
@@ -41,7 +41,7 @@ void CheckAttribute(const CCatalogFile& file, const TiXmlElement& element, const
     if (rule == rules.end()) {
         const std::string& name = attribute.NameTStr();
         findings.Add(file.GetPath(), attribute.Row(), Code::UNKNOWN_ATTRIBUTE,
-                     QStringLiteral("the program does not read \"%1\" of %2%3")
+                     QString("the program does not read \"%1\" of %2%3")
                          .arg(QString::fromStdString(name), Named(element), Hint(name, rules)));
         return;
     }
@@ -76,7 +76,7 @@ void CheckAttributes(const CCatalogFile& file, const TiXmlElement& element, cons
     for (const XmlAttributeRule& needed : rule.attributes)
         if (needed.isNeeded && XmlAttribute(element, needed.name).IsEmpty())
             findings.Add(file.GetPath(), AttributeLine(element, needed.name), Code::MISSING_ATTRIBUTE,
-                         QStringLiteral("%1 lacks \"%2\", which the program needs of it")
+                         QString("%1 lacks \"%2\", which the program needs of it")
                              .arg(Named(element), QLatin1String(needed.name)));
 }
 
@@ -89,9 +89,9 @@ void CheckElement(const CCatalogFile& file, const TiXmlElement& element, const X
         if (!childRule)
             AddUnknownElement(file, *child, rule.children, Code::UNKNOWN_ELEMENT, "it is ignored", findings);
         else if (childRule->isOnlyFirst && !seen.insert(child->ValueStr()).second)
-            findings.Add(file.GetPath(), child->Row(), Code::REPEATED_ELEMENT,
-                         QStringLiteral("the program reads the first %1 only, and ignores this one")
-                             .arg(Named(*child)));
+            findings.Add(
+                file.GetPath(), child->Row(), Code::REPEATED_ELEMENT,
+                QString("the program reads the first %1 only, and ignores this one").arg(Named(*child)));
         else
             CheckElement(file, *child, *childRule, findings);
     }
@@ -101,6 +101,6 @@ void AddUnknownElement(const CCatalogFile& file, const TiXmlElement& element,
                        std::span<const XmlElementRule> rules, const FindingCode& code,
                        const char* consequence, CFindings& findings) {
     findings.Add(file.GetPath(), element.Row(), code,
-                 QStringLiteral("the program knows no %1 here%2: %3")
+                 QString("the program knows no %1 here%2: %3")
                      .arg(Named(element), Hint(element.ValueStr(), rules), QLatin1String(consequence)));
 }

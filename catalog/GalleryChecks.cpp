@@ -20,14 +20,13 @@ void CheckCategories(const CCatalogFile& file, const TiXmlElement& parent, CFind
         const auto [first, isNew] = lines.try_emplace(id, category->Row());
         if (!isNew && !id.isEmpty())
             findings.Add(file.GetPath(), category->Row(), Code::DUPLICATE_KEY,
-                         QStringLiteral("this category \"%1\" replaces that of line %2")
+                         QString("this category \"%1\" replaces that of line %2")
                              .arg(id, QString::number(first->second)));
         const CAtlString version = XmlAttribute(*category, VERSION);
         if (!GalleryVersion::ReadDate(version).isValid())
-            findings.Add(
-                file.GetPath(), AttributeLine(*category, VERSION), Code::NOT_A_DATE,
-                QStringLiteral("version \"%1\" is no date of the form yyyy-MM-dd: it is compared as a text")
-                    .arg(version.ToQString()));
+            findings.Add(file.GetPath(), AttributeLine(*category, VERSION), Code::NOT_A_DATE,
+                         QString("version \"%1\" is no date of the form yyyy-MM-dd: it is compared as a text")
+                             .arg(version.ToQString()));
     }
 }
 
@@ -36,7 +35,7 @@ void CheckInstalled(const CCatalogFile& file, const CCatalog& catalog, CFindings
     CheckCategories(file, *file.GetRoot(), findings);
     if (!GalleryVersion(catalog.GetEnvironment()).ReadInstalledCategories(file.GetFilePath()))
         findings.Add(file.GetPath(), file.GetRoot()->Row(), Code::MISSING_ELEMENT,
-                     QStringLiteral("there is no <category> with an id in the root: the content has no row"));
+                     "there is no <category> with an id in the root: the content has no row");
 }
 
 // A published list is of use only to content that shares a category with it.
@@ -46,7 +45,7 @@ void CheckPublished(const CCatalogFile& file, const CCatalog& catalog, CFindings
     const TiXmlElement* categories = root.FirstChildElement(CATEGORIES);
     if (!categories) {
         findings.Add(file.GetPath(), root.Row(), Code::MISSING_ELEMENT,
-                     QStringLiteral("there is no <categories> in the root: the program rejects the file"));
+                     "there is no <categories> in the root: the program rejects the file");
         return;
     }
     CheckCategories(file, *categories, findings);
@@ -58,9 +57,8 @@ void CheckPublished(const CCatalogFile& file, const CCatalog& catalog, CFindings
                    gallery.ReadPublishedCategories(ReadFileBytes(file.GetFilePath()));
         });
     if (!isOfUse)
-        findings.Add(
-            file.GetPath(), categories->Row(), Code::NO_COMMON_CATEGORY,
-            QStringLiteral("none of these categories is an installed one: the program rejects the file"));
+        findings.Add(file.GetPath(), categories->Row(), Code::NO_COMMON_CATEGORY,
+                     "none of these categories is an installed one: the program rejects the file");
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ QString Text(const std::string& text) {
 // The rest of the only word with that beginning in the trusted comment, in quotes; "none" without such.
 QString Said(const CMinisignSignature& signature, std::string_view beginning) {
     const auto word = signature.GetOnlyWord(beginning);
-    return word ? QLatin1Char('"') + Text(*word) + QLatin1Char('"') : QStringLiteral("none");
+    return word ? '"' + Text(*word) + '"' : QString("none");
 }
 
 QString KeyNumbers(const CKeyFile& keys) {
@@ -40,24 +40,24 @@ QString RefusalText(const CInstallerSeal& seal, const CUpdateXmlReader& reader) 
     using enum CInstallerSeal::Refusal;
     const auto& signature = seal.GetSignature();
     if (!signature)
-        return QStringLiteral("is no signature of minisign's");
+        return "is no signature of minisign's";
     switch (seal.GetRefusal()) {
         case KEY:
-            return QStringLiteral("was made with the key %1, and the installations' is %2")
+            return QString("was made with the key %1, and the installations' is %2")
                 .arg(Text(MinisignFormat::ToText(signature->GetKeyId())), KeyNumbers(seal.GetKeys()));
         case FILE_NAME:
-            return QStringLiteral("is for the file %1, and the offer's is \"%2\"")
+            return QString("is for the file %1, and the offer's is \"%2\"")
                 .arg(Said(*signature, "file:"),
                      CVardoFilePath(reader.GetUpdateInstallFile()).GetFileName().ToQString());
         case VERSION:
-            return QStringLiteral("is for the version %1, and the offer's is \"%2\"")
+            return QString("is for the version %1, and the offer's is \"%2\"")
                 .arg(Said(*signature, "version:"), reader.GetUpdateVersion().GetString().ToQString());
         case ARGUMENT:
-            return QStringLiteral("is for the argument %1, and the offer's is \"%2\"")
+            return QString("is for the argument %1, and the offer's is \"%2\"")
                 .arg(Said(*signature, "argument:"),
                      QString::fromLatin1(QUrl::toPercentEncoding(reader.GetUpdateArgument().ToQString())));
         case LAST_DAY:
-            return QStringLiteral("was good until %1").arg(Said(*signature, "until:"));
+            return QString("was good until %1").arg(Said(*signature, "until:"));
         case NO_SIGNATURE:
         case NOTHING:
             break;
@@ -72,7 +72,7 @@ QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, 
     const auto path = catalog.FileOf(address.ToQString());
     const CCatalogFile* signature = path ? catalog.Find(*path) : nullptr;
     if (!signature)
-        return QStringLiteral("there is no \"%1\"").arg(path.value_or(address.ToQString()));
+        return QString("there is no \"%1\"").arg(path.value_or(address.ToQString()));
     const CAtlStringA bytes = ReadFileBytes(signature->GetFilePath());
     if (!seal.Accept({bytes.begin(), bytes.end()}, SealedOffer(reader.GetTable().ChooseOffer())))
         return QString("\"%1\" %2").arg(signature->GetPath(), RefusalText(seal, reader));
@@ -80,7 +80,7 @@ QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, 
     const bool isSigned =
         seal.IsOf(FileSystem::OpenForReading(installer.GetFilePath().GetFilePathString(), size));
     return isSigned ? QString()
-                    : QStringLiteral("\"%1\" is not what was signed with \"%2\"")
+                    : QString("\"%1\" is not what was signed with \"%2\"")
                           .arg(installer.GetPath(), signature->GetPath());
 }
 
@@ -97,7 +97,7 @@ void CheckSignature(const CCatalog& catalog, const CUpdateXmlReader& reader, con
     const bool isOfOldKey = keys == InstallerKeys::ANY && seal.GetRefusal() == CInstallerSeal::Refusal::KEY;
     if (!fault.isEmpty() && !isOfOldKey)
         findings.Add(place.file, place.line, Code::UNSIGNED_INSTALLER,
-                     QStringLiteral("installations with the key \"%1\" refuse this update: %2")
+                     QString("installations with the key \"%1\" refuse this update: %2")
                          .arg(key.GetFilePathString().ToQString(), fault));
 }
 
@@ -109,10 +109,9 @@ void CheckBeginning(const CCatalogFile& installer, const Place& place, CFindings
     if (!beginning.startsWith("#!") && beginning !=
                                            "\x7F"
                                            "ELF")
-        findings.Add(
-            place.file, place.line, Code::NOT_STARTABLE,
-            QStringLiteral("\"%1\" begins with neither \"#!\" nor an ELF header: no system starts it")
-                .arg(installer.GetPath()));
+        findings.Add(place.file, place.line, Code::NOT_STARTABLE,
+                     QString("\"%1\" begins with neither \"#!\" nor an ELF header: no system starts it")
+                         .arg(installer.GetPath()));
 }
 
 }  // namespace
@@ -124,10 +123,9 @@ void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, con
     const Place place{remote.GetPath(), AttributeLine(product, INSTALL_FILE)};
     const CAtlString folder = reader.GetUpdateInstallURL();
     if (folder.IsEmpty() || reader.GetUpdateInstallFile().IsEmpty()) {
-        findings.Add(
-            place.file, place.line, Code::NO_INSTALLER,
-            QStringLiteral("the program is offered this update, but UpdateInstallURL or UpdateInstallFile "
-                           "is missing: it cannot be installed"));
+        findings.Add(place.file, place.line, Code::NO_INSTALLER,
+                     "the program is offered this update, but UpdateInstallURL or UpdateInstallFile "
+                     "is missing: it cannot be installed");
         return;
     }
     CheckValue({remote.GetPath(), AttributeLine(product, INSTALL_FOLDER)},
@@ -141,11 +139,11 @@ void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, con
         CheckSignature(catalog, reader, local, *installer, keys, place, findings);
     } else if (path) {
         findings.Add(place.file, place.line, Code::NO_INSTALLER,
-                     QStringLiteral("the program is offered this update, but there is no \"%1\"").arg(*path));
+                     QString("the program is offered this update, but there is no \"%1\"").arg(*path));
     } else if (CanBeFetched(address)) {
         findings.Add(place.file, place.line, Code::ODD_HOST,
-                     QStringLiteral("the installer \"%1\" does not belong to the site of this folder: it was "
-                                    "not looked at")
+                     QString("the installer \"%1\" does not belong to the site of this folder: it was "
+                             "not looked at")
                          .arg(address));
     }
 }

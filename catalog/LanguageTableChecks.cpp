@@ -17,14 +17,12 @@ using namespace LanguageRules;
 // programs that have their texts elsewhere stands alone.
 bool HasTexts(const CCatalog& catalog, const CCatalogFile& table, const QString& code) {
     const auto files = catalog.FilesOf(FileKind::STRINGS);
-    const QString folder = table.GetFolder() + QLatin1Char('/');
+    const QString folder = table.GetFolder() + '/';
     const auto isIn = [](const QString& place) {
-        return [place](const CCatalogFile* file) {
-            return (file->GetFolder() + QLatin1Char('/')).startsWith(place);
-        };
+        return [place](const CCatalogFile* file) { return (file->GetFolder() + '/').startsWith(place); };
     };
     return std::none_of(files.begin(), files.end(), isIn(folder)) ||
-           std::any_of(files.begin(), files.end(), isIn(folder + code + QLatin1Char('/')));
+           std::any_of(files.begin(), files.end(), isIn(folder + code + '/'));
 }
 
 // Checks one table.
@@ -41,7 +39,7 @@ public:
             const QString direction = AttributeText(*language, RIGHT_TO_LEFT);
             if (!direction.isEmpty() && direction != u"0" && direction != u"1")
                 Add(*language, RIGHT_TO_LEFT, Code::BAD_VALUE,
-                    QStringLiteral("RightToLeft \"%1\" is read as \"0\"").arg(direction));
+                    QString("RightToLeft \"%1\" is read as \"0\"").arg(direction));
         }
     }
 
@@ -53,10 +51,10 @@ private:
     void AddOnce(const TiXmlElement& element, const char* name, const QString& text) {
         // The program looks a language up without regard to case.
         const auto [first, isNew] =
-            lines_.try_emplace(QLatin1String(name) + QLatin1Char('=') + text.toLower(), element.Row());
+            lines_.try_emplace(QLatin1String(name) + '=' + text.toLower(), element.Row());
         if (!isNew)
             Add(element, name, Code::DUPLICATE_KEY,
-                QStringLiteral("%1 \"%2\" is that of line %3 too, which counts")
+                QString("%1 \"%2\" is that of line %3 too, which counts")
                     .arg(QLatin1String(name), text, QString::number(first->second)));
     }
 
@@ -66,8 +64,7 @@ private:
         const int number = ParseHexLanguageId(id);
         if (number == 0 || LanguageIdText(number).CompareNoCase(CAtlString(id)) != 0)
             Add(language, LanguageRules::ID, Code::BAD_LANGUAGE_ID,
-                QStringLiteral("ID \"%1\" is not four hexadecimal digits: the language is not found by it")
-                    .arg(id));
+                QString("ID \"%1\" is not four hexadecimal digits: the language is not found by it").arg(id));
         AddOnce(language, LanguageRules::ID, id);
     }
 
@@ -77,10 +74,10 @@ private:
         AddOnce(language, CODE, code);
         if (!CResourceManagerLinux::IsFolderName(CAtlString(code)))
             Add(language, CODE, Code::BAD_LANGUAGE_CODE,
-                QStringLiteral("Code \"%1\" is no name for a folder: the language has no texts").arg(code));
+                QString("Code \"%1\" is no name for a folder: the language has no texts").arg(code));
         else if (!code.startsWith(QLatin1String("en")) && !HasTexts(catalog_, file_, code))
             Add(language, CODE, Code::NO_TEXTS,
-                QStringLiteral(
+                QString(
                     "there is no strings file in \"%1/\" beside the table: this language is shown in English")
                     .arg(code));
     }

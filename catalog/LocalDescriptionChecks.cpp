@@ -20,15 +20,14 @@ void CheckLocal(const CCatalogFile& file, CFindings& findings) {
     CheckElement(file, root, LOCAL, findings);
     if (!root.FirstChildElement(PRODUCT))
         findings.Add(file.GetPath(), root.Row(), Code::MISSING_ELEMENT,
-                     QStringLiteral("there is no <Product> in the root: the program skips the file"));
+                     "there is no <Product> in the root: the program skips the file");
     else if (const QString value = AttributeText(*root.FirstChildElement(PRODUCT), NO_UPDATES);
              !value.isEmpty() && value != QLatin1String("true") && value != QLatin1String("false"))
         findings.Add(file.GetPath(), AttributeLine(*root.FirstChildElement(PRODUCT), NO_UPDATES),
-                     Code::BAD_VALUE, QStringLiteral("NoUpdates \"%1\" is read as \"false\"").arg(value));
+                     Code::BAD_VALUE, QString("NoUpdates \"%1\" is read as \"false\"").arg(value));
     CProductVersion reader(file.GetFilePath());
     if (!reader.LoadLocal() && findings.CountErrors(file.GetPath()) == 0)
-        findings.Add(file.GetPath(), root.Row(), Code::REJECTED,
-                     QStringLiteral("the program skips the file"));
+        findings.Add(file.GetPath(), root.Row(), Code::REJECTED, "the program skips the file");
 }
 
 // The base names of the products of all lists.
@@ -59,7 +58,7 @@ void CheckVersions(std::vector<CVardoFilePath> files, CFindings& findings) {
             known.emplace_back(reader.GetCurrentVersion(), file);
         else
             findings.Add(file.GetFilePathString().ToQString(), 0, Code::SAME_VERSION,
-                         QStringLiteral("\"%1\" has the same version: the program ignores one of both")
+                         QString("\"%1\" has the same version: the program ignores one of both")
                              .arg(same->second.GetFileName().ToQString()));
     }
 }
@@ -70,11 +69,11 @@ void AddUnlisted(const CCatalogFile& file, const std::set<QString>& bases, CFind
         if (file.GetName().startsWith(base, Qt::CaseInsensitive) &&
             CProductVersions::IsDescriptionFile(CAtlString(base), file.GetFilePath()))
             return findings.Add(file.GetPath(), 0, Code::WRONG_CASE,
-                                QStringLiteral("the name differs in case only from one of \"%1\", a BaseXml "
-                                               "of a product list: the program does not read the file")
+                                QString("the name differs in case only from one of \"%1\", a BaseXml "
+                                        "of a product list: the program does not read the file")
                                     .arg(base));
     findings.Add(file.GetPath(), 0, Code::UNLISTED,
-                 QStringLiteral("no product list here has a BaseXml that leads to this description"));
+                 "no product list here has a BaseXml that leads to this description");
 }
 
 void CheckAgainstLists(const CCatalog& catalog, CFindings& findings) {

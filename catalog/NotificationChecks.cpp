@@ -23,13 +23,13 @@ bool HasRoot(const CCatalogFile& file, CFindings& findings) {
     if (root.ValueStr() == NOTIFICATION)
         return true;
     findings.Add(file.GetPath(), root.Row(), Code::WRONG_ROOT,
-                 QStringLiteral("the root is not <Notification>: the program rejects the file"));
+                 "the root is not <Notification>: the program rejects the file");
     return false;
 }
 
 void AddRejected(const CCatalogFile& file, CFindings& findings) {
     if (findings.CountErrors(file.GetPath()) == 0)
-        findings.Add(file.GetPath(), 0, Code::REJECTED, QStringLiteral("the program rejects the file"));
+        findings.Add(file.GetPath(), 0, Code::REJECTED, "the program rejects the file");
 }
 
 void CheckDescription(const CCatalogFile& file, const CCatalog& catalog, CFindings& findings) {
@@ -47,11 +47,10 @@ void CheckDates(const CCatalogFile& file, const CCatalog& catalog, CFindings& fi
         return;
     const int line = AttributeLine(root, STOP_DATE);
     if (start.addDays(1) >= stop)
-        findings.Add(
-            file.GetPath(), line, Code::NEVER_SHOWN,
-            QStringLiteral("there is no day after StartDate and before StopDate: it is never shown"));
+        findings.Add(file.GetPath(), line, Code::NEVER_SHOWN,
+                     "there is no day after StartDate and before StopDate: it is never shown");
     else if (catalog.GetEnvironment()->Today() >= stop)
-        findings.Add(file.GetPath(), line, Code::EXPIRED, QStringLiteral("the message is no longer shown"));
+        findings.Add(file.GetPath(), line, Code::EXPIRED, "the message is no longer shown");
 }
 
 // Checks the texts; returns their codes, with the lines where they come first.
@@ -62,11 +61,11 @@ std::map<QString, int> CheckTexts(const CCatalogFile& file, const TiXmlElement& 
         const auto [first, isNew] = lines.try_emplace(code, text->Row());
         if (!isNew)
             findings.Add(file.GetPath(), text->Row(), Code::DUPLICATE_KEY,
-                         QStringLiteral("this text for \"%1\" replaces that of line %2")
+                         QString("this text for \"%1\" replaces that of line %2")
                              .arg(code, QString::number(first->second)));
         if (XmlAttribute(*text, TEXT_VALUE).IsEmpty())
             findings.Add(file.GetPath(), text->Row(), Code::EMPTY_TEXT,
-                         QStringLiteral("the text for \"%1\" is empty: so is the row").arg(code));
+                         QString("the text for \"%1\" is empty: so is the row").arg(code));
     }
     return lines;
 }
@@ -98,12 +97,11 @@ void CheckCodes(const CCatalogFile& file, const std::map<QString, int>& texts,
         const QString standard = StandardCode(code);
         if (languages.empty() ? code == standard : isKnown(code))
             continue;
-        const QString hint = standard.isEmpty() || standard == code
-                                 ? QString()
-                                 : QStringLiteral(": write \"%1\"").arg(standard);
+        const QString hint =
+            standard.isEmpty() || standard == code ? QString() : QString(": write \"%1\"").arg(standard);
         findings.Add(file.GetPath(), line, Code::UNKNOWN_LANGUAGE,
-                     (languages.empty() ? QStringLiteral("there is no language \"%1\"%2")
-                                        : QStringLiteral("no language table here has a language \"%1\"%2"))
+                     (languages.empty() ? QString("there is no language \"%1\"%2")
+                                        : QString("no language table here has a language \"%1\"%2"))
                          .arg(code, hint));
     }
 }
@@ -117,7 +115,7 @@ void CheckLanguages(const CCatalogFile& file, const TiXmlElement& element,
             missing += code;
     if (!missing.isEmpty())
         findings.Add(file.GetPath(), element.Row(), Code::MISSING_TRANSLATION,
-                     QStringLiteral("there is no text for %1: it is shown in English there")
+                     QString("there is no text for %1: it is shown in English there")
                          .arg(missing.join(QLatin1String(", "))));
     CheckCodes(file, texts, languages, findings);
 }
@@ -132,12 +130,11 @@ void CheckMessage(const CCatalogFile& file, const CCatalog& catalog, const std::
         const auto texts = element ? CheckTexts(file, *element, findings) : std::map<QString, int>();
         if (texts.empty()) {
             findings.Add(file.GetPath(), root.Row(), Code::MISSING_ELEMENT,
-                         QStringLiteral("there is no text in <Text>: the message is not shown"));
+                         "there is no text in <Text>: the message is not shown");
         } else {
             if (!texts.contains(Notification::TextCodes({}).back()))
-                findings.Add(
-                    file.GetPath(), element->Row(), Code::NO_ENGLISH,
-                    QStringLiteral("there is no text for \"en\": where no other fits, the row is empty"));
+                findings.Add(file.GetPath(), element->Row(), Code::NO_ENGLISH,
+                             "there is no text for \"en\": where no other fits, the row is empty");
             CheckLanguages(file, *element, texts, languages, findings);
         }
     }
@@ -160,17 +157,16 @@ void CheckListedOne(const CCatalog& catalog, const CCatalogFile& list, const TiX
     const auto found = find(Qt::CaseSensitive);
     if (found == files.end()) {
         const auto other = find(Qt::CaseInsensitive);
-        findings.Add(
-            list.GetPath(), line, Code::MISSING_FILE,
-            QStringLiteral("there is no description \"%1\": the notification has no row%2")
-                .arg(name, other == files.end()
-                               ? QString()
-                               : QStringLiteral("; \"%1\" differs in case only").arg((*other)->GetPath())));
+        findings.Add(list.GetPath(), line, Code::MISSING_FILE,
+                     QString("there is no description \"%1\": the notification has no row%2")
+                         .arg(name, other == files.end()
+                                        ? QString()
+                                        : QString("; \"%1\" differs in case only").arg((*other)->GetPath())));
     } else if (!IsBoardInstalled(boost::make_shared<CUnattendedEnvironment>(
                    CVardoDirectoryPath(CAtlString((*found)->GetFolder()))))) {
         findings.Add((*found)->GetPath(), 0, Code::NO_BOARD,
-                     QStringLiteral("no board software below version 10.0.0.0 is in this folder, as in an "
-                                    "installation: the notification would have no row there"));
+                     "no board software below version 10.0.0.0 is in this folder, as in an "
+                     "installation: the notification would have no row there");
     }
 }
 

@@ -17,12 +17,12 @@ using Keys = std::map<QString, int>;
 
 // The meaning of an element and of those below it, without comments and layout.
 QString Meaning(const TiXmlElement& element) {
-    QString meaning = QLatin1Char('<') + QString::fromStdString(element.ValueStr());
+    QString meaning = '<' + QString::fromStdString(element.ValueStr());
     for (const TiXmlAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next())
-        meaning += QStringLiteral(" %1=\"%2\"").arg(attribute->Name(), attribute->Value());
+        meaning += QString(" %1=\"%2\"").arg(attribute->Name(), attribute->Value());
     for (const TiXmlElement* child : Children(&element))
         meaning += Meaning(*child);
-    return meaning + QLatin1Char('>');
+    return meaning + '>';
 }
 
 // An installation accepts a new list only with a higher version.
@@ -32,8 +32,8 @@ void CheckRaised(const CCatalogFile& published, const CCatalogFile& installed, C
     if (!version.IsGreater(known) && Meaning(*published.GetRoot()) != Meaning(*installed.GetRoot()))
         findings.Add(
             published.GetPath(), AttributeLine(*published.GetRoot(), VERSION), Code::NOT_RAISED,
-            QStringLiteral("this list differs from \"%1\", and its version %2 is not above %3: "
-                           "installations with that one will never take this one")
+            QString("this list differs from \"%1\", and its version %2 is not above %3: "
+                    "installations with that one will never take this one")
                 .arg(installed.GetPath(), version.GetString().ToQString(), known.GetString().ToQString()));
 }
 
@@ -52,8 +52,7 @@ public:
             CheckNames(*child);
         if (!Products(catalog_.GetEnvironment()).Load(file_.GetFilePath()))
             Add(root.Row(), Code::EMPTY_LIST,
-                QStringLiteral(
-                    "the list has no usable product or exceeds a limit: the program checks nothing"));
+                "the list has no usable product or exceeds a limit: the program checks nothing");
     }
 
 private:
@@ -65,10 +64,10 @@ private:
         CheckAttributes(file_, root, LIST, findings_);
         if (XmlAttribute(root, VERSION).IsEmpty())
             Add(root.Row(), Code::INVALID_VERSION,
-                QStringLiteral("the list has no Version: it loses to every list that has one"));
+                "the list has no Version: it loses to every list that has one");
         if (XmlAttribute(root, URL).IsEmpty())
             Add(root.Row(), Code::NO_REFRESH,
-                QStringLiteral("the list has no Url: installations with it will never fetch another"));
+                "the list has no Url: installations with it will never fetch another");
     }
 
     void CheckProduct(const TiXmlElement& element) {
@@ -83,19 +82,19 @@ private:
         if (product)
             Remember(element, *product);
         else if (findings_.CountErrors(file_.GetPath()) == errors)
-            Add(element.Row(), Code::REJECTED, QStringLiteral("the program leaves this element out"));
+            Add(element.Row(), Code::REJECTED, "the program leaves this element out");
         if (element.ValueStr() == PRODUCT && XmlAttribute(element, DEFAULT_PAGE).IsEmpty())
             Add(element.Row(), Code::NO_PAGE,
-                QStringLiteral("without DefaultUrl, the button of an offer without a page opens none"));
+                "without DefaultUrl, the button of an offer without a page opens none");
     }
 
     void Remember(const TiXmlElement& element, const IProduct& product) {
-        AddOnce(keys_, product.GetKey().ToQString(), element.Row(), QStringLiteral("the key"));
+        AddOnce(keys_, product.GetKey().ToQString(), element.Row(), "the key");
         if (element.ValueStr() != NOTIFICATION)
-            AddOnce(names_, product.GetName(), element.Row(), QStringLiteral("the name"), Code::SAME_NAME);
+            AddOnce(names_, product.GetName(), element.Row(), "the name", Code::SAME_NAME);
         else
             AddOnce(dismissals_, AttributeText(element, NOTIFICATION_NAME), element.Row(),
-                    QStringLiteral("notifications are dismissed together whose Name is"));
+                    "notifications are dismissed together whose Name is");
     }
 
     void AddOnce(Keys& keys, const QString& key, int line, const QString& what,
@@ -103,8 +102,7 @@ private:
         const auto [first, isNew] = keys.try_emplace(key, line);
         if (!isNew)
             Add(line, code,
-                QStringLiteral("%1 \"%2\" is that of line %3 too")
-                    .arg(what, key, QString::number(first->second)));
+                QString("%1 \"%2\" is that of line %3 too").arg(what, key, QString::number(first->second)));
     }
 
     // Checks what depends on the keys of all products.
@@ -115,7 +113,7 @@ private:
                 CProductVersions::IsDescriptionFile(CAtlString(base),
                                                     CVardoFilePath(CAtlString(key + ".xml"))))
                 Add(AttributeLine(product, BASE_XML), Code::AMBIGUOUS_NAME,
-                    QStringLiteral("the description \"%1.xml\" of line %2 is one of \"%3\" too")
+                    QString("the description \"%1.xml\" of line %2 is one of \"%3\" too")
                         .arg(key, QString::number(line), base));
         for (const TiXmlElement* disabler : Children(product.FirstChildElement(DISABLERS), DISABLER))
             CheckDisabler(*disabler, base);
@@ -124,10 +122,10 @@ private:
     void CheckDisabler(const TiXmlElement& disabler, const QString& base) {
         const QString uid = AttributeText(disabler, DISABLER_UID);
         if (uid == base)
-            Add(disabler.Row(), Code::NO_EFFECT, QStringLiteral("a product does not disable itself"));
+            Add(disabler.Row(), Code::NO_EFFECT, "a product does not disable itself");
         else if (!uid.isEmpty() && !keys_.contains(uid))
             Add(AttributeLine(disabler, DISABLER_UID), Code::NO_EFFECT,
-                QStringLiteral("\"%1\" is the key of no product in this list: it disables nothing").arg(uid));
+                QString("\"%1\" is the key of no product in this list: it disables nothing").arg(uid));
         CheckRange({file_.GetPath(), disabler.Row()}, XmlAttribute(disabler, DISABLER_FROM),
                    XmlAttribute(disabler, DISABLER_TO), findings_);
     }

@@ -17,20 +17,20 @@ namespace {
 // For a missing file, names the file that may be meant.
 QString CaseHint(const CCatalog& catalog, const QString& path) {
     const CCatalogFile* other = catalog.FindInOtherCase(path);
-    return other ? QStringLiteral("; \"%1\" differs in case only").arg(other->GetPath()) : QString();
+    return other ? QString("; \"%1\" differs in case only").arg(other->GetPath()) : QString();
 }
 
 // In English, with its article; the kind is one that a reference leads to.
 QString KindName(FileKind kind) {
     switch (kind) {
         case FileKind::PRODUCT_LIST:
-            return QStringLiteral("a product list");
+            return "a product list";
         case FileKind::REMOTE_DESCRIPTION:
-            return QStringLiteral("a remote description");
+            return "a remote description";
         case FileKind::MESSAGE:
-            return QStringLiteral("a notification's message");
+            return "a notification's message";
         default:
-            return QStringLiteral("a list of published categories");
+            return "a list of published categories";
     }
 }
 
@@ -40,7 +40,7 @@ void CheckReference(const CCatalog& catalog, const Reference& reference, CFindin
     const auto path = catalog.FileOf(reference.address);
     if (path && !catalog.Find(*path))
         findings.Add(place.file, place.line, Code::MISSING_FILE,
-                     QStringLiteral("\"%1\" leads to nothing: there is no \"%2\" to be read as %3%4")
+                     QString("\"%1\" leads to nothing: there is no \"%2\" to be read as %3%4")
                          .arg(reference.address, *path, KindName(reference.kind), CaseHint(catalog, *path)));
 }
 
@@ -51,7 +51,7 @@ void CheckPages(const CCatalog& catalog, CFindings& findings) {
         const auto path = link.kind == FileKind::PAGE ? catalog.FileOf(link.address) : std::nullopt;
         if (path && !catalog.Find(*path) && !catalog.HasFolder(*path) && missing.insert(*path).second)
             findings.Add(link.from->GetPath(), link.line, Code::MISSING_PAGE,
-                         QStringLiteral("the page \"%1\" leads to nothing: there is no \"%2\"%3")
+                         QString("the page \"%1\" leads to nothing: there is no \"%2\"%3")
                              .arg(link.address, *path, CaseHint(catalog, *path)));
     }
 }
@@ -79,9 +79,9 @@ bool CheckFollowed(const CCatalog& catalog, CFindings& findings) {
     findings.Add(list ? list->GetPath() : references.front().from->GetPath(),
                  list ? 0 : references.front().line, Code::NOT_FOLLOWED,
                  catalog.GetSite()
-                     ? QStringLiteral("no address in this folder belongs to the site: none was followed")
-                     : QStringLiteral("no list here has a Url that ends in its own name, so nothing tells "
-                                      "which folder is the site (--site would): no address was followed"));
+                     ? QString("no address in this folder belongs to the site: none was followed")
+                     : QString("no list here has a Url that ends in its own name, so nothing tells "
+                               "which folder is the site (--site would): no address was followed"));
     return false;
 }
 
@@ -94,7 +94,7 @@ void CheckOwnAddresses(const CCatalog& catalog, CFindings& findings) {
             std::none_of(files.begin(), files.end(),
                          [&](const auto& file) { return file->GetName() == name; }))
             findings.Add(reference.from->GetPath(), reference.line, Code::MISSING_FILE,
-                         QStringLiteral("\"%1\" leads to nothing: no file here is named \"%2\"%3")
+                         QString("\"%1\" leads to nothing: no file here is named \"%2\"%3")
                              .arg(reference.address, name,
                                   CaseHint(catalog, reference.from->GetFolder() + u'/' + name)));
     }
@@ -102,7 +102,7 @@ void CheckOwnAddresses(const CCatalog& catalog, CFindings& findings) {
 
 QString HostOf(const QString& address) {
     const QUrl url(address);
-    return QStringLiteral("%1:%2").arg(url.host()).arg(url.port(80));
+    return QString("%1:%2").arg(url.host()).arg(url.port(80));
 }
 
 // The host and port that a single address has, while all others share another; empty otherwise.
@@ -126,12 +126,11 @@ void CheckElsewhere(const CCatalog& catalog, CFindings& findings) {
         const bool isOdd = HostOf(reference.address) == odd;
         if (!CanBeFetched(reference.address) || (!isOdd && catalog.FileOf(reference.address)))
             continue;
-        findings.Add(
-            reference.from->GetPath(), reference.line, isOdd ? Code::ODD_HOST : Code::ELSEWHERE,
-            isOdd ? QStringLiteral("\"%1\" alone has this host and port: all other addresses have another")
-                        .arg(reference.address)
-                  : QStringLiteral("\"%1\" does not belong to the site of this folder: it was not followed")
-                        .arg(reference.address));
+        findings.Add(reference.from->GetPath(), reference.line, isOdd ? Code::ODD_HOST : Code::ELSEWHERE,
+                     isOdd ? QString("\"%1\" alone has this host and port: all other addresses have another")
+                                 .arg(reference.address)
+                           : QString("\"%1\" does not belong to the site of this folder: it was not followed")
+                                 .arg(reference.address));
     }
 }
 
@@ -141,7 +140,7 @@ void CheckPermissions(const CCatalog& catalog, CFindings& findings) {
         if ((catalog.PublishedAt(*file) || file->GetKind() >= FileKind::SIGNATURE) &&
             !QFile::permissions(file->GetPath()).testFlag(QFile::ReadOther))
             findings.Add(file->GetPath(), 0, Code::PRIVATE_FILE,
-                         QStringLiteral("not everybody may read this file, as a web server may have to"));
+                         "not everybody may read this file, as a web server may have to");
 }
 
 }  // namespace

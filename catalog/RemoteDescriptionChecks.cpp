@@ -20,7 +20,7 @@ struct StoredRange {
 };
 
 QString Named(const CVersionStringRange& ends) {
-    return QStringLiteral("%1 to %2")
+    return QString("%1 to %2")
         .arg(ends.GetFrom().GetString().ToQString(), ends.GetTo().GetString().ToQString());
 }
 
@@ -45,8 +45,7 @@ private:
 
     void CheckOffer(const TiXmlElement& offer) {
         if (XmlAttribute(offer, UPDATE_VERSION).IsEmpty())
-            Add(offer, Code::INVALID_VERSION,
-                QStringLiteral("the offer has no UpdateVersion: it is an update for nobody"));
+            Add(offer, Code::INVALID_VERSION, "the offer has no UpdateVersion: it is an update for nobody");
     }
 
     void CheckRangedOffer(const TiXmlElement& range) {
@@ -55,23 +54,21 @@ private:
         CheckRange({file_.GetPath(), range.Row()}, from, to, findings_);
         const TiXmlElement* offer = range.FirstChildElement(name_);
         if (!offer)
-            return Add(
-                range, Code::RANGE_WITHOUT_OFFER,
-                QStringLiteral("the range holds no <%1>: the program skips it").arg(QLatin1String(name_)));
+            return Add(range, Code::RANGE_WITHOUT_OFFER,
+                       QString("the range holds no <%1>: the program skips it").arg(QLatin1String(name_)));
         CheckOffer(*offer);
         const CVersionStringRange ends{CVersionString(from), CVersionString(to)};
         CUpdateEntry entry;
         entry.version.SetString(XmlAttribute(*offer, UPDATE_VERSION));
         if (!table_.AddRangedOffer(ends, entry))
-            return Add(
-                range, Code::SAME_LOWER_END,
-                QStringLiteral("an earlier range has the same lower end: the program ignores this one"));
+            return Add(range, Code::SAME_LOWER_END,
+                       "an earlier range has the same lower end: the program ignores this one");
         if (!ends.GetTo().IsValid())
             return;
         stored_.push_back({&range, ends});
         if (entry.version.IsValid() && !ends.GetFrom().IsLess(entry.version))
             Add(*offer, Code::NEVER_AN_UPDATE,
-                QStringLiteral("the offer is not above any version from %1: it is an update for nobody")
+                QString("the offer is not above any version from %1: it is an update for nobody")
                     .arg(Named(ends)));
     }
 
@@ -81,12 +78,12 @@ private:
         const CVersionStringRange& atLowerEnd = RangeFor(range.ends.GetFrom());
         if (!atUpperEnd.IsEqual(range.ends))
             Add(*range.element, Code::UNREACHABLE_OFFER,
-                QStringLiteral("the offer reaches nobody: the range of line %1 has all from %2")
+                QString("the offer reaches nobody: the range of line %1 has all from %2")
                     .arg(LineOf(atUpperEnd))
                     .arg(Named(range.ends)));
         else if (!atLowerEnd.IsEqual(range.ends))
             Add(*range.element, Code::OVERLAP,
-                QStringLiteral("where this range overlaps with that of line %1, the offer of that one counts")
+                QString("where this range overlaps with that of line %1, the offer of that one counts")
                     .arg(LineOf(atLowerEnd)));
     }
 
@@ -114,17 +111,16 @@ void CheckRemote(const CCatalogFile& file, CFindings& findings) {
     CheckElement(file, root, REMOTE, findings);
     if (XmlAttribute(root, LOCATION).Compare(LOCATION_SERVER) != 0)
         findings.Add(file.GetPath(), AttributeLine(root, LOCATION), Code::NOT_SERVER,
-                     QStringLiteral("Location is not \"Server\", exactly so: the program rejects the file"));
+                     "Location is not \"Server\", exactly so: the program rejects the file");
     if (!root.FirstChildElement(PRODUCT))
         findings.Add(file.GetPath(), root.Row(), Code::MISSING_ELEMENT,
-                     QStringLiteral("there is no <Product> in the root: the program rejects the file"));
+                     "there is no <Product> in the root: the program rejects the file");
     for (const char* name : {PRODUCT, TEST_PRODUCT})
         if (const TiXmlElement* product = root.FirstChildElement(name))
             COfferCheck(file, name, findings).Run(*product);
     CProductVersion reader(file.GetFilePath());
     if (!reader.ParseRemote(ReadFileBytes(file.GetFilePath())) && findings.CountErrors(file.GetPath()) == 0)
-        findings.Add(file.GetPath(), root.Row(), Code::REJECTED,
-                     QStringLiteral("the program rejects the file"));
+        findings.Add(file.GetPath(), root.Row(), Code::REJECTED, "the program rejects the file");
 }
 
 }  // namespace

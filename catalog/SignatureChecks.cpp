@@ -22,12 +22,11 @@ void CheckLastDay(const CCatalogFile& file, const QDate& lastDay, CFindings& fin
     const QDate today = TodayInUtc();
     const QString day = lastDay.toString(Qt::ISODate);
     if (today > lastDay)
-        findings.Add(
-            file.GetPath(), 0, Code::SIGNATURE_OVER,
-            QStringLiteral("the signature was good until %1: the program refuses the file").arg(day));
+        findings.Add(file.GetPath(), 0, Code::SIGNATURE_OVER,
+                     QString("the signature was good until %1: the program refuses the file").arg(day));
     else if (today.daysTo(lastDay) < WARNING_DAYS)
         findings.Add(file.GetPath(), 0, Code::SIGNATURE_ENDS,
-                     QStringLiteral("the signature is good until %1: sign the file again").arg(day));
+                     QString("the signature is good until %1: sign the file again").arg(day));
 }
 
 // The signed path must be exactly that at which the file is published, and by which all others name it.
@@ -35,15 +34,14 @@ void CheckPaths(const CCatalog& catalog, const CCatalogFile& file, const QString
                 const std::string& path, CFindings& findings) {
     if (CCatalogueSeal::PathOf(CAtlString(address)) != path)
         findings.Add(file.GetPath(), 0, Code::SIGNED_ELSEWHERE,
-                     QStringLiteral("the file is signed for the path \"%1\", but is published at \"%2\"")
+                     QString("the file is signed for the path \"%1\", but is published at \"%2\"")
                          .arg(Text(path), address));
     for (const Reference& reference : catalog.GetReferences()) {
         const std::string asked = CCatalogueSeal::PathOf(CAtlString(reference.address));
         if (catalog.FileOf(reference.address) == file.GetPath() && asked != path)
-            findings.Add(
-                reference.from->GetPath(), reference.line, Code::SIGNED_ELSEWHERE,
-                QStringLiteral("the program asks for the path \"%1\", but \"%2\" is signed for \"%3\"")
-                    .arg(Text(asked), file.GetPath(), Text(path)));
+            findings.Add(reference.from->GetPath(), reference.line, Code::SIGNED_ELSEWHERE,
+                         QString("the program asks for the path \"%1\", but \"%2\" is signed for \"%3\"")
+                             .arg(Text(asked), file.GetPath(), Text(path)));
     }
 }
 
@@ -52,17 +50,16 @@ void CheckListAddresses(const CCatalog& catalog, const CCatalogFile& key, CFindi
     const auto pathOf = [](const CCatalogFile& list) {
         return CCatalogueSeal::PathOf(CAtlString(AttributeText(*list.GetRoot(), ListFormat::URL)));
     };
-    const CCatalogFile* installed =
-        catalog.Find(key.GetFolder() + QLatin1Char('/') + Products::FILE_NAME.ToQString());
+    const CCatalogFile* installed = catalog.Find(key.GetFolder() + '/' + Products::FILE_NAME.ToQString());
     if (!installed || !installed->GetRoot() || pathOf(*installed).empty())
         return;
     for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST))
         if (catalog.PublishedAt(*list) && list->GetRoot() && pathOf(*list) != pathOf(*installed))
-            findings.Add(
-                list->GetPath(), AttributeLine(*list->GetRoot(), ListFormat::URL), Code::SIGNED_ELSEWHERE,
-                QStringLiteral("installations go on to \"%1\", but believe no stored list of another "
-                               "path than \"%2\"")
-                    .arg(Text(pathOf(*list)), Text(pathOf(*installed))));
+            findings.Add(list->GetPath(), AttributeLine(*list->GetRoot(), ListFormat::URL),
+                         Code::SIGNED_ELSEWHERE,
+                         QString("installations go on to \"%1\", but believe no stored list of another "
+                                 "path than \"%2\"")
+                             .arg(Text(pathOf(*list)), Text(pathOf(*installed))));
 }
 
 void CheckPublished(const CCatalog& catalog, const CCatalogFile& key, CFindings& findings) {
@@ -75,8 +72,8 @@ void CheckPublished(const CCatalog& catalog, const CCatalogFile& key, CFindings&
         const auto statement = seal.Read({bytes.begin(), bytes.end()});
         if (!statement) {
             findings.Add(file->GetPath(), 0, Code::UNSIGNED_FILE,
-                         QStringLiteral("installations with the key \"%1\" refuse this file: it ends with no "
-                                        "good signature")
+                         QString("installations with the key \"%1\" refuse this file: it ends with no "
+                                 "good signature")
                              .arg(key.GetPath()));
             continue;
         }
@@ -91,8 +88,8 @@ void CheckSignatures(const CCatalog& catalog, CFindings& findings) {
     for (const CCatalogFile* key : catalog.FilesOf(FileKind::PUBLIC_KEY)) {
         if (!CKeyFile(key->GetFilePath()).HasKeys())
             findings.Add(key->GetPath(), 0, Code::BAD_KEY,
-                         QStringLiteral("this is no file of public keys, or holds something else as well: "
-                                        "installations with it refuse everything that must be signed"));
+                         "this is no file of public keys, or holds something else as well: "
+                         "installations with it refuse everything that must be signed");
         else if (key->GetName() == QString::fromWCharArray(CCatalogueSeal::KEY_FILE)) {
             CheckPublished(catalog, *key, findings);
             CheckListAddresses(catalog, *key, findings);

@@ -29,7 +29,7 @@ public:
         const long size = isTooLarge ? 0 : path.ReadAll(buffer);
         if (size <= 0) {
             Add(0, Code::UNREADABLE,
-                QStringLiteral("the file cannot be read, is empty or is too large: it is taken for missing"));
+                "the file cannot be read, is empty or is too large: it is taken for missing");
             return {};
         }
         const std::string_view bytes(buffer.get(), static_cast<std::size_t>(size));
@@ -47,12 +47,10 @@ private:
         const bool hasMark = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
         if (!hasMark)
             Add(0, Code::NOT_UTF16,
-                QStringLiteral(
-                    "the file is not UTF-16 with a byte order mark: the program reads other texts in it"));
+                "the file is not UTF-16 with a byte order mark: the program reads other texts in it");
         else if (bytes.size() % 2 != 0)
             Add(0, Code::NOT_UTF16,
-                QStringLiteral(
-                    "the file has an odd number of bytes, and so is no UTF-16: a big-endian one is misread"));
+                "the file has an odd number of bytes, and so is no UTF-16: a big-endian one is misread");
         return hasMark && bytes.size() % 2 == 0;
     }
 
@@ -65,12 +63,12 @@ private:
         if (reader.GetKeyToken().end > 0 && reader.GetTextToken().end == 0) {
             CheckToken(reader, reader.GetKeyToken());
             Add(LineAt(reader, reader.GetKeyToken().begin), Code::LOOSE_KEY,
-                QStringLiteral("the last key has no text: the program drops it"));
+                "the last key has no text: the program drops it");
         }
         isDamaged_ = isDamaged_ || reader.GetOpenComment() >= 0;
         if (reader.GetOpenComment() >= 0)
             Add(LineAt(reader, reader.GetOpenComment()), Code::UNCLOSED,
-                QStringLiteral("a comment does not end: all behind it is lost"));
+                "a comment does not end: all behind it is lost");
     }
 
     void CheckPair(const CStringsReader& reader, const QString& key, const CAtlString& text) {
@@ -83,16 +81,16 @@ private:
         if (isDamaged_)
             return;
         if (key.isEmpty()) {
-            Add(line, Code::EMPTY_KEY, QStringLiteral("the key is empty: it is ignored with its text"));
+            Add(line, Code::EMPTY_KEY, "the key is empty: it is ignored with its text");
             return;
         }
         if (text.IsEmpty())
             Add(LineAt(reader, textToken.begin), Code::EMPTY_TEXT,
-                QStringLiteral("the text of \"%1\" is empty: the English one is shown").arg(key));
+                QString("the text of \"%1\" is empty: the English one is shown").arg(key));
         const auto [known, isNew] = lines_.try_emplace(key, line);
         if (!isNew)
             Add(line, Code::DUPLICATE_KEY,
-                QStringLiteral("this text of \"%1\" replaces that of line %2")
+                QString("this text of \"%1\" replaces that of line %2")
                     .arg(key, QString::number(known->second)));
         known->second = line;
     }
@@ -110,9 +108,8 @@ private:
                            (!before.contains(u'/') && before.contains(u'='));
         if (isOut && !isDamaged_)
             Add(line, Code::OUT_OF_STEP,
-                QStringLiteral(
-                    "not just \"=\" is between this key and its text, or \"=\" before the key: when a key "
-                    "or a text is missing, all from there on change places"));
+                "not just \"=\" is between this key and its text, or \"=\" before the key: when a key "
+                "or a text is missing, all from there on change places");
         isDamaged_ = isDamaged_ || isOut;
     }
 
@@ -120,16 +117,15 @@ private:
         const int line = LineAt(reader, token.begin);
         isDamaged_ = isDamaged_ || token.isUnclosed;
         if (token.isUnclosed)
-            Add(line, Code::UNCLOSED, QStringLiteral("the quotes do not end: all behind them is one text"));
+            Add(line, Code::UNCLOSED, "the quotes do not end: all behind them is one text");
         if (token.isCut)
             Add(line, Code::CUT_TEXT,
-                QStringLiteral("the program reads the first %1 characters only")
+                QString("the program reads the first %1 characters only")
                     .arg(CStringsReader::MAX_TOKEN_UNITS));
         if (token.hasOddEscape)
             Add(line, Code::ODD_ESCAPE,
-                QStringLiteral(
-                    "a backslash stands before a letter that means nothing there, or before a \"u\" without "
-                    "four hexadecimal digits"));
+                "a backslash stands before a letter that means nothing there, or before a \"u\" without "
+                "four hexadecimal digits");
     }
 
     // Positions rise, except within one pair.
@@ -162,7 +158,7 @@ void CheckTranslations(const std::map<const CCatalogFile*, KeyLines>& files, CFi
         for (const auto& [key, other] : all)
             if (!keys.contains(key))
                 findings.Add(file->GetPath(), 0, Code::MISSING_TRANSLATION,
-                             QStringLiteral("there is no text for \"%1\", which line %2 of \"%3\" has")
+                             QString("there is no text for \"%1\", which line %2 of \"%3\" has")
                                  .arg(key, QString::number(files.at(other).at(key)), other->GetPath()));
 }
 
@@ -174,13 +170,13 @@ void CheckStringsFiles(const CCatalog& catalog, CFindings& findings) {
     std::map<QString, std::map<const CCatalogFile*, KeyLines>> products;
     for (const CCatalogFile* file : catalog.FilesOf(FileKind::STRINGS)) {
         const QString language = file->GetFolder().section(u'/', -1);
-        const QString product = file->GetFolder().section(u'/', 0, -2) + QLatin1Char('/') + file->GetName();
+        const QString product = file->GetFolder().section(u'/', 0, -2) + '/' + file->GetName();
         // A file without keys, or with unsure ones, is left out of the comparison.
         if (KeyLines keys = CStringsCheck(*file, findings).Run(); !keys.empty())
             products[product][file] = std::move(keys);
         if (!languages.empty() && std::find(languages.begin(), languages.end(), language) == languages.end())
             findings.Add(file->GetPath(), 0, Code::UNKNOWN_LANGUAGE,
-                         QStringLiteral("no language table here has a language \"%1\"").arg(language));
+                         QString("no language table here has a language \"%1\"").arg(language));
     }
     for (const auto& [product, files] : products)
         CheckTranslations(files, findings);

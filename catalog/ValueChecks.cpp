@@ -16,8 +16,8 @@ namespace {
 
 // The compact form, and the dotted form with leading zeros, mean exactly what they are read as.
 bool IsPlainForm(const QString& text, const QString& readAs) {
-    static const QRegularExpression leadingZeros(QStringLiteral("\\b0+(?=[0-9])"));
-    static const QRegularExpression compact(QStringLiteral("^[0-9]+$"));
+    static const QRegularExpression leadingZeros("\\b0+(?=[0-9])");
+    static const QRegularExpression compact("^[0-9]+$");
     return compact.match(text).hasMatch() || QString(text).remove(leadingZeros) == readAs;
 }
 
@@ -25,17 +25,16 @@ void CheckVersion(const Place& place, const QString& name, const CAtlString& tex
     const CVersionString version(text);
     const QString written = text.ToQString();
     if (!version.IsValid()) {
-        findings.Add(
-            place.file, place.line, Code::INVALID_VERSION,
-            QStringLiteral("%1 \"%2\" is no version: it is below every version, and is compared as a text")
-                .arg(name, written));
+        findings.Add(place.file, place.line, Code::INVALID_VERSION,
+                     QString("%1 \"%2\" is no version: it is below every version, and is compared as a text")
+                         .arg(name, written));
         return;
     }
     const QString readAs = version.GetString().ToQString();
     if (readAs != written)
         findings.Add(place.file, place.line,
                      IsPlainForm(written, readAs) ? Code::VERSION_FORM : Code::MISREAD_VERSION,
-                     QStringLiteral("%1 \"%2\" is read as %3").arg(name, written, readAs));
+                     QString("%1 \"%2\" is read as %3").arg(name, written, readAs));
 }
 
 void CheckAddress(const Place& place, const QString& name, const QString& text, CFindings& findings) {
@@ -43,21 +42,21 @@ void CheckAddress(const Place& place, const QString& name, const QString& text, 
         return;
     findings.Add(
         place.file, place.line, Code::NOT_HTTP,
-        QStringLiteral("%1 \"%2\" is no address that the program can fetch: it takes \"http://\" and a host")
+        QString("%1 \"%2\" is no address that the program can fetch: it takes \"http://\" and a host")
             .arg(name, text));
 }
 
 void CheckPage(const Place& place, const QString& name, const CAtlString& text, CFindings& findings) {
     if (WebAddress(text).IsEmpty())
         findings.Add(place.file, place.line, Code::PAGE_ADDRESS,
-                     QStringLiteral("%1 \"%2\" is no web address: the program opens no browser for it")
+                     QString("%1 \"%2\" is no web address: the program opens no browser for it")
                          .arg(name, text.ToQString()));
 }
 
 void CheckDate(const Place& place, const QString& name, const CAtlString& text, CFindings& findings) {
     if (!Notification::ReadDate(text).isValid())
         findings.Add(place.file, place.line, Code::BAD_DATE,
-                     QStringLiteral("%1 \"%2\" is no date of the form yyyyMMdd: the message is not shown")
+                     QString("%1 \"%2\" is no date of the form yyyyMMdd: the message is not shown")
                          .arg(name, text.ToQString()));
 }
 
@@ -77,7 +76,7 @@ void CheckValue(const Place& place, const XmlAttributeRule& rule, const CAtlStri
     if (const QString written = text.ToQString(); isLookedUp && written.trimmed() != written)
         return findings.Add(
             place.file, place.line, Code::BLANK,
-            QStringLiteral("%1 \"%2\" begins or ends with a blank, which belongs to it").arg(name, written));
+            QString("%1 \"%2\" begins or ends with a blank, which belongs to it").arg(name, written));
     switch (rule.value) {
         case XmlValue::VERSION:
             return CheckVersion(place, name, text, findings);
@@ -99,15 +98,15 @@ void CheckRange(const Place& place, const CAtlString& from, const CAtlString& to
     const CVersionStringRange range(lower, upper);
     if (!range.GetTo().IsValid())
         findings.Add(place.file, place.line, Code::EMPTY_RANGE,
-                     QStringLiteral("the range holds no version: give it an upper end at least"));
+                     "the range holds no version: give it an upper end at least");
     else if (!upper.IsValid())
         findings.Add(place.file, place.line, Code::OPEN_RANGE,
-                     QStringLiteral("the range has a lower end alone, and so reaches from %1 down, not up")
+                     QString("the range has a lower end alone, and so reaches from %1 down, not up")
                          .arg(range.GetTo().GetString().ToQString()));
     else if (lower.IsGreater(upper))
         findings.Add(
             place.file, place.line, Code::SWAPPED_RANGE,
-            QStringLiteral("the ends of the range are exchanged: it is read as %1 to %2")
+            QString("the ends of the range are exchanged: it is read as %1 to %2")
                 .arg(range.GetFrom().GetString().ToQString(), range.GetTo().GetString().ToQString()));
 }
 
@@ -116,6 +115,6 @@ void CheckWholeAddress(const Place& place, const QString& address, CFindings& fi
     if (QtDownloader::CanFetch(url) && (url.hasQuery() || url.hasFragment() || !url.userInfo().isEmpty()))
         findings.Add(
             place.file, place.line, Code::NOT_SENT,
-            QStringLiteral("of \"%1\" the program sends host, port and path only: no query, fragment or user")
+            QString("of \"%1\" the program sends host, port and path only: no query, fragment or user")
                 .arg(address));
 }

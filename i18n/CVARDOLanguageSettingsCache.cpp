@@ -23,9 +23,8 @@ CAtlString ProductKey() {
 
 CAtlString LanguageSetupsChoice() {
     const CAtlString key = ProductKey();
-    const CSettingsIdentity identity(QStringLiteral("VARDO Technologies"),
-                                     QCoreApplication::organizationDomain(),
-                                     QStringLiteral("Language Setup"));
+    const CSettingsIdentity identity("VARDO Technologies", QCoreApplication::organizationDomain(),
+                                     "Language Setup");
     int error = REGISTRY_OK;
     return ReadRegistryString(HKEY_CURRENT_USER, key, L"LanguageID", CAtlString(), error);
 }
@@ -35,7 +34,7 @@ QString KdeLanguages() {
     if (!qEnvironmentVariableIsSet("KDE_FULL_SESSION"))
         return {};
     const QString file = qEnvironmentVariable("HOME") + QLatin1String("/.kde/share/config/kdeglobals");
-    return QSettings(file, QSettings::NativeFormat).value(QStringLiteral("Locale/Language")).toString();
+    return QSettings(file, QSettings::NativeFormat).value("Locale/Language").toString();
 }
 
 }  // namespace
@@ -45,13 +44,12 @@ CAtlString CVARDOLanguageSettingsCache::GetLanguage() const {
     if (!chosen.IsEmpty())
         return chosen;
     const QString kde = KdeLanguages();
-    return LanguageIdFromCode(kde.isEmpty() ? CodeOfLocale(GetSystemLocale())
-                                            : kde.section(QLatin1Char(':'), 0, 0));
+    return LanguageIdFromCode(kde.isEmpty() ? CodeOfLocale(GetSystemLocale()) : kde.section(':', 0, 0));
 }
 
 QString CVARDOLanguageSettingsCache::CodeOfLocale(const QString& locale) {
     const bool english = locale.startsWith(QLatin1String("en_")) && locale != QLatin1String("en_GB");
-    return english ? QStringLiteral("en_US") : locale;
+    return english ? QString("en_US") : locale;
 }
 
 IGUILang* GetLanguageSettings(const CAtlString& /*productName*/) {

@@ -28,12 +28,11 @@ QString GetSystemLocale() {
 
 QString ReduceLocaleName(const QString& name) {
     if (name == QLatin1String("C"))
-        return QStringLiteral("en_CA");
+        return "en_CA";
     if (name == QLatin1String("no_NO"))
-        return QStringLiteral("nb");
-    static const QStringList WITH_COUNTRY = {QStringLiteral("en"), QStringLiteral("pt"), QStringLiteral("zh"),
-                                             QStringLiteral("hi")};
-    const QString language = name.section(QLatin1Char('_'), 0, 0);
+        return "nb";
+    static const QStringList WITH_COUNTRY = {"en", "pt", "zh", "hi"};
+    const QString language = name.section('_', 0, 0);
     return WITH_COUNTRY.contains(language) ? name : language;
 }
 

@@ -52,8 +52,8 @@ CAtlString OwnTable() {
 }
 
 CAtlString FindSetupsTable() {
-    const QSettings settings(QSettings::NativeFormat, QSettings::SystemScope,
-                             QStringLiteral("VARDO Technologies"), QStringLiteral("Language Setup"));
+    const QSettings settings(QSettings::NativeFormat, QSettings::SystemScope, "VARDO Technologies",
+                             "Language Setup");
     for (const SetupFolder& place : SETUP_FOLDERS) {
         const CAtlString folder(settings.value(QLatin1String(place.key)).toString());
         if (IsTable(folder, place.table))

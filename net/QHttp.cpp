@@ -88,14 +88,14 @@ void QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
 
 QNetworkRequest QHttp::MakeRequest(const QString& path) const {
     QUrl url;
-    url.setScheme(QStringLiteral("http"));
+    url.setScheme("http");
     url.setHost(host_);
     url.setPort(port_ == DEFAULT_PORT ? -1 : port_);
-    url.setPath(path.isEmpty() ? QStringLiteral("/") : path, QUrl::TolerantMode);
+    url.setPath(path.isEmpty() ? QString("/") : path, QUrl::TolerantMode);
 
     QNetworkRequest request(url);
     // The same as the network access manager's; some servers refuse requests without this field.
-    request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Mozilla/5.0"));
+    request.setHeader(QNetworkRequest::UserAgentHeader, "Mozilla/5.0");
     request.setRawHeader("Accept-Encoding", "identity");
     if (!proxy_.user().isEmpty() && authentication_ == Authentication::BASIC)
         request.setRawHeader("Proxy-Authorization",

@@ -50,5 +50,5 @@ QString FailureText(const TransferRecord& record) {
     const bool isProxys = record.culprit == Culprit::PROXY && !error.isEmpty();
     const QString host = isProxys ? Words::Proxy(proxy) : QUrl(record.url.ToQString()).host();
     const QString reason = error.isEmpty() ? Words::Of(record.status, !proxy.isEmpty()) : error;
-    return host.isEmpty() ? reason : host + QStringLiteral(": ") + reason;
+    return host.isEmpty() ? reason : host + ": " + reason;
 }

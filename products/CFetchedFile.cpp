@@ -49,5 +49,5 @@ QString CFetchedFile::Refusal(const CAtlString& address, Kind kind) const {
     else if (verdict_ == Verdict::SIGNED_ELSEWHERE)
         reason = isList ? tr("The list is signed for another address")
                         : tr("The file is signed for another address");
-    return QUrl(address.ToQString()).host() + QStringLiteral(": ") + reason;
+    return QUrl(address.ToQString()).host() + ": " + reason;
 }

@@ -138,7 +138,7 @@ bool GalleryVersion::HasAction(unsigned /*item*/) const {
 
 bool GalleryVersion::RunAction(unsigned /*item*/) {
     return environment_->StartDetached(toolPath_.GetFilePathString().ToQString(),
-                                       {QStringLiteral("-guid"), guid_.ToQString()});
+                                       {"-guid", guid_.ToQString()});
 }
 
 CAtlString GalleryVersion::GetInstalledVersion(unsigned /*item*/) const {
@@ -153,7 +153,7 @@ CAtlString GalleryVersion::GetOffer(unsigned /*item*/) const {
     QStringList versions;
     for (const auto& [id, version] : categories_)
         versions << version.latest.ToQString();
-    return CAtlString(versions.join(QLatin1Char(' ')).trimmed());
+    return CAtlString(versions.join(' ').trimmed());
 }
 
 CAtlString GalleryVersion::Newest(CAtlString Versions::*which) const {

@@ -132,7 +132,7 @@ void Notification::ReadTexts(const TiXmlElement& message) {
 }
 
 QStringList Notification::TextCodes(const QString& languageCode) {
-    return {languageCode, WithoutRegion(languageCode), QStringLiteral("en")};
+    return {languageCode, WithoutRegion(languageCode), "en"};
 }
 
 QString Notification::GetName() const {

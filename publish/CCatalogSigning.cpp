@@ -55,22 +55,19 @@ CFindings CCatalogSigning::ErrorsOf(const CCatalog& catalog) {
 QString CCatalogSigning::ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out) {
     for (const SignedFile& file : files) {
         if (!Replace(file))
-            return QStringLiteral("\"%1\" cannot be written").arg(file.path);
+            return QString("\"%1\" cannot be written").arg(file.path);
         out << file.lines.toStdString();
     }
     return {};
 }
 
 QString CCatalogSigning::DaysProblem(int days) {
-    return days >= 1 && days <= MOST_DAYS
-               ? QString()
-               : QStringLiteral("--days takes a number from 1 to %1").arg(MOST_DAYS);
+    return days >= 1 && days <= MOST_DAYS ? QString()
+                                          : QString("--days takes a number from 1 to %1").arg(MOST_DAYS);
 }
 
 CCatalogSigning::CCatalogSigning(const CCatalog& catalog, std::unique_ptr<CMinisignTool> tool, int days)
-    : catalog_(catalog),
-      tool_(std::move(tool)),
-      lastDay_(TodayInUtc().addDays(days).toString(QStringLiteral("yyyyMMdd"))) {}
+    : catalog_(catalog), tool_(std::move(tool)), lastDay_(TodayInUtc().addDays(days).toString("yyyyMMdd")) {}
 
 std::optional<std::vector<SignedFile>> CCatalogSigning::SignAll() {
     std::vector<SignedFile> all;
@@ -80,10 +77,10 @@ std::optional<std::vector<SignedFile>> CCatalogSigning::SignAll() {
         if (contents.isEmpty())
             return std::nullopt;
         all.push_back({file->GetPath(), contents,
-                       QStringLiteral("%1: signed until %2\n").arg(Printable(file->GetPath()), lastDay_)});
+                       QString("%1: signed until %2\n").arg(Printable(file->GetPath()), lastDay_)});
     }
     if (all.empty())
-        problem_ = QStringLiteral("nothing here is published, or --site is needed to tell where");
+        problem_ = "nothing here is published, or --site is needed to tell where";
     return all.empty() ? std::nullopt : std::optional(all);
 }
 
@@ -96,7 +93,7 @@ QByteArray CCatalogSigning::Sign(const CCatalogFile& file, const QString& addres
         contents += '\n';
     if (TiXmlDocument document;
         !ParseXml({contents.data(), static_cast<int>(contents.size())}, TIXML_DEFAULT_ENCODING, document)) {
-        problem_ = QStringLiteral(
+        problem_ = QString(
                        "\"%1\" has a comment that begins with \"%2\", as signatures alone may: begin it with "
                        "another word")
                        .arg(file.GetPath(), QString::fromLatin1(CCatalogueSeal::COMMENT.data()));
@@ -104,9 +101,9 @@ QByteArray CCatalogSigning::Sign(const CCatalogFile& file, const QString& addres
     }
     const std::string path = CCatalogueSeal::PathOf(CAtlString(address));
     const auto signature =
-        tool_->Sign(contents, QStringLiteral("path:%1 until:%2").arg(QString::fromStdString(path), lastDay_));
+        tool_->Sign(contents, QString("path:%1 until:%2").arg(QString::fromStdString(path), lastDay_));
     if (!signature) {
-        problem_ = QStringLiteral("minisign: ") + tool_->GetProblem();
+        problem_ = QString("minisign: ") + tool_->GetProblem();
         return {};
     }
     contents += QByteArray(CCatalogueSeal::COMMENT.data()) + '\n' + *signature + "-->\n";
@@ -120,7 +117,7 @@ bool CCatalogSigning::IsGood(const CCatalogFile& file, const QByteArray& content
         if (seal.Judge({contents.data(), static_cast<std::size_t>(contents.size())}, CAtlString(address),
                        TodayInUtc()) == CCatalogueSeal::Judgement::GOOD)
             continue;
-        problem_ = QStringLiteral(
+        problem_ = QString(
                        "\"%1\": with this secret key, installations that have the key in \"%2\" "
                        "would refuse the file")
                        .arg(file.GetPath(), key->GetFolder());

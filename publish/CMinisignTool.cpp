@@ -62,7 +62,7 @@ std::unique_ptr<CMinisignTool> CMinisignTool::WithPassword(const QString& keyFil
 }
 
 std::optional<QByteArray> CMinisignTool::Sign(const QByteArray& content, const QString& trustedComment) {
-    QFile message(folder_.filePath(QStringLiteral("message")));
+    QFile message(folder_.filePath("message"));
     if (!message.open(QIODevice::WriteOnly) || message.write(content) != content.size() || !message.flush()) {
         problem_ = message.errorString();
         return std::nullopt;
@@ -71,18 +71,16 @@ std::optional<QByteArray> CMinisignTool::Sign(const QByteArray& content, const Q
 }
 
 std::optional<QByteArray> CMinisignTool::SignFile(const QString& path, const QString& trustedComment) {
-    QFile signature(folder_.filePath(QStringLiteral("signature")));
+    QFile signature(folder_.filePath("signature"));
     signature.remove();
     QProcess tool;
-    tool.start(QStringLiteral("minisign"),
-               {QStringLiteral("-S"), QStringLiteral("-s"), keyFile_, QStringLiteral("-m"), path,
-                QStringLiteral("-x"), signature.fileName(), QStringLiteral("-t"), trustedComment,
-                QStringLiteral("-c"), QStringLiteral("signed by VARDOCatalogSign")});
+    tool.start("minisign", {"-S", "-s", keyFile_, "-m", path, "-x", signature.fileName(), "-t",
+                            trustedComment, "-c", "signed by VARDOCatalogSign"});
     tool.write(password_ + '\n');
     tool.closeWriteChannel();
     const bool isDone = tool.waitForFinished(LONGEST_SIGNING);
     if (tool.error() == QProcess::FailedToStart) {
-        problem_ = QStringLiteral("it cannot be started; install the package minisign");
+        problem_ = "it cannot be started; install the package minisign";
         return std::nullopt;
     }
     if (!isDone || tool.exitStatus() != QProcess::NormalExit || tool.exitCode() != 0 ||

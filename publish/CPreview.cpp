@@ -27,7 +27,7 @@ QString Text(const CVersionString& version) {
 CVersionString After(const CVersionString& version) {
     const QString text = Text(version);
     const qint64 last = text.section(u'.', 3).toLongLong();
-    return CVersionString(CAtlString(QStringLiteral("%1.%2").arg(text.section(u'.', 0, 2)).arg(last + 1)));
+    return CVersionString(CAtlString(QString("%1.%2").arg(text.section(u'.', 0, 2)).arg(last + 1)));
 }
 
 struct Lower {
@@ -57,26 +57,25 @@ const CCatalogFile* ListOf(const CCatalog& catalog) {
 
 QString Refusal(Verdict verdict) {
     if (verdict == Verdict::SIGNATURE_OVER)
-        return QStringLiteral("the last day of its signature is over");
+        return "the last day of its signature is over";
     if (verdict == Verdict::SIGNED_ELSEWHERE)
-        return QStringLiteral("it is signed for another address");
-    return QStringLiteral("it has no good signature");
+        return "it is signed for another address";
+    return "it has no good signature";
 }
 
 // Takes bytes that the seal does not refuse.
 QString SignatureOf(const CAtlStringA& bytes, const CVardoDirectoryPath& folder) {
     if (CCatalogueSeal(folder).IsRequired())
-        return QStringLiteral("signed");
+        return "signed";
     const std::string_view all(bytes.begin(), bytes.end());
     return CCatalogueSeal::WithoutSignature(all).size() == all.size()
-               ? QStringLiteral("not signed")
-               : QStringLiteral("signed, with no key here to verify it");
+               ? QString("not signed")
+               : QString("signed, with no key here to verify it");
 }
 
 QString DisablerText(const CProductVersions::Disabler& disabler) {
     const CVersionStringRange range(disabler.from, disabler.to);
-    return QStringLiteral("%1 %2 to %3")
-        .arg(disabler.uid.ToQString(), Text(range.GetFrom()), Text(range.GetTo()));
+    return QString("%1 %2 to %3").arg(disabler.uid.ToQString(), Text(range.GetFrom()), Text(range.GetTo()));
 }
 
 }  // namespace
@@ -116,14 +115,14 @@ void CPreview::AddProduct(const CProductVersions& product) {
     }
     if (!seen.empty())
         return;
-    block.nobody = QStringLiteral("no local description here tells what its installations fetch");
+    block.nobody = "no local description here tells what its installations fetch";
     blocks_.push_back(block);
 }
 
 void CPreview::AddOwn() {
     const auto local = locals_.find(QString::fromWCharArray(DescriptionFormat::OWN_FILE));
     if (local != locals_.end() && IsWanted(OwnKey()))
-        AddBlock({.name = QStringLiteral("VARDO Product Update"), .key = OwnKey()}, *local->second, nullptr);
+        AddBlock({.name = "VARDO Product Update", .key = OwnKey()}, *local->second, nullptr);
 }
 
 void CPreview::AddBlock(Block block, const CCatalogFile& local, const CProductVersions* product) {
@@ -137,13 +136,13 @@ void CPreview::AddBlock(Block block, const CCatalogFile& local, const CProductVe
     const CAtlStringA bytes = remote ? ReadFileBytes(remote->GetFilePath()) : CAtlStringA();
     const Verdict verdict = CFetchedFile::Judge(bytes, reader.GetRemoteAddress(), folder, TodayInUtc());
     if (!product && reader.IsNoUpdates())
-        block.nobody = QStringLiteral("NoUpdates is set");
+        block.nobody = "NoUpdates is set";
     else if (!remote)
-        block.nobody = QStringLiteral("there is no such file");
+        block.nobody = "there is no such file";
     else if (verdict != Verdict::COUNTS)
         block.nobody = Refusal(verdict);
     else if (!reader.ParseRemote(bytes))
-        block.nobody = QStringLiteral("the program rejects the file");
+        block.nobody = "the program rejects the file";
     else
         AddRows(block, reader, product, local, *remote);
     if (block.nobody.isEmpty())
@@ -156,7 +155,7 @@ void CPreview::AddRows(Block& block, CProductVersion& reader, const CProductVers
     block.rows = RowsOf(reader, Only(block.key));
     if (std::none_of(block.rows.begin(), block.rows.end(),
                      [](const Row& row) { return !row.offer.isEmpty(); }))
-        block.nobody = QStringLiteral("no offer is above the version");
+        block.nobody = "no offer is above the version";
     for (Row& row : block.rows) {
         if (row.offer.isEmpty())
             continue;
@@ -168,8 +167,7 @@ void CPreview::AddRows(Block& block, CProductVersion& reader, const CProductVers
         CFindings findings;
         CheckInstaller(catalog_, reader, local, remote, InstallerKeys::LOCAL, findings);
         for (const Finding& finding : findings.Sorted())
-            row.refusal =
-                row.refusal.isEmpty() ? finding.text : row.refusal + QStringLiteral("; ") + finding.text;
+            row.refusal = row.refusal.isEmpty() ? finding.text : row.refusal + "; " + finding.text;
     }
 }
 
@@ -222,14 +220,13 @@ QString CPreview::GetUnknownKey() const {
 
 QString CPreview::RangeText(const Row& row) {
     if (row.from && row.to)
-        return row.from->IsEqual(*row.to) ? Text(*row.to)
-                                          : Text(*row.from) + QStringLiteral(" to ") + Text(*row.to);
-    const QString end = row.to      ? QStringLiteral("up to ") + Text(*row.to)
-                        : row.below ? QStringLiteral("below ") + Text(*row.below)
+        return row.from->IsEqual(*row.to) ? Text(*row.to) : Text(*row.from) + " to " + Text(*row.to);
+    const QString end = row.to      ? QString("up to ") + Text(*row.to)
+                        : row.below ? QString("below ") + Text(*row.below)
                                     : QString();
     if (!row.from)
-        return end.isEmpty() ? QStringLiteral("all") : end;
-    return Text(*row.from) + (end.isEmpty() ? QStringLiteral(" and above") : QStringLiteral(", ") + end);
+        return end.isEmpty() ? QString("all") : end;
+    return Text(*row.from) + (end.isEmpty() ? QString(" and above") : QString(", ") + end);
 }
 
 QByteArray CPreview::ToText() const {
@@ -237,27 +234,25 @@ QByteArray CPreview::ToText() const {
     constexpr int OFFER_WIDTH = 16;
     QString text;
     for (const Block& block : blocks_) {
-        text += QStringLiteral("%1 (%2)").arg(Printable(block.name), Printable(block.key));
+        text += QString("%1 (%2)").arg(Printable(block.name), Printable(block.key));
         for (const QString& part : {block.description, block.signature})
-            text += part.isEmpty() ? QString() : QStringLiteral(", ") + Printable(part);
+            text += part.isEmpty() ? QString() : QString(", ") + Printable(part);
         text += u'\n';
         if (!block.nobody.isEmpty())
-            text += QStringLiteral("    nobody: %1\n").arg(block.nobody);
+            text += QString("    nobody: %1\n").arg(block.nobody);
         for (const Row& row : block.rows) {
-            const QString outcome = !row.refusal.isEmpty() ? QStringLiteral("refused: ") + row.refusal
-                                    : block.key == OwnKey() && !row.offer.isEmpty()
-                                        ? QStringLiteral("accepted")
-                                        : row.page;
-            const QString offer = row.offer.isEmpty() ? QStringLiteral("-") : row.offer;
-            text +=
-                (QStringLiteral("    ") + RangeText(row).leftJustified(RANGE_WIDTH) + QStringLiteral("  ") +
-                 offer.leftJustified(OFFER_WIDTH) + QStringLiteral("  ") + Printable(outcome))
-                    .trimmed()
-                    .prepend(QStringLiteral("    ")) +
-                u'\n';
+            const QString outcome = !row.refusal.isEmpty() ? QString("refused: ") + row.refusal
+                                    : block.key == OwnKey() && !row.offer.isEmpty() ? QString("accepted")
+                                                                                    : row.page;
+            const QString offer = row.offer.isEmpty() ? QString("-") : row.offer;
+            text += (QString("    ") + RangeText(row).leftJustified(RANGE_WIDTH) + "  " +
+                     offer.leftJustified(OFFER_WIDTH) + "  " + Printable(outcome))
+                        .trimmed()
+                        .prepend("    ") +
+                    u'\n';
         }
         for (const QString& disabler : block.disablers)
-            text += QStringLiteral("    nobody beside %1\n").arg(Printable(disabler));
+            text += QString("    nobody beside %1\n").arg(Printable(disabler));
     }
     return text.toUtf8();
 }
@@ -266,9 +261,8 @@ QJsonObject CPreview::ToJson(const Row& row) {
     const auto value = [](const std::optional<CVersionString>& version) {
         return version ? QJsonValue(Text(*version)) : QJsonValue();
     };
-    return {{QStringLiteral("from"), value(row.from)},   {QStringLiteral("to"), value(row.to)},
-            {QStringLiteral("below"), value(row.below)}, {QStringLiteral("offer"), row.offer},
-            {QStringLiteral("page"), row.page},          {QStringLiteral("refusal"), row.refusal}};
+    return {{"from", value(row.from)}, {"to", value(row.to)}, {"below", value(row.below)},
+            {"offer", row.offer},      {"page", row.page},    {"refusal", row.refusal}};
 }
 
 QByteArray CPreview::ToJson() const {
@@ -277,14 +271,13 @@ QByteArray CPreview::ToJson() const {
         QJsonArray rows;
         for (const Row& row : block.rows)
             rows.append(ToJson(row));
-        blocks.append(
-            QJsonObject{{QStringLiteral("name"), block.name},
-                        {QStringLiteral("key"), block.key},
-                        {QStringLiteral("description"), block.description},
-                        {QStringLiteral("signature"), block.signature},
-                        {QStringLiteral("nobody"), block.nobody},
-                        {QStringLiteral("disabledBeside"), QJsonArray::fromStringList(block.disablers)},
-                        {QStringLiteral("versions"), rows}});
+        blocks.append(QJsonObject{{"name", block.name},
+                                  {"key", block.key},
+                                  {"description", block.description},
+                                  {"signature", block.signature},
+                                  {"nobody", block.nobody},
+                                  {"disabledBeside", QJsonArray::fromStringList(block.disablers)},
+                                  {"versions", rows}});
     }
     return PrintableJson(QJsonDocument(blocks));
 }

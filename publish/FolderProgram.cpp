@@ -26,18 +26,18 @@ QString Within(const QString& folder, const QString& inner) {
 
 FolderArguments ReadFolder(const QStringList& folders, const QString& site) {
     if (folders.size() != 1)
-        return {.problem = QStringLiteral("there must be one folder")};
+        return {.problem = "there must be one folder"};
     const QString& folder = folders.front();
     if (const QFileInfo info(folder); !info.isDir() || !info.isReadable())
-        return {.problem = QStringLiteral("\"%1\" is no folder that can be read").arg(folder)};
+        return {.problem = QString("\"%1\" is no folder that can be read").arg(folder)};
     const qsizetype sign = site.indexOf(u'=');
     FolderArguments arguments{.folder = folder,
                               .siteAddress = site.left(sign),
                               .siteFolder = sign < 0 ? folder : Within(folder, site.mid(sign + 1))};
     if (!site.isEmpty() && !CanBeFetched(arguments.siteAddress))
-        arguments.problem = QStringLiteral("--site takes an address with \"http://\" and a host");
+        arguments.problem = "--site takes an address with \"http://\" and a host";
     else if (arguments.siteFolder.isEmpty())
-        arguments.problem = QStringLiteral("\"%1\" is no folder in \"%2\"").arg(site.mid(sign + 1), folder);
+        arguments.problem = QString("\"%1\" is no folder in \"%2\"").arg(site.mid(sign + 1), folder);
     return arguments;
 }
 

@@ -52,7 +52,7 @@ std::vector<QString> XmlFiles(const CCatalog& catalog) {
 QString Reason(const TransferRecord& record) {
     const bool isRedirected = record.status / 100 == 3;
     return FailureText(record) +
-           (isRedirected ? QStringLiteral("; it redirects, and programs do not follow") : QString());
+           (isRedirected ? QString("; it redirects, and programs do not follow") : QString());
 }
 
 }  // namespace
@@ -72,16 +72,15 @@ CFindings CheckLive(const CCatalog& catalog, const QString& address, Downloader&
     downloader.SetTransferCallback([&last](const TransferRecord& record) { last = record; });
     CFindings findings;
     if (files.empty())
-        findings.Add(site->GetFolder(), 0, Code::EMPTY_FOLDER,
-                     QStringLiteral("programs fetch no file of this folder"));
+        findings.Add(site->GetFolder(), 0, Code::EMPTY_FOLDER, "programs fetch no file of this folder");
     const auto compare = [&](const QString& path, const CVardoFilePath& file) {
         const QString asked = addressOf(path).ToQString();
         if (file.IsEmpty())
             findings.Add(path, 0, Code::NOT_SERVED,
-                         QStringLiteral("\"%1\" cannot be fetched: %2").arg(asked, Reason(last)));
+                         QString("\"%1\" cannot be fetched: %2").arg(asked, Reason(last)));
         else if (Digest(file.GetFilePathString().ToQString()) != Digest(path))
             findings.Add(path, 0, Code::SERVED_OTHERWISE,
-                         QStringLiteral("what \"%1\" gives differs from this file").arg(asked));
+                         QString("what \"%1\" gives differs from this file").arg(asked));
         file.Delete();
     };
     downloader.FetchAhead(addresses);

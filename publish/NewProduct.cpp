@@ -55,44 +55,43 @@ bool Write(const NewFile& file) {
 // Where installers' files lie already, or should lie.
 QString ShareOf(const CCatalog& catalog) {
     const auto locals = catalog.FilesOf(FileKind::LOCAL_DESCRIPTION);
-    return locals.empty() ? catalog.GetFolder() + QStringLiteral("/share") : locals.front()->GetFolder();
+    return locals.empty() ? catalog.GetFolder() + QString("/share") : locals.front()->GetFolder();
 }
 
 }  // namespace
 
 NewProduct TakeNewProduct(QStringList& arguments) {
     if (arguments.size() < 3)
-        return {.problem = QStringLiteral("there must be a name, a key, a version and a folder")};
+        return {.problem = "there must be a name, a key, a version and a folder"};
     NewProduct product{.name = arguments.takeFirst().trimmed(),
                        .key = arguments.takeFirst(),
                        .version = arguments.takeFirst()};
-    static const QRegularExpression key(QStringLiteral("^[A-Za-z][A-Za-z0-9_-]*$"));
+    static const QRegularExpression key("^[A-Za-z][A-Za-z0-9_-]*$");
     const CVersionString version{CAtlString(product.version)};
     if (product.name.isEmpty())
-        return {.problem = QStringLiteral("the name is empty")};
+        return {.problem = "the name is empty"};
     if (!key.match(product.key).hasMatch())
-        return {.problem = QStringLiteral("the key takes letters, digits, \"_\" and \"-\"")};
-    const QString file = product.key + QStringLiteral(".xml");
+        return {.problem = "the key takes letters, digits, \"_\" and \"-\""};
+    const QString file = product.key + ".xml";
     if (KindByName(file) != FileKind::UNKNOWN || file == QString::fromWCharArray(DescriptionFormat::OWN_FILE))
-        return {.problem = QStringLiteral("\"%1\" is a file of the program itself").arg(file)};
+        return {.problem = QString("\"%1\" is a file of the program itself").arg(file)};
     if (!version.IsValid() || version.GetString().ToQString() != product.version)
-        return {.problem = QStringLiteral("the version takes four numbers with dots")};
+        return {.problem = "the version takes four numbers with dots"};
     return product;
 }
 
 QString WriteNewProduct(const NewProduct& product, const FolderArguments& arguments, std::ostream& out) {
     const CCatalog catalog(arguments.folder, arguments.siteAddress, arguments.siteFolder);
     if (!catalog.GetSite())
-        return QStringLiteral("nothing in \"%1\" tells where it is published: --site does")
-            .arg(arguments.folder);
+        return QString("nothing in \"%1\" tells where it is published: --site does").arg(arguments.folder);
     const QString address = catalog.GetSite()->GetAddress().toHtmlEscaped();
     const QString element =
         QString::fromLatin1(ELEMENT).arg(product.name.toHtmlEscaped(), product.key, address);
     const QString share = ShareOf(catalog);
     const QString site = catalog.GetSite()->GetFolder();
-    std::vector<NewFile> files{{QStringLiteral("%1/%2.xml").arg(share, product.key),
+    std::vector<NewFile> files{{QString("%1/%2.xml").arg(share, product.key),
                                 QString::fromLatin1(LOCAL).arg(product.version, product.key, address)},
-                               {QStringLiteral("%1/updates/%2.xml").arg(site, product.key),
+                               {QString("%1/updates/%2.xml").arg(site, product.key),
                                 QString::fromLatin1(REMOTE).arg(product.version)}};
     const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
     if (lists.empty())
@@ -101,11 +100,11 @@ QString WriteNewProduct(const NewProduct& product, const FolderArguments& argume
                              QString::fromLatin1(LIST).arg(address, element)});
     for (const NewFile& file : files)
         if (QFileInfo::exists(file.path))
-            return QStringLiteral("\"%1\" is there already").arg(file.path);
+            return QString("\"%1\" is there already").arg(file.path);
     for (auto file = files.begin(); file != files.end(); ++file)
         if (!Write(*file)) {
             std::for_each(files.begin(), file, [](const NewFile& written) { QFile::remove(written.path); });
-            return QStringLiteral("\"%1\" cannot be written").arg(file->path);
+            return QString("\"%1\" cannot be written").arg(file->path);
         }
     for (const NewFile& file : files)
         out << file.path.toStdString() << '\n';

@@ -88,7 +88,7 @@ Options ReadOptions(const QStringList& arguments) {
     QStringList others = parser.positionalArguments();
     CPreview::Versions versions;
     if (parser.isSet(preview) && !TakeVersions(others, versions))
-        return {.common = {.problem = QStringLiteral("before the folder there may be KEY=VERSION")}};
+        return {.common = {.problem = "before the folder there may be KEY=VERSION"}};
     Options options{.arguments = ReadFolder(others, parser.value(site)),
                     .isJson = parser.isSet(json),
                     .isQuiet = parser.isSet(quiet),
@@ -97,11 +97,11 @@ Options ReadOptions(const QStringList& arguments) {
                     .live = parser.value(live),
                     .common = {.isHelp = parser.isSet(help), .isVersion = parser.isSet(version)}};
     options.common.problem = options.arguments.problem;
-    static const QRegularExpression unsent(QStringLiteral("[@?#]"));
+    static const QRegularExpression unsent("[@?#]");
     if (options.common.problem.isEmpty() && parser.isSet(live) &&
         (options.isPreview || !CanBeFetched(options.live) || options.live.contains(unsent)))
-        options.common.problem = QStringLiteral(
-            "--live takes an address with \"http://\", a host and folders alone, and no --preview");
+        options.common.problem =
+            "--live takes an address with \"http://\", a host and folders alone, and no --preview";
     return options;
 }
 
@@ -132,7 +132,7 @@ CFindings AskServer(const CCatalog& catalog, const Options& options) {
 int ShowPreview(const CCatalog& catalog, const Options& options, std::ostream& out, std::ostream& err) {
     const CPreview preview(catalog, options.versions);
     if (const QString key = preview.GetUnknownKey(); !key.isEmpty())
-        return RefuseUsage(TEXTS, QStringLiteral("no product here has the key \"%1\"").arg(key), err);
+        return RefuseUsage(TEXTS, QString("no product here has the key \"%1\"").arg(key), err);
     out << (options.isJson ? preview.ToJson() : preview.ToText()).toStdString();
     return EXIT_CLEAN;
 }

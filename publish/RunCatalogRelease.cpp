@@ -62,10 +62,10 @@ QString ProblemOf(const Options& options) {
     if (options.product)
         return options.product->problem.isEmpty() ? options.arguments.problem : options.product->problem;
     if (options.key.isEmpty() && options.installerKey.isEmpty())
-        return QStringLiteral("there must be --installer-key, --key or both");
+        return "there must be --installer-key, --key or both";
     for (const QString& key : {options.key, options.installerKey})
         if (!key.isEmpty() && !QFileInfo(key).isFile())
-            return QStringLiteral("\"%1\" is no file of a secret key").arg(key);
+            return QString("\"%1\" is no file of a secret key").arg(key);
     const QString problem = CCatalogSigning::DaysProblem(options.days);
     return problem.isEmpty() ? options.arguments.problem : problem;
 }
@@ -108,9 +108,9 @@ public:
         for (const Reference& reference : catalog_.GetReferences())
             if (reference.from->GetName() == QString::fromWCharArray(DescriptionFormat::OWN_FILE))
                 return SignOffersOf(reference);
-        problem_ = QStringLiteral(
+        problem_ =
             "no VardoProductUpdate.xml of an installation is here, which tells where the "
-            "program's own description is published; or it has NoUpdates");
+            "program's own description is published; or it has NoUpdates";
         return std::nullopt;
     }
     const QString& GetProblem() const { return problem_; }
@@ -120,7 +120,7 @@ private:
         CProductVersion reader(reference.from->GetFilePath());
         const auto path = catalog_.FileOf(reference.address);
         if (!path || !reader.ParseRemote(ReadFileBytes(CVardoFilePath(CAtlString(*path))))) {
-            problem_ = QStringLiteral("the program's own description, \"%1\", cannot be read")
+            problem_ = QString("the program's own description, \"%1\", cannot be read")
                            .arg(path.value_or(reference.address));
             return std::nullopt;
         }
@@ -149,15 +149,15 @@ private:
         const auto path = PathOf(offer);
         if (offer.installFile.IsEmpty() || !path || !catalog_.Find(*path)) {
             problem_ =
-                QStringLiteral("there is no installer \"%1\" of version %2")
+                QString("there is no installer \"%1\" of version %2")
                     .arg(path.value_or(offer.installFile.ToQString()), offer.version.GetString().ToQString());
             return false;
         }
         // Blanks separate the words of a trusted comment.
-        static const QRegularExpression blank(QStringLiteral("\\s"));
+        static const QRegularExpression blank("\\s");
         if (CVardoFilePath(offer.installFile).GetFileName().ToQString().contains(blank)) {
-            problem_ = QStringLiteral("no program accepts a signature for \"%1\", whose name holds a blank")
-                           .arg(*path);
+            problem_ =
+                QString("no program accepts a signature for \"%1\", whose name holds a blank").arg(*path);
             return false;
         }
         const QString comment =
@@ -165,19 +165,18 @@ private:
         if (comments_.contains(*path)) {
             if (comments_.value(*path) != comment)
                 problem_ =
-                    QStringLiteral(
-                        "two offers of \"%1\" differ in version or argument; give each a file of its own")
+                    QString("two offers of \"%1\" differ in version or argument; give each a file of its own")
                         .arg(*path);
             return problem_.isEmpty();
         }
         comments_.insert(*path, comment);
         const auto signature = tool_->SignFile(*path, comment);
         if (!signature)
-            problem_ = QStringLiteral("minisign: ") + tool_->GetProblem();
+            problem_ = QString("minisign: ") + tool_->GetProblem();
         else if (IsGood(*path, *signature, offer, folder))
             signatures.push_back(
                 {SignatureOf(*path), *signature,
-                 QStringLiteral("%1\n%2: signed\n").arg(Printable(*path), Printable(SignatureOf(*path)))});
+                 QString("%1\n%2: signed\n").arg(Printable(*path), Printable(SignatureOf(*path)))});
         return problem_.isEmpty();
     }
 
@@ -190,7 +189,7 @@ private:
                                                SealedOffer(offer)) &&
                                    seal.IsOf(FileSystem::OpenForReading(CAtlString(path), size))))
             return true;
-        problem_ = QStringLiteral(
+        problem_ = QString(
                        "\"%1\": with this secret key, installations that have the key in \"%2\" would "
                        "refuse the installer")
                        .arg(path, folder.GetDirectoryPathString().ToQString());
@@ -213,25 +212,24 @@ int Fail(const QString& problem, std::ostream& err) {
 int SignAll(const Options& options, std::ostream& out, std::ostream& err) {
     const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
     if (CUpdateXmlReader::IsTestMode())
-        return Fail(QStringLiteral("nothing was signed: remove ") + CUpdateXmlReader::TEST_MARKER.ToQString(),
-                    err);
+        return Fail(QString("nothing was signed: remove ") + CUpdateXmlReader::TEST_MARKER.ToQString(), err);
     const CCatalog catalog(folder, siteAddress, siteFolder);
     if (const CFindings errors = CCatalogSigning::ErrorsOf(catalog); errors.Count(Severity::ERROR) > 0) {
         err << errors.ToText().toStdString();
-        return Fail(QStringLiteral("nothing was signed"), err);
+        return Fail("nothing was signed", err);
     }
     std::optional<std::vector<SignedFile>> all(std::in_place);
     if (!options.installerKey.isEmpty()) {
         CInstallerSigning installers(catalog, CMinisignTool::WithPassword(options.installerKey, err));
         all = installers.SignAll();
         if (!all)
-            return Fail(installers.GetProblem() + QStringLiteral("; nothing was signed"), err);
+            return Fail(installers.GetProblem() + "; nothing was signed", err);
     }
     if (!options.key.isEmpty()) {
         CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
         const auto files = signing.SignAll();
         if (!files)
-            return Fail(signing.GetProblem() + QStringLiteral("; nothing was signed"), err);
+            return Fail(signing.GetProblem() + "; nothing was signed", err);
         all->insert(all->end(), files->begin(), files->end());
     }
     const QString failure = CCatalogSigning::ReplaceAll(*all, out);

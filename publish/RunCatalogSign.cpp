@@ -43,7 +43,7 @@ struct Options {
 
 QString ProblemOf(const Options& options) {
     if (!QFileInfo(options.key).isFile())
-        return QStringLiteral("--key takes the file of a secret key");
+        return "--key takes the file of a secret key";
     const QString problem = CCatalogSigning::DaysProblem(options.days);
     return problem.isEmpty() ? options.arguments.problem : problem;
 }
@@ -75,8 +75,8 @@ int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
     }
     CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
     const auto files = signing.SignAll();
-    const QString failure = files ? CCatalogSigning::ReplaceAll(*files, out)
-                                  : signing.GetProblem() + QStringLiteral("; nothing was signed");
+    const QString failure =
+        files ? CCatalogSigning::ReplaceAll(*files, out) : signing.GetProblem() + "; nothing was signed";
     if (failure.isEmpty())
         return EXIT_CLEAN;
     err << "VARDOCatalogSign: " << Printable(failure).toStdString() << '\n';

@@ -39,10 +39,10 @@ bool VouchesForFile(const CMinisignSignature& signature, const CAtlString& offer
 QString CInstallerSeal::CommentFor(const CAtlString& file, const CAtlString& version,
                                    const CAtlString& argument) {
     const QString name = CVardoFilePath(file).GetFileName().ToQString();
-    const QString comment = QStringLiteral("file:%1 version:%2").arg(name, version.ToQString());
-    return argument.IsEmpty() ? comment
-                              : comment + QStringLiteral(" argument:") +
-                                    QString::fromLatin1(QUrl::toPercentEncoding(argument.ToQString()));
+    const QString comment = QString("file:%1 version:%2").arg(name, version.ToQString());
+    return argument.IsEmpty()
+               ? comment
+               : comment + " argument:" + QString::fromLatin1(QUrl::toPercentEncoding(argument.ToQString()));
 }
 
 bool CInstallerSeal::Accept(std::string_view signature, const Offer& offer) {

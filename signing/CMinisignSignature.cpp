@@ -81,7 +81,7 @@ QDate TodayInUtc() {
 }
 
 QDate ReadLastDay(const std::string& text) {
-    return QDate::fromString(QString::fromStdString(text), QStringLiteral("yyyyMMdd"));
+    return QDate::fromString(QString::fromStdString(text), "yyyyMMdd");
 }
 
 bool IsOver(const QDate& lastDay, const QDate& today) {

@@ -104,5 +104,5 @@ QString CCheckOutcome::FailureSummary(const IProduct::List& failed, int checkabl
     if (count > 1)
         what = count == checkable ? tr("Nothing could be checked")
                                   : tr("%1 products could not be checked").arg(count);
-    return what + QStringLiteral(": ") + failures_.value(&last).reason;
+    return what + ": " + failures_.value(&last).reason;
 }

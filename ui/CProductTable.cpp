@@ -203,7 +203,7 @@ void CProductTable::SetButton(int row, const QString& caption, bool enabled) {
 void CProductTable::NameButton(int row, QPushButton& button) const {
     button.setAccessibleName(QStringList({button.text(), table_.item(row, NAME)->text(),
                                           table_.item(row, INSTALLED)->text().trimmed()})
-                                 .join(QLatin1Char(' '))
+                                 .join(' ')
                                  .trimmed());
 }
 
@@ -275,7 +275,7 @@ QString CProductTable::RowText(int row) const {
     QStringList texts;
     for (const int column : {NAME, INSTALLED, LATEST})
         texts << table_.item(row, column)->data(WHOLE_TEXT).toString().simplified();
-    return texts.join(QLatin1Char('\t'));
+    return texts.join('\t');
 }
 
 void CProductTable::ScrollTo(const QWidget* widget) {

@@ -209,7 +209,7 @@ void MainWindow::OnFetchFailed(const QString& reason) {
         OnConnectionError(reason);
     } else if (current_->GetItemCount() > 0) {
         outcome_.OnFailed(*current_, reason, environment_->Now());
-        OnConnectionError(current_->GetName() + QStringLiteral(": ") + reason);
+        OnConnectionError(current_->GetName() + ": " + reason);
     }
 }
 
@@ -361,9 +361,9 @@ void MainWindow::TellUnreadable(const IProduct& product) {
     const QString host = QUrl(product.GetCheckAddress().ToQString()).host();
     const QString what =
         controller_->IsStopped() ? tr("No answer") : tr("The server's answer cannot be read");
-    const QString reason = host + QStringLiteral(": ") + what;
+    const QString reason = host + ": " + what;
     outcome_.OnFailed(product, reason, environment_->Now());
-    OnConnectionError(product.GetName() + QStringLiteral(": ") + reason);
+    OnConnectionError(product.GetName() + ": " + reason);
 }
 
 void MainWindow::ShowReasons(const IProduct& product, unsigned item) {
@@ -396,7 +396,7 @@ QString MainWindow::AllText() const {
     QStringList rows;
     for (int row = 0; row < tableWidget->rowCount(); ++row)
         rows << table_.RowText(row);
-    return rows.join(QLatin1Char('\n'));
+    return rows.join('\n');
 }
 
 void MainWindow::Explain(const CRowMenu::Item& row) {

@@ -15,8 +15,7 @@ constexpr int LONGEST_ARGUMENT = 128 * 1024 - 1;
 
 // In the order of preference.
 QStringList Browsers() {
-    return {QStringLiteral("firefox"), QStringLiteral("mozilla"), QStringLiteral("netscape"),
-            QStringLiteral("opera"), QStringLiteral("konqueror")};
+    return {"firefox", "mozilla", "netscape", "opera", "konqueror"};
 }
 
 bool RunDesktopLauncher(DesktopKind desktop, const CAtlString& url, IProcessStarter& starter) {
@@ -53,23 +52,22 @@ bool OpenURL(const CAtlString& url, IProcessStarter& starter) {
         return false;
     return RunDesktopLauncher(DetectDesktop(), address, starter) ||
            RunFromPath(Browsers(), address.ToQString(), starter) ||
-           RunFromPath({QStringLiteral("xdg-open")}, address.ToQString(), starter);
+           RunFromPath({"xdg-open"}, address.ToQString(), starter);
 }
 
 bool RunGnomeBrowser(const CAtlString& url, IProcessStarter& starter) {
-    return starter.RunAndWait(QStringLiteral("gnome-www-browser"), {url.ToQString()}, LAUNCHER_LIMIT_MS);
+    return starter.RunAndWait("gnome-www-browser", {url.ToQString()}, LAUNCHER_LIMIT_MS);
 }
 
 bool RunKdeBrowser(const CAtlString& url, IProcessStarter& starter) {
-    return starter.RunAndWait(QStringLiteral("kfmclient"), {QStringLiteral("openURL"), url.ToQString()},
-                              LAUNCHER_LIMIT_MS);
+    return starter.RunAndWait("kfmclient", {"openURL", url.ToQString()}, LAUNCHER_LIMIT_MS);
 }
 
 bool RunFromPath(const QStringList& programs, const QString& argument, IProcessStarter& starter) {
-    const QStringList directories = qEnvironmentVariable("PATH").split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    const QStringList directories = qEnvironmentVariable("PATH").split(':', Qt::SkipEmptyParts);
     for (const QString& directory : directories)
         for (const QString& program : programs) {
-            const QString path = directory + QLatin1Char('/') + program;
+            const QString path = directory + '/' + program;
             if (QFile::exists(path)) {
                 starter.StartDetached(path, {argument});
                 return true;

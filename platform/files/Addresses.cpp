@@ -30,15 +30,13 @@ void AppendEncoded(std::wstring& encoded, wchar_t ch) {
 }
 
 bool HasWebScheme(const QString& address) {
-    static const QRegularExpression scheme(QStringLiteral("^(https?|ftp)://."),
-                                           QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression scheme("^(https?|ftp)://.", QRegularExpression::CaseInsensitiveOption);
     return scheme.match(address).hasMatch();
 }
 
 // What stands before a colon may be a scheme as well as a host.
 bool BeginsWithHost(const QString& page) {
-    static const QRegularExpression beginning(
-        QStringLiteral(R"(^([\p{L}\p{N}][\p{L}\p{M}\p{N}.-]*)(:[0-9]+)?([/?#]|\z))"));
+    static const QRegularExpression beginning(R"(^([\p{L}\p{N}][\p{L}\p{M}\p{N}.-]*)(:[0-9]+)?([/?#]|\z))");
     const QRegularExpressionMatch match = beginning.match(page);
     const QString host = match.captured(1);
     const bool hasPort = match.capturedLength(2) > 0;
@@ -85,10 +83,10 @@ CAtlString WebAddress(const CAtlString& page) {
 QString WithoutPassword(const CAtlString& address) {
     // Up to the last "@" before a path; without one, and without a port there, up to the last of all.
     static const QRegularExpression password(
-        QStringLiteral(R"(((?:^(?:[A-Za-z][^/?#:@]*:)?/?|//)[^/?#:\[]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$)).*@))"),
+        R"(((?:^(?:[A-Za-z][^/?#:@]*:)?/?|//)[^/?#:\[]*):(?:[^/?#]*@|(?!\d*(?:[/?#]|$)).*@))",
         QRegularExpression::DotMatchesEverythingOption);
     // From each "//" the expression would look for an "@" to the end of a long text that has none.
     const QString text = address.ToQString();
     const qsizetype end = text.lastIndexOf(u'@') + 1;
-    return text.left(end).replace(password, QStringLiteral("\\1@")) + text.mid(end);
+    return text.left(end).replace(password, "\\1@") + text.mid(end);
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-const QString MAKER = QStringLiteral("VARDO Technologies");
+const QString MAKER = "VARDO Technologies";
 
 }  // namespace
 

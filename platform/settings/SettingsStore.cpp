@@ -101,8 +101,8 @@ bool Holds(const QString& path, const Values& values) {
 // QSettings would not read the values, as from a text that ends in the middle of a quotation.
 QByteArray Merge(const QByteArray& text, const Values& values) {
     const QTemporaryDir folder;
-    QFile lines(folder.filePath(QStringLiteral("lines")));
-    QFile copy(folder.filePath(QStringLiteral("copy")));
+    QFile lines(folder.filePath("lines"));
+    QFile copy(folder.filePath("copy"));
     SetValues(std::make_unique<QSettings>(lines.fileName(), QSettings::IniFormat), values);
     if (!lines.open(QFile::ReadOnly) || !copy.open(QFile::WriteOnly))
         return {};
@@ -118,7 +118,7 @@ QByteArray Merge(const QByteArray& text, const Values& values) {
 void MergeInto(const QString& path, const Values& values) {
     // QSettings locks the file in this way while it writes, which takes milliseconds.
     constexpr int LONGEST_WRITE_MS = 3000;
-    QLockFile lock(path + QStringLiteral(".lock"));
+    QLockFile lock(path + ".lock");
     lock.setStaleLockTime(LONGEST_WRITE_MS);
     QFile old(path);
     if (!lock.tryLock(2 * LONGEST_WRITE_MS) || !old.open(QFile::ReadOnly))

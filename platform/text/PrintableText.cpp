@@ -35,7 +35,7 @@ bool IsNarrowControl(char ch) {
 QString JsonEscape(char32_t ch) {
     QString escape;
     for (const QChar unit : QString::fromUcs4(&ch, 1))
-        escape += QStringLiteral("\\u%1").arg(unit.unicode(), 4, 16, QLatin1Char('0'));
+        escape += QString("\\u%1").arg(unit.unicode(), 4, 16, QLatin1Char('0'));
     return escape;
 }
 
