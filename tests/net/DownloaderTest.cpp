@@ -14,6 +14,7 @@
 #include "support/LoopbackServer.h"
 #include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
+#include "unit/DataTable.h"
 
 namespace {
 
@@ -54,17 +55,9 @@ protected:
 }  // namespace
 
 TEST_F(ADownloader, NamesFilesAfterTheExtensionOfTheAddress) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"/a/products.xml", "NBKTemp.xml"},
-        {"/setup.tar.gz", "NBKTemp.gz"},
-        {"/dir.d/file", "NBKTemp"},
-        {"/setup.run?n=/a.b", "NBKTemp.run"},
-        {"/setup.run#a.b", "NBKTemp.run"},
-        {"/setup.0123456789012345678901234567890123456789", "NBKTemp.0123456789012345678901234567890"},
-    };
-    for (const auto& [path, name] : rows) {
+    for (const QStringList& row : DataTable("download-names.txt")) {
         Clear();
-        EXPECT_EQ(Fetch(server_.Address(path)), name) << path;
+        EXPECT_EQ(Fetch(server_.Address(row[0].toStdString())), row[1].toStdString()) << row[0].toStdString();
     }
     Fetch(server_.Address("/a.xml"));
     EXPECT_THAT(Fetch(server_.Address("/a.xml")), testing::MatchesRegex("NBKTemp\\([0-9]+\\)\\.xml"));

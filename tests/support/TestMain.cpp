@@ -6,10 +6,12 @@
 #include <QApplication>
 #include <cstdlib>
 
+#include "platform/desktop/StandardStreams.h"
 #include "support/Sandbox.h"
 
 int main(int argc, char** argv) {
     EnterSandbox();
+    SecureStandardStreams();
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);

@@ -127,25 +127,24 @@ TEST_F(InstallerSeal, OpensForTheMakersCommentOfThisFileAndVersion) {
 
 TEST_F(InstallerSeal, StaysShutForWhatWasAltered) {
     static const Minisign other;
+    const auto says = [](const std::string& more, const std::string& argument = "") {
+        return [=](Offer& o) {
+            o.argument = argument;
+            o.SignWith(COMMENT + more);
+        };
+    };
     const std::tuple<const char*, bool, std::function<void(Offer&)>> cases[] = {
         {"the old form", false, [](Offer& o) { o.SignWith(COMMENT, {"-l"}); }},
         {"Windows line ends", true, [](Offer& o) { o.signature = WithWindowsLineEnds(o.signature); }},
         {"no line end at the last line", true, [](Offer& o) { o.signature.pop_back(); }},
         {"a signed argument", true,
-         [](Offer& o) {
-             o.argument = "--to 100% größe";
-             o.SignWith(COMMENT + std::string(" argument:--to%20100%25%20gr%C3%B6%C3%9Fe until:29991231"));
-         }},
+         says(" argument:--to%20100%25%20gr%C3%B6%C3%9Fe until:29991231", "--to 100% größe")},
         {"a new key before the old one", true, [](Offer& o) { o.key = Minisign().Key() + o.key; }},
         {"an unsigned argument", false, [](Offer& o) { o.argument = "--from evil"; }},
-        {"another argument", false,
-         [](Offer& o) {
-             o.argument = "--from evil";
-             o.SignWith(COMMENT + std::string(" argument:--from"));
-         }},
-        {"no argument", false, [](Offer& o) { o.SignWith(COMMENT + std::string(" argument:--from")); }},
-        {"two arguments", false, [](Offer& o) { o.SignWith(COMMENT + std::string(" argument: argument:")); }},
-        {"past its last day", false, [](Offer& o) { o.SignWith(COMMENT + std::string(" until:20200131")); }},
+        {"another argument", false, says(" argument:--from", "--from evil")},
+        {"no argument", false, says(" argument:--from")},
+        {"two arguments", false, says(" argument: argument:")},
+        {"past its last day", false, says(" until:20200131")},
         {"no signature", false, [](Offer& o) { o.signature.clear(); }},
         {"another maker's key", false, [](Offer& o) { o.key = other.Key(); }},
         {"altered installer", false, [](Offer& o) { Alter(o.installer, 9000, 2); }},

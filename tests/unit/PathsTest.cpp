@@ -4,7 +4,6 @@
 // Paths as texts, and the files and directories that they name.
 #include <gtest/gtest.h>
 #include <clocale>
-#include <csignal>
 #include <ctime>
 #include <cwchar>
 #include <filesystem>
@@ -17,6 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "DataTable.h"
 #include "platform/files/Addresses.h"
 #include "platform/files/CFolderListing.h"
 #include "platform/files/CTemporaryFolder.h"
@@ -180,23 +180,10 @@ TEST(TemporaryFolders, LoseOnlyWhatIsOldAndOurs) {
         const timespec both[] = {past, past};
         EXPECT_EQ(utimensat(AT_FDCWD, tree.Path(name).c_str(), both, AT_SYMLINK_NOFOLLOW), 0) << name;
     };
-    const std::tuple<std::string, int, bool> files[] = {
-        {"shared/NBKTemp.xml", 8, true},
-        {"shared/VARDOProductUpdate", 8, true},
-        {"shared/xVARDOProductUpdate-", 8, true},
-        {"shared/VARDOProductUpdate-7-1.xml", 8, false},
-        {"shared/VARDOProductUpdate-new", 6, true},
-        {"shared/VARDOProductUpdate-future", -1, true},
-        {"shared/VARDOProductUpdate-older/setup.bin", 8, false},
-        {"shared/VARDOProductUpdate-newer/setup.bin", 8, true},
-        {"own/NBKTemp.run", 8, false},
-        {"own/VARDOProductUpdate-7-1.xml", 8, false},
-        {"own/Other", 8, true},
-        {"elsewhere/VARDOProductUpdate-7-1.xml", 8, true},
-    };
-    for (const auto& [name, days, stays] : files) {
-        tree.Write(name, "left");
-        age(name, days);
+    const auto files = DataTable("stale-files.txt");
+    for (const QStringList& row : files) {
+        tree.Write(row[0].toStdString(), "left");
+        age(row[0].toStdString(), row[1].toInt());
     }
     const std::string link = "shared/VARDOProductUpdate-link";
     std::filesystem::create_directory_symlink(tree.Path("elsewhere"), tree.Path(link));
@@ -207,8 +194,9 @@ TEST(TemporaryFolders, LoseOnlyWhatIsOldAndOurs) {
         CTemporaryFolder(CVardoDirectoryPath(tree.Path(shared).c_str()),
                          CVardoDirectoryPath(tree.Path("own").c_str()))
             .RemoveStaleFiles(L"NBKTemp", std::chrono::days(7));
-    for (const auto& [name, days, stays] : files)
-        EXPECT_EQ(std::filesystem::exists(tree.Path(name)), stays) << name;
+    for (const QStringList& row : files)
+        EXPECT_EQ(std::filesystem::exists(tree.Path(row[0].toStdString())), row[2] == "stays")
+            << row[0].toStdString();
     EXPECT_TRUE(std::filesystem::is_symlink(tree.Path(link)));
     EXPECT_FALSE(std::filesystem::exists(tree.Path("shared/VARDOProductUpdate-older")));
 }
@@ -223,11 +211,9 @@ TEST_F(Paths, AReplacementThatFailsLeavesTheOldFileAndNothingElse) {
     rlimit room{};
     getrlimit(RLIMIT_FSIZE, &room);
     const rlimit tight{4000, room.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &tight);
     EXPECT_FALSE(ReplaceFile(contents, old, 0600)) << "a full disk";
     setrlimit(RLIMIT_FSIZE, &room);
-    std::signal(SIGXFSZ, handler);
     EXPECT_EQ(ReadWholeFile(Name("old")), "old");
     std::vector<CAtlString> names;
     root_.ListNames(names);

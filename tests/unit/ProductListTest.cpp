@@ -8,6 +8,7 @@
 #include <string>
 #include <tuple>
 
+#include "DataTable.h"
 #include "ProductTest.h"
 #include "products/CProductListController.h"
 #include "support/ScopedEnvironment.h"
@@ -75,25 +76,14 @@ TEST_F(ProductList, IsReadInOrderWithoutWhatItDoesNotKnow) {
 }
 
 TEST_F(ProductList, TheNewerCopyIsTaken) {
-    // "-" stands for a missing copy.
-    const std::tuple<const char*, const char*, const char*> cases[] = {
-        {"-", "-", ""},
-        {"-", "1.0.0.0", "i"},
-        {"1.0.0.0", "-", "u"},
-        {"1.0.0.1", "1.0.0.0", "u"},
-        {"1.0.0.0", "1.0.0.1", "i"},
-        {"1.0.0.0", "1.0.0.0", "u"},
-        {"-", "", ""},
-        {"", "0.0.0.0", "i"},
+    const auto copy = [](const QString& version, const char* key) {
+        return version == "-" ? "" : List(version.toStdString(), Element(key));
     };
-    const auto copy = [](const std::string& version, const char* key) {
-        return version == "-" ? "" : List(version, Element(key));
-    };
-    for (const auto& [users, installed, taken] : cases) {
-        Put(USERS, copy(users, "u"));
-        Put(INSTALLED, copy(installed, "i"));
-        EXPECT_EQ(controller_.LoadProductList(), *taken != '\0') << users << " and " << installed;
-        EXPECT_EQ(Keys(), taken) << users << " and " << installed;
+    for (const QStringList& row : DataTable("list-versions.txt")) {
+        Put(USERS, copy(row[0], "u"));
+        Put(INSTALLED, copy(row[1], "i"));
+        EXPECT_EQ(controller_.LoadProductList(), !row[2].isEmpty()) << row.join(" | ").toStdString();
+        EXPECT_EQ(Keys(), row[2].toStdString()) << row.join(" | ").toStdString();
     }
     Put(USERS, "<Products Version='9.0.0.0'");
     EXPECT_TRUE(controller_.LoadProductList() && Keys() == "i") << "a damaged copy counts for nothing";

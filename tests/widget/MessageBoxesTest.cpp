@@ -46,7 +46,8 @@ TEST(MessageBoxes, SayWhatTheMatterIsAndTakeOnlyOkForConsent) {
     answer = [](QDialog& box) { QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton); };
     EXPECT_TRUE(world.ConfirmSelfUpdate(offer));
     const ScopedEnvironment noBrowser("PATH", "/nowhere");
-    EXPECT_FALSE(world.OpenWebPage(L"http://page/?<b>a</b>\n" + CAtlString(std::wstring(400, L'x').c_str()), "Notes"));
+    EXPECT_FALSE(
+        world.OpenWebPage(L"http://page/?<b>a</b>\n" + CAtlString(std::wstring(400, L'x').c_str()), "Notes"));
     EXPECT_FALSE(world.OpenWebPage("", "<i>Notes</i> & more"));
     world.WarnSelfUpdateFailed();
     EXPECT_EQ(
