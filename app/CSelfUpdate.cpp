@@ -5,7 +5,6 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/xml/XmlFile.h"
-#include "signing/CMinisignSignature.h"
 
 CSelfUpdate::CSelfUpdate(const CAtlString& fileName, const IEnvironment& environment)
     : sharedFolder_(environment.SharedDataFolder()),

@@ -110,6 +110,7 @@ CCatalog::CCatalog(const QString& folder, const QString& siteAddress, const QStr
 // QDirIterator would take a folder that the disk fails to read for one that has no more files.
 void CCatalog::ListEntries(const QString& folder) {
     std::error_code failure;
+    bool isWhole = QFileInfo(folder).isExecutable();
     std::filesystem::directory_iterator entries(QFile::encodeName(folder).toStdString(), failure);
     for (; entries != std::filesystem::directory_iterator(); entries.increment(failure)) {
         const QFileInfo entry(folder + u'/' + QFile::decodeName(entries->path().filename().c_str()));
@@ -121,8 +122,10 @@ void CCatalog::ListEntries(const QString& folder) {
             ListEntries(entry.filePath());
         else if (entry.isDir() && !IsWithin(entry, folder_))
             unreadFolders_ << entry.filePath();
+        else if (!entry.exists() && !entry.isSymLink())
+            isWhole = false;  // The system does not say what it is.
     }
-    if (failure || !QFileInfo(folder).isExecutable())
+    if (failure || !isWhole)
         unreadFolders_ << folder;
 }
 

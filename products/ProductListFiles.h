@@ -7,6 +7,8 @@
 #include "platform/desktop/IEnvironment.h"
 #include "platform/files/CVardoFilePath.h"
 
+#include <string_view>
+
 // The copy that was installed with the program.
 CVardoFilePath InstalledProductList(const IEnvironment& environment);
 

@@ -16,6 +16,8 @@ namespace {
 // Keys with a password take seconds, and the machine may be slow.
 constexpr int LONGEST_SIGNING = 120'000;  // milliseconds
 
+constexpr int ENDS[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
+
 // How the terminal was before it hid what is typed.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a signal's handler has no other way.
 termios shown{};
@@ -43,14 +45,16 @@ QByteArray CMinisignTool::AskForPassword(const QString& keyFile, std::ostream& e
     termios hidden = shown;
     hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
     if (isTerminal) {
-        std::signal(SIGINT, EndWithEcho);
+        for (const int signal : ENDS)
+            std::signal(signal, EndWithEcho);
         tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
     }
     std::string line;
     std::getline(std::cin, line);
     if (isTerminal) {
         tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown);
-        std::signal(SIGINT, SIG_DFL);
+        for (const int signal : ENDS)
+            std::signal(signal, SIG_DFL);
     }
     err << '\n';
     return QByteArray::fromStdString(line);

@@ -13,7 +13,6 @@
 #include "publish/CCatalogSigning.h"
 #include "publish/NewProduct.h"
 #include "signing/CInstallerSeal.h"
-#include "signing/CMinisignSignature.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>

@@ -164,7 +164,9 @@ bool CUpdateReport::IsAnybodyThere() const {
     bool isAsked = false;
     for (const Entry& entry : entries_) {
         const auto& requests = Explanation(*entry.product).GetRequests();
-        isAsked = isAsked || !requests.empty();
+        isAsked = isAsked || std::any_of(requests.begin(), requests.end(), [](const TransferRecord& request) {
+                      return request.culprit != TransferRecord::Culprit::COMPUTER;
+                  });
         if (std::any_of(requests.begin(), requests.end(), WasAnswered))
             return true;
     }
@@ -176,7 +178,7 @@ int CUpdateReport::GetExitStatus() const {
         return std::any_of(entries_.begin(), entries_.end(),
                            [state](const Entry& entry) { return entry.row.state == state; });
     };
-    if (!isListed_ || !isFolderRead_ || (!end_ && !IsAnybodyThere()))
+    if (!isListed_ || (!end_ && !IsAnybodyThere()))
         return NOTHING_REPORTED;
     if (has(ItemState::FAILED))
         return SOME_FAILED;

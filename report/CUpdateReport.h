@@ -51,6 +51,8 @@ public:
     // an "explain", and products that are not installed are there as well.
     QJsonObject ToJson() const;
     int GetExitStatus() const;
+    // Whether the folder of the installed products could be listed; else the report would miss products.
+    bool IsFolderRead() const { return isFolderRead_; }
     // After Run: further facts for the reader, a sentence each.
     QStringList GetRemarks() const;
 

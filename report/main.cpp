@@ -132,6 +132,9 @@ int Report(const ReportOptions& options) {
     const bool isListed = Run(report, options, end);
     for (const QString& remark : report.GetRemarks())
         Remark(remark);
+    // An earlier report in the file says more.
+    if (!report.IsFolderRead())
+        return CUpdateReport::NOTHING_REPORTED;
     QJsonObject json = report.ToJson();
     if (options.isOfAllUsers)
         json["users"] = users;

@@ -26,6 +26,8 @@ bool CKeyFile::HasSigned(std::string_view contents, const CMinisignSignature& si
 }
 
 bool CKeyFile::HasSigned(const CFileDescriptor& file, const CMinisignSignature& signature) const {
-    return std::any_of(keys_.begin(), keys_.end(),
-                       [&](const CMinisignKey& key) { return signature.IsOf(file, key); });
+    const auto key = std::find_if(keys_.begin(), keys_.end(),
+                                  [&](const CMinisignKey& each) { return signature.IsBy(each); });
+    // Once, because it reads the file to its end.
+    return key != keys_.end() && signature.IsOf(file, *key);
 }

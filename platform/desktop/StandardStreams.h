@@ -17,7 +17,8 @@
 // one that takes no byte: else the next file or socket that is opened gets its number, and what is printed.
 inline void SecureStandardStreams() {
     std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
+    // A handler ends when a program is started (execve(2)); "ignore" would not.
+    std::signal(SIGXFSZ, [](int) {});
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         if (fcntl(stream, F_GETFD) == -1)
             open("/dev/null", O_RDONLY);

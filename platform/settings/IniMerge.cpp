@@ -11,11 +11,16 @@ namespace {
 struct IniLine {
     // With its line end.
     QByteArray text;
-    // The heading above it, with its brackets.
+    // What is between the brackets of the heading above it.
     QByteArray group;
-    // Without escaped characters; empty when the line holds no value.
+    // The whole key, with "/" between its parts; empty when the line holds no value.
     QByteArray key;
 };
+
+// QSettings takes a backslash for "/", unless it is escaped. "%U" begins four digits, which stay.
+QByteArray Plain(QByteArray text) {
+    return QByteArray::fromPercentEncoding(text.replace('\\', '/').replace("%U", "%25U"));
+}
 
 // The line that starts there reaches to the returned place. As for QSettings, a value in quotes may have
 // several lines, a backslash takes the next character's meaning away, and a semicolon outside of quotes
@@ -46,9 +51,9 @@ std::vector<IniLine> Lines(const QByteArray& text) {
         IniLine line{text.mid(start, end - start), {}, {}};
         const QByteArray content = line.text.trimmed();
         if (content.startsWith('['))
-            group = content;
+            group = content.first(std::max<qsizetype>(content.indexOf(']'), 1)).sliced(1).trimmed();
         else if (const qsizetype equals = content.indexOf('='); !content.startsWith(';') && equals > 0)
-            line.key = QByteArray::fromPercentEncoding(content.first(equals).trimmed());
+            line.key = Plain(group + '/' + content.first(equals).trimmed());
         line.group = group;
         lines.push_back(std::move(line));
         start = end;
@@ -57,19 +62,22 @@ std::vector<IniLine> Lines(const QByteArray& text) {
 }
 
 void Put(std::vector<IniLine>& lines, const IniLine& value) {
-    const auto same = std::find_if(lines.rbegin(), lines.rend(), [&value](const IniLine& line) {
-        return line.group == value.group && line.key == value.key;
-    });
-    if (same != lines.rend()) {
-        same->text = value.text;
+    // QSettings does not read repeated lines in the order of the file.
+    bool isThere = false;
+    for (IniLine& line : lines)
+        if (line.key == value.key) {
+            line.text =
+                line.text.first(line.text.indexOf('=') + 1) + value.text.sliced(value.text.indexOf('=') + 1);
+            isThere = true;
+        }
+    if (isThere)
         return;
-    }
     auto before = std::find_if(lines.rbegin(), lines.rend(), [&value](const IniLine& line) {
         return line.group == value.group && !line.text.trimmed().isEmpty();
     });
     if (before == lines.rend()) {
         const QByteArray blank = lines.empty() ? "" : "\n";
-        lines.push_back({blank + value.group + '\n', value.group, {}});
+        lines.push_back({blank + '[' + value.group + "]\n", value.group, {}});
         before = lines.rbegin();
     }
     lines.insert(before.base(), value);

@@ -6,7 +6,7 @@
 
 #include <QByteArray>
 
-// The file's text with the lines of values, a text that QSettings has written: a line takes the place of the
-// last line with its group and key, which is the one that QSettings reads, or goes to the end of its group.
-// Groups that the file does not have follow at its end.
+// The file's text with the values of another, which QSettings has written: in every line with the value's
+// whole key, in whatever group it stands, or else in a new line at the end of the value's group. A group that
+// the file does not have follows at its end.
 QByteArray MergeIni(const QByteArray& file, const QByteArray& values);

@@ -28,7 +28,7 @@ extern const CAtlString SETTINGS_DOMAIN;
 // through which QSettings still reads the values in all entries of XDG_CONFIG_DIRS.
 //
 // Key paths are separated by "\" or "/"; separators at either end do not matter. All functions are for the
-// GUI thread. A written value is in its file when the function returns, and all other bytes of the file stay.
+// GUI thread. A written value is in its file when the function returns, and all other lines of the file stay.
 // When that cannot be done, the file stays as it was, and nobody is told.
 
 // The value, or defaultValue when there is none; error becomes REGISTRY_OK or REGISTRY_NOT_FOUND.

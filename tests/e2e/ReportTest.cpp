@@ -121,6 +121,7 @@ TEST_F(ReportTest, AFolderThatCannotBeListedIsAFailure) {
         "sh", std::vector<std::string>{"-c", asUser, "sh", SampleMachine::FOLDER + "/bin/VARDOUpdateReport",
                                        "--offline"});
     EXPECT_EQ(report_->ExitCode(), 3);
+    EXPECT_EQ(report_->Output(), "");
     EXPECT_THAT(report_->Errors(), HasSubstr("the folder of the installed products could not be read\n"));
     std::filesystem::permissions(Share(""), perms(0755));
 }

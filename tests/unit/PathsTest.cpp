@@ -8,7 +8,6 @@
 #include <cwchar>
 #include <filesystem>
 #include <functional>
-#include <tuple>
 
 #include <fcntl.h>
 #include <pwd.h>

@@ -69,9 +69,11 @@ TEST_F(Settings, WritingKeepsWhatOtherSoftwareHasWritten) {
         {"; by hand\n[A]\nx=caf\xE9 ; \"\n[S]\nK\\n = "
          "7\nt=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x5Own\\0)\n\n[Z]\ny=1\n",
          "; by hand\n[A]\nx=caf\xE9 ; "
-         "\"\n[S]\nK\\n=14\nt=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x5Own\\0)\n\n[Z]\ny=1\n"},
+         "\"\n[S]\nK\\n =14\nt=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x5Own\\0)\n\n[Z]\ny=1\n"},
         {"[S]\nv=1\n\n[Z]", "[S]\nv=1\nK\\n=14\n\n[Z]\n"},
-        {"[S]\nK\\n=1\n[Z]\n[S]\nK%5Cn=2\nK\\n=3", "[S]\nK\\n=1\n[Z]\n[S]\nK%5Cn=2\nK\\n=14\n"},
+        {"[S]\nK\\n=1\n[Z]\n[S/K]\nn=3\n[S] ; c\nK%5Cn=2",
+         "[S]\nK\\n=14\n[Z]\n[S/K]\nn=14\n[S] ; c\nK%5Cn=2\n"},
+        {"[S] ; c\n%U4E2D=2\n", "[S] ; c\n%U4E2D=2\nK\\n=14\n"},
         {"[S]\nt=\"\\\"\nK\\n=7\n\"\n", "[S]\nt=\"\\\"\nK\\n=7\n\"\nK\\n=14\n"},
         {"[S]\nK\\n=7\n[Z]\nx=\"never closed\n", "[S]\nK\\n=14\n[Z]\nx=\"never closed\n"},
     };
