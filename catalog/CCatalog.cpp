@@ -149,6 +149,22 @@ std::optional<QString> CCatalog::PublishedAt(const CCatalogFile& file) const {
     return isFetched && site_ ? site_->AddressOf(file.GetPath()) : std::nullopt;
 }
 
+const CCatalogFile* CCatalog::PublishedList() const {
+    const CCatalogFile* first = nullptr;
+    for (const CCatalogFile* list : FilesOf(FileKind::PRODUCT_LIST)) {
+        const bool isPublished = PublishedAt(*list).has_value();
+        const auto path = isPublished || !list->GetRoot()
+                              ? std::nullopt
+                              : FileOf(AttributeText(*list->GetRoot(), ListFormat::URL));
+        const CCatalogFile* newest = path ? Find(*path) : nullptr;
+        if (newest && newest->GetKind() == FileKind::PRODUCT_LIST)
+            return newest;
+        if (isPublished && !first)
+            first = list;
+    }
+    return first;
+}
+
 bool CCatalog::IsInstalledCopy(const CCatalogFile& list) const {
     const auto installed = FilesOf(FileKind::LOCAL_DESCRIPTION);
     const bool isAmongThem = std::any_of(installed.begin(), installed.end(), [&](const CCatalogFile* file) {
@@ -226,8 +242,10 @@ void CCatalog::CollectReferences() {
 }
 
 // A list that names its own address tells where its folder is published. The installed copy names it, too,
-// but lies among local descriptions, and its addresses lead to no other file there.
+// but lies among local descriptions, and its addresses lead to no other file there but to those. Of several
+// lists, the one counts whose folder has most of the files that others name.
 void CCatalog::FindSite() {
+    std::ptrdiff_t most = -1;
     for (const CCatalogFile* list : FilesOf(FileKind::PRODUCT_LIST)) {
         const QString address =
             list->GetRoot() ? AttributeText(*list->GetRoot(), ListFormat::URL) : QString();
@@ -236,16 +254,18 @@ void CCatalog::FindSite() {
         const CSite site(address.section(u'/', 0, -2), list->GetFolder());
         const auto leadsToFile = [&](const Reference& reference) {
             const auto path = site.FileOf(reference.address);
-            return path && *path != list->GetPath() && Find(*path);
+            const CCatalogFile* file = path ? Find(*path) : nullptr;
+            return file && file != list && file->GetKind() != FileKind::LOCAL_DESCRIPTION &&
+                   file->GetKind() != FileKind::NOTIFICATION_DESCRIPTION;
         };
         const auto lieBeside = [&](const CCatalogFile* file) {
             return file->GetFolder() == list->GetFolder();
         };
         const auto installed = FilesOf(FileKind::LOCAL_DESCRIPTION);
-        if (std::any_of(references_.begin(), references_.end(), leadsToFile) ||
-            std::none_of(installed.begin(), installed.end(), lieBeside)) {
+        const auto named = std::count_if(references_.begin(), references_.end(), leadsToFile);
+        if (named > most && (named > 0 || std::none_of(installed.begin(), installed.end(), lieBeside))) {
+            most = named;
             site_ = site;
-            return;
         }
     }
 }

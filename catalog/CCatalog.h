@@ -59,6 +59,9 @@ public:
     // The address of a file that the program fetches from the site and reads as XML; nothing for all others,
     // the copy of a product list that was installed among them.
     std::optional<QString> PublishedAt(const CCatalogFile& file) const;
+    // The published list that an installed copy here leads to; without such a copy, the first published list;
+    // null without any.
+    const CCatalogFile* PublishedList() const;
     // An environment without installed products; its date is the real one.
     const boost::shared_ptr<IEnvironment>& GetEnvironment() const { return environment_; }
 

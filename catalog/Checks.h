@@ -28,15 +28,14 @@ void CheckStringsFiles(const CCatalog& catalog, CFindings& findings);
 // The files and pages that other files name by their addresses, and whether a web server may read them.
 void CheckReferences(const CCatalog& catalog, CFindings& findings);
 
-// The program's own installers, where the installed program or one of a range's versions is offered one:
+// The program's own installers that any installed version is offered, but for a version that is no news here:
 // whether each can be fetched, is accepted and can be started.
 void CheckInstallers(const CCatalog& catalog, CFindings& findings);
-// The keys that may have signed an installer: those beside the local description, or also an older one,
-// which older installations have.
-enum class InstallerKeys { LOCAL, ANY };
-// The same for the offer of a reader that has read both files.
+// The same for the offer of a reader that has read both files. The offer of a range may be signed with an
+// older key than those beside the local description, unless that is in the range: older installations have
+// that key.
 void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
-                    const CCatalogFile& remote, InstallerKeys keys, CFindings& findings);
+                    const CCatalogFile& remote, CFindings& findings);
 
 // With the maker's key for XML files in the folder: the signatures of all that is published. Also checks that
 // key files are valid.

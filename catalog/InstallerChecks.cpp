@@ -3,6 +3,7 @@
 
 #include "catalog/Checks.h"
 #include "catalog/ElementChecks.h"
+#include "catalog/OfferBorders.h"
 #include "catalog/ValueChecks.h"
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileSystem.h"
@@ -13,6 +14,7 @@
 
 #include <QFile>
 #include <QUrl>
+#include <set>
 
 namespace {
 
@@ -84,17 +86,24 @@ QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, 
                           .arg(installer.GetPath(), signature->GetPath());
 }
 
+// Whether only installations older than the local description get the reader's offer.
+bool IsForOlderOnes(const CUpdateXmlReader& reader, const CCatalogFile& local) {
+    CProductVersion newest(local.GetFilePath());
+    const CVersionStringRange* range = reader.GetTable().ChooseRange();
+    return range && newest.LoadLocal() && !range->Contains(newest.GetCurrentVersion());
+}
+
 // Checks as an installation does, which needs a signature once the key lies beside its own description.
 void CheckSignature(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
-                    const CCatalogFile& installer, InstallerKeys keys, const Place& place,
-                    CFindings& findings) {
+                    const CCatalogFile& installer, const Place& place, CFindings& findings) {
     const CVardoDirectoryPath folder{CAtlString(local.GetFolder())};
     const CVardoFilePath key = CVardoDirectoryPath::Combine(folder, CInstallerSeal::KEY_FILE);
     CInstallerSeal seal(key);
     if (!seal.IsRequired())
         return;
     const QString fault = SignatureFault(catalog, reader, installer, seal);
-    const bool isOfOldKey = keys == InstallerKeys::ANY && seal.GetRefusal() == CInstallerSeal::Refusal::KEY;
+    const bool isOfOldKey =
+        seal.GetRefusal() == CInstallerSeal::Refusal::KEY && IsForOlderOnes(reader, local);
     if (!fault.isEmpty() && !isOfOldKey)
         findings.Add(place.file, place.line, Code::UNSIGNED_INSTALLER,
                      QString("installations with the key \"%1\" refuse this update: %2")
@@ -114,12 +123,25 @@ void CheckBeginning(const CCatalogFile& installer, const Place& place, CFindings
                          .arg(installer.GetPath()));
 }
 
+// The element of the reader's offer.
+const TiXmlElement& OfferElement(const CUpdateXmlReader& reader, const CCatalogFile& remote) {
+    const TiXmlElement* element = remote.GetRoot()->FirstChildElement(PRODUCT);
+    const TiXmlElement& product = element ? *element : *remote.GetRoot();
+    const CVersionStringRange* chosen = reader.GetTable().ChooseRange();
+    for (const TiXmlElement* range : Children(product.FirstChildElement(COMPATIBILITY), RANGE))
+        if (const TiXmlElement* offer = range->FirstChildElement(PRODUCT);
+            offer && chosen &&
+            chosen->IsEqual({CVersionString(XmlAttribute(*range, VERSION_FROM)),
+                             CVersionString(XmlAttribute(*range, VERSION_TO))}))
+            return *offer;
+    return product;
+}
+
 }  // namespace
 
 void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
-                    const CCatalogFile& remote, InstallerKeys keys, CFindings& findings) {
-    const TiXmlElement* element = remote.GetRoot()->FirstChildElement(PRODUCT);
-    const TiXmlElement& product = element ? *element : *remote.GetRoot();
+                    const CCatalogFile& remote, CFindings& findings) {
+    const TiXmlElement& product = OfferElement(reader, remote);
     const Place place{remote.GetPath(), AttributeLine(product, INSTALL_FILE)};
     const CAtlString folder = reader.GetUpdateInstallURL();
     if (folder.IsEmpty() || reader.GetUpdateInstallFile().IsEmpty()) {
@@ -136,7 +158,7 @@ void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, con
     const CCatalogFile* installer = path ? catalog.Find(*path) : nullptr;
     if (installer) {
         CheckBeginning(*installer, place, findings);
-        CheckSignature(catalog, reader, local, *installer, keys, place, findings);
+        CheckSignature(catalog, reader, local, *installer, place, findings);
     } else if (path) {
         findings.Add(place.file, place.line, Code::NO_INSTALLER,
                      QString("the program is offered this update, but there is no \"%1\"").arg(*path));
@@ -156,13 +178,17 @@ void CheckInstallers(const CCatalog& catalog, CFindings& findings) {
         if (reference.from->GetName() != QString::fromWCharArray(OWN_FILE) || !remote || !remote->GetRoot() ||
             !reader.LoadLocal() || !reader.ParseRemote(ReadFileBytes(remote->GetFilePath())))
             continue;
-        if (reader.IsUpdateAvailable())
-            CheckInstaller(catalog, reader, *reference.from, *remote, InstallerKeys::LOCAL, findings);
-        for (const auto& [range, offer] : reader.GetTable().GetRangedOffers()) {
-            const CVersionString& from = range.GetFrom();
-            reader.SetCurrentVersion(from.IsValid() ? from : CVersionString(L"0.0.0.0"));
-            if (reader.IsUpdateAvailable())
-                CheckInstaller(catalog, reader, *reference.from, *remote, InstallerKeys::ANY, findings);
+        const CVersionString local = reader.GetCurrentVersion();
+        auto versions = OfferBorders(reader.GetTable());
+        versions.insert({CVersionString(L"0.0.0.0"), local});
+        std::set<const CUpdateEntry*> seen;
+        for (const CVersionString& installed : versions) {
+            reader.SetCurrentVersion(installed);
+            const CUpdateEntry& offer = reader.GetTable().ChooseOffer();
+            // A version that the installed description has already may be without an installer for all.
+            const bool isNews = reader.GetTable().ChooseRange() || offer.version.IsGreater(local);
+            if (isNews && reader.IsUpdateAvailable() && seen.insert(&offer).second)
+                CheckInstaller(catalog, reader, *reference.from, *remote, findings);
         }
     }
 }

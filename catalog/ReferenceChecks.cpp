@@ -7,6 +7,7 @@
 #include "catalog/ValueChecks.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QUrl>
 #include <algorithm>
 #include <map>
@@ -38,7 +39,12 @@ void CheckReference(const CCatalog& catalog, const Reference& reference, CFindin
     const Place place{reference.from->GetPath(), reference.line};
     CheckWholeAddress(place, reference.address, findings);
     const auto path = catalog.FileOf(reference.address);
-    if (path && !catalog.Find(*path))
+    if (path && !catalog.Find(*path) && QFileInfo::exists(*path))
+        findings.Add(
+            place.file, place.line, Code::MISSING_FILE,
+            QString("\"%1\" leads to \"%2\" through a linked or hidden folder, which is not looked into")
+                .arg(reference.address, *path));
+    else if (path && !catalog.Find(*path))
         findings.Add(place.file, place.line, Code::MISSING_FILE,
                      QString("\"%1\" leads to nothing: there is no \"%2\" to be read as %3%4")
                          .arg(reference.address, *path, KindName(reference.kind), CaseHint(catalog, *path)));

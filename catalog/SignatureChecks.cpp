@@ -53,13 +53,13 @@ void CheckListAddresses(const CCatalog& catalog, const CCatalogFile& key, CFindi
     const CCatalogFile* installed = catalog.Find(key.GetFolder() + '/' + Products::FILE_NAME.ToQString());
     if (!installed || !installed->GetRoot() || pathOf(*installed).empty())
         return;
-    for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST))
-        if (catalog.PublishedAt(*list) && list->GetRoot() && pathOf(*list) != pathOf(*installed))
-            findings.Add(list->GetPath(), AttributeLine(*list->GetRoot(), ListFormat::URL),
-                         Code::SIGNED_ELSEWHERE,
-                         QString("installations go on to \"%1\", but believe no stored list of another "
-                                 "path than \"%2\"")
-                             .arg(Text(pathOf(*list)), Text(pathOf(*installed))));
+    const CCatalogFile* list = catalog.PublishedList();
+    if (list && list->GetRoot() && pathOf(*list) != pathOf(*installed))
+        findings.Add(list->GetPath(), AttributeLine(*list->GetRoot(), ListFormat::URL),
+                     Code::SIGNED_ELSEWHERE,
+                     QString("installations go on to \"%1\", but believe no stored list of another "
+                             "path than \"%2\"")
+                         .arg(Text(pathOf(*list)), Text(pathOf(*installed))));
 }
 
 void CheckPublished(const CCatalog& catalog, const CCatalogFile& key, CFindings& findings) {

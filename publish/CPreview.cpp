@@ -4,6 +4,7 @@
 #include "publish/CPreview.h"
 
 #include "catalog/Checks.h"
+#include "catalog/OfferBorders.h"
 #include "platform/text/PrintableText.h"
 #include "products/CFetchedFile.h"
 #include "products/DescriptionFormat.h"
@@ -15,44 +16,11 @@
 #include <QJsonDocument>
 #include <algorithm>
 #include <boost/pointer_cast.hpp>
-#include <set>
 
 namespace {
 
 QString Text(const CVersionString& version) {
     return version.GetString().ToQString();
-}
-
-// The next higher version: four whole numbers leave nothing in between.
-CVersionString After(const CVersionString& version) {
-    const QString text = Text(version);
-    const qint64 last = text.section(u'.', 3).toLongLong();
-    return CVersionString(CAtlString(QString("%1.%2").arg(text.section(u'.', 0, 2)).arg(last + 1)));
-}
-
-struct Lower {
-    bool operator()(const CVersionString& a, const CVersionString& b) const { return a.IsLess(b); }
-};
-
-// The versions where the offer may change: the first of each range, the one after its last, and each offered
-// version, which is no update of itself.
-std::set<CVersionString, Lower> Borders(const CUpdateTable& table) {
-    std::set<CVersionString, Lower> borders{table.GetDefaultOffer().version};
-    for (const auto& [range, offer] : table.GetRangedOffers())
-        borders.insert({range.GetFrom(), After(range.GetTo()), offer.version});
-    std::erase_if(borders, [](const CVersionString& version) { return !version.IsValid(); });
-    return borders;
-}
-
-// The first published list; without one, the first list; null without any.
-const CCatalogFile* ListOf(const CCatalog& catalog) {
-    const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
-    const auto published = std::find_if(lists.begin(), lists.end(), [&](const CCatalogFile* list) {
-        return catalog.PublishedAt(*list).has_value();
-    });
-    if (published != lists.end())
-        return *published;
-    return lists.empty() ? nullptr : lists.front();
 }
 
 QString Refusal(Verdict verdict) {
@@ -73,9 +41,13 @@ QString SignatureOf(const CAtlStringA& bytes, const CVardoDirectoryPath& folder)
                : QString("signed, with no key here to verify it");
 }
 
+// Empty for one that disables nothing.
 QString DisablerText(const CProductVersions::Disabler& disabler) {
     const CVersionStringRange range(disabler.from, disabler.to);
-    return QString("%1 %2 to %3").arg(disabler.uid.ToQString(), Text(range.GetFrom()), Text(range.GetTo()));
+    if (!range.GetTo().IsValid())
+        return {};
+    const QString from = range.GetFrom().IsValid() ? Text(range.GetFrom()) + " to" : QString("up to");
+    return QString("%1 %2 %3").arg(disabler.uid.ToQString(), from, Text(range.GetTo()));
 }
 
 }  // namespace
@@ -88,10 +60,15 @@ CPreview::CPreview(const CCatalog& catalog, const Versions& versions)
     : catalog_(catalog), versions_(versions) {
     for (const CCatalogFile* file : catalog.FilesOf(FileKind::LOCAL_DESCRIPTION))
         locals_.emplace(file->GetName(), file);
-    const CCatalogFile* list = ListOf(catalog);
+    const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
+    const CCatalogFile* list = catalog.PublishedList();
+    if (!list && !lists.empty())
+        list = lists.front();
     Products products(catalog.GetEnvironment());
     if (list)
         products.Load(list->GetFilePath());
+    for (const auto& product : products.GetProducts())
+        keys_.insert(product->GetKey());
     for (const auto& product : products.GetProducts())
         if (const auto versioned = boost::dynamic_pointer_cast<CProductVersions>(product))
             AddProduct(*versioned);
@@ -104,7 +81,9 @@ void CPreview::AddProduct(const CProductVersions& product) {
         return;
     Block block{.name = product.GetName(), .key = base};
     for (const auto& disabler : product.GetDisablers())
-        block.disablers << DisablerText(disabler);
+        if (disabler.uid != product.GetKey() && keys_.contains(disabler.uid))
+            block.disablers << DisablerText(disabler);
+    block.disablers.removeAll(QString());
     std::set<QString> seen;
     for (auto local = locals_.lower_bound(base); local != locals_.end() && local->first.startsWith(base);
          ++local) {
@@ -137,16 +116,17 @@ void CPreview::AddBlock(Block block, const CCatalogFile& local, const CProductVe
     const Verdict verdict = CFetchedFile::Judge(bytes, reader.GetRemoteAddress(), folder, TodayInUtc());
     if (!product && reader.IsNoUpdates())
         block.nobody = "NoUpdates is set";
+    else if (!path)
+        block.signature = "not followed: it does not belong to the site of this folder";
     else if (!remote)
         block.nobody = "there is no such file";
-    else if (verdict != Verdict::COUNTS)
-        block.nobody = Refusal(verdict);
     else if (!reader.ParseRemote(bytes))
         block.nobody = "the program rejects the file";
     else
         AddRows(block, reader, product, local, *remote);
-    if (block.nobody.isEmpty())
-        block.signature = SignatureOf(bytes, folder);
+    if (path && block.nobody.isEmpty())
+        block.signature = verdict == Verdict::COUNTS ? SignatureOf(bytes, folder)
+                                                     : "refused until it is signed: " + Refusal(verdict);
     blocks_.push_back(std::move(block));
 }
 
@@ -165,7 +145,7 @@ void CPreview::AddRows(Block& block, CProductVersion& reader, const CProductVers
             continue;
         }
         CFindings findings;
-        CheckInstaller(catalog_, reader, local, remote, InstallerKeys::LOCAL, findings);
+        CheckInstaller(catalog_, reader, local, remote, findings);
         for (const Finding& finding : findings.Sorted())
             row.refusal = row.refusal.isEmpty() ? finding.text : row.refusal + "; " + finding.text;
     }
@@ -186,12 +166,12 @@ std::vector<CPreview::Row> CPreview::RowsOf(CProductVersion& reader,
         return {row};
     }
     // The last version of each range, by the version after it.
-    std::map<CVersionString, CVersionString, Lower> lasts;
+    std::map<CVersionString, CVersionString, ByVersion> lasts;
     for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())
-        lasts.emplace(After(range.GetTo()), range.GetTo());
+        lasts.emplace(VersionAfter(range.GetTo()), range.GetTo());
     const CUpdateEntry* previous = offered(CVersionString(L"0.0.0.0"));
     std::vector<Row> rows{makeRow(std::nullopt, previous)};
-    for (const CVersionString& border : Borders(reader.GetTable())) {
+    for (const CVersionString& border : OfferBorders(reader.GetTable())) {
         const CUpdateEntry* offer = offered(border);
         if (offer == previous)
             continue;

@@ -11,6 +11,7 @@
 #include <QJsonObject>
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 // Asks the program's own readers what they offer to each installed version: for each product of the first
@@ -75,6 +76,8 @@ private:
 
     const CCatalog& catalog_;
     Versions versions_;
+    // Of all products in the list.
+    std::set<CAtlString> keys_;
     // Local descriptions by their names.
     std::multimap<QString, const CCatalogFile*> locals_;
     std::vector<Block> blocks_;

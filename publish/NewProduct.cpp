@@ -4,8 +4,12 @@
 #include "publish/NewProduct.h"
 
 #include "catalog/CCatalog.h"
+#include "catalog/ElementChecks.h"
+#include "platform/xml/XmlFile.h"
+#include "products/CProductVersions.h"
 #include "products/CVersionString.h"
 #include "products/DescriptionFormat.h"
+#include "products/ListFormat.h"
 #include "products/Products.h"
 
 #include <QDir>
@@ -58,6 +62,20 @@ QString ShareOf(const CCatalog& catalog) {
     return locals.empty() ? catalog.GetFolder() + QString("/share") : locals.front()->GetFolder();
 }
 
+// The base name of a product that shares local descriptions with another; empty without such a product.
+QString OtherProductOf(const std::vector<const CCatalogFile*>& lists, const QString& key) {
+    const auto takes = [](const QString& base, const QString& other) {
+        return other.startsWith(base) && CProductVersions::IsDescriptionFile(
+                                             CAtlString(base), CVardoFilePath(CAtlString(other + ".xml")));
+    };
+    for (const CCatalogFile* list : lists)
+        for (const TiXmlElement* element : Children(list->GetRoot(), ListFormat::PRODUCT))
+            if (const QString base = AttributeText(*element, ListFormat::BASE_XML);
+                base != key && !base.isEmpty() && (takes(base, key) || takes(key, base)))
+                return base;
+    return {};
+}
+
 }  // namespace
 
 NewProduct TakeNewProduct(QStringList& arguments) {
@@ -94,6 +112,9 @@ QString WriteNewProduct(const NewProduct& product, const FolderArguments& argume
                                {QString("%1/updates/%2.xml").arg(site, product.key),
                                 QString::fromLatin1(REMOTE).arg(product.version)}};
     const auto lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
+    if (const QString other = OtherProductOf(lists, product.key); !other.isEmpty())
+        return QString("installations would take versions of \"%1\" and of \"%2\" for each other's")
+            .arg(product.key, other);
     if (lists.empty())
         for (const QString& folder : {site, share})
             files.push_back({folder + u'/' + Products::FILE_NAME.ToQString(),

@@ -60,15 +60,15 @@ struct Options {
     CommonOptions common{};
 };
 
-// Takes "KEY=VERSION" from the arguments before the last; false when one is anything else.
+// Takes "KEY=VERSION" from the arguments before the last; false when one is anything else, or a key comes
+// twice.
 bool TakeVersions(QStringList& arguments, CPreview::Versions& versions) {
     while (arguments.size() > 1) {
         const QString argument = arguments.takeFirst();
         const QString version = argument.section(u'=', 1);
         const QString key = argument.section(u'=', 0, 0);
-        if (key.isEmpty() || version.isEmpty())
+        if (key.isEmpty() || version.isEmpty() || !versions.try_emplace(key, version).second)
             return false;
-        versions[key] = version;
     }
     return true;
 }

@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <algorithm>
+#include <climits>
 #include <filesystem>
 #include <map>
 #include <sstream>
@@ -14,6 +15,7 @@
 #include "CatalogTest.h"
 #include "DataTable.h"
 #include "catalog/CSite.h"
+#include "catalog/OfferBorders.h"
 #include "products/CProductVersion.h"
 #include "publish/CPreview.h"
 #include "publish/FolderProgram.h"
@@ -209,6 +211,27 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 1);
     shared_.Write("site/program/old.minisig", Minisign().Sign(contents, "file:old version:3.0.0.0"));
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 0) << "with the key of its time";
+    Alter(OWN_OFFER, "VersionTo='2.0.0.0'", "VersionTo='3.1.999.0'");
+    Alter(OWN_OFFER, "\"installer\"", "\"gone\"");
+    EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 1)
+        << "the installed one is in the range";
+    EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "no-installer"), 1) << "above the range";
+    EXPECT_EQ(VersionAfter(CVersionString(L"1.9.9.2147483647")).GetString(), L"1.9.10.0");
+    EXPECT_FALSE(VersionAfter(CVersionString(QString("%1.%1.%1.%1").arg(INT_MAX))).IsValid());
+}
+
+TEST_F(CatalogTest, TheSiteIsWhereMostFilesAreAndItsListTheOneThatInstallationsAskFor) {
+    const QString root = QString::fromStdString(shared_.Root());
+    const std::string local = "program/share/SoftwareUpdateVN.xml";
+    Alter(local, "\"notebook.xml\"", "\"SoftwareUpdateVN.xml\"");
+    Alter(local, "8080/updates", "8080");
+    EXPECT_EQ(Count(Check(), (local + ":3: error").c_str(), "missing-file"), 1)
+        << "it does not lead to itself";
+    const QString list = QString::fromStdString(ReadWholeFile(shared_.Path(LIST)));
+    shared_.Write("site/beta/products.xml", QString(list).replace("8080/", "8080/beta/").toStdString());
+    const CCatalog catalog(root, {});
+    EXPECT_EQ(catalog.GetSite()->GetFolder(), root + "/site");
+    EXPECT_EQ(catalog.PublishedList()->GetPath(), root + "/site/products.xml");
 }
 
 TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {
@@ -264,7 +287,8 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
     EXPECT_THAT(run({"--help"}, EXIT_CLEAN), testing::HasSubstr("Exit status: 0"));
     for (const QStringList& wrong :
          {QStringList(), QStringList{"--jsn", root}, QStringList{root, root}, QStringList{root + "/nowhere"},
-          QStringList{root, "--site"}, QStringList{"--site=127.0.0.1:8080", root},
+          QStringList{root, "--site"}, QStringList{"--preview", "k=1", "k=2", root},
+          QStringList{"--site=127.0.0.1:8080", root},
           QStringList{"--site=http://127.0.0.1=" + root, root + "/site"}})
         run(wrong, EXIT_WRONG_USAGE);
 }

@@ -198,6 +198,7 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/old.minisig")), old) << "an older key's";
     EXPECT_EQ(Check().filter(QRegularExpression(": error: |minisig:.*private-file")), QStringList());
 
+    Release({"--new", "n", "SoftwareUpdateVN2", "1.0.0.0"}, EXIT_ERRORS);
     std::filesystem::create_symlink("nowhere", shared_.Path("site/updates/SoftwareUpdateNEW.xml"));
     Release({"--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_ERRORS);
     std::filesystem::remove(shared_.Path("site/updates/SoftwareUpdateNEW.xml"));
