@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <boost/make_shared.hpp>
 #include <iostream>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -102,12 +103,22 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     proxyHandler_->SetInteractive(false);
     if (!IsCheckDue() || Prepare(false))
         return 0;
+    bool isInterrupted = false;
+    std::optional<CInterruption> interruption;
+    interruption.emplace([&] {
+        isInterrupted = true;
+        productList_->StopCheck();
+        QApplication::closeAllWindows();
+    });
     productList_->FindInstalled();
     productList_->BeginFetching();
     MainWindow window(environment_);
     Connect(window);
     window.ShowProducts();
-    if (CheckBehind(window)) {
+    const bool isWanted = CheckBehind(window) && !isInterrupted;
+    // Only one may live at a time.
+    interruption.reset();
+    if (isWanted) {
         proxyHandler_->SetInteractive(true);
         window.ShowOutcome();
         Show(window);

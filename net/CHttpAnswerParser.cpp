@@ -33,6 +33,8 @@ QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
         if (challenge.isFirst)
             seenByQt << challenge.scheme;
     }
+    if (offered.isEmpty())
+        return ProxyScheme::NONE;
     if (offered.contains("basic") && !offered.intersects({"digest", "ntlm", "negotiate"}))
         return ProxyScheme::BASIC;
     const bool isQts =

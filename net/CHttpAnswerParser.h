@@ -20,7 +20,7 @@ public:
 
     // The ways that a proxy offers for sending it credentials.
     enum class ProxyScheme {
-        NONE,        // the proxy did not ask
+        NONE,        // the proxy did not ask, or offers nothing
         BASIC,       // only Basic, which everybody on the way can read (RFC 7617)
         DIGEST,      // a Digest that this program knows, alone or beside others
         NEGOTIATED,  // NTLM or Negotiate, alone or beside others

@@ -18,6 +18,9 @@ using ProxyScheme = QHttpResponseHeader::ProxyScheme;
 
 namespace {
 
+// A failure to connect that takes longer is waited for once.
+constexpr qint64 SLOW_MS = 1000;
+
 QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
     if (route.IsDirect())
         return QNetworkProxy(QNetworkProxy::NoProxy);
@@ -118,7 +121,10 @@ void QtDownloader::Attempt(const QUrl& address, QFile& file) {
                     WayFor(Memory().Of(proxy_).scheme));
     Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
     CreateAnew(file);
+    QElapsedTimer time;
+    time.start();
     Http().get(address.path(QUrl::FullyEncoded), &file, Cancelled());
+    wasSlow_ = time.hasExpired(SLOW_MS);
     if (Http().header().statusCode() != 0)
         status_ = Http().header().statusCode();
     record_.bytes = Http().received();
@@ -158,8 +164,10 @@ void QtDownloader::NoteChallenge() {
 bool QtDownloader::AskForCredentials() {
     wasHeld_ = IsAhead();
     const Peer proxy = Memory().Of(proxy_);
+    if (proxy.scheme == ProxyScheme::UNUSABLE)
+        record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
-    if (IsAhead() || proxy.scheme == ProxyScheme::UNUSABLE ||
+    if (IsAhead() || proxy.scheme == ProxyScheme::UNUSABLE || proxy.scheme == ProxyScheme::NONE ||
         !RequestProxyAuth(GetRoute().proxyHost, GetRoute().proxyPort, given.userName, given.password))
         return false;
     credentials_ = given;
@@ -197,9 +205,12 @@ void QtDownloader::NoteOutcome() {
     record_.culprit = isProxys ? Culprit::PROXY : Culprit::SITE;
     if (Http().error() == QHttp::Error::NOT_WRITTEN)
         record_.culprit = Culprit::COMPUTER;
-    if (Http().error() != QHttp::Error::TOO_LATE)
+    const bool isTooLate = Http().error() == QHttp::Error::TOO_LATE;
+    // For seconds, the system looks for a neighbour that is switched off (EHOSTUNREACH), at each connection.
+    const bool isNobodyThere = Http().error() == QHttp::Error::NETWORK && !Http().wasSent() && wasSlow_;
+    if (!isTooLate && !isNobodyThere)
         return;
-    if (isProxys)
+    if (isTooLate && isProxys)
         record_.error = CAtlString(tr("No answer"));
     Memory().Update(isProxys ? proxy_ : site_, [](Peer& peer) { peer.isSilent = true; });
 }

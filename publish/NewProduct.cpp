@@ -70,7 +70,7 @@ QString OtherProductOf(const std::vector<const CCatalogFile*>& lists, const QStr
     };
     for (const CCatalogFile* list : lists)
         for (const TiXmlElement* element : Children(list->GetRoot(), ListFormat::PRODUCT))
-            if (const QString base = AttributeText(*element, ListFormat::BASE_XML);
+            if (QString base = AttributeText(*element, ListFormat::BASE_XML);
                 base != key && !base.isEmpty() && (takes(base, key) || takes(key, base)))
                 return base;
     return {};

@@ -34,12 +34,18 @@ bool WasAnswered(const TransferRecord& request) {
     return request.status != 0 && (request.status != 407 || request.proxyHost.IsEmpty());
 }
 
+// Nothing is sent without a folder for the answer, nor to an address that is not http.
+bool WasSent(const TransferRecord& request) {
+    return request.culprit != TransferRecord::Culprit::COMPUTER &&
+           !(request.status == 0 && request.error.IsEmpty());
+}
+
 // The class of a failed request: of what came, or did not.
 QString RequestCode(const TransferRecord& request) {
     if (request.culprit == TransferRecord::Culprit::COMPUTER)
         return "local";
     if (request.status == 0)
-        return "unreachable";
+        return request.error.IsEmpty() ? "unusable" : "unreachable";
     return request.status == 200 ? QString("incomplete") : "http-" + QString::number(request.status);
 }
 
@@ -164,9 +170,7 @@ bool CUpdateReport::IsAnybodyThere() const {
     bool isAsked = false;
     for (const Entry& entry : entries_) {
         const auto& requests = Explanation(*entry.product).GetRequests();
-        isAsked = isAsked || std::any_of(requests.begin(), requests.end(), [](const TransferRecord& request) {
-                      return request.culprit != TransferRecord::Culprit::COMPUTER;
-                  });
+        isAsked = isAsked || std::any_of(requests.begin(), requests.end(), WasSent);
         if (std::any_of(requests.begin(), requests.end(), WasAnswered))
             return true;
     }

@@ -37,6 +37,11 @@ TEST_F(StartTest, ASecondCopySaysSoAndOneThatEndsFreesTheLock) {
     desktop_.Click(desktop_.WaitFor(program_->Id(), TITLE), -40, -20);
     EXPECT_TRUE(program_->WaitForEnd(std::chrono::seconds(1))) << "the check ends at once";
     EXPECT_EQ(Setting("LastChecked"), 0);
+    proxy.Serve(LoopbackServer::ANY, {LoopbackAnswer::Status(404), LoopbackAnswer::Silence()});
+    Start({"-silent"});
+    EXPECT_TRUE(WaitUntil([&] { return proxy.RequestCount() == 4; }));
+    program_->Signal(SIGTERM);
+    EXPECT_EQ(program_->ExitCode(), 0) << "it ends in order, and leaves no file";
     proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Status(404));
     Open();
     EXPECT_TRUE(Close());
@@ -56,6 +61,8 @@ TEST_F(StartTest, WithoutADisplayItSaysWhatNeedsNone) {
         EXPECT_EQ(program_->Output(), needsDisplay ? "" : "error in parameters\n") << argument;
         EXPECT_EQ(program_->Errors(), needsDisplay ? noDisplay : "") << argument;
     }
+    program_ = machine_.Start(":63", {"-silent"});
+    EXPECT_EQ(program_->ExitCode(), 0) << program_->Errors();
 }
 
 TEST_F(StartTest, SilentWithNothingNewAndNobodyWhoReadsItsOutputItNotesTheDayAndAsksNoMore) {

@@ -392,6 +392,16 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
     }
 }
 
+TEST_F(ProxyTransfer, TellsAndForgivesAQuestionThatItCannotAnswer) {
+    info_.SetCredentials("user", WORD);
+    Serve({LoopbackAnswer::Status(407), basic_, body_});
+    EXPECT_EQ(FetchThroughProxy(), RESULT_ABORTED);
+    EXPECT_EQ(FetchThroughProxy(), RESULT_OK) << "one answer of many";
+    Serve({LoopbackAnswer::Challenge("Bearer")});
+    EXPECT_EQ(FetchThroughProxy(), RESULT_ABORTED);
+    EXPECT_EQ(FailureText(record_), "Proxy 127.0.0.1: It offers no way to log in that this program can use");
+}
+
 // The example of RFC 2617, 3.5, without and with a quality of protection.
 TEST(ProxyChallenges, DigestIsAnsweredWithoutThePassword) {
     const QByteArray challenge =
