@@ -67,6 +67,7 @@ void QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
     to_ = to;
     cancelled_ = &cancelled;
     wasSent_ = false;
+    isGarbled_ = false;
     header_ = {};
     received_ = 0;
     error_ = Error::NONE;
@@ -225,6 +226,7 @@ bool QHttp::Converse(const QByteArray& request) {
         const QByteArray body = answer.Read(bytes);
         isOver = OnAnswer(answer.Header(), body) || answer.IsComplete() || answer.IsBroken();
     }
+    isGarbled_ = hasBegun && header_.statusCode() == 0;
     if (answer.IsBroken() && hasBegun)
         SetError(Error::NETWORK, BadAnswer());
     if (error_ != Error::NONE || !answer.LeavesConnectionOpen())

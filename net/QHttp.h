@@ -92,6 +92,8 @@ public:
     const QHttpResponseHeader& header() const { return header_; }
     // The connection opened; otherwise the host, or the proxy, could not be reached.
     bool wasSent() const { return wasSent_; }
+    // Bytes came that are no whole head.
+    bool isGarbled() const { return isGarbled_; }
     // Bytes of the body.
     qint64 received() const { return received_; }
     // How often a proxy asked for credentials since setBounds.
@@ -141,6 +143,7 @@ private:
     QDeadlineTimer end_;
     QTimer alarm_;
     bool wasSent_ = false;
+    bool isGarbled_ = false;
     QHttpResponseHeader header_;
     qint64 received_ = 0;
     Error error_ = Error::NONE;

@@ -127,6 +127,7 @@ void QtDownloader::Attempt(const QUrl& address, QFile& file) {
     wasSlow_ = time.hasExpired(SLOW_MS);
     if (Http().header().statusCode() != 0)
         status_ = Http().header().statusCode();
+    record_.isGarbled = Http().isGarbled();
     record_.bytes = Http().received();
     record_.error = CAtlString(Http().errorString());
     if (!record_.error.IsEmpty() && !IsAhead())

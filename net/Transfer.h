@@ -45,6 +45,8 @@ struct TransferRecord {
     int proxyPort = 0;
     // The status of the last header that arrived; 0 without a header.
     int status = 0;
+    // Bytes came in place of a header.
+    bool isGarbled = false;
     // The bytes of the last answer's body that were read.
     qint64 bytes = 0;
     // From the transfer's start to its end, all attempts and questions included.

@@ -31,7 +31,8 @@ QString EndText(CUpdateReport::End end) {
 
 // True when the site, or a host on the way, answered; a proxy that wants credentials does not count.
 bool WasAnswered(const TransferRecord& request) {
-    return request.status != 0 && (request.status != 407 || request.proxyHost.IsEmpty());
+    return request.isGarbled ||
+           (request.status != 0 && (request.status != 407 || request.proxyHost.IsEmpty()));
 }
 
 // Nothing is sent without a folder for the answer, nor to an address that is not http.
@@ -44,6 +45,8 @@ bool WasSent(const TransferRecord& request) {
 QString RequestCode(const TransferRecord& request) {
     if (request.culprit == TransferRecord::Culprit::COMPUTER)
         return "local";
+    if (request.isGarbled)
+        return "incomplete";
     if (request.status == 0)
         return request.error.IsEmpty() ? "unusable" : "unreachable";
     return request.status == 200 ? QString("incomplete") : "http-" + QString::number(request.status);

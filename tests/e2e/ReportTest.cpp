@@ -276,6 +276,10 @@ TEST_F(ReportTest, TellsWhatItKnowsWhenItHasToEnd) {
     const std::string address = "127.0.0.1:" + std::to_string(proxy.Port());
     EXPECT_EQ(Report({"--json", "--proxy", address, "--deadline", "1"}), 2);
     EXPECT_EQ(Products().at(1)["error"]["code"].toString(), "deadline");
+    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Raw("HTTP/1.1 200\n\nx"));
+    EXPECT_EQ(Report({"--json", "--proxy", address}), 2);
+    EXPECT_EQ(Products().at(0)["error"]["code"].toString(), "incomplete");
+    proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
     for (const int signal : {SIGTERM, SIGINT}) {
         const std::size_t asked = proxy.RequestCount();
         report_ = SampleMachine::StartReport({"--json", "--proxy", address});

@@ -230,7 +230,8 @@ TEST_F(CatalogTest, TheSiteIsWhereMostFilesAreAndItsListTheOneThatInstallationsA
     const QString list = QString::fromStdString(ReadWholeFile(shared_.Path(LIST)));
     shared_.Write("site/beta/products.xml", QString(list).replace("8080/", "8080/beta/").toStdString());
     const CCatalog catalog(root, {});
-    EXPECT_EQ(catalog.GetSite()->GetFolder(), root + "/site");
+    const auto& site = catalog.GetSite();
+    EXPECT_TRUE(site && site->GetFolder() == root + "/site");
     EXPECT_EQ(catalog.PublishedList()->GetPath(), root + "/site/products.xml");
 }
 
