@@ -122,8 +122,9 @@ void CCatalog::ListEntries(const QString& folder) {
             ListEntries(entry.filePath());
         else if (entry.isDir() && !IsWithin(entry, folder_))
             unreadFolders_ << entry.filePath();
-        else if (!entry.exists() && !entry.isSymLink())
-            isWhole = false;  // The system does not say what it is.
+        std::error_code unknown;
+        entries->symlink_status(unknown);
+        isWhole = isWhole && (!unknown || unknown == std::errc::no_such_file_or_directory);
     }
     if (failure || !isWhole)
         unreadFolders_ << folder;
@@ -263,7 +264,10 @@ void CCatalog::FindSite() {
         };
         const auto installed = FilesOf(FileKind::LOCAL_DESCRIPTION);
         const auto named = std::count_if(references_.begin(), references_.end(), leadsToFile);
-        if (named > most && (named > 0 || std::none_of(installed.begin(), installed.end(), lieBeside))) {
+        // A copy of the site that lies beside it has the same address: the first one counts.
+        const bool isCopy = site_ && site_->GetAddress() == site.GetAddress();
+        if (!isCopy && named > most &&
+            (named > 0 || std::none_of(installed.begin(), installed.end(), lieBeside))) {
             most = named;
             site_ = site;
         }

@@ -32,8 +32,8 @@ void CheckReferences(const CCatalog& catalog, CFindings& findings);
 // whether each can be fetched, is accepted and can be started.
 void CheckInstallers(const CCatalog& catalog, CFindings& findings);
 // The same for the offer of a reader that has read both files. The offer of a range may be signed with an
-// older key than those beside the local description, unless that is in the range: older installations have
-// that key.
+// older key than those beside the local description, when all of the range is below that: older installations
+// have that key.
 void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
                     const CCatalogFile& remote, CFindings& findings);
 

@@ -90,7 +90,7 @@ QString SignatureFault(const CCatalog& catalog, const CUpdateXmlReader& reader, 
 bool IsForOlderOnes(const CUpdateXmlReader& reader, const CCatalogFile& local) {
     CProductVersion newest(local.GetFilePath());
     const CVersionStringRange* range = reader.GetTable().ChooseRange();
-    return range && newest.LoadLocal() && !range->Contains(newest.GetCurrentVersion());
+    return range && newest.LoadLocal() && range->GetTo().IsLess(newest.GetCurrentVersion());
 }
 
 // Checks as an installation does, which needs a signature once the key lies beside its own description.

@@ -39,7 +39,7 @@ void CheckReference(const CCatalog& catalog, const Reference& reference, CFindin
     const Place place{reference.from->GetPath(), reference.line};
     CheckWholeAddress(place, reference.address, findings);
     const auto path = catalog.FileOf(reference.address);
-    if (path && !catalog.Find(*path) && QFileInfo::exists(*path))
+    if (path && !catalog.Find(*path) && QFileInfo(*path).isFile())
         findings.Add(
             place.file, place.line, Code::MISSING_FILE,
             QString("\"%1\" leads to \"%2\" through a linked or hidden folder, which is not looked into")

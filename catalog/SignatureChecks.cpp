@@ -53,7 +53,8 @@ void CheckListAddresses(const CCatalog& catalog, const CCatalogFile& key, CFindi
     const CCatalogFile* installed = catalog.Find(key.GetFolder() + '/' + Products::FILE_NAME.ToQString());
     if (!installed || !installed->GetRoot() || pathOf(*installed).empty())
         return;
-    const CCatalogFile* list = catalog.PublishedList();
+    const auto path = catalog.FileOf(AttributeText(*installed->GetRoot(), ListFormat::URL));
+    const CCatalogFile* list = path ? catalog.Find(*path) : catalog.PublishedList();
     if (list && list->GetRoot() && pathOf(*list) != pathOf(*installed))
         findings.Add(list->GetPath(), AttributeLine(*list->GetRoot(), ListFormat::URL),
                      Code::SIGNED_ELSEWHERE,

@@ -62,6 +62,8 @@ QFuture<QList<QHostAddress>> CPeerMemory::AddressesOf(const QString& host) {
 void CPeerMemory::EndCheck() {
     const std::lock_guard lock(mutex_);
     addresses_.clear();
-    for (auto& [name, peer] : peers_)
-        peer.isSilent = peer.hasAnswered = false;
+    for (auto& [name, peer] : peers_) {
+        peer.silence.Empty();
+        peer.hasAnswered = false;
+    }
 }

@@ -21,8 +21,8 @@ public:
 
     // A host or a proxy.
     struct Peer {
-        // It let a request run into a time-out in this check.
-        bool isSilent = false;
+        // Why it is not asked again in this check, in which it let a request wait for nothing; else empty.
+        CAtlString silence;
         // It has answered a request in this check.
         bool hasAnswered = false;
 

@@ -199,6 +199,8 @@ bool QHttp::Open(const QString& host, int port) {
     if (!Wait([&] { return !lookup.isFinished(); }))
         return false;
     QString error = tr("Host not found");
+    QElapsedTimer time;
+    time.start();
     if (const QList<QHostAddress> addresses = lookup.result(); !addresses.isEmpty())
         socket_ = ConnectToAny(
             addresses, static_cast<quint16>(port),
@@ -206,7 +208,7 @@ bool QHttp::Open(const QString& host, int port) {
     if (socket_)
         socket_->setReadBufferSize(READ_AHEAD);
     else
-        SetError(Error::NETWORK, error);
+        SetError(time.hasExpired(SLOW_MS) ? Error::UNREACHABLE : Error::NETWORK, error);
     return socket_ != nullptr;
 }
 

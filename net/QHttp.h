@@ -36,11 +36,14 @@ public:
     enum class Error {
         NONE,             // a whole answer has arrived; its body was read only when its status is OK
         NETWORK,          // the connection failed or broke off, or the answer was broken or too large
+        UNREACHABLE,      // no address took the connection, and to find that out took SLOW_MS
         TOO_LATE,         // the answer passed one of the bounds of time
         ASKED_TOO_OFTEN,  // the proxy keeps asking for credentials
         NOT_WRITTEN,      // the device did not take the body
         CANCELLED,
     };
+    // The system looks for a neighbour that is switched off for seconds (EHOSTUNREACH), at each connection.
+    static constexpr qint64 SLOW_MS = 1000;
     // How user and password are sent to the proxy.
     enum class Authentication {
         BASIC,       // at once, readable, in UTF-8 (RFC 7617)

@@ -18,9 +18,6 @@ using ProxyScheme = QHttpResponseHeader::ProxyScheme;
 
 namespace {
 
-// A failure to connect that takes longer is waited for once.
-constexpr qint64 SLOW_MS = 1000;
-
 QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
     if (route.IsDirect())
         return QNetworkProxy(QNetworkProxy::NoProxy);
@@ -121,10 +118,7 @@ void QtDownloader::Attempt(const QUrl& address, QFile& file) {
                     WayFor(Memory().Of(proxy_).scheme));
     Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
     CreateAnew(file);
-    QElapsedTimer time;
-    time.start();
     Http().get(address.path(QUrl::FullyEncoded), &file, Cancelled());
-    wasSlow_ = time.hasExpired(SLOW_MS);
     if (Http().header().statusCode() != 0)
         status_ = Http().header().statusCode();
     record_.isGarbled = Http().isGarbled();
@@ -178,10 +172,11 @@ bool QtDownloader::AskForCredentials() {
 }
 
 bool QtDownloader::IsKnownToBeSilent() {
-    const bool isProxys = !GetRoute().IsDirect() && Memory().Of(proxy_).isSilent;
-    if (!isProxys && !Memory().Of(site_).isSilent)
+    const CAtlString proxys = GetRoute().IsDirect() ? CAtlString() : Memory().Of(proxy_).silence;
+    const CAtlString silence = proxys.IsEmpty() ? Memory().Of(site_).silence : proxys;
+    if (silence.IsEmpty())
         return false;
-    Blame(isProxys ? Culprit::PROXY : Culprit::SITE, isProxys ? tr("No answer") : QHttp::NoAnswer());
+    Blame(proxys.IsEmpty() ? Culprit::SITE : Culprit::PROXY, silence.ToQString());
     if (!IsAhead())
         emit ConnectionFailedSignal(record_.error);
     return true;
@@ -207,13 +202,11 @@ void QtDownloader::NoteOutcome() {
     if (Http().error() == QHttp::Error::NOT_WRITTEN)
         record_.culprit = Culprit::COMPUTER;
     const bool isTooLate = Http().error() == QHttp::Error::TOO_LATE;
-    // For seconds, the system looks for a neighbour that is switched off (EHOSTUNREACH), at each connection.
-    const bool isNobodyThere = Http().error() == QHttp::Error::NETWORK && !Http().wasSent() && wasSlow_;
-    if (!isTooLate && !isNobodyThere)
+    if (!isTooLate && Http().error() != QHttp::Error::UNREACHABLE)
         return;
     if (isTooLate && isProxys)
         record_.error = CAtlString(tr("No answer"));
-    Memory().Update(isProxys ? proxy_ : site_, [](Peer& peer) { peer.isSilent = true; });
+    Memory().Update(isProxys ? proxy_ : site_, [this](Peer& peer) { peer.silence = record_.error; });
 }
 
 int QtDownloader::Judge(QFile& file) {

@@ -65,8 +65,6 @@ private:
     Credentials credentials_;
     // The last attempt sent the credentials.
     bool areSent_ = false;
-    // Whether the last attempt took its time.
-    bool wasSlow_ = false;
     // This transfer sends them no more.
     bool areTried_ = false;
     bool wasHeld_ = false;

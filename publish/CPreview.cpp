@@ -117,16 +117,18 @@ void CPreview::AddBlock(Block block, const CCatalogFile& local, const CProductVe
     if (!product && reader.IsNoUpdates())
         block.nobody = "NoUpdates is set";
     else if (!path)
-        block.signature = "not followed: it does not belong to the site of this folder";
+        block.nobody = "the address was not followed: it does not belong to the site of this folder";
     else if (!remote)
         block.nobody = "there is no such file";
     else if (!reader.ParseRemote(bytes))
         block.nobody = "the program rejects the file";
     else
         AddRows(block, reader, product, local, *remote);
-    if (path && block.nobody.isEmpty())
-        block.signature = verdict == Verdict::COUNTS ? SignatureOf(bytes, folder)
-                                                     : "refused until it is signed: " + Refusal(verdict);
+    if (block.nobody.isEmpty() && verdict != Verdict::COUNTS)
+        block.refusal = Refusal(verdict);
+    if (block.nobody.isEmpty())
+        block.signature =
+            block.refusal.isEmpty() ? SignatureOf(bytes, folder) : "refused as it is now: " + block.refusal;
     blocks_.push_back(std::move(block));
 }
 
@@ -237,12 +239,16 @@ QByteArray CPreview::ToText() const {
     return text.toUtf8();
 }
 
-QJsonObject CPreview::ToJson(const Row& row) {
+QJsonObject CPreview::ToJson(const Row& row, const QString& refusal) {
     const auto value = [](const std::optional<CVersionString>& version) {
         return version ? QJsonValue(Text(*version)) : QJsonValue();
     };
-    return {{"from", value(row.from)}, {"to", value(row.to)}, {"below", value(row.below)},
-            {"offer", row.offer},      {"page", row.page},    {"refusal", row.refusal}};
+    return {{"from", value(row.from)},
+            {"to", value(row.to)},
+            {"below", value(row.below)},
+            {"offer", row.offer},
+            {"page", row.page},
+            {"refusal", row.refusal.isEmpty() && !row.offer.isEmpty() ? refusal : row.refusal}};
 }
 
 QByteArray CPreview::ToJson() const {
@@ -250,7 +256,7 @@ QByteArray CPreview::ToJson() const {
     for (const Block& block : blocks_) {
         QJsonArray rows;
         for (const Row& row : block.rows)
-            rows.append(ToJson(row));
+            rows.append(ToJson(row, block.refusal));
         blocks.append(QJsonObject{{"name", block.name},
                                   {"key", block.key},
                                   {"description", block.description},

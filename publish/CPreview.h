@@ -57,6 +57,8 @@ private:
         // The description's path in the folder, or else its address; empty when neither is known.
         QString description{};
         QString signature{};
+        // Why all refuse the description as it is now; empty if they do not.
+        QString refusal{};
         // Why no installation is offered anything; empty when one may be.
         QString nobody{};
         std::vector<Row> rows{};
@@ -72,7 +74,8 @@ private:
     std::optional<CVersionString> Only(const QString& key) const;
     bool IsWanted(const QString& key) const { return versions_.empty() || versions_.contains(key); }
     static QString RangeText(const Row& row);
-    static QJsonObject ToJson(const Row& row);
+    // refusal: that of the row's block.
+    static QJsonObject ToJson(const Row& row, const QString& refusal);
 
     const CCatalog& catalog_;
     Versions versions_;

@@ -37,8 +37,8 @@ bool WasAnswered(const TransferRecord& request) {
 
 // Nothing is sent without a folder for the answer, nor to an address that is not http.
 bool WasSent(const TransferRecord& request) {
-    return request.culprit != TransferRecord::Culprit::COMPUTER &&
-           !(request.status == 0 && request.error.IsEmpty());
+    const bool hasGone = request.status != 0 || !request.error.IsEmpty();
+    return hasGone && request.culprit != TransferRecord::Culprit::COMPUTER;
 }
 
 // The class of a failed request: of what came, or did not.
@@ -185,7 +185,7 @@ int CUpdateReport::GetExitStatus() const {
         return std::any_of(entries_.begin(), entries_.end(),
                            [state](const Entry& entry) { return entry.row.state == state; });
     };
-    if (!isListed_ || (!end_ && !IsAnybodyThere()))
+    if (!isListed_ || !isFolderRead_ || (!end_ && !IsAnybodyThere()))
         return NOTHING_REPORTED;
     if (has(ItemState::FAILED))
         return SOME_FAILED;

@@ -133,7 +133,7 @@ int Report(const ReportOptions& options) {
     for (const QString& remark : report.GetRemarks())
         Remark(remark);
     // An earlier report in the file says more.
-    if (!report.IsFolderRead())
+    if (!report.IsFolderRead() && !options.output.isEmpty())
         return CUpdateReport::NOTHING_REPORTED;
     QJsonObject json = report.ToJson();
     if (options.isOfAllUsers)
