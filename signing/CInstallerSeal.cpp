@@ -54,8 +54,6 @@ bool CInstallerSeal::Accept(std::string_view signature, const Offer& offer) {
 CInstallerSeal::Refusal CInstallerSeal::Examine(const Offer& offer) const {
     if (!signature_)
         return Refusal::NO_SIGNATURE;
-    if (!keys_.HasMade(*signature_))
-        return Refusal::KEY;
     if (!VouchesForFile(*signature_, offer.file))
         return Refusal::FILE_NAME;
     const auto version = signature_->GetOnlyWord("version:");
@@ -63,7 +61,10 @@ CInstallerSeal::Refusal CInstallerSeal::Examine(const Offer& offer) const {
         return Refusal::VERSION;
     if (!VouchesForArgument(*signature_, offer.argument))
         return Refusal::ARGUMENT;
-    return IsValidOn(*signature_, offer.today) ? Refusal::NOTHING : Refusal::LAST_DAY;
+    if (!IsValidOn(*signature_, offer.today))
+        return Refusal::LAST_DAY;
+    // Last, so that with another key all else fits.
+    return keys_.HasMade(*signature_) ? Refusal::NOTHING : Refusal::KEY;
 }
 
 bool CInstallerSeal::IsOf(const CFileDescriptor& file) const {

@@ -43,7 +43,7 @@ public:
     enum class Refusal {
         NOTHING,
         NO_SIGNATURE,  // the bytes are not a signature
-        KEY,           // no key in the key file has made it
+        KEY,           // no key in the key file has made it, but all that it says fits the offer
         FILE_NAME,
         VERSION,
         ARGUMENT,

@@ -211,6 +211,9 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 1);
     shared_.Write("site/program/old.minisig", Minisign().Sign(contents, "file:old version:3.0.0.0"));
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 0) << "with the key of its time";
+    shared_.Write("site/program/old.minisig", Minisign().Sign(contents, "file:old version:3.0.0.1"));
+    EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 1) << "for another version";
+    shared_.Write("site/program/old.minisig", Minisign().Sign(contents, "file:old version:3.0.0.0"));
     Alter(OWN_OFFER, "VersionTo='2.0.0.0'", "VersionTo='3.1.999.0'");
     Alter(OWN_OFFER, "\"installer\"", "\"gone\"");
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 1)
