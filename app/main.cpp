@@ -30,7 +30,7 @@ bool IsDisplayNamed() {
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-// Qt would abort when it cannot open the display.
+// Qt would abort when it cannot open the display; the program's status is always 0.
 void PrintAndEnd(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
     std::cerr << text.toStdString() << std::endl;
     if (type == QtFatalMsg)

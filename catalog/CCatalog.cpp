@@ -211,9 +211,7 @@ void CCatalog::RecogniseListed(const CCatalogFile& list) {
         const QString notice = AttributeText(*child, ListFormat::NOTIFICATION_BASE) + QLatin1String(".xml");
         for (const auto& file : files_) {
             const QString& name = file->GetName();
-            const bool isProducts =
-                !base.isEmpty() && name.startsWith(base) && name.endsWith(QLatin1String(".xml")) &&
-                CProductVersions::IsDescriptionFile(CAtlString(base), file->GetFilePath());
+            const bool isProducts = IsDescriptionOf(base, name);
             if ((!isProducts && name != notice) || file->GetKind() != FileKind::UNKNOWN)
                 continue;
             const FileKind looks = file->GetRoot() ? KindByContents(*file->GetRoot()) : FileKind::UNKNOWN;

@@ -5,6 +5,7 @@
 
 #include "catalog/FormatRules.h"
 #include "platform/xml/XmlFile.h"
+#include "products/CProductVersions.h"
 #include "products/Products.h"
 #include "signing/CCatalogueSeal.h"
 #include "signing/CInstallerSeal.h"
@@ -63,6 +64,11 @@ FileKind KindByName(const QString& name) {
     if (name.endsWith(QString::fromWCharArray(CInstallerSeal::SIGNATURE_EXTENSION)))
         return FileKind::SIGNATURE;
     return name.endsWith(QLatin1String(".strings")) ? FileKind::STRINGS : FileKind::UNKNOWN;
+}
+
+bool IsDescriptionOf(const QString& base, const QString& name) {
+    return !base.isEmpty() && name.startsWith(base) && name.endsWith(".xml") &&
+           CProductVersions::IsDescriptionFile(CAtlString(base), CVardoFilePath(CAtlString(name)));
 }
 
 FileKind KindByContents(const TiXmlElement& root) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The kinds of files; a file's kind by its name alone, and by its elements alone.
+// The kinds of files; a file's kind by its name alone, and by its elements alone. Any thread.
 #pragma once
 
 #include <QString>
@@ -35,6 +35,10 @@ bool IsXmlKind(FileKind kind);
 
 // UNKNOWN for a name that does not say.
 FileKind KindByName(const QString& name);
+
+// Whether the program takes a file of that name for an installed description of the product with that base
+// name, "BaseXml" in the list.
+bool IsDescriptionOf(const QString& base, const QString& name);
 
 // UNKNOWN for elements of no kind that the program reads. A best guess: a file with mistakes should still be
 // recognised.

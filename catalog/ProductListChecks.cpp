@@ -3,6 +3,7 @@
 
 #include "catalog/Checks.h"
 #include "catalog/ElementChecks.h"
+#include "catalog/FileKinds.h"
 #include "catalog/FormatRules.h"
 #include "catalog/ValueChecks.h"
 #include "products/CProductVersions.h"
@@ -109,9 +110,7 @@ private:
     void CheckNames(const TiXmlElement& product) {
         const QString base = AttributeText(product, BASE_XML);
         for (const auto& [key, line] : keys_)
-            if (key != base && !base.isEmpty() && key.startsWith(base) &&
-                CProductVersions::IsDescriptionFile(CAtlString(base),
-                                                    CVardoFilePath(CAtlString(key + ".xml"))))
+            if (key != base && IsDescriptionOf(base, key + ".xml"))
                 Add(AttributeLine(product, BASE_XML), Code::AMBIGUOUS_NAME,
                     QString("the description \"%1.xml\" of line %2 is one of \"%3\" too")
                         .arg(key, QString::number(line), base));

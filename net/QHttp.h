@@ -42,7 +42,8 @@ public:
         NOT_WRITTEN,      // the device did not take the body
         CANCELLED,
     };
-    // The system looks for a neighbour that is switched off for seconds (EHOSTUNREACH), at each connection.
+    // In milliseconds: for longer, the system looks for a neighbour that is switched off (EHOSTUNREACH), at
+    // each connection.
     static constexpr qint64 SLOW_MS = 1000;
     // How user and password are sent to the proxy.
     enum class Authentication {
@@ -56,10 +57,6 @@ public:
     static constexpr int MAX_CHALLENGES = 5;
     // The time between two reports of progress; the last report comes with the end.
     static constexpr std::chrono::milliseconds PROGRESS_INTERVAL{100};
-    // The text of TOO_LATE.
-    static QString NoAnswer();
-    // The text for an incomplete or too large answer.
-    static QString BadAnswer();
 
     // Looks names up in memory, which must outlive this object.
     explicit QHttp(CPeerMemory& memory);
@@ -113,6 +110,10 @@ private:
     static constexpr std::chrono::milliseconds LONGEST_REST{10'000};
 
     QNetworkRequest MakeRequest(const QString& path) const;
+    // The text of TOO_LATE.
+    static QString NoAnswer();
+    // The text for an incomplete or too large answer.
+    static QString BadAnswer();
     void FetchByManager(QNetworkRequest request);
     // Answers the proxy's challenge, and once more whenever the proxy only wants a new nonce used.
     void FetchWithDigest(const QNetworkRequest& request);

@@ -28,6 +28,10 @@ QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
                          credentials.userName.ToQString(), credentials.password.ToQString());
 }
 
+bool CanLogIn(const Peer& proxy) {
+    return proxy.scheme != ProxyScheme::NONE && proxy.scheme != ProxyScheme::UNUSABLE;
+}
+
 QHttp::Authentication WayFor(ProxyScheme scheme) {
     switch (scheme) {
         case ProxyScheme::BASIC:
@@ -132,8 +136,7 @@ bool QtDownloader::HasCredentialsToTry() const {
     const Peer proxy = Memory().Of(proxy_);
     // Only the transfer that the check waits for tries credentials that the proxy has not accepted yet.
     const bool areWelcome = IsAhead() ? credentials_ == proxy.accepted : !(credentials_ == proxy.refused);
-    return !GetRoute().IsDirect() && !areTried_ && !credentials_.IsEmpty() &&
-           proxy.scheme != ProxyScheme::NONE && proxy.scheme != ProxyScheme::UNUSABLE && areWelcome;
+    return !GetRoute().IsDirect() && !areTried_ && !credentials_.IsEmpty() && CanLogIn(proxy) && areWelcome;
 }
 
 bool QtDownloader::IsChallenged() const {
@@ -162,7 +165,7 @@ bool QtDownloader::AskForCredentials() {
     if (proxy.scheme == ProxyScheme::UNUSABLE)
         record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
-    if (IsAhead() || proxy.scheme == ProxyScheme::UNUSABLE || proxy.scheme == ProxyScheme::NONE ||
+    if (IsAhead() || !CanLogIn(proxy) ||
         !RequestProxyAuth(GetRoute().proxyHost, GetRoute().proxyPort, given.userName, given.password))
         return false;
     credentials_ = given;

@@ -15,7 +15,7 @@
 
 namespace {
 
-bool HasAtMost(std::ptrdiff_t count, const TiXmlElement* parent, const char* name = nullptr) {
+bool HasAtMost(std::ptrdiff_t count, const TiXmlElement* parent, const char* name) {
     return std::ssize(Children(parent, name)) <= count;
 }
 
@@ -36,7 +36,8 @@ const CAtlString Products::FILE_NAME(L"products.xml");
 
 bool Products::IsBounded(const TiXmlElement& root) {
     const auto children = Children(&root);
-    return HasAtMost(MAX_PRODUCTS, &root) && HasAtMost(MAX_NOTIFICATIONS, &root, ListFormat::NOTIFICATION) &&
+    return std::ssize(children) <= MAX_PRODUCTS &&
+           HasAtMost(MAX_NOTIFICATIONS, &root, ListFormat::NOTIFICATION) &&
            std::all_of(children.begin(), children.end(), [](const TiXmlElement* child) {
                return HasAtMost(MAX_DISABLERS, child->FirstChildElement(ListFormat::DISABLERS),
                                 ListFormat::DISABLER);

@@ -41,7 +41,7 @@ QString SignatureOf(const CAtlStringA& bytes, const CVardoDirectoryPath& folder)
                : QString("signed, with no key here to verify it");
 }
 
-// Empty for one that disables nothing.
+// Empty for one without an upper end, which disables nothing.
 QString DisablerText(const CProductVersions::Disabler& disabler) {
     const CVersionStringRange range(disabler.from, disabler.to);
     if (!range.GetTo().IsValid())
@@ -81,9 +81,9 @@ void CPreview::AddProduct(const CProductVersions& product) {
         return;
     Block block{.name = product.GetName(), .key = base};
     for (const auto& disabler : product.GetDisablers())
-        if (disabler.uid != product.GetKey() && keys_.contains(disabler.uid))
-            block.disablers << DisablerText(disabler);
-    block.disablers.removeAll(QString());
+        if (const QString text = DisablerText(disabler);
+            !text.isEmpty() && disabler.uid != product.GetKey() && keys_.contains(disabler.uid))
+            block.disablers << text;
     std::set<QString> seen;
     for (auto local = locals_.lower_bound(base); local != locals_.end() && local->first.startsWith(base);
          ++local) {
@@ -222,10 +222,11 @@ QByteArray CPreview::ToText() const {
         text += u'\n';
         if (!block.nobody.isEmpty())
             text += QString("    nobody: %1\n").arg(block.nobody);
+        const bool isAccepted = block.key == OwnKey() && block.refusal.isEmpty();
         for (const Row& row : block.rows) {
-            const QString outcome = !row.refusal.isEmpty() ? QString("refused: ") + row.refusal
-                                    : block.key == OwnKey() && !row.offer.isEmpty() ? QString("accepted")
-                                                                                    : row.page;
+            const QString outcome = !row.refusal.isEmpty()               ? QString("refused: ") + row.refusal
+                                    : isAccepted && !row.offer.isEmpty() ? QString("accepted")
+                                                                         : row.page;
             const QString offer = row.offer.isEmpty() ? QString("-") : row.offer;
             text += (QString("    ") + RangeText(row).leftJustified(RANGE_WIDTH) + "  " +
                      offer.leftJustified(OFFER_WIDTH) + "  " + Printable(outcome))

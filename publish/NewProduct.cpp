@@ -5,8 +5,8 @@
 
 #include "catalog/CCatalog.h"
 #include "catalog/ElementChecks.h"
+#include "catalog/FileKinds.h"
 #include "platform/xml/XmlFile.h"
-#include "products/CProductVersions.h"
 #include "products/CVersionString.h"
 #include "products/DescriptionFormat.h"
 #include "products/ListFormat.h"
@@ -64,14 +64,10 @@ QString ShareOf(const CCatalog& catalog) {
 
 // The base name of a product that shares local descriptions with another; empty without such a product.
 QString OtherProductOf(const std::vector<const CCatalogFile*>& lists, const QString& key) {
-    const auto takes = [](const QString& base, const QString& other) {
-        return other.startsWith(base) && CProductVersions::IsDescriptionFile(
-                                             CAtlString(base), CVardoFilePath(CAtlString(other + ".xml")));
-    };
     for (const CCatalogFile* list : lists)
         for (const TiXmlElement* element : Children(list->GetRoot(), ListFormat::PRODUCT))
             if (QString base = AttributeText(*element, ListFormat::BASE_XML);
-                base != key && !base.isEmpty() && (takes(base, key) || takes(key, base)))
+                base != key && (IsDescriptionOf(base, key + ".xml") || IsDescriptionOf(key, base + ".xml")))
                 return base;
     return {};
 }

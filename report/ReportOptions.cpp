@@ -67,10 +67,10 @@ QString TakeFormat(const QCommandLineParser& parser, ReportOptions& options) {
 
 QString TakeTimes(const QCommandLineParser& parser, ReportOptions& options) {
     for (auto [name, time] : {std::pair("timeout", &options.timeout), {"deadline", &options.deadline}}) {
-        bool isNumber = false;
-        const int seconds = parser.value(name).toInt(&isNumber);
         if (!parser.isSet(name))
             continue;
+        bool isNumber = false;
+        const int seconds = parser.value(name).toInt(&isNumber);
         if (!isNumber || seconds < 1 || seconds > LONGEST_TIMEOUT)
             return QString("--%1 takes a whole number of seconds, from 1 to 86400").arg(name);
         *time = std::chrono::seconds(seconds);

@@ -93,7 +93,7 @@ void SetValues(std::unique_ptr<QSettings> store, const Values& values) {
 bool Holds(const QString& path, const Values& values) {
     const QSettings store(path, QSettings::IniFormat);
     return std::all_of(values.begin(), values.end(), [&store](const auto& value) {
-        return store.value(value.first).toString() == value.second.toString();
+        return store.contains(value.first) && store.value(value.first).toString() == value.second.toString();
     });
 }
 
@@ -116,6 +116,8 @@ QByteArray Merge(const QByteArray& text, const Values& values) {
 // what other software has stored as types of its own, and on a full disk cut off. Here it stays as it was
 // when any step fails.
 void MergeInto(const QString& path, const Values& values) {
+    if (Holds(path, values))
+        return;
     // QSettings locks the file in this way while it writes, which takes milliseconds.
     constexpr int LONGEST_WRITE_MS = 3000;
     QLockFile lock(path + ".lock");

@@ -28,6 +28,7 @@ public:
     // The text's full length, embedded 0 characters included; a surrogate pair becomes one character.
     CAtlString(const QString& text);
     // NOLINTEND(google-explicit-constructor)
+
     // The characters up to the first 0 character.
     QString ToQString() const;
 

@@ -22,6 +22,7 @@ public:
     CAtlStringA(const char* bytes, int length);
     explicit CAtlStringA(const wchar_t* encodedAsUtf8);
     explicit CAtlStringA(const CAtlString& narrowed);
+    // It would go by way of a CAtlString, and be narrowed.
     explicit CAtlStringA(const QString&) = delete;
 
     // Each byte as one character (Latin-1).

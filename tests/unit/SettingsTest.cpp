@@ -92,6 +92,9 @@ TEST_F(Settings, WritingKeepsWhatOtherSoftwareHasWritten) {
         WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", value);
         EXPECT_EQ(Number(HKEY_CURRENT_USER, L"S\\K", L"n"), value) << "of the same size, and at once";
     }
+    const auto written = std::filesystem::last_write_time(USERS + WHOLE_MAKER);
+    WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", 59);
+    EXPECT_EQ(std::filesystem::last_write_time(USERS + WHOLE_MAKER), written) << "it holds the value already";
 }
 
 TEST_F(Settings, FileFollowsTheIdentityWhichEndsWithItsScope) {
