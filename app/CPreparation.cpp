@@ -7,7 +7,7 @@
 #include "app/settings/CPolicy.h"
 #include "products/DescriptionFormat.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QUrl>
 
 namespace {
@@ -25,7 +25,8 @@ CPreparation::CPreparation(IAttendedEnvironment& environment,
     : environment_(environment),
       downloader_(downloader),
       isWatched_(isWatched),
-      progress_(environment.MakeProgress([this] { Cancel(); })) {}
+      progress_(environment.MakeProgress([this] { Cancel(); })),
+      interruption_([this] { Interrupt(); }) {}
 
 bool CPreparation::SelfUpdate() {
     CSelfUpdate update(DescriptionFormat::OWN_FILE, environment_);
@@ -61,6 +62,8 @@ bool CPreparation::FetchInstaller(CSelfUpdate& update) {
 
 void CPreparation::RefreshProductList(CProductListController& list) {
     list.SetDownloader(downloader_);
+    if (isInterrupted_)
+        return;
     if (isWatched_)
         progress_->Begin(IProgress::Task::LOOKING_FOR_LIST);
     list.UpdateProductList();
@@ -70,4 +73,10 @@ void CPreparation::RefreshProductList(CProductListController& list) {
 void CPreparation::Cancel() {
     isCancelled_ = true;
     downloader_->Cancel();
+}
+
+void CPreparation::Interrupt() {
+    isInterrupted_ = true;
+    Cancel();
+    QApplication::closeAllWindows();
 }

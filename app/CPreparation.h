@@ -5,6 +5,7 @@
 #pragma once
 
 #include "net/IDownloader.h"
+#include "platform/desktop/CInterruption.h"
 #include "platform/desktop/IAttendedEnvironment.h"
 #include "products/CProductListController.h"
 
@@ -16,7 +17,7 @@ class CSelfUpdate;
 // Makes sure that the program and its product list are current. Lives for that long. GUI thread only.
 //
 // The user can cancel a step that takes long; the next one follows. After a cancelled download of an
-// installer there is no warning: the user knows.
+// installer there is no warning: the user knows. A signal, as at the end of a session, cancels all steps.
 class CPreparation {
 public:
     // isWatched: the user waits for the window. Otherwise only steps after the user's consent are shown.
@@ -28,17 +29,22 @@ public:
     bool SelfUpdate();
     // Lets the list refresh itself.
     void RefreshProductList(CProductListController& list);
+    // Whether a signal asks the process to end.
+    bool IsInterrupted() const { return isInterrupted_; }
 
 private:
     // Whether there is a newer version.
     bool IsOffered(CSelfUpdate& update);
     bool FetchInstaller(CSelfUpdate& update);
     void Cancel();
+    void Interrupt();
 
     IAttendedEnvironment& environment_;
     boost::shared_ptr<IDownloader> downloader_;
     bool isWatched_;
     // The installer's download was cancelled.
     bool isCancelled_ = false;
+    bool isInterrupted_ = false;
     std::unique_ptr<IProgress> progress_;
+    CInterruption interruption_;
 };

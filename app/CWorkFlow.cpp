@@ -166,7 +166,7 @@ bool CWorkFlow::Prepare(bool isWatched) {
     if (preparation.SelfUpdate())
         return true;
     preparation.RefreshProductList(*productList_);
-    return false;
+    return preparation.IsInterrupted();
 }
 
 void CWorkFlow::Connect(MainWindow& window) const {

@@ -49,7 +49,8 @@ public:
 private:
     // The command line's proxy when it is to override the stored one.
     void TakeProxy(const CCmdLineContext& context);
-    // Tidies up after earlier runs, then runs CPreparation. True when a newer program takes over.
+    // Tidies up after earlier runs, then runs CPreparation. True when the process must end: a newer program
+    // takes over, or a signal came.
     bool Prepare(bool isWatched);
     void Connect(MainWindow& window) const;
     // Checks the products of the window's rows, with the window hidden unless Activate shows it. True when
