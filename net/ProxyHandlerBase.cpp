@@ -21,13 +21,14 @@ void ProxyHandlerBase::LoadProxySettings() {
     const CPolicy policy;
     proxyHost_ = policy.proxyHost.value_or(
         ReadRegistryString(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_HOST, CAtlString(), ignored));
-    proxyPort_ = policy.proxyPort.value_or(
-        ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT, DEFAULT_PORT, ignored));
+    const int port = policy.IsProxyPortFixed()
+                         ? policy.proxyPort.value_or(DEFAULT_PORT)
+                         : ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT,
+                                             DEFAULT_PORT, ignored);
     // Administrators and other programs may have stored "http://proxy:3128/".
-    if (const std::optional<ProxyAddress> address = ParseProxyAddress(proxyHost_)) {
-        proxyHost_ = address->host;
-        proxyPort_ = policy.proxyPort ? proxyPort_ : address->port.value_or(proxyPort_);
-    }
+    const auto written = ParseProxyAddress(proxyHost_).value_or(ProxyAddress{.host = proxyHost_});
+    proxyHost_ = written.host;
+    proxyPort_ = policy.proxyPort ? port : written.port.value_or(port);
 }
 
 bool ProxyHandlerBase::SaveProxySettings() const {
@@ -35,8 +36,9 @@ bool ProxyHandlerBase::SaveProxySettings() const {
     const CPolicy policy;
     if (!policy.proxyHost)
         WriteRegistryString(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_HOST, proxyHost_);
-    return policy.proxyPort || WriteRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT,
-                                                  proxyPort_) == REGISTRY_OK;
+    return policy.IsProxyPortFixed() ||
+           WriteRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT, proxyPort_) ==
+               REGISTRY_OK;
 }
 
 void ProxyHandlerBase::GetProxySettings(CAtlString& host, int& port, CAtlString& userName,
@@ -76,7 +78,7 @@ bool ProxyHandlerBase::ShowProxyOptionsDialog(QWidget* parent) {
     const CPolicy policy;
     ProxyEntry options{proxyHost_, proxyPort_, userName_, password_};
     options.isHostFixed = policy.proxyHost.has_value();
-    options.isPortFixed = policy.proxyPort.has_value();
+    options.isPortFixed = policy.IsProxyPortFixed();
     if (!dialog_ || !dialog_->EditOptions(options, parent))
         return false;
     const bool isOtherProxy = proxyHost_.Compare(options.host) != 0 || proxyPort_ != options.port;

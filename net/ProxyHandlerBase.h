@@ -37,8 +37,7 @@ public:
 };
 
 // Holds proxy host, port, user name and password. Host and port are stored in the settings that the program
-// shares with the maker's board software; user name and password stay in memory. GUI thread only; the
-// workflow owns it and shares it with the downloader and the main window.
+// shares with the maker's board software; user name and password stay in memory. GUI thread only.
 class ProxyHandlerBase {
 public:
     // The port when a host is stored without one.

@@ -40,7 +40,5 @@ CPolicy::CPolicy() {
         DefaultSettings::HTTP_PROXY_HOST, [](const QString& text) { return std::optional(CAtlString(text)); },
         proxyHost);
     read(DefaultSettings::HTTP_PROXY_PORT, ToNumber, proxyPort);
-    if (proxyHost && !proxyPort)
-        proxyPort = DefaultSettings::DEFAULT_PROXY_PORT;
     read(L"NoSelfUpdate", ToSwitch, noSelfUpdate);
 }

@@ -23,8 +23,10 @@ struct CPolicy {
     std::optional<int> interval;
     // An empty host means direct connections.
     std::optional<CAtlString> proxyHost;
-    // With a host and no port, the port of a host that is stored without one.
     std::optional<int> proxyPort;
     // When on, the program never replaces itself; else that is left to its description.
     std::optional<bool> noSelfUpdate;
+
+    // A host without a port in the policy does not get the user's port.
+    bool IsProxyPortFixed() const { return proxyHost || proxyPort; }
 };

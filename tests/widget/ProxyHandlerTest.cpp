@@ -193,6 +193,10 @@ TEST_F(ProxyHandler, PolicyWinsAndIsNotStored) {
     EXPECT_TRUE(handler_.ShowProxyOptionsDialog(nullptr) && handler_.SaveProxySettings());
     EXPECT_EQ(Settings(handler_), "u:p@set.example:8080 user:");
     EXPECT_EQ(stored_.childKeys().join(' '), "HttpProxyPort");
+    policy.setValue("Software/VARDO Technologies/Product Update/Policy/HttpProxyHost",
+                    "http://set.example:3129/");
+    handler_.LoadProxySettings();
+    EXPECT_EQ(Settings(handler_), "set.example:3129 user:");
     policy.clear();
 }
 
