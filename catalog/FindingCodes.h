@@ -91,6 +91,7 @@ inline constexpr FindingCode UNSIGNED_INSTALLER{"unsigned-installer", Severity::
 inline constexpr FindingCode BAD_KEY{"bad-key", Severity::ERROR};
 inline constexpr FindingCode UNSIGNED_FILE{"unsigned-file", Severity::ERROR};
 inline constexpr FindingCode SIGNED_ELSEWHERE{"signed-elsewhere", Severity::ERROR};
+inline constexpr FindingCode OTHER_PATH{"other-path", Severity::ERROR};
 inline constexpr FindingCode SIGNATURE_OVER{"signature-over", Severity::ERROR};
 inline constexpr FindingCode SIGNATURE_ENDS{"signature-ends", Severity::WARNING};
 

@@ -21,7 +21,7 @@ QString Text(const std::string& path) {
 void CheckLastDay(const CCatalogFile& file, const QDate& lastDay, CFindings& findings) {
     const QDate today = TodayInUtc();
     const QString day = lastDay.toString(Qt::ISODate);
-    if (today > lastDay)
+    if (IsOver(lastDay, today))
         findings.Add(file.GetPath(), 0, Code::SIGNATURE_OVER,
                      QString("the signature was good until %1: the program refuses the file").arg(day));
     else if (today.daysTo(lastDay) < WARNING_DAYS)
@@ -29,18 +29,16 @@ void CheckLastDay(const CCatalogFile& file, const QDate& lastDay, CFindings& fin
                      QString("the signature is good until %1: sign the file again").arg(day));
 }
 
-// The signed path must be exactly that at which the file is published, and by which all others name it.
-void CheckPaths(const CCatalog& catalog, const CCatalogFile& file, const QString& address,
-                const std::string& path, CFindings& findings) {
-    if (CCatalogueSeal::PathOf(CAtlString(address)) != path)
-        findings.Add(file.GetPath(), 0, Code::SIGNED_ELSEWHERE,
-                     QString("the file is signed for the path \"%1\", but is published at \"%2\"")
-                         .arg(Text(path), address));
+// A signature names one path, by which all addresses must ask for the file.
+void CheckReferences(const CCatalog& catalog, const CCatalogFile& file, const QString& address,
+                     CFindings& findings) {
+    const std::string path = CCatalogueSeal::PathOf(CAtlString(address));
     for (const Reference& reference : catalog.GetReferences()) {
         const std::string asked = CCatalogueSeal::PathOf(CAtlString(reference.address));
         if (catalog.FileOf(reference.address) == file.GetPath() && asked != path)
-            findings.Add(reference.from->GetPath(), reference.line, Code::SIGNED_ELSEWHERE,
-                         QString("the program asks for the path \"%1\", but \"%2\" is signed for \"%3\"")
+            findings.Add(reference.from->GetPath(), reference.line, Code::OTHER_PATH,
+                         QString("the program asks for the path \"%1\", but \"%2\" is published, and to be "
+                                 "signed, for \"%3\"")
                              .arg(Text(asked), file.GetPath(), Text(path)));
     }
 }
@@ -56,8 +54,7 @@ void CheckListAddresses(const CCatalog& catalog, const CCatalogFile& key, CFindi
     const auto path = catalog.FileOf(AttributeText(*installed->GetRoot(), ListFormat::URL));
     const CCatalogFile* list = path ? catalog.Find(*path) : catalog.PublishedList();
     if (list && list->GetRoot() && pathOf(*list) != pathOf(*installed))
-        findings.Add(list->GetPath(), AttributeLine(*list->GetRoot(), ListFormat::URL),
-                     Code::SIGNED_ELSEWHERE,
+        findings.Add(list->GetPath(), AttributeLine(*list->GetRoot(), ListFormat::URL), Code::OTHER_PATH,
                      QString("installations go on to \"%1\", but believe no stored list of another "
                              "path than \"%2\"")
                          .arg(Text(pathOf(*list)), Text(pathOf(*installed))));
@@ -69,6 +66,7 @@ void CheckPublished(const CCatalog& catalog, const CCatalogFile& key, CFindings&
         const auto address = catalog.PublishedAt(*file);
         if (!address)
             continue;
+        CheckReferences(catalog, *file, *address, findings);
         const CAtlStringA bytes = ReadFileBytes(file->GetFilePath());
         const auto statement = seal.Read({bytes.begin(), bytes.end()});
         if (!statement) {
@@ -78,7 +76,10 @@ void CheckPublished(const CCatalog& catalog, const CCatalogFile& key, CFindings&
                              .arg(key.GetPath()));
             continue;
         }
-        CheckPaths(catalog, *file, *address, statement->path, findings);
+        if (CCatalogueSeal::PathOf(CAtlString(*address)) != statement->path)
+            findings.Add(file->GetPath(), 0, Code::SIGNED_ELSEWHERE,
+                         QString("the file is signed for the path \"%1\", but is published at \"%2\"")
+                             .arg(Text(statement->path), *address));
         CheckLastDay(*file, statement->until, findings);
     }
 }

@@ -7,6 +7,7 @@
 #include "platform/files/CVardoDirectoryPath.h"
 #include "platform/files/FileReplacement.h"
 #include "platform/text/PrintableText.h"
+#include "products/CUpdateXmlReader.h"
 #include "signing/CCatalogueSeal.h"
 #include "signing/CMinisignSignature.h"
 
@@ -44,12 +45,15 @@ bool Replace(const SignedFile& file) {
 
 }  // namespace
 
-CFindings CCatalogSigning::ErrorsOf(const CCatalog& catalog) {
+QString CCatalogSigning::Obstacle(const CCatalog& catalog, std::ostream& err) {
+    if (CUpdateXmlReader::IsTestMode())
+        return QString("nothing was signed: remove ") + CUpdateXmlReader::TEST_MARKER.ToQString();
     CFindings errors;
     for (const Finding& finding : CheckCatalog(catalog).Sorted())
         if (finding.code.severity == Severity::ERROR && !IsAboutSignatures(finding.code))
             errors.Add(finding.file, finding.line, finding.code, finding.text);
-    return errors;
+    err << errors.ToText().toStdString();
+    return errors.Count(Severity::ERROR) > 0 ? QString("nothing was signed") : QString();
 }
 
 QString CCatalogSigning::ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out) {

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "catalog/CCatalog.h"
-#include "catalog/CFindings.h"
 #include "publish/CMinisignTool.h"
 
 #include <memory>
@@ -26,8 +25,9 @@ public:
     // Why signatures cannot be good for so many days, as the value of --days; empty when they can.
     static QString DaysProblem(int days);
 
-    // The errors of the folder that signing cannot mend.
-    static CFindings ErrorsOf(const CCatalog& catalog);
+    // Why nothing in the folder may be signed; empty when all may be. Writes the errors that signing cannot
+    // mend to err.
+    static QString Obstacle(const CCatalog& catalog, std::ostream& err);
     // Puts the files in their places, in their order and each in one step, with the mode of the one that is
     // there, else 0644, and writes their lines to out. Returns why one could not be written, and then leaves
     // the rest as they are; empty on success. The files before it may be signed already, which does no harm.

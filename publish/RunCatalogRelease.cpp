@@ -210,13 +210,9 @@ int Fail(const QString& problem, std::ostream& err) {
 // Signs everything before it writes anything. The files written first have no effect without the rest.
 int SignAll(const Options& options, std::ostream& out, std::ostream& err) {
     const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
-    if (CUpdateXmlReader::IsTestMode())
-        return Fail(QString("nothing was signed: remove ") + CUpdateXmlReader::TEST_MARKER.ToQString(), err);
     const CCatalog catalog(folder, siteAddress, siteFolder);
-    if (const CFindings errors = CCatalogSigning::ErrorsOf(catalog); errors.Count(Severity::ERROR) > 0) {
-        err << errors.ToText().toStdString();
-        return Fail("nothing was signed", err);
-    }
+    if (const QString obstacle = CCatalogSigning::Obstacle(catalog, err); !obstacle.isEmpty())
+        return Fail(obstacle, err);
     std::optional<std::vector<SignedFile>> all(std::in_place);
     if (!options.installerKey.isEmpty()) {
         CInstallerSigning installers(catalog, CMinisignTool::WithPassword(options.installerKey, err));

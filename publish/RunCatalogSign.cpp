@@ -69,14 +69,13 @@ Options ReadOptions(const QStringList& arguments) {
 int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
     const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
     const CCatalog catalog(folder, siteAddress, siteFolder);
-    if (const CFindings errors = CCatalogSigning::ErrorsOf(catalog); errors.Count(Severity::ERROR) > 0) {
-        err << errors.ToText().toStdString() << "VARDOCatalogSign: nothing was signed\n";
-        return EXIT_ERRORS;
+    QString failure = CCatalogSigning::Obstacle(catalog, err);
+    if (failure.isEmpty()) {
+        CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
+        const auto files = signing.SignAll();
+        failure =
+            files ? CCatalogSigning::ReplaceAll(*files, out) : signing.GetProblem() + "; nothing was signed";
     }
-    CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
-    const auto files = signing.SignAll();
-    const QString failure =
-        files ? CCatalogSigning::ReplaceAll(*files, out) : signing.GetProblem() + "; nothing was signed";
     if (failure.isEmpty())
         return EXIT_CLEAN;
     err << "VARDOCatalogSign: " << Printable(failure).toStdString() << '\n';

@@ -303,7 +303,7 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
     const std::pair<const char*, const char*> elsewhere[] = {
         {"error",
          "rejected not-utf8 not-utf16 unreadable cut-text no-installer unsigned-installer bad-key "
-         "empty-folder not-startable not-served served-otherwise unsigned-file signed-elsewhere "
+         "empty-folder not-startable not-served served-otherwise unsigned-file signed-elsewhere other-path "
          "signature-over unread-folder"},
         {"warning", "signature-ends"},
         {"note", "unlisted unknown-file private-file"}};

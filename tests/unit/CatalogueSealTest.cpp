@@ -129,7 +129,8 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
     for (const char* code : {"signature-over", "signed-elsewhere"})
         EXPECT_EQ(Count(Check(), "site/updates/notebook.xml:1: error", code), 1);
     Alter("site/products.xml", "/products.xml\"", "/new/products.xml\"");
-    EXPECT_EQ(Count(Check(), "site/products.xml:", "signed-elsewhere"), 1) << "of its Url";
+    EXPECT_EQ(Count(Check(), "site/products.xml:", "other-path"), 1) << "of its Url";
+    EXPECT_EQ(Sign("13"), EXIT_ERRORS) << "which no signature mends";
     shared_.Write("program/share/VardoCatalogue.pub", "no key");
     EXPECT_EQ(Count(Check(), "program/share/VardoCatalogue.pub:1: error", "bad-key"), 1);
 
