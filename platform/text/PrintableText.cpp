@@ -65,7 +65,8 @@ QByteArray PrintableJson(const QJsonDocument& document) {
 }
 
 std::string PrintableNarrow(const CAtlString& text) {
-    std::string narrow = CAtlStringA(text.Left(static_cast<int>(LONGEST_SHOWN))).GetString();
+    const CAtlStringA bytes(text.Left(static_cast<int>(LONGEST_SHOWN)));
+    std::string narrow(bytes.begin(), bytes.end());
     std::replace_if(narrow.begin(), narrow.end(), IsNarrowControl, '?');
     return narrow;
 }

@@ -82,7 +82,8 @@ CAtlStringA ReadFileBytes(const CVardoFilePath& file) {
     if (!descriptor.IsOpen() || size == 0 || size > MAX_XML_BYTES)
         return bytes;
     char* buffer = bytes.GetBuffer(static_cast<int>(size));
-    bytes.ReleaseBuffer(static_cast<int>(FileSystem::ReadFully(descriptor, buffer, size)));
+    const bool isWhole = FileSystem::ReadFully(descriptor, buffer, size) == size;
+    bytes.ReleaseBuffer(isWhole ? static_cast<int>(size) : 0);
     return bytes;
 }
 

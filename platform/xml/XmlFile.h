@@ -25,7 +25,7 @@ inline constexpr int MAX_XML_VALUE = 8192;
 // The most elements, attributes, comments and pieces of text together; each takes up to 300 bytes.
 inline constexpr int MAX_XML_ITEMS = 500000;
 
-// The file's bytes; empty when it cannot be read, is not regular, or is larger than MAX_XML_BYTES.
+// The file's bytes; empty when it cannot be read to its end, is not regular, or is larger than MAX_XML_BYTES.
 CAtlStringA ReadFileBytes(const CVardoFilePath& file);
 
 // Why a text was not parsed.

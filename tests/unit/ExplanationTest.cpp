@@ -122,9 +122,9 @@ TEST(PrintableText, HidesAndReordersNothing) {
     const QJsonDocument json(QJsonObject{{"k", QString::fromUtf8("\u202E\u009B\U000E0041\n\u4E2D")}});
     EXPECT_EQ(PrintableJson(json), "{\n    \"k\": \"\\u202e\\u009b\\udb40\\udc41\\n\u4E2D\"\n}\n");
     EXPECT_EQ(QJsonDocument::fromJson(PrintableJson(json)), json);
-    EXPECT_EQ(PrintableNarrow(L"\u011B]0;x\u0107\n\u019B31m\u00E9 ok"),
+    EXPECT_EQ(PrintableNarrow(L"\u011B]0;x\u0107\n\u019B31m\u00E9 \u4E00ok"),
               "?]0;x??"
-              "?31m\xE9 ok");
+              "?31m\xE9 ?ok");
     EXPECT_EQ(Cut(QString(600, 'x')), QString(499, 'x') + "\u2026");
     EXPECT_EQ(Cut(QString::fromUtf8("ab\U0001F600c"), 4), "ab\u2026") << "no half of a character";
 }
