@@ -39,12 +39,12 @@ void CFetchAhead::Plan(const std::vector<CAtlString>& urls) {
 }
 
 void CFetchAhead::Start(const Route& route) {
-    const auto isUnderWay = [](const Entry& entry) { return entry.ahead && !entry.ahead->transfer.IsHeld(); };
+    const auto isStarted = [](const Entry& entry) { return entry.ahead && !entry.ahead->transfer.IsHeld(); };
     const auto end = entries_.begin() + std::min(MOST_AHEAD, std::ssize(entries_));
-    if (folder_.IsEmpty() || std::count_if(entries_.begin(), end, isUnderWay) > FEW_AHEAD)
+    if (folder_.IsEmpty() || std::count_if(entries_.begin(), end, isStarted) > FEW_AHEAD)
         return;
     for (Entry& entry : std::ranges::subrange(entries_.begin(), end)) {
-        if (isUnderWay(entry))
+        if (isStarted(entry))
             continue;
         const CAtlString number(QString("-%1").arg(++serial_));
         const CVardoFilePath file =

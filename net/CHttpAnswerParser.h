@@ -18,7 +18,9 @@ public:
     static constexpr int OK = 200;
     static constexpr int PROXY_AUTHENTICATION_REQUIRED = 407;
 
-    // The ways that a proxy offers for sending it credentials.
+    // The ways that a proxy offers for sending it credentials, in the order of preference. A proxy that has
+    // offered one gets credentials in no lower way in this run, and in no way after UNUSABLE: what it offers
+    // later may come from somebody else.
     enum class ProxyScheme {
         NONE,        // the proxy did not ask, or offers nothing
         BASIC,       // only Basic, which everybody on the way can read (RFC 7617)

@@ -21,14 +21,14 @@ public:
 
     // A host or a proxy.
     struct Peer {
-        // Why it is not asked again in this check, in which it let a request wait for nothing; else empty.
+        // Empty, or why this check asks it no more: it let a request wait in vain.
         CAtlString silence;
         // It has answered a request in this check.
         bool hasAnswered = false;
 
         // The members from here on are for a proxy. It let the last request pass.
         bool isOpen = false;
-        // The best scheme that it has asked for.
+        // The highest scheme that it has asked for.
         ProxyScheme scheme = ProxyScheme::NONE;
         // The last credentials that it accepted, and the last that it refused.
         Credentials accepted;

@@ -104,8 +104,6 @@ bool Downloader::Receive(AheadTransfer& ahead, CAtlString& file) {
     const int result = Finish(ahead.transfer);
     if (ahead.transfer.IsHeld() || (result != RESULT_OK && !(ahead.route == GetRoute())))
         return false;
-    if (last_.bytes > 0)
-        DataReadProgress(static_cast<int>(last_.bytes), static_cast<int>(last_.bytes));
     if (!last_.error.IsEmpty())
         ConnectionFailed(last_.error);
     if (result == RESULT_OK && !isCancelled_)

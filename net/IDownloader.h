@@ -30,12 +30,14 @@ public:
     virtual void SetFailureCallback(const FailureCallback& /*callback*/) {}
     // Tells the failure callback why a fetched file may not be used, unless the fetch was cancelled.
     virtual void TellFailure(const QString& /*reason*/) {}
-    // Called at the end of every transfer that a download waited for: one or two. May be empty.
+    // Called once or twice for each download: at the end of each transfer that it waited for, or when none
+    // could begin. May be empty.
     virtual void SetTransferCallback(const TransferCallback& /*callback*/) {}
     // The path of a new temporary file with the contents of url; empty when the fetch failed. The caller
     // deletes the file. Serves the thread's events while it waits, and must not be entered again meanwhile.
     virtual CAtlString Download(const CAtlString& url) = 0;
-    // The same for an installer, which may be large and take long. Calls progress now and then.
+    // The same for an installer, which may be large and take long. Calls progress now and then, and tells no
+    // failure.
     virtual CAtlString DownloadInstaller(const CAtlString& url, const ProgressCallback& /*progress*/) {
         return Download(url);
     }

@@ -23,7 +23,7 @@ qsizetype EndOfElement(const QByteArray& list, qsizetype begin) {
 }
 
 // The scheme of the challenge that an element begins; empty when the element is one more parameter of the
-// challenge before it: "name = value" (RFC 9110, 11.6.1).
+// challenge before it: "name = value" (RFC 9110, 11.2).
 QByteArray SchemeOf(const QByteArray& element) {
     const QByteArray name = element.first(std::find(element.begin(), element.end(), ' ') - element.begin());
     const bool isParameter = name.contains('=') || element.sliced(name.size()).trimmed().startsWith('=');

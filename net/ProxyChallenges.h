@@ -10,7 +10,7 @@
 #include <QList>
 #include <optional>
 
-// A challenge (RFC 9110, 11.6.1).
+// A challenge (RFC 9110, 11.3).
 struct ProxyChallenge {
     // In lower case, as the names of the parameters.
     QByteArray scheme;

@@ -6,13 +6,15 @@
 #include <QAuthenticator>
 #include <QFutureWatcher>
 #include <QIODevice>
+#include <QNetworkReply>
 #include <algorithm>
 #include <limits>
 #include <utility>
 
-#include "net/CHttpAnswerParser.h"
 #include "net/CPeerMemory.h"
 #include "net/HostConnection.h"
+
+using ProxyScheme = QHttpResponseHeader::ProxyScheme;
 
 namespace {
 
@@ -42,17 +44,13 @@ bool WriteWhole(QIODevice& to, const QByteArray& bytes) {
            (written >= 0 && to.write(bytes.sliced(written)) == bytes.size() - written);
 }
 
-// The manager keeps the challenges that it answers to itself.
+// The manager keeps challenges to itself; NTLM stands for them.
 QHttpResponseHeader HeaderOf(const QNetworkReply& reply) {
     return {reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), "NTLM",
             reply.header(QNetworkRequest::ContentLengthHeader).toLongLong()};
 }
 
 }  // namespace
-
-QString QHttp::NoAnswer() {
-    return tr("The server does not answer");
-}
 
 QString QHttp::BadAnswer() {
     return tr("The server's answer is incomplete or too large");
@@ -77,9 +75,9 @@ void QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
     end_.setRemainingTime(bounds_.wholeTime);
     if (!to_->isOpen())
         SetError(Error::NOT_WRITTEN, to_->errorString());
-    else if (!proxy_.user().isEmpty() && authentication_ == Authentication::NEGOTIATED)
+    else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::NEGOTIATED)
         FetchByManager(MakeRequest(path));
-    else if (!proxy_.user().isEmpty() && authentication_ == Authentication::DIGEST)
+    else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::DIGEST)
         FetchWithDigest(MakeRequest(path));
     else
         FetchBySocket(MakeRequest(path));
@@ -98,7 +96,7 @@ QNetworkRequest QHttp::MakeRequest(const QString& path) const {
     // The same as the network access manager's; some servers refuse requests without this field.
     request.setHeader(QNetworkRequest::UserAgentHeader, "Mozilla/5.0");
     request.setRawHeader("Accept-Encoding", "identity");
-    if (!proxy_.user().isEmpty() && authentication_ == Authentication::BASIC)
+    if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::BASIC)
         request.setRawHeader("Proxy-Authorization",
                              "Basic " + (proxy_.user() + u':' + proxy_.password()).toUtf8().toBase64());
     return request;
@@ -167,7 +165,7 @@ void QHttp::FetchWithDigest(const QNetworkRequest& request) {
         FetchBySocket(answering);
         if (challenges_ >= MAX_CHALLENGES)
             SetError(Error::ASKED_TOO_OFTEN, {});
-    } while (error_ == Error::NONE && header_.proxyScheme() == QHttpResponseHeader::ProxyScheme::DIGEST &&
+    } while (error_ == Error::NONE && header_.proxyScheme() == ProxyScheme::DIGEST &&
              (!isAnswered || digest_->IsStale()));
 }
 
@@ -247,7 +245,7 @@ bool QHttp::Wait(const boost::function<bool()>& keepWaiting) {
     if (cancelled_->IsSet())
         SetError(Error::CANCELLED, {});
     else if (keepWaiting())
-        SetError(Error::TOO_LATE, NoAnswer());
+        SetError(Error::TOO_LATE, tr("The server does not answer"));
     else if (wasSent_)
         next_.setRemainingTime(bounds_.silence);
     return error_ == Error::NONE;

@@ -12,7 +12,6 @@
 #include <QElapsedTimer>
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
-#include <QNetworkReply>
 #include <QTcpSocket>
 #include <QTimer>
 #include <boost/function.hpp>
@@ -21,6 +20,7 @@
 
 class CPeerMemory;
 class QIODevice;
+class QNetworkReply;
 
 // Keeps its connection from one request to the next. It follows no redirects, and has no cache, cookies or
 // compression. It uses the given proxy and ignores the one that the environment may name. Lives on one
@@ -42,15 +42,9 @@ public:
         NOT_WRITTEN,      // the device did not take the body
         CANCELLED,
     };
-    // In milliseconds: for longer, the system looks for a neighbour that is switched off (EHOSTUNREACH), at
-    // each connection.
+    // In milliseconds. The system looks longer for a neighbour that is switched off (EHOSTUNREACH), at each
+    // connection.
     static constexpr qint64 SLOW_MS = 1000;
-    // How user and password are sent to the proxy.
-    enum class Authentication {
-        BASIC,       // at once, readable, in UTF-8 (RFC 7617)
-        DIGEST,      // as the answer to a challenge, in UTF-8 (RFC 7616)
-        NEGOTIATED,  // as Qt's network access manager agrees with the proxy
-    };
 
     static constexpr int DEFAULT_PORT = 80;
     // The most times that a proxy may ask for credentials for one file.
@@ -70,14 +64,16 @@ public:
         host_ = host;
         port_ = port;
     }
-    // QNetworkProxy::NoProxy, or an HTTP proxy, with user and password or without.
-    void setProxy(const QNetworkProxy& proxy, Authentication authentication) {
+    // QNetworkProxy::NoProxy, or an HTTP proxy. With user and password, which are sent at once and readable
+    // for BASIC (RFC 7617), as the answer to a challenge for DIGEST (RFC 7616), both in UTF-8, and else as
+    // Qt's network access manager agrees with the proxy; or without.
+    void setProxy(const QNetworkProxy& proxy, QHttpResponseHeader::ProxyScheme scheme) {
         if (proxy != proxy_)
             manager_.reset();
         if (proxy.hostName() != proxy_.hostName() || proxy.port() != proxy_.port())
             digest_.reset();
         proxy_ = proxy;
-        authentication_ = authentication;
+        scheme_ = scheme;
     }
 
     // Requests path (percent-encoded; "/" when empty) and writes the body of an answer OK to a device as it
@@ -90,7 +86,8 @@ public:
     QString errorString() const { return errorString_; }
     // The head of its answer; the status is 0 without an answer.
     const QHttpResponseHeader& header() const { return header_; }
-    // The connection opened; otherwise the host, or the proxy, could not be reached.
+    // The connection opened, and the request was on its way; otherwise the host, or the proxy, could not be
+    // reached.
     bool wasSent() const { return wasSent_; }
     // Bytes came that are no whole head.
     bool isGarbled() const { return isGarbled_; }
@@ -110,8 +107,6 @@ private:
     static constexpr std::chrono::milliseconds LONGEST_REST{10'000};
 
     QNetworkRequest MakeRequest(const QString& path) const;
-    // The text of TOO_LATE.
-    static QString NoAnswer();
     // The text for an incomplete or too large answer.
     static QString BadAnswer();
     void FetchByManager(QNetworkRequest request);
@@ -136,7 +131,7 @@ private:
     QString host_;
     int port_ = 0;
     QNetworkProxy proxy_;
-    Authentication authentication_ = Authentication::BASIC;
+    QHttpResponseHeader::ProxyScheme scheme_ = QHttpResponseHeader::ProxyScheme::NONE;
     int challenges_ = 0;
 
     // The request in hand.

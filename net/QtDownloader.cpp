@@ -32,17 +32,6 @@ bool CanLogIn(const Peer& proxy) {
     return proxy.scheme != ProxyScheme::NONE && proxy.scheme != ProxyScheme::UNUSABLE;
 }
 
-QHttp::Authentication WayFor(ProxyScheme scheme) {
-    switch (scheme) {
-        case ProxyScheme::BASIC:
-            return QHttp::Authentication::BASIC;
-        case ProxyScheme::DIGEST:
-            return QHttp::Authentication::DIGEST;
-        default:
-            return QHttp::Authentication::NEGOTIATED;
-    }
-}
-
 // Creates the file for its owner alone, in place of an earlier one. It never opens a file or follows a link
 // that another user put there meanwhile; the file then stays closed.
 void CreateAnew(QFile& file) {
@@ -118,8 +107,7 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
 void QtDownloader::Attempt(const QUrl& address, QFile& file) {
     areSent_ = HasCredentialsToTry();
     areTried_ = areTried_ || areSent_;
-    Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()),
-                    WayFor(Memory().Of(proxy_).scheme));
+    Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()), Memory().Of(proxy_).scheme);
     Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
     CreateAnew(file);
     Http().get(address.path(QUrl::FullyEncoded), &file, Cancelled());
@@ -179,7 +167,8 @@ bool QtDownloader::IsKnownToBeSilent() {
     const CAtlString silence = proxys.IsEmpty() ? Memory().Of(site_).silence : proxys;
     if (silence.IsEmpty())
         return false;
-    Blame(proxys.IsEmpty() ? Culprit::SITE : Culprit::PROXY, silence.ToQString());
+    record_.culprit = proxys.IsEmpty() ? Culprit::SITE : Culprit::PROXY;
+    record_.error = silence;
     if (!IsAhead())
         emit ConnectionFailedSignal(record_.error);
     return true;
@@ -222,9 +211,4 @@ int QtDownloader::Judge(QFile& file) {
     if (status_ > QHttpResponseHeader::OK || record_.bytes > 0)
         file.remove();
     return RESULT_FAILED;
-}
-
-void QtDownloader::Blame(Culprit culprit, const QString& error) {
-    record_.culprit = culprit;
-    record_.error = CAtlString(error);
 }

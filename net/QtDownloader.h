@@ -54,7 +54,6 @@ private:
     void NoteOutcome();
     // The result. Deletes the file of a failure; only an empty one may stay.
     int Judge(QFile& file);
-    void Blame(TransferRecord::Culprit culprit, const QString& error);
 
     TransferBounds bounds_;
     // The names of the peers in CPeerMemory.

@@ -35,7 +35,7 @@ struct TransferRecord {
     // The party that caused a failure.
     enum class Culprit {
         SITE,
-        PROXY,     // it could not be reached, has not answered any request, or has refused credentials
+        PROXY,     // it could not be reached, has not answered any request, or wants other credentials
         COMPUTER,  // this one
     };
 
@@ -51,7 +51,7 @@ struct TransferRecord {
     qint64 bytes = 0;
     // From the transfer's start to its end, all attempts and questions included.
     qint64 milliseconds = 0;
-    // What went wrong, in Qt's words or the program's; empty when a whole answer came, of whatever status.
+    // What went wrong, in Qt's words or the program's; empty when the status of a whole answer tells it.
     CAtlString error{};
     Culprit culprit = Culprit::SITE;
     bool succeeded = false;
