@@ -24,8 +24,8 @@ public:
     CPreparation(IAttendedEnvironment& environment, const boost::shared_ptr<IDownloader>& downloader,
                  bool isWatched);
 
-    // Offers a newer version of the program itself. True when its installer was started: the process must
-    // end, without saving anything.
+    // Offers a newer version of the program itself. True when its installer was fetched and started, if it
+    // can be: the process must end, without saving anything.
     bool SelfUpdate();
     // Lets the list refresh itself.
     void RefreshProductList(CProductListController& list);

@@ -129,7 +129,7 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
 
 bool CWorkFlow::CheckBehind(MainWindow& window) {
     hidden_ = &window;
-    if (isWanted_)
+    if (isActivated_)
         Activate();
     productList_->SetTimeLimit(LONGEST_SILENT_CHECK);
     productList_->CheckForUpdates();
@@ -141,7 +141,7 @@ bool CWorkFlow::CheckBehind(MainWindow& window) {
 }
 
 void CWorkFlow::Activate() {
-    isWanted_ = true;
+    isActivated_ = true;
     if (MainWindow* window = std::exchange(hidden_, nullptr)) {
         proxyHandler_->SetInteractive(true);
         window->SetChecking(true);

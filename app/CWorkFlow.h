@@ -31,8 +31,7 @@ public:
     bool Initialize(const CCmdLineContext& context);
     // Whether the user's settings want a silent check today.
     bool IsCheckDue() const;
-    // Offers a newer version of the program itself. True when its installer was started: the process must
-    // end, without saving anything.
+    // As CPreparation has it.
     bool SelfUpdate();
 
     // Opens the window, checks, and saves the settings when the user has closed it. Always 0.
@@ -64,7 +63,7 @@ private:
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
     boost::shared_ptr<CRecordKeeper> recordKeeper_;
     boost::shared_ptr<IAttendedEnvironment> environment_;
-    bool isWanted_ = false;
-    // The window of a silent check that runs and was not wanted yet.
+    bool isActivated_ = false;
+    // The window of a silent check that runs, before Activate.
     MainWindow* hidden_ = nullptr;
 };

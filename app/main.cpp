@@ -46,7 +46,8 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool g
     return application;
 }
 
-// To detect a file's format, Qt would load all its image plugins, which takes 3 of the start's 110 ms.
+// To detect a file's format, Qt would load all its image plugins, which takes 3 of the start's 110 ms on a
+// slow machine.
 QIcon ReadIcon() {
     QImageReader reader(":/images/update.png", "png");
     reader.setAutoDetectImageFormat(false);

@@ -30,12 +30,12 @@ struct Reference {
 // gives it, else by the address by which another file names it, else by what is in it.
 class CCatalog {
 public:
-    // The address at which siteFolder is published, which is folder or lies in it, under the same path; when
-    // the address is empty, the product lists say where which part of the folder is.
+    // siteFolder is folder or lies in it, under the same path, and is published at siteAddress. When that is
+    // empty, the product lists say where each part of the folder is.
     CCatalog(const QString& folder, const QString& siteAddress, const QString& siteFolder);
     CCatalog(const QString& folder, const QString& siteAddress) : CCatalog(folder, siteAddress, folder) {}
 
-    // As it was given, without a "/" at its end.
+    // As it was given, cleaned (QDir::cleanPath).
     const QString& GetFolder() const { return folder_; }
     const std::vector<std::unique_ptr<CCatalogFile>>& GetFiles() const { return files_; }
     // The folders below it that are links to others, or may not be read: the catalogue lacks their files.

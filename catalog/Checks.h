@@ -28,8 +28,8 @@ void CheckStringsFiles(const CCatalog& catalog, CFindings& findings);
 // The files and pages that other files name by their addresses, and whether a web server may read them.
 void CheckReferences(const CCatalog& catalog, CFindings& findings);
 
-// The program's own installers that any installed version is offered, but for a version that is no news here:
-// whether each can be fetched, is accepted and can be started.
+// The installers of the program's own updates, but for a version that is no news here: whether each can be
+// fetched, is accepted and can be started.
 void CheckInstallers(const CCatalog& catalog, CFindings& findings);
 // The same for the offer of a reader that has read both files. The offer of a range may be signed with an
 // older key than those beside the local description, when all of the range is below that: older installations

@@ -8,7 +8,7 @@
 
 class TiXmlElement;
 
-// The kind as which the update program reads a file; from STRINGS on, it is not XML.
+// The kind as which the update program reads a file; from STRINGS on, it is not XML. The order counts.
 enum class FileKind {
     UNKNOWN,
     PRODUCT_LIST,

@@ -65,7 +65,7 @@ private:
         CheckAttributes(file_, root, LIST, findings_);
         if (XmlAttribute(root, VERSION).IsEmpty())
             Add(root.Row(), Code::INVALID_VERSION,
-                "the list has no Version: it loses to every list that has one");
+                "the list has no Version: an installation with it checks nothing");
         if (XmlAttribute(root, URL).IsEmpty())
             Add(root.Row(), Code::NO_REFRESH,
                 "the list has no Url: installations with it will never fetch another");

@@ -20,7 +20,7 @@ inline constexpr const char* RIGHT_TO_LEFT = "RightToLeft";
 
 }  // namespace LanguageFormat
 
-// For the GUI thread. The table is read anew at each call: it is small, and asked a few times per run.
+// For the GUI thread. The table is small, and read anew at each call.
 
 // The program's own languages: the folder "Languages" beside the folder of the executable, absolute and with
 // a trailing "/". Empty when the executable's folder is gone or has no parent.

@@ -16,7 +16,8 @@
 // Why a file does not count, in words; empty when it does.
 QString VerdictText(Verdict verdict);
 
-// Keeps what it is told, in that order. docs/administration.md describes the JSON. GUI thread only.
+// Keeps the first 100 facts of each kind that it is told. docs/administration.md describes the JSON. GUI
+// thread only.
 class CExplanation : public IDecisionObserver {
 public:
     // Passes comparisons on to printer, which must outlive it, and does not keep them.

@@ -14,7 +14,7 @@
 #include <QDate>
 
 // Fetches a file, judges its bytes before they are parsed, and deletes the file in its destructor. With the
-// maker's key for XML files in the shared data folder, a file without a good signature counts as not fetched.
+// maker's key for XML files in the shared data folder, a file without a good signature does not count.
 // GUI thread only.
 class CFetchedFile {
     Q_DECLARE_TR_FUNCTIONS(CFetchedFile)
@@ -31,7 +31,7 @@ public:
     CFetchedFile(const CFetchedFile&) = delete;
     CFetchedFile& operator=(const CFetchedFile&) = delete;
 
-    // COUNTS when there are bytes to parse, else the reason why there are not.
+    // COUNTS unless the bytes may not be parsed; a file that cannot be read has none.
     Verdict GetVerdict() const { return verdict_; }
     // Empty unless the file counts.
     const CAtlStringA& GetBytes() const { return bytes_; }

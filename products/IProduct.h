@@ -56,7 +56,7 @@ public:
     // The same for machines, independent of the user's locale.
     virtual CAtlString GetPlainInstalledVersion(unsigned item) const { return GetInstalledVersion(item); }
     virtual CAtlString GetPlainLatestVersion(unsigned item) const { return GetLatestVersion(item); }
-    // The item's row in the table; negative when it has none.
+    // The item's row in the table. Negative for a notice without one; else without meaning before SetRow.
     virtual void SetRow(unsigned item, int row) = 0;
     virtual int GetRow(unsigned item) const = 0;
     // Captions of the button: entry 0 without, entry 1 with an available update.

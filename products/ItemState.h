@@ -9,7 +9,7 @@
 enum class ItemState {
     CURRENT,
     UPDATE,       // there is a newer version
-    SKIPPED,      // there is one, of which the user wants to hear no more
+    SKIPPED,      // there is one, and the user skips it
     DISABLED,     // another product keeps this one from being updated
     OLDER,        // a higher version is installed beside it
     NOTICE,       // a notification from the maker
@@ -26,5 +26,6 @@ ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked);
 // Whether the user skips the version that the item is offered. The user's settings keep one such version for
 // each product; another version is wanted again. GUI thread only.
 bool IsSkipped(const IProduct& product, unsigned item);
-// Skips the version that the item is offered, or takes that back. The settings are written when this returns.
+// Skips the version that the item is offered, or takes that back. The settings are written when this returns,
+// if they can be.
 void SetSkipped(const IProduct& product, unsigned item, bool isSkipped);

@@ -16,7 +16,7 @@
 class TiXmlDocument;
 
 // Its local description, "<key>.xml" in the shared data folder, says where the message lies; the message
-// brings a page, a date window and the text in several languages. It is one item while the window is open, on
+// brings a page, a date window and the text in several languages. It is one item within these dates, on
 // machines with board software of the generations that it is for; item indices are ignored. Once the user has
 // opened the page, the item stays but is no longer wanted, in this and every later run.
 class Notification : public IProduct {

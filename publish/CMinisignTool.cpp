@@ -79,7 +79,7 @@ std::optional<QByteArray> CMinisignTool::SignFile(const QString& path, const QSt
     signature.remove();
     QProcess tool;
     tool.start("minisign", {"-S", "-s", keyFile_, "-m", path, "-x", signature.fileName(), "-t",
-                            trustedComment, "-c", "signed by VARDOCatalogSign"});
+                            trustedComment, "-c", "the maker's signature"});
     tool.write(password_ + '\n');
     tool.closeWriteChannel();
     const bool isDone = tool.waitForFinished(LONGEST_SIGNING);

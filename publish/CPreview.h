@@ -14,9 +14,9 @@
 #include <set>
 #include <vector>
 
-// Asks the program's own readers what they offer to each installed version: for each product of the first
-// published list (or, without one, of the first list) and for the program itself. Only reads files. GUI
-// thread only.
+// Asks the program's own readers what they offer to each installed version: for each product of the list that
+// installations take (CCatalog::PublishedList; without one, of the first list) and for the program itself.
+// Only reads files. GUI thread only.
 //
 // Gallery content and notifications have no such versions, and are left out.
 class CPreview {

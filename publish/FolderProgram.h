@@ -10,7 +10,7 @@
 #include <iosfwd>
 
 // The exit statuses of such a program.
-enum CatalogExit {
+enum {
     EXIT_CLEAN = 0,
     EXIT_WARNINGS = 1,
     EXIT_ERRORS = 2,
@@ -61,13 +61,13 @@ int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostrea
 
 // Signs the published files of the folder that the arguments name (the first one is the program's own name),
 // writes a line for each to out, and what goes wrong to err; both as UTF-8. Asks on err for the password of a
-// key that has one, and reads it from standard input. One of CatalogExit (EXIT_ERRORS: nothing was signed, or
-// not all). Needs a QCoreApplication.
+// key that has one, and reads it from standard input. One of these statuses (EXIT_ERRORS: nothing was signed,
+// or not all). Needs a QCoreApplication.
 int RunCatalogSign(const QStringList& arguments, std::ostream& out, std::ostream& err);
 
 // Signs the installer of the program and the published files of the folder that the arguments name (the first
 // one is the program's own name), or writes the files of a new product. Writes a line for each file to out,
 // in the order of an upload, and what goes wrong to err; both as UTF-8. Asks on err for the passwords of keys
-// that have one, and reads them from standard input. One of CatalogExit (EXIT_ERRORS: not all was signed).
+// that have one, and reads them from standard input. One of these statuses (EXIT_ERRORS: not all was signed).
 // Needs a QCoreApplication.
 int RunCatalogRelease(const QStringList& arguments, std::ostream& out, std::ostream& err);

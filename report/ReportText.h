@@ -14,6 +14,6 @@ QString ReportText(const QJsonObject& report, bool isExplained);
 // The "users" of the report's JSON as a table.
 QString UsersText(const QJsonObject& report);
 
-// The report's JSON as metrics, in the text format 0.0.4 of Prometheus. A version of which nobody knows
-// whether it is the latest one has no vardo_product_update_available.
+// The report's JSON as metrics, in the text format 0.0.4 of Prometheus. A version that was not checked has
+// no vardo_product_update_available.
 QString PrometheusText(const QJsonObject& report);

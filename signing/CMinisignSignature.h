@@ -51,7 +51,7 @@ private:
     MinisignFormat::Signature globalSignature_{};
 };
 
-// Until when a signature is good, as a word of its trusted comment says it ("until:yyyyMMdd").
+// A signature's last day is the word "until:yyyyMMdd" of its trusted comment.
 
 // Today's date in UTC.
 QDate TodayInUtc();

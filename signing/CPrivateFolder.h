@@ -27,7 +27,7 @@ public:
 
     // Moves a file here and opens it for reading. Not open when that fails, or when the file is not regular,
     // is not the user's own, may be written by others, or has a second name. The file is gone from its old
-    // place in any case. To be called once.
+    // place in any case, if it can be removed. To be called once.
     CFileDescriptor TakeIn(const CVardoFilePath& file);
     // Leaves folder and file where they are, and returns the file's path.
     CVardoFilePath Keep();

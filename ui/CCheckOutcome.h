@@ -25,7 +25,7 @@ public:
 
     // Why the item's latest version is not available; empty when it is.
     QString WhyNotAvailable(const IProduct& product, unsigned item) const;
-    // Why the item is neither plainly current nor an update that its button leads to; empty when it is.
+    // Why the item is not plainly current and its button leads to no update; else empty.
     QString Why(const IProduct& product, unsigned item) const;
     // How many updates there are, and what could not be checked, in one line.
     QString Summary(const IProduct::List& products) const;

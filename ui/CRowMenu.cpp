@@ -90,6 +90,6 @@ void CRowMenu::AddSkipping(QMenu& menu, const Item& item) {
     const QString text = isSkipped ? tr("Offer This Version Again") : tr("Skip This Version");
     menu.addAction(text, this, [this, item, isSkipped] {
         SetSkipped(*item.product, item.item, !isSkipped);
-        window_.showAgain(item);
+        window_.skippingChanged(item);
     });
 }

@@ -32,7 +32,7 @@ public:
         // Tells the user why the row is as it is.
         boost::function<void(const Item&)> explain;
         // The user skips the version, or takes that back.
-        boost::function<void(const Item&)> showAgain;
+        boost::function<void(const Item&)> skippingChanged;
     };
 
     CRowMenu(QTableWidget& table, Window window);

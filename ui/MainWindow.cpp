@@ -372,7 +372,7 @@ void MainWindow::ShowReasons(const IProduct& product, unsigned item) {
 }
 
 void MainWindow::AddRowMenu() {
-    const auto showAgain = [this](const CRowMenu::Item& row) {
+    const auto skippingChanged = [this](const CRowMenu::Item& row) {
         if (ItemOf(row.product->GetRow(row.item)).product != row.product)
             return;
         ShowReasons(*row.product, row.item);
@@ -384,7 +384,7 @@ void MainWindow::AddRowMenu() {
                                 .textOf = boost::bind(&CProductTable::RowText, &table_, _1),
                                 .allText = boost::bind(&MainWindow::AllText, this),
                                 .explain = boost::bind(&MainWindow::Explain, this, _1),
-                                .showAgain = showAgain});
+                                .skippingChanged = skippingChanged});
 }
 
 CRowMenu::Item MainWindow::ItemOf(int row) const {

@@ -40,7 +40,7 @@ public:
     void SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record);
     // Lists what the controller holds, and shows the record.
     void ShowProducts();
-    // Shows the summary of a check that has ended.
+    // Shows the summary of a check that has ended, with the rows that it did not reach as failures.
     void ShowOutcome();
     // Disables another check and the connection options while a check runs.
     void SetChecking(bool isChecking);

@@ -12,7 +12,7 @@ class QApplication;
 // folder "Languages" beside the executable's folder, and sets the layout direction of application, which may
 // be null when there is no GUI. GUI thread, while a QCoreApplication exists.
 //
-// True when a translator was installed; it is installed, and leaves the texts as they are, for a language
-// without strings as well. Without an applicationName nothing is installed and true means that the language
-// is English. False also when the executable's folder is gone or has no parent.
+// True when a translator was installed; that of a language without strings leaves the texts as they are.
+// Without an applicationName nothing is installed, and true means that the language is English. False also
+// when the executable's folder is gone or has no parent.
 bool InstallLanguage(const QString& applicationName, QApplication* application, bool useLanguageSettings);

@@ -7,6 +7,7 @@
 #include <cerrno>
 
 #include <sys/eventfd.h>
+#include <unistd.h>
 
 namespace {
 
@@ -17,7 +18,8 @@ std::atomic<int> reports = -1;
 // Calls only what a handler may (signal-safety(7)).
 void Report(int /*signal*/) {
     const int error = errno;
-    eventfd_write(reports, 1);
+    const eventfd_t one = 1;
+    [[maybe_unused]] const ssize_t ignored = write(reports, &one, sizeof one);
     errno = error;
 }
 

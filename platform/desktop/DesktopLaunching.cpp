@@ -13,7 +13,7 @@ namespace {
 // The longest argument in bytes, without the NUL at its end (execve(2), MAX_ARG_STRLEN).
 constexpr int LONGEST_ARGUMENT = 128 * 1024 - 1;
 
-// In the order of preference.
+// In the order of preference within one folder of PATH.
 QStringList Browsers() {
     return {"firefox", "mozilla", "netscape", "opera", "konqueror"};
 }

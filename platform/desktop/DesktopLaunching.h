@@ -25,7 +25,7 @@ enum DesktopKind : int { DESKTOP_UNKNOWN = 0, DESKTOP_KDE = 1, DESKTOP_GNOME = 2
 // How long a desktop's own launcher may take, in milliseconds.
 inline constexpr int LAUNCHER_LIMIT_MS = 30000;
 
-// GUI thread only; they read the process's environment. The address is handed on as one argument.
+// These functions read the process's environment, and hand the address on as one argument. GUI thread only.
 
 // Reads DESKTOP_SESSION; for a session named "default" also GNOME_DESKTOP_SESSION_ID and KDE_FULL_SESSION.
 // Unknown when DESKTOP_SESSION is not set.

@@ -9,8 +9,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-// Makes writing to such a stream fail, and do nothing else; also writing beyond the limit of a file's size
-// (setrlimit(2), RLIMIT_FSIZE). To be called first of all.
+// Writing to such a stream, or beyond the limit of a file's size (setrlimit(2), RLIMIT_FSIZE), then fails and
+// does nothing else. To be called first of all.
 //
 // From here on a write to a pipe or socket that nobody reads fails with EPIPE in place of ending the process
 // (signal(7)); processes that are started with QProcess have the signal as usual. A closed stream becomes

@@ -22,7 +22,7 @@ QByteArray Plain(QByteArray text) {
     return QByteArray::fromPercentEncoding(text.replace('\\', '/').replace("%U", "%25U"));
 }
 
-// The line that starts there reaches to the returned place. As for QSettings, a value in quotes may have
+// Returns where the line ends that starts there. As for QSettings, a value in quotes may have
 // several lines, a backslash takes the next character's meaning away, and a semicolon outside of quotes
 // starts a comment.
 qsizetype EndOfLine(const QByteArray& text, qsizetype start) {

@@ -19,13 +19,13 @@ inline constexpr int HKEY_CURRENT_USER = 1;
 inline constexpr int REGISTRY_OK = 0;
 inline constexpr int REGISTRY_NOT_FOUND = 2;
 
-// The maker's settings identifier, which every operation receives and this platform ignores.
+// The maker's settings identifier, which most operations receive and this platform ignores.
 extern const CAtlString SETTINGS_DOMAIN;
 
 // The file is that of the current settings identity (see CSettingsIdentity). The machine's file lies in the
-// first entry of XDG_CONFIG_DIRS (default /etc/xdg), the user's in XDG_CONFIG_HOME (default ~/.config). A
-// machine file that cannot be written, or that lies below the user's folder, is replaced by the user's file,
-// through which QSettings still reads the values in all entries of XDG_CONFIG_DIRS.
+// first entry of XDG_CONFIG_DIRS (default /etc/xdg), the user's in XDG_CONFIG_HOME (default ~/.config). The
+// user's file serves in place of a machine file that cannot be written or lies below the user's folder;
+// through it QSettings still reads the values in all entries of XDG_CONFIG_DIRS.
 //
 // Key paths are separated by "\" or "/"; separators at either end do not matter. All functions are for the
 // GUI thread. A written value is in its file when the function returns, and all other lines of the file stay.
