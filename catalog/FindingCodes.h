@@ -86,6 +86,7 @@ inline constexpr FindingCode NEVER_AN_UPDATE{"never-an-update", Severity::WARNIN
 inline constexpr FindingCode NO_INSTALLER{"no-installer", Severity::ERROR};
 inline constexpr FindingCode NOT_STARTABLE{"not-startable", Severity::ERROR};
 inline constexpr FindingCode UNSIGNED_INSTALLER{"unsigned-installer", Severity::ERROR};
+inline constexpr FindingCode OLDER_KEY{"older-key", Severity::NOTE};
 
 // Signatures
 inline constexpr FindingCode BAD_KEY{"bad-key", Severity::ERROR};

@@ -102,12 +102,13 @@ void CheckSignature(const CCatalog& catalog, const CUpdateXmlReader& reader, con
     if (!seal.IsRequired())
         return;
     const QString fault = SignatureFault(catalog, reader, installer, seal);
+    if (fault.isEmpty())
+        return;
     const bool isOfOldKey =
         seal.GetRefusal() == CInstallerSeal::Refusal::KEY && IsForOlderOnes(reader, local);
-    if (!fault.isEmpty() && !isOfOldKey)
-        findings.Add(place.file, place.line, Code::UNSIGNED_INSTALLER,
-                     QString("installations with the key \"%1\" refuse this update: %2")
-                         .arg(key.GetFilePathString().ToQString(), fault));
+    findings.Add(place.file, place.line, isOfOldKey ? Code::OLDER_KEY : Code::UNSIGNED_INSTALLER,
+                 QString("installations with the key \"%1\" refuse this update: %2")
+                     .arg(key.GetFilePathString().ToQString(), fault));
 }
 
 // The system starts (execve(2)) its own programs, and scripts that name their interpreter.

@@ -47,7 +47,7 @@ private:
         // The offered version; empty when nothing is offered.
         QString offer{};
         QString page{};
-        // Why the program would refuse its own update; empty if it would not.
+        // Why the program would refuse its own update, at least with the key that is here; else empty.
         QString refusal{};
     };
     // The installations of a product that fetch one description.
