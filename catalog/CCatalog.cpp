@@ -142,6 +142,11 @@ std::optional<QString> CCatalog::FileOf(const QString& address) const {
     return site_ ? site_->FileOf(address) : std::nullopt;
 }
 
+CCatalogFile* CCatalog::FileAt(const QString& address) const {
+    const auto path = FileOf(address);
+    return path ? Find(*path) : nullptr;
+}
+
 std::optional<QString> CCatalog::PublishedAt(const CCatalogFile& file) const {
     const FileKind kind = file.GetKind();
     const bool isFetched = kind == FileKind::REMOTE_DESCRIPTION || kind == FileKind::MESSAGE ||
@@ -153,15 +158,14 @@ std::optional<QString> CCatalog::PublishedAt(const CCatalogFile& file) const {
 const CCatalogFile* CCatalog::PublishedList() const {
     const CCatalogFile* first = nullptr;
     for (const CCatalogFile* list : FilesOf(FileKind::PRODUCT_LIST)) {
-        const bool isPublished = PublishedAt(*list).has_value();
-        const auto path = isPublished || !list->GetRoot()
-                              ? std::nullopt
-                              : FileOf(AttributeText(*list->GetRoot(), ListFormat::URL));
-        const CCatalogFile* newest = path ? Find(*path) : nullptr;
+        if (PublishedAt(*list)) {
+            first = first ? first : list;
+            continue;
+        }
+        const CCatalogFile* newest =
+            list->GetRoot() ? FileAt(AttributeText(*list->GetRoot(), ListFormat::URL)) : nullptr;
         if (newest && newest->GetKind() == FileKind::PRODUCT_LIST)
             return newest;
-        if (isPublished && !first)
-            first = list;
     }
     return first;
 }
@@ -274,8 +278,7 @@ void CCatalog::FindSite() {
 
 void CCatalog::RecogniseReferenced() {
     for (const Reference& reference : references_) {
-        const auto path = FileOf(reference.address);
-        CCatalogFile* file = path ? Find(*path) : nullptr;
+        CCatalogFile* file = FileAt(reference.address);
         if (file && file != reference.from)
             file->SetKind(reference.kind);
     }
@@ -287,8 +290,7 @@ void CCatalog::CollectLinks() {
             if (file->GetRoot())
                 AddLinks(*file, *file->GetRoot(), links_);
     for (const Reference& link : links_) {
-        const auto path = FileOf(link.address);
-        CCatalogFile* file = path ? Find(*path) : nullptr;
+        CCatalogFile* file = FileAt(link.address);
         if (file && file->GetKind() == FileKind::UNKNOWN)
             file->SetKind(link.kind);
     }

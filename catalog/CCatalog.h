@@ -56,6 +56,8 @@ public:
     // The path of the file that is published at an address, whether it exists or not; nothing when the site
     // is not known, or the address does not belong to it.
     std::optional<QString> FileOf(const QString& address) const;
+    // That file; null when it does not exist.
+    CCatalogFile* FileAt(const QString& address) const;
     // The address of a file that the program fetches from the site and reads as XML; nothing for all others,
     // the copy of a product list that was installed among them.
     std::optional<QString> PublishedAt(const CCatalogFile& file) const;

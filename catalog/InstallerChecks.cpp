@@ -173,8 +173,7 @@ void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, con
 
 void CheckInstallers(const CCatalog& catalog, CFindings& findings) {
     for (const Reference& reference : catalog.GetReferences()) {
-        const auto path = catalog.FileOf(reference.address);
-        const CCatalogFile* remote = path ? catalog.Find(*path) : nullptr;
+        const CCatalogFile* remote = catalog.FileAt(reference.address);
         CProductVersion reader(reference.from->GetFilePath());
         if (reference.from->GetName() != QString::fromWCharArray(OWN_FILE) || !remote || !remote->GetRoot() ||
             !reader.LoadLocal() || !reader.ParseRemote(ReadFileBytes(remote->GetFilePath())))
