@@ -31,8 +31,8 @@ void CheckReferences(const CCatalog& catalog, CFindings& findings);
 // The installers of the program's own updates, but for a version that is no news here: whether each can be
 // fetched, is accepted and can be started.
 void CheckInstallers(const CCatalog& catalog, CFindings& findings);
-// The same for the offer of a reader that has read both files. That the offer of a range is signed with another
-// key than those beside the local description is a note, when all of the range is below that: older
+// The same for the offer of a reader that has read both files. That the offer of a range is signed with
+// another key than those beside the local description is a note, when all of the range is below that: older
 // installations may have that key.
 void CheckInstaller(const CCatalog& catalog, const CUpdateXmlReader& reader, const CCatalogFile& local,
                     const CCatalogFile& remote, CFindings& findings);
