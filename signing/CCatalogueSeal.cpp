@@ -15,8 +15,7 @@ constexpr std::string_view WHITE_SPACE = " \t\r\n";
 // Parses the signature in the comment that begins where the signed part of a file ends; nothing when anything
 // but white space follows the comment, which ends at the first "-->" as in XML.
 std::optional<CMinisignSignature> FindSignature(std::string_view comment) {
-    if (!comment.starts_with(CCatalogueSeal::COMMENT) ||
-        comment.find(CCatalogueSeal::COMMENT, 1) != std::string_view::npos)
+    if (!comment.starts_with(CCatalogueSeal::COMMENT))
         return std::nullopt;
     comment.remove_prefix(CCatalogueSeal::COMMENT.size());
     const std::size_t end = comment.find(COMMENT_END);

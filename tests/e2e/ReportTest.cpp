@@ -264,9 +264,12 @@ TEST_F(ReportTest, ASilentServerIsGivenUpInTime) {
     LoopbackServer proxy;
     proxy.Serve(LoopbackServer::ANY, LoopbackAnswer::Silence());
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(Report({"--proxy", "127.0.0.1:" + std::to_string(proxy.Port()), "--timeout", "1"}), 3);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    const std::string address = "127.0.0.1:" + std::to_string(proxy.Port());
+    EXPECT_EQ(Report({"--proxy", address, "--timeout", "1"}), 3);
     EXPECT_EQ(proxy.RequestCount(), 1U);
+    proxy.Serve(LoopbackServer::ANY, {.body = std::string(3000, 'x'), .pause = std::chrono::milliseconds(5)});
+    EXPECT_EQ(Report({"--proxy", address, "--timeout", "1"}), 2) << "too slow";
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
 TEST_F(ReportTest, TellsWhatItKnowsWhenItHasToEnd) {

@@ -114,6 +114,10 @@ TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
     EXPECT_EQ(Take(urls[4]), Target(4));
     downloader_->FetchAhead({});
     EXPECT_EQ(FilesLeft(), QStringList());
+    server_.Serve("http://updates.invalid/a.xml", LoopbackAnswer::Body("a"));
+    downloader_->FetchAhead({L"http://updates.invalid/a.xml"});
+    downloader_->SetProxy(L"127.0.0.1", server_.Port());
+    EXPECT_EQ(Take(L"http://updates.invalid/a.xml"), "a") << "by another way than it went ahead";
 }
 
 TEST_F(FetchAhead, CancelEndsTheFetchInHandAndWhatIsAheadOfIt) {
@@ -203,4 +207,17 @@ TEST_F(FetchAheadThroughProxy, LetsOneRequestGoFirst) {
     EXPECT_EQ(server_.RequestCount(), urls.size() + 1);
     EXPECT_GT(server_.MostAtOnce(), 1) << "after the first";
     EXPECT_LE(server_.Connections(), LIMIT);
+}
+
+TEST_F(FetchAheadThroughProxy, TriesANewPasswordOnce) {
+    const std::vector<CAtlString> urls = ServeThroughProxy(12);
+    downloader_->SetProxyAuthRequiredCallback({});
+    downloader_->SetCredentials("user", "wrong");
+    for (int i = 1; i < 12; ++i)
+        server_.Serve("http://updates.invalid" + Target(i), CHALLENGE);
+    TakeAll(urls);
+    std::size_t sent = 0;
+    for (const LoopbackRequest& request : server_.Requests())
+        sent += request.headers.count("proxy-authorization");
+    EXPECT_EQ(sent, 1U);
 }

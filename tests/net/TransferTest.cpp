@@ -26,6 +26,7 @@
 #include "support/LoopbackServer.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TextPrinting.h"
+#include "unit/DataTable.h"
 
 using namespace std::chrono_literals;
 
@@ -163,16 +164,10 @@ const auto SITUATION = [](const auto& row) { return row.param.situation; };
 INSTANTIATE_TEST_SUITE_P(, Servers, testing::ValuesIn(SERVERS), SITUATION);
 
 TEST_F(Transfer, AsksForThePathAloneWithAPlainRequest) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"/a/b.xml?x=1#top", "/a/b.xml"},
-        {"", "/"},
-        {"/two words/%2Fslash%20.xml", "/two%20words/%2Fslash%20.xml"},
-        {"/\xc3\xa4.xml", "/%C3%A4.xml"},
-    };
     server_.Serve(LoopbackServer::ANY, LoopbackAnswer::Body("x"));
-    for (const auto& [asked, sent] : rows) {
-        ASSERT_EQ(Fetch(server_.Address(asked)), RESULT_OK) << asked;
-        EXPECT_EQ(server_.Requests().back().target, sent);
+    for (const QStringList& row : DataTable("request-targets.txt")) {
+        ASSERT_EQ(Fetch(server_.Address(row[0].toStdString())), RESULT_OK) << row[0].toStdString();
+        EXPECT_EQ(server_.Requests().back().target, row[1].toStdString());
     }
     const LoopbackRequest request = server_.Requests().front();
     EXPECT_EQ(request.method, "GET");
@@ -180,6 +175,22 @@ TEST_F(Transfer, AsksForThePathAloneWithAPlainRequest) {
     EXPECT_EQ(request.headers.at("accept-encoding"), "identity");
     EXPECT_EQ(request.headers.at("user-agent"), "Mozilla/5.0");
     EXPECT_EQ(request.headers.size(), 3U);
+}
+
+TEST_F(Transfer, TakesNothingOverFromTheOneBefore) {
+    LoopbackServer other;
+    server_.Serve("/", LoopbackAnswer::Body("x"));
+    other.Serve("/", {LoopbackAnswer::Body("other"), LoopbackAnswer::Raw("x")});
+    EXPECT_EQ(Fetch(server_.Address("/")), RESULT_OK);
+    QFile::remove(target_.ToQString());
+    ASSERT_TRUE(QFile::link("/tmp/before", target_.ToQString()));
+    EXPECT_EQ(Fetch(other.Address("/")), RESULT_OK);
+    EXPECT_EQ(Contents(), "other") << "of another host";
+    EXPECT_FALSE(QFile::exists("/tmp/before")) << "no link is followed";
+    EXPECT_EQ(Fetch(other.Address("/")), RESULT_FAILED);
+    EXPECT_TRUE(record_.isGarbled);
+    EXPECT_EQ(Fetch("http://127.0.0.1:1/"), RESULT_FAILED);
+    EXPECT_FALSE(record_.isGarbled);
 }
 
 TEST_F(Transfer, RefusesOtherSchemesWithoutTraffic) {
@@ -246,37 +257,6 @@ TEST_F(Transfer, TakesAQuestionWithoutAProxyForAFailure) {
     EXPECT_EQ(FailureText(record_), "127.0.0.1: The server asks for a proxy's password (407)");
 }
 
-TEST_F(Transfer, WaitsForSilenceOnce) {
-    server_.Serve("/silent.xml", LoopbackAnswer::Silence());
-    server_.Serve("http://silent.invalid/a.xml", LoopbackAnswer::Silence());
-    server_.Serve("http://updates.invalid/a.xml", LoopbackAnswer::Body("x"));
-    const std::tuple<bool, QString, const char*, bool> rows[] = {
-        {false, server_.Address("/silent.xml"), "127.0.0.1: The server does not answer", true},
-        {false, server_.Address("/other.xml"), "127.0.0.1: The server does not answer", false},
-        {true, "http://silent.invalid/a.xml", "Proxy 127.0.0.1: No answer", true},
-        {true, "http://updates.invalid/a.xml", "Proxy 127.0.0.1: No answer", false},
-        // Each row without a text begins a new check.
-        {true, "http://updates.invalid/a.xml", nullptr, true},
-        {true, "http://silent.invalid/a.xml", "silent.invalid: The server does not answer", true},
-        {true, "http://silent.invalid/b.xml", "silent.invalid: The server does not answer", false},
-        {true, "http://updates.invalid/a.xml", nullptr, true},
-    };
-    for (const auto& [isThroughProxy, address, text, asks] : rows) {
-        SCOPED_TRACE(address.toStdString());
-        if (!text)
-            threads_->Memory().EndCheck();
-        info_.SetProxy(isThroughProxy ? L"127.0.0.1" : L"", server_.Port());
-        const std::size_t before = server_.RequestCount();
-        QElapsedTimer timer;
-        timer.start();
-        const int result = Fetch(address, IMPATIENT);
-        EXPECT_EQ(result, text ? RESULT_FAILED : RESULT_OK);
-        EXPECT_EQ(text ? FailureText(record_) : QString(), text);
-        EXPECT_EQ(server_.RequestCount() - before, asks ? 1U : 0U);
-        EXPECT_EQ(timer.elapsed() >= IMPATIENT.silence.count() - 10, asks && text);
-    }
-}
-
 class ProxyTransfer : public Transfer {
 protected:
     ProxyTransfer() { info_.SetProxy(L"127.0.0.1", server_.Port()); }
@@ -302,6 +282,33 @@ protected:
     const LoopbackAnswer body_ = LoopbackAnswer::Body("through the proxy");
 };
 
+TEST_F(ProxyTransfer, WaitsForSilenceOnce) {
+    server_.Serve("http://silent.invalid/a.xml", LoopbackAnswer::Silence());
+    server_.Serve("http://updates.invalid/a.xml", LoopbackAnswer::Body("x"));
+    const std::tuple<const char*, const char*, bool> rows[] = {
+        {"http://silent.invalid/a.xml", "Proxy 127.0.0.1: No answer", true},
+        {"http://updates.invalid/a.xml", "Proxy 127.0.0.1: No answer", false},
+        // Each row without a text begins a new check.
+        {"http://updates.invalid/a.xml", nullptr, true},
+        {"http://silent.invalid/a.xml", "silent.invalid: The server does not answer", true},
+        {"http://silent.invalid/b.xml", "silent.invalid: The server does not answer", false},
+        {"http://updates.invalid/a.xml", nullptr, true},
+    };
+    for (const auto& [address, text, asks] : rows) {
+        SCOPED_TRACE(address);
+        if (!text)
+            threads_->Memory().EndCheck();
+        const std::size_t before = server_.RequestCount();
+        QElapsedTimer timer;
+        timer.start();
+        const int result = Fetch(address, IMPATIENT);
+        EXPECT_EQ(result, text ? RESULT_FAILED : RESULT_OK);
+        EXPECT_EQ(text ? FailureText(record_) : QString(), text);
+        EXPECT_EQ(server_.RequestCount() - before, asks ? 1U : 0U);
+        EXPECT_EQ(timer.elapsed() >= IMPATIENT.silence.count() - 10, asks && text);
+    }
+}
+
 TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
     const std::string word = "Basic dXNlcjpww6Rzczp3b3Jk";
     const struct {
@@ -317,7 +324,7 @@ TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
         {"known before", {basic_, body_}, true, true, RESULT_OK, 0, {"", word}},
         {"refused twice", {basic_, basic_, basic_, body_}, false, true, RESULT_OK, 3, {"", word, word, word}},
         {"always refused", {basic_}, false, true, RESULT_FAILED, 4, {"", word, word, word, word}},
-        {"the connection breaks",
+        {"broken off",
          {basic_, LoopbackAnswer::Raw("x"), body_},
          false,
          true,
@@ -374,6 +381,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
         {"Basic afterwards", {digest_, basic_, body_}, "Digest ", false},
         {"Basic in a domain", {domain, basic_, body_}, "", false},
         {"always stale", {stale}, "Digest ", false},
+        {"stale once", {digest_, stale, body_}, "Digest ", true},
         {"bare NTLM", {bare}, "NTLM ", false},
     };
     for (const auto& row : rows) {
@@ -409,7 +417,10 @@ TEST(ProxyChallenges, DigestIsAnsweredWithoutThePassword) {
         "nonce=\"dcd98b7102dd2f0e\\8b11d0f600bfb0c093\"";
     const auto answer = [](const QByteArray& fields) {
         auto digest = CDigestChallenge::From(ParseChallenges(fields).back());
-        return digest->Answer("Mufasa", "Circle Of Life", "/dir/index.html");
+        const QByteArray first = digest->Answer("Mufasa", "Circle Of Life", "/dir/index.html");
+        const QByteArray second = digest->Answer("Mufasa", "Circle Of Life", "/dir/index.html");
+        EXPECT_EQ(second.contains("nc=00000002"), first.contains("nc="));
+        return first;
     };
     EXPECT_TRUE(answer(challenge).endsWith(", response=\"670fd8c2df070c60b045671b8b24ff02\""));
     const auto guarded = ParseChallenges(answer(challenge + ", qop=\"auth-int, auth\"")).back().parameters;

@@ -214,7 +214,7 @@ TEST_F(CatalogTest, AProgramWithTheMakersKeyNeedsASignedInstaller) {
     shared_.Write("site/program/old.minisig", Minisign().Sign(contents, "file:old version:3.0.0.1"));
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 1) << "for another version";
     shared_.Write("site/program/old.minisig", Minisign().Sign(contents, "file:old version:3.0.0.0"));
-    Alter(OWN_OFFER, "VersionTo='2.0.0.0'", "VersionTo='3.1.999.0'");
+    Alter(OWN_OFFER, "VersionTo='2.0.0.0'", "VersionTo='3.1.555.0'");
     Alter(OWN_OFFER, "\"installer\"", "\"gone\"");
     EXPECT_EQ(Count(Check(), OWN_OFFERS_LINE, "unsigned-installer"), 1)
         << "the installed one is in the range";

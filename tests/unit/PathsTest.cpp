@@ -136,6 +136,11 @@ TEST(TemporaryFolders, AreOutOfTheReachOfOthers) {
     const Make anothers = [&](Path path) {
         return folder(0777)(path) && (geteuid() != 0 || chown(path.c_str(), 4711, 4711) == 0);
     };
+    // Only root can give it away; elsewhere a file is as bad.
+    const Make belowAnothers = [&](Path path) {
+        return geteuid() != 0 ? file(path)
+                              : folder(0700)(path) && chown((path + "/..").c_str(), 4711, 4711) == 0;
+    };
     const std::string usual = "/shared \xE4\xB8\xAD/user";
     const std::string own = "/cache/new/own";
     const struct {
@@ -149,6 +154,7 @@ TEST(TemporaryFolders, AreOutOfTheReachOfOthers) {
         {"the group may write", folder(0770), 01777, 0755, 0700, own},
         {"others may write", folder(0707), 01777, 0755, 0700, own},
         {"a folder of another user", anothers, 01777, 0755, 0700, own},
+        {"in another user's folder", belowAnothers, 0755, 0755, 0700, own},
         {"a link to a safe folder", link, 01777, 0755, 0700, own},
         {"a file", file, 01777, 0755, 0700, own},
         {"others could rename it", folder(0700), 0777, 0755, 0700, own},
@@ -213,6 +219,8 @@ TEST_F(Paths, AReplacementThatFailsLeavesTheOldFileAndNothingElse) {
     setrlimit(RLIMIT_FSIZE, &tight);
     EXPECT_FALSE(ReplaceFile(contents, old, 0600)) << "a full disk";
     setrlimit(RLIMIT_FSIZE, &room);
+    EXPECT_FALSE(
+        FileSystem::RenameToFree(Write("folder/new", "new").GetFilePathString(), old.GetFilePathString()));
     EXPECT_EQ(ReadWholeFile(Name("old")), "old");
     std::vector<CAtlString> names;
     root_.ListNames(names);

@@ -12,12 +12,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "DataTable.h"
 #include "app/settings/CRecordKeeper.h"
 #include "app/settings/DefaultSettings.h"
 #include "platform/settings/CSettingsIdentity.h"
 #include "platform/settings/SettingsStore.h"
 #include "support/ScopedEnvironment.h"
-#include "support/TemporaryTree.h"
 #include "support/TextPrinting.h"
 
 namespace {
@@ -65,22 +65,13 @@ TEST_F(Settings, LandInTheFileGroupAndKey) {
 }
 
 TEST_F(Settings, WritingKeepsWhatOtherSoftwareHasWritten) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"; by hand\n[A]\nx=caf\xE9 ; \"\n[S]\nK\\n = "
-         "7\nt=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x5Own\\0)\n\n[Z]\ny=1\n",
-         "; by hand\n[A]\nx=caf\xE9 ; "
-         "\"\n[S]\nK\\n =14\nt=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x5Own\\0)\n\n[Z]\ny=1\n"},
-        {"[S]\nv=1\n\n[Z]", "[S]\nv=1\nK\\n=14\n\n[Z]\n"},
-        {"[S]\nK\\n=1\n[Z]\n[S/K]\nn=3\n[S] ; c\nK%5Cn=2",
-         "[S]\nK\\n=14\n[Z]\n[S/K]\nn=14\n[S] ; c\nK%5Cn=2\n"},
-        {"[S] ; c\n%U4E2D=2\n", "[S] ; c\n%U4E2D=2\nK\\n=14\n"},
-        {"[S]\nt=\"\\\"\nK\\n=7\n\"\n", "[S]\nt=\"\\\"\nK\\n=7\n\"\nK\\n=14\n"},
-        {"[S]\nK\\n=7\n[Z]\nx=\"never closed\n", "[S]\nK\\n=14\n[Z]\nx=\"never closed\n"},
-    };
-    for (const auto& [before, after] : cases) {
-        std::ofstream(USERS + WHOLE_MAKER) << before;
+    for (const QStringList& row : DataTable("settings-lines.txt")) {
+        const auto bytes = [&row](int cell) {
+            return QString(row[cell]).replace(u'\u23CE', '\n').toLatin1().toStdString();
+        };
+        std::ofstream(USERS + WHOLE_MAKER) << bytes(0);
         WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", 14);
-        EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), after);
+        EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), bytes(1));
         EXPECT_EQ(Number(HKEY_CURRENT_USER, L"S\\K", L"n"), 14);
     }
     const std::string damaged = "[Z]\nx=\"never closed\n";
@@ -133,7 +124,8 @@ TEST_F(Settings, ReadsAndDefaults) {
     }
     EXPECT_EQ(ReadRegistryString(HKEY_CURRENT_USER, L"T", L"u", L"default", error), L"default");
     EXPECT_EQ(error, REGISTRY_NOT_FOUND);
-    std::ofstream(USERS + WHOLE_MAKER) << "[T]\nquoted=\"12345\"\nseveral=1, 2\n";
+    std::ofstream(USERS + WHOLE_MAKER) << "[T]\nquoted=\"12345\"\nseveral=1, 2\nhigh=4294967295\n";
+    EXPECT_EQ(Number(HKEY_CURRENT_USER, L"T", L"high"), -1);
     EXPECT_EQ(Number(HKEY_CURRENT_USER, L"T", L"quoted"), 12345);
     EXPECT_EQ(Number(HKEY_CURRENT_USER, L"T", L"several"), 0);
     for (const wchar_t* name : {L"X/deep", L"Y/deep", L"a"})

@@ -152,6 +152,12 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
     };
     handler_.SetProxyHost(L"old.example");
     handler_.SetCredentials(L"user", L"word");
+    handler_.SetInteractive(true);
+    {
+        const ModalDialogDriver user([](QDialog& dialog) { dialog.close(); });
+        CAtlString name(L"user"), word(L"word");
+        ASSERT_FALSE(handler_.OnProxyAuthRequired(L"p", 1, name, word)) << "refused, so the user is asked";
+    }
     QWidget parent;
     for (const Row& row : rows) {
         const ModalDialogDriver driver([&](QDialog& dialog) {
@@ -176,6 +182,7 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
             stored << stored_.value(key).toString();
         EXPECT_EQ(stored, row.stored) << row.settings;
     }
+    EXPECT_EQ(Answer(handler_), "user:new") << "a declined question is forgotten";
 }
 
 TEST_F(ProxyHandler, PolicyWinsAndIsNotStored) {
@@ -192,6 +199,7 @@ TEST_F(ProxyHandler, PolicyWinsAndIsNotStored) {
     });
     EXPECT_TRUE(handler_.ShowProxyOptionsDialog(nullptr) && handler_.SaveProxySettings());
     EXPECT_EQ(Settings(handler_), "u:p@set.example:8080 user:");
+    stored_.sync();
     EXPECT_EQ(stored_.childKeys().join(' '), "HttpProxyPort");
     policy.setValue("Software/VARDO Technologies/Product Update/Policy/HttpProxyHost",
                     "http://set.example:3129/");
