@@ -87,6 +87,13 @@ bool IsSettings(const CCatalogFile& file) {
            file.GetFolder().endsWith(QLatin1String("VARDO Technologies"));
 }
 
+// A comment and a line longer than those of public keys (56 bytes) and of signatures (100).
+bool IsSecretKey(const CCatalogFile& file) {
+    const CAtlStringA bytes = ReadFileBytes(file.GetFilePath());
+    const QByteArrayList lines = QByteArray(bytes.GetString(), bytes.GetLength()).split('\n');
+    return lines.first().startsWith("untrusted comment:") && lines.value(1).trimmed().size() > 100;
+}
+
 void CheckForm(const CCatalogFile& file, CFindings& findings) {
     const FileKind kind = file.GetKind();
     const bool mayBeXml = IsXmlKind(kind) || (kind == FileKind::UNKNOWN && IsXmlName(file.GetName()));
@@ -98,6 +105,9 @@ void CheckForm(const CCatalogFile& file, CFindings& findings) {
         if (!QUtf8StringView(bytes.begin(), bytes.end()).isValidUtf8())
             findings.Add(file.GetPath(), fault.line, Code::NOT_UTF8,
                          "the file is not UTF-8, which may be the reason");
+    } else if (kind == FileKind::UNKNOWN && IsSecretKey(file)) {
+        findings.Add(file.GetPath(), 0, Code::SECRET_KEY,
+                     "this is a secret key: with it, everybody could sign; keep it elsewhere");
     } else if (kind == FileKind::UNKNOWN && !IsSettings(file)) {
         findings.Add(file.GetPath(), 0, Code::UNKNOWN_FILE, "the program reads no such file");
     } else if (IsXmlKind(kind)) {

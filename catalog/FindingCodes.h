@@ -90,6 +90,7 @@ inline constexpr FindingCode OLDER_KEY{"older-key", Severity::NOTE};
 
 // Signatures
 inline constexpr FindingCode BAD_KEY{"bad-key", Severity::ERROR};
+inline constexpr FindingCode SECRET_KEY{"secret-key", Severity::ERROR};
 inline constexpr FindingCode UNSIGNED_FILE{"unsigned-file", Severity::ERROR};
 inline constexpr FindingCode SIGNED_ELSEWHERE{"signed-elsewhere", Severity::ERROR};
 inline constexpr FindingCode OTHER_PATH{"other-path", Severity::ERROR};

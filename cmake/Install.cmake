@@ -20,16 +20,26 @@ if(VARDO_UPDATE_SITE AND VARDO_SELF_UPDATE AND NOT VARDO_PUBLIC_KEY AND NOT VARD
     "-DVARDO_UNSIGNED_SELF_UPDATE=ON (it does, and trusts the network)")
 endif()
 
-# The installation would give a secret key to everybody, and with a garbled one no newer version ever starts. A file may
-# hold several keys.
+# The installation would give a secret key to everybody, and with anything but public keys in the file no newer version
+# ever starts.
 foreach(key IN LISTS VARDO_PUBLIC_KEY VARDO_CATALOGUE_KEY)
-  file(STRINGS "${key}" lines LIMIT_COUNT 2)
-  list(POP_BACK lines line)
-  string(LENGTH "${line}" length)
-  if(NOT length EQUAL 56 OR NOT line MATCHES "^RW[A-Za-z0-9+/]+$")
-    message(FATAL_ERROR "${key} is no public key of minisign; give the .pub file, see docs/signing.md")
+  file(READ "${key}" text)
+  string(REGEX REPLACE "untrusted comment:[^\n]*\nRW[A-Za-z0-9+/]+\r?(\n|$)" "" rest "${text}")
+  string(REGEX MATCHALL "\nRW[A-Za-z0-9+/]+" values "${text}")
+  foreach(value IN LISTS values)
+    string(LENGTH "${value}" length)
+    if(NOT length EQUAL 57)
+      set(rest "${value}")
+    endif()
+  endforeach()
+  if(NOT rest STREQUAL "" OR values STREQUAL "")
+    message(FATAL_ERROR "${key} does not hold public keys of minisign alone; give the .pub file, see docs/signing.md")
   endif()
 endforeach()
+
+if(VARDO_UPDATE_SITE AND NOT VARDO_UPDATE_SITE MATCHES "^http://[^/<>&\"?# ]+(/[^<>&\"?# ]*)?$")
+  message(FATAL_ERROR "${VARDO_UPDATE_SITE} is no address with http://, a host and a folder; programs fetch from no other")
+endif()
 
 set(VARDO_PRODUCT_LIST "")
 set(VARDO_NO_UPDATES " NoUpdates=\"true\"")
@@ -45,6 +55,9 @@ foreach(file products.xml VardoProductUpdate.xml)
   configure_file(${CMAKE_SOURCE_DIR}/packaging/share/${file}.in ${CMAKE_BINARY_DIR}/packaging/share/${file} @ONLY)
 endforeach()
 
+# Folders that are named get their mode whatever the umask is; those that files bring along do not.
+install(DIRECTORY DESTINATION .)
+install(DIRECTORY DESTINATION bin)
 install(TARGETS VARDOProductUpdate VARDOCatalogCheck VARDOCatalogSign VARDOCatalogRelease VARDOUpdateReport RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)
 if(VARDO_PUBLIC_KEY)

@@ -11,10 +11,12 @@
 #include "signing/CCatalogueSeal.h"
 #include "signing/CMinisignSignature.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <ostream>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -37,10 +39,14 @@ std::vector<const CCatalogFile*> InOrder(const CCatalog& catalog) {
 
 bool Replace(const SignedFile& file) {
     struct stat status {};
-    const bool isThere = stat(file.path.toLocal8Bit().constData(), &status) == 0;
+    const QByteArray path = file.path.toLocal8Bit();
+    const bool isThere = stat(path.constData(), &status) == 0;
     const mode_t mode = isThere ? status.st_mode & 07777U : 0644U;
-    return ReplaceFile({file.contents.data(), static_cast<std::size_t>(file.contents.size())},
-                       CVardoFilePath(CAtlString(file.path)), mode);
+    if (!ReplaceFile({file.contents.data(), static_cast<std::size_t>(file.contents.size())},
+                     CVardoFilePath(CAtlString(file.path)), mode))
+        return false;
+    // Root keeps the file for the web server's user or group; others may not give files away.
+    return !isThere || geteuid() != 0 || chown(path.constData(), status.st_uid, status.st_gid) == 0;
 }
 
 }  // namespace
@@ -90,6 +96,10 @@ std::optional<std::vector<SignedFile>> CCatalogSigning::SignAll() {
 
 // Empty when that failed.
 QByteArray CCatalogSigning::Sign(const CCatalogFile& file, const QString& address) {
+    if (QFileInfo(file.GetPath()).isSymLink()) {
+        problem_ = QString("\"%1\" is a link: sign a folder with the file itself").arg(file.GetPath());
+        return {};
+    }
     const CAtlStringA bytes = ReadFileBytes(file.GetFilePath());
     const std::string_view old = CCatalogueSeal::WithoutSignature({bytes.begin(), bytes.end()});
     QByteArray contents(old.data(), static_cast<qsizetype>(old.size()));

@@ -13,11 +13,13 @@
 #include "publish/CCatalogSigning.h"
 #include "publish/NewProduct.h"
 #include "signing/CInstallerSeal.h"
+#include "signing/CMinisignSignature.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
+#include <algorithm>
 #include <ostream>
 
 namespace {
@@ -130,9 +132,25 @@ private:
         for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())
             if (const auto installer = PathOf(offer);
                 installer && (comments_.contains(*installer) || !catalog_.Find(SignatureOf(*installer))) &&
-                !Sign(offer, folder, signatures))
+                (!Sign(offer, folder, signatures) || !KeepsKey(*installer, signatures)))
                 return std::nullopt;
         return signatures;
+    }
+
+    // Older installations, which a range is for, may know only the key of the signature that is there.
+    bool KeepsKey(const QString& installer, const std::vector<SignedFile>& signatures) {
+        const QString path = SignatureOf(installer);
+        const CAtlStringA old = ReadFileBytes(CVardoFilePath(CAtlString(path)));
+        const auto made = std::find_if(signatures.begin(), signatures.end(),
+                                       [&](const SignedFile& file) { return file.path == path; });
+        const auto before = CMinisignSignature::Parse({old.begin(), old.end()});
+        const auto now = CMinisignSignature::Parse(made->contents.toStdString());
+        if (before && now && before->GetKeyId() != now->GetKeyId())
+            problem_ = QString(
+                           "\"%1\" is of another key, which the older installations of a Range may need; "
+                           "leave out --installer-key, or remove the file")
+                           .arg(path);
+        return problem_.isEmpty();
     }
 
     std::optional<QString> PathOf(const CUpdateEntry& offer) const {

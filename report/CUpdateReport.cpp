@@ -4,6 +4,7 @@
 #include "report/CUpdateReport.h"
 
 #include "platform/files/Addresses.h"
+#include "platform/settings/SettingsStore.h"
 #include "products/ProductListFiles.h"
 #include "report/RunFacts.h"
 
@@ -200,6 +201,8 @@ QStringList CUpdateReport::GetRemarks() const {
         remarks << "no server was reached for any product";
     if (!isFolderRead_)
         remarks << "the folder of the installed products could not be read";
+    if (!IsMachineStoreReadable())
+        remarks << "the machine's settings cannot be read, so their policy does not count";
     if (end_)
         remarks << EndText(*end_);
     if (!listRefusal_.isEmpty())

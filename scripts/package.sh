@@ -14,6 +14,8 @@
 # With --verify the usual tools examine the package, and verify-package.sh installs it into a bare Debian system made for
 # that, runs it there and removes it again; that needs root, a network, and some minutes.
 source "$(dirname "$0")/lib.sh"
+# Everybody may read what the package holds.
+umask 022
 
 STATE=$TREE/build/package
 NAME=vardo-product-update

@@ -14,6 +14,9 @@
 #include <limits>
 #include <memory>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "platform/settings/CSettingsIdentity.h"
 #include "platform/settings/IniMerge.h"
 
@@ -134,6 +137,11 @@ void MergeInto(const QString& path, const Values& values) {
     // QSettings takes a file of the same size and time, in milliseconds, for the one that it has read before.
     const QDateTime later = QFileInfo(old).lastModified().addMSecs(1);
     file.setFileTime(std::max(later, QDateTime::currentDateTime()), QFile::FileModificationTime);
+    // Root may run with a user's settings, as sudo(8) -E does it.
+    struct stat owner {};
+    if (geteuid() == 0 &&
+        (fstat(old.handle(), &owner) != 0 || fchown(file.handle(), owner.st_uid, owner.st_gid) != 0))
+        return;
     file.commit();
 }
 
@@ -193,6 +201,13 @@ void WriteRegistryDwords(int hive, const CAtlString& key,
     for (const auto& [name, value] : values)
         settings.emplace_back(SettingsKey(key, name), value);
     WriteValues(hive, settings);
+}
+
+bool IsMachineStoreReadable() {
+    const QSettings machine(QSettings::NativeFormat, QSettings::SystemScope,
+                            CSettingsIdentity::Organization());
+    const QFileInfo file(machine.fileName());
+    return !file.exists() || file.isReadable();
 }
 
 bool IsUserStoreWritable() {

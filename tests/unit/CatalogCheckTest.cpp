@@ -304,6 +304,7 @@ TEST(CatalogCodes, EachIsExplainedToTheMakerAndTested) {
         {"error",
          "rejected not-utf8 not-utf16 unreadable cut-text no-installer unsigned-installer bad-key "
          "empty-folder not-startable not-served served-otherwise unsigned-file signed-elsewhere other-path "
+         "secret-key "
          "signature-over unread-folder"},
         {"warning", "signature-ends"},
         {"note", "unlisted unknown-file private-file older-key"}};

@@ -202,6 +202,18 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     EXPECT_TRUE(lines.value(lines.size() - 1).startsWith("site/products.xml: signed until "));
     EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/old.minisig")), old) << "an older key's";
     EXPECT_EQ(Check().filter(QRegularExpression(": error: |minisig:.*private-file")), QStringList());
+    Alter(offer, "UpdateVersion='3.0.0.0' UpdateInstallFile='old'",
+          "UpdateVersion='3.2.0.0' UpdateArgument='a b' UpdateInstallFile='installer'");
+    shared_.Write("site/program/installer.minisig", old);
+    EXPECT_THAT(fails(), testing::HasSubstr("is of another key"));
+    const std::string list = shared_.Path("site/products.xml");
+    std::filesystem::rename(list, list + ".2");
+    std::filesystem::create_symlink("products.xml.2", list);
+    EXPECT_TRUE(Release({"--key", key}, EXIT_ERRORS).join(' ').contains("is a link"));
+    std::filesystem::rename(list + ".2", list);
+    std::filesystem::copy_file(Maker().SecretKeyFile(), shared_.Path("site/catalogue.key"));
+    EXPECT_TRUE(Release({"--key", key}, EXIT_ERRORS).join(' ').contains("[secret-key]"));
+    std::filesystem::remove(shared_.Path("site/catalogue.key"));
 
     Release({"--new", "n", "SoftwareUpdateVN2", "1.0.0.0"}, EXIT_ERRORS);
     std::filesystem::create_symlink("nowhere", shared_.Path("site/updates/SoftwareUpdateNEW.xml"));

@@ -4,6 +4,7 @@
 // Which files hold settings, what counts when they are missing, and when they make a check due.
 #include <gtest/gtest.h>
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <climits>
 #include <functional>
 #include <tuple>
@@ -74,6 +75,11 @@ TEST_F(Settings, WritingKeepsWhatOtherSoftwareHasWritten) {
         EXPECT_EQ(ReadWholeFile(USERS + WHOLE_MAKER), bytes(1));
         EXPECT_EQ(Number(HKEY_CURRENT_USER, L"S\\K", L"n"), 14);
     }
+    if (chown((USERS + WHOLE_MAKER).c_str(), 4711, 4712) == 0) {
+        WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", 15);
+        EXPECT_EQ(QFileInfo((USERS + WHOLE_MAKER).c_str()).groupId(), 4712U) << "the user's, and not root's";
+    }
+    std::filesystem::remove(USERS + WHOLE_MAKER);
     const std::string damaged = "[Z]\nx=\"never closed\n";
     std::ofstream(USERS + WHOLE_MAKER) << damaged;
     WriteRegistryDword(HKEY_CURRENT_USER, L"S\\K", L"n", 14);
@@ -159,6 +165,8 @@ TEST_F(Settings, AMachineFileThatIsNotToBeWrittenIsReplacedByTheUsers) {
         std::filesystem::create_directory(desktops);
         const std::string machines = MACHINES + WHOLE_MAKER;
         std::ofstream(machines) << "[K]\nx=5\n";
+        chmod(machines.c_str(), 0200);
+        EXPECT_FALSE(InAnotherProcess([] { return IsMachineStoreReadable(); }));
         ASSERT_TRUE(chmod(machines.c_str(), mode) == 0 && chmod(MACHINES.c_str(), 0555) == 0);
         ASSERT_TRUE(chmod(USERS.c_str(), 0777) == 0 && chmod(desktops.c_str(), 0777) == 0);
         const ScopedEnvironment environment("XDG_CONFIG_DIRS", directories.c_str());
