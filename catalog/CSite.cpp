@@ -23,7 +23,9 @@ std::optional<QString> CSite::FileOf(const QString& address) const {
     const QString relative = QDir::cleanPath(url.path().mid(address_.path().size()));
     if (relative.startsWith(u'/') || relative == u".." || relative.startsWith(QLatin1String("../")))
         return std::nullopt;
-    return folder_ + u'/' + relative;
+    // A file's path with a "/" behind it is none, as for a web server.
+    const bool isFolder = !relative.isEmpty() && url.path().endsWith(u'/');
+    return folder_ + u'/' + relative + (isFolder ? "/" : "");
 }
 
 std::optional<QString> CSite::AddressOf(const QString& path) const {

@@ -31,7 +31,8 @@ void CheckAmpersand(const CCatalogFile& file, int line, const QString& entity, C
 void CheckMarks(const CCatalogFile& file, CFindings& findings) {
     static const QRegularExpression piece(
         "<!--(.*?)-->|<!\\[CDATA\\[.*?\\]\\]>|"
-        "(&)(?!(?:amp|lt|gt|quot|apos|#[0-9]+|#x[0-9a-fA-F]+);)(?:([A-Za-z][A-Za-z0-9]*);)?",
+        "(&)(?!(?:amp|lt|gt|quot|apos|#0*[1-9][0-9]*|#x0*[1-9a-fA-F][0-9a-fA-F]*);)(?:([A-Za-z][A-Za-z0-9]*);"
+        ")?",
         QRegularExpression::DotMatchesEverythingOption);
     // A byte becomes a character, which is enough to find ASCII.
     const QString text = ReadFileBytes(file.GetFilePath()).ToQString();
@@ -82,6 +83,24 @@ XmlFault Diagnose(const CCatalogFile& file) {
 }
 
 // The program reads settings from folders with the organisation's name.
+// Finds text and unknown marks between the elements below a node, such as an element that lost its "<".
+void CheckStrays(const CCatalogFile& file, const TiXmlNode& parent, CFindings& findings) {
+    for (const TiXmlNode* node = parent.FirstChild(); node; node = node->NextSibling()) {
+        if (node->ToText() || node->ToUnknown())
+            findings.Add(file.GetPath(), node->Row(), Code::STRAY,
+                         "the program passes over this text, which is no element");
+        CheckStrays(file, *node, findings);
+    }
+}
+
+// The program reads one root.
+void CheckEnd(const CCatalogFile& file, CFindings& findings) {
+    for (const TiXmlNode* node = file.GetRoot()->NextSibling(); node; node = node->NextSibling())
+        if (!node->ToComment())
+            findings.Add(file.GetPath(), node->Row(), Code::STRAY,
+                         "this stands behind the end of the root: the program does not read it");
+}
+
 bool IsSettings(const CCatalogFile& file) {
     return file.GetName().endsWith(QLatin1String(".conf")) &&
            file.GetFolder().endsWith(QLatin1String("VARDO Technologies"));
@@ -112,6 +131,8 @@ void CheckForm(const CCatalogFile& file, CFindings& findings) {
         findings.Add(file.GetPath(), 0, Code::UNKNOWN_FILE, "the program reads no such file");
     } else if (IsXmlKind(kind)) {
         CheckMarks(file, findings);
+        CheckStrays(file, *file.GetRoot(), findings);
+        CheckEnd(file, findings);
     }
 }
 

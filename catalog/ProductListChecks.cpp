@@ -9,7 +9,9 @@
 #include "products/CProductVersions.h"
 #include "products/Products.h"
 
+#include <QRegularExpression>
 #include <map>
+#include <set>
 
 namespace {
 
@@ -91,9 +93,10 @@ private:
 
     void Remember(const TiXmlElement& element, const IProduct& product) {
         AddOnce(keys_, product.GetKey().ToQString(), element.Row(), "the key");
-        if (element.ValueStr() != NOTIFICATION)
+        if (element.ValueStr() != NOTIFICATION) {
+            installable_.insert(product.GetKey().ToQString());
             AddOnce(names_, product.GetName(), element.Row(), "the name", Code::SAME_NAME);
-        else
+        } else
             AddOnce(dismissals_, AttributeText(element, NOTIFICATION_NAME), element.Row(),
                     "notifications are dismissed together whose Name is");
     }
@@ -108,7 +111,12 @@ private:
 
     // Checks what depends on the keys of all products.
     void CheckNames(const TiXmlElement& product) {
+        static const QRegularExpression impossible(R"(^\.|[/\\*?[]|\.xml$)");
         const QString base = AttributeText(product, BASE_XML);
+        if (base.contains(impossible))
+            Add(AttributeLine(product, BASE_XML), Code::BAD_VALUE,
+                QString("no description belongs to BaseXml \"%1\": give the beginning of its name")
+                    .arg(base));
         for (const auto& [key, line] : keys_)
             if (key != base && IsDescriptionOf(base, key + ".xml"))
                 Add(AttributeLine(product, BASE_XML), Code::AMBIGUOUS_NAME,
@@ -122,7 +130,7 @@ private:
         const QString uid = AttributeText(disabler, DISABLER_UID);
         if (uid == base)
             Add(disabler.Row(), Code::NO_EFFECT, "a product does not disable itself");
-        else if (!uid.isEmpty() && !keys_.contains(uid))
+        else if (!uid.isEmpty() && !installable_.contains(uid))
             Add(AttributeLine(disabler, DISABLER_UID), Code::NO_EFFECT,
                 QString("\"%1\" is the key of no product in this list: it disables nothing").arg(uid));
         CheckRange({file_.GetPath(), disabler.Row()}, XmlAttribute(disabler, DISABLER_FROM),
@@ -132,6 +140,8 @@ private:
     const CCatalogFile& file_;
     const CCatalog& catalog_;
     CFindings& findings_;
+    // The keys that are not those of notifications.
+    std::set<QString> installable_;
     // The lines where keys, names and names of dismissals came first.
     Keys keys_;
     Keys names_;

@@ -47,7 +47,8 @@ void CheckAddress(const Place& place, const QString& name, const QString& text, 
 }
 
 void CheckPage(const Place& place, const QString& name, const CAtlString& text, CFindings& findings) {
-    if (WebAddress(text).IsEmpty())
+    const QUrl page(WebAddress(text).ToQString());
+    if (!page.isValid() || page.host().isEmpty())
         findings.Add(place.file, place.line, Code::PAGE_ADDRESS,
                      QString("%1 \"%2\" is no web address: the program opens no browser for it")
                          .arg(name, text.ToQString()));

@@ -8,6 +8,7 @@
 #include "platform/text/PrintableText.h"
 #include "products/CFetchedFile.h"
 #include "products/DescriptionFormat.h"
+#include "products/Notification.h"
 #include "products/Products.h"
 #include "signing/CCatalogueSeal.h"
 #include "signing/CMinisignSignature.h"
@@ -68,7 +69,8 @@ CPreview::CPreview(const CCatalog& catalog, const Versions& versions)
     if (list)
         products.Load(list->GetFilePath());
     for (const auto& product : products.GetProducts())
-        keys_.insert(product->GetKey());
+        if (!boost::dynamic_pointer_cast<Notification>(product))
+            keys_.insert(product->GetKey());
     for (const auto& product : products.GetProducts())
         if (const auto versioned = boost::dynamic_pointer_cast<CProductVersions>(product))
             AddProduct(*versioned);

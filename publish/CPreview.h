@@ -79,7 +79,7 @@ private:
 
     const CCatalog& catalog_;
     Versions versions_;
-    // Of all products in the list.
+    // Of all products in the list that can be installed.
     std::set<CAtlString> keys_;
     // Local descriptions by their names.
     std::multimap<QString, const CCatalogFile*> locals_;
