@@ -417,7 +417,7 @@ TEST(ProxyChallenges, DigestIsAnsweredWithoutThePassword) {
         "nonce=\"dcd98b7102dd2f0e\\8b11d0f600bfb0c093\"";
     const auto answer = [](const QByteArray& fields) {
         auto digest = CDigestChallenge::From(ParseChallenges(fields).back());
-        const QByteArray first = digest->Answer("Mufasa", "Circle Of Life", "/dir/index.html");
+        QByteArray first = digest->Answer("Mufasa", "Circle Of Life", "/dir/index.html");
         const QByteArray second = digest->Answer("Mufasa", "Circle Of Life", "/dir/index.html");
         EXPECT_EQ(second.contains("nc=00000002"), first.contains("nc="));
         return first;
