@@ -55,9 +55,6 @@ foreach(file products.xml VardoProductUpdate.xml)
   configure_file(${CMAKE_SOURCE_DIR}/packaging/share/${file}.in ${CMAKE_BINARY_DIR}/packaging/share/${file} @ONLY)
 endforeach()
 
-# Folders that are named get their mode whatever the umask is; those that files bring along do not.
-install(DIRECTORY DESTINATION .)
-install(DIRECTORY DESTINATION bin)
 install(TARGETS VARDOProductUpdate VARDOCatalogCheck VARDOCatalogSign VARDOCatalogRelease VARDOUpdateReport RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)
 if(VARDO_PUBLIC_KEY)

@@ -19,10 +19,8 @@ foreach(file ${translation_sources})
     COMMAND ${CMAKE_COMMAND} -E make_directory ${languages}/${code}
     COMMAND StringsToUtf16 ${translations}/${file} ${languages}/${file} VERBATIM)
   list(APPEND translation_files ${languages}/${file})
-  install(DIRECTORY DESTINATION Languages/${code})
   install(FILES ${languages}/${file} DESTINATION Languages/${code})
 endforeach()
-install(DIRECTORY DESTINATION Languages)
 install(FILES ${languages}/languages.xml DESTINATION Languages)
 add_custom_target(translations ALL DEPENDS ${translation_files})
 

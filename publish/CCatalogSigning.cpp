@@ -45,8 +45,10 @@ bool Replace(const SignedFile& file) {
     if (!ReplaceFile({file.contents.data(), static_cast<std::size_t>(file.contents.size())},
                      CVardoFilePath(CAtlString(file.path)), mode))
         return false;
-    // Root keeps the file for the web server's user or group; others may not give files away.
-    return !isThere || geteuid() != 0 || chown(path.constData(), status.st_uid, status.st_gid) == 0;
+    // Root gives the file back to the web server's user or group, where the file system allows that.
+    if (isThere && geteuid() == 0) [[maybe_unused]]
+        const int ignored = chown(path.constData(), status.st_uid, status.st_gid);
+    return true;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "report/CUpdateReport.h"
 
+#include "app/settings/CPolicy.h"
 #include "platform/files/Addresses.h"
 #include "platform/settings/SettingsStore.h"
 #include "products/ProductListFiles.h"
@@ -203,6 +204,8 @@ QStringList CUpdateReport::GetRemarks() const {
         remarks << "the folder of the installed products could not be read";
     if (!IsMachineStoreReadable())
         remarks << "the machine's settings cannot be read, so their policy does not count";
+    for (const QString& name : CPolicy().refused)
+        remarks << QString("the policy \"%1\" does not count: its name or its value is unknown").arg(name);
     if (end_)
         remarks << EndText(*end_);
     if (!listRefusal_.isEmpty())

@@ -27,8 +27,8 @@ std::optional<bool> ToSwitch(const QString& text) {
 }  // namespace
 
 CPolicy::CPolicy() {
-    const auto read = [this, all = ReadMachineValues(DefaultSettings::POLICY_KEY)](
-                          const CAtlString& name, auto understand, auto& member) {
+    const QVariantMap all = ReadMachineValues(DefaultSettings::POLICY_KEY);
+    const auto read = [this, &all](const CAtlString& name, auto understand, auto& member) {
         if (const QVariant value = all.value(name.ToQString()); value.isValid())
             member = understand(value.toString());
         if (member)
@@ -41,4 +41,7 @@ CPolicy::CPolicy() {
         proxyHost);
     read(DefaultSettings::HTTP_PROXY_PORT, ToNumber, proxyPort);
     read(L"NoSelfUpdate", ToSwitch, noSelfUpdate);
+    for (const QString& name : all.keys())
+        if (!names.contains(name))
+            refused << name;
 }

@@ -100,10 +100,12 @@ bool Holds(const QString& path, const Values& values) {
     });
 }
 
-// The file's text with the values as QSettings writes them. Empty without room for temporary files, and when
+// The file's text with the values as QSettings writes them. Empty without room beside the file, and when
 // QSettings would not read the values, as from a text that ends in the middle of a quotation.
-QByteArray Merge(const QByteArray& text, const Values& values) {
-    const QTemporaryDir folder;
+QByteArray Merge(const QString& path, const QByteArray& text, const Values& values) {
+    const QTemporaryDir folder(path + ".XXXXXX");
+    if (!folder.isValid())
+        return {};
     QFile lines(folder.filePath("lines"));
     QFile copy(folder.filePath("copy"));
     SetValues(std::make_unique<QSettings>(lines.fileName(), QSettings::IniFormat), values);
@@ -129,7 +131,7 @@ void MergeInto(const QString& path, const Values& values) {
     if (!lock.tryLock(2 * LONGEST_WRITE_MS) || !old.open(QFile::ReadOnly))
         return;
     const QByteArray before = old.readAll();
-    const QByteArray text = old.error() == QFile::NoError ? Merge(before, values) : QByteArray();
+    const QByteArray text = old.error() == QFile::NoError ? Merge(path, before, values) : QByteArray();
     QSaveFile file(path);
     // A failure to flush would be forgotten when the file is committed.
     if (text.isEmpty() || !file.open(QFile::WriteOnly) || file.write(text) != text.size() || !file.flush())
@@ -139,9 +141,8 @@ void MergeInto(const QString& path, const Values& values) {
     file.setFileTime(std::max(later, QDateTime::currentDateTime()), QFile::FileModificationTime);
     // Root may run with a user's settings, as sudo(8) -E does it.
     struct stat owner {};
-    if (geteuid() == 0 &&
-        (fstat(old.handle(), &owner) != 0 || fchown(file.handle(), owner.st_uid, owner.st_gid) != 0))
-        return;
+    if (geteuid() == 0 && fstat(old.handle(), &owner) == 0) [[maybe_unused]]
+        const int ignored = fchown(file.handle(), owner.st_uid, owner.st_gid);
     file.commit();
 }
 

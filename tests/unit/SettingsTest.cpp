@@ -218,7 +218,7 @@ TEST_F(Settings, PolicyOfTheMachineWinsAndIsNotCopied) {
     EXPECT_FALSE(record.GetCheckUpdates());
     EXPECT_EQ(record.GetInterval(), 3);
     EXPECT_EQ(record.GetPolicy().names.join(' '), "CheckUpdates Interval NoSelfUpdate");
-    EXPECT_EQ(CPolicy().noSelfUpdate, true);
+    EXPECT_TRUE(CPolicy().noSelfUpdate == true && CPolicy().refused == QStringList("HttpProxyPort"));
     record.SetNewLastChecked(5);
     record.Save();
     EXPECT_EQ(Number(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, L"CheckUpdates"), -7);
