@@ -83,10 +83,12 @@ XmlFault Diagnose(const CCatalogFile& file) {
 }
 
 // The program reads settings from folders with the organisation's name.
-// Finds text and unknown marks between the elements below a node, such as an element that lost its "<".
+// Finds text and unknown marks beside elements, such as an element that lost its "<". The maker may have
+// elements of text alone that the program does not know.
 void CheckStrays(const CCatalogFile& file, const TiXmlNode& parent, CFindings& findings) {
+    const bool hasElements = parent.FirstChildElement() != nullptr;
     for (const TiXmlNode* node = parent.FirstChild(); node; node = node->NextSibling()) {
-        if (node->ToText() || node->ToUnknown())
+        if (hasElements && (node->ToText() || node->ToUnknown()))
             findings.Add(file.GetPath(), node->Row(), Code::STRAY,
                          "the program passes over this text, which is no element");
         CheckStrays(file, *node, findings);

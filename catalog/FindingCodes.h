@@ -30,7 +30,7 @@ inline constexpr FindingCode MISSING_ELEMENT{"missing-element", Severity::ERROR}
 inline constexpr FindingCode MISSING_ATTRIBUTE{"missing-attribute", Severity::ERROR};
 inline constexpr FindingCode UNKNOWN_ELEMENT{"unknown-element", Severity::WARNING};
 inline constexpr FindingCode UNKNOWN_ATTRIBUTE{"unknown-attribute", Severity::WARNING};
-inline constexpr FindingCode STRAY{"stray", Severity::ERROR};
+inline constexpr FindingCode STRAY{"stray", Severity::WARNING};
 inline constexpr FindingCode REPEATED_ELEMENT{"repeated-element", Severity::WARNING};
 inline constexpr FindingCode NOT_UTF8{"not-utf8", Severity::ERROR};
 inline constexpr FindingCode LONE_AMPERSAND{"lone-ampersand", Severity::ERROR};
