@@ -57,12 +57,12 @@ bool CPreparation::FetchInstaller(CSelfUpdate& update) {
     progress_->Pause();
     if (!isFetched && !isCancelled_)
         environment_.WarnSelfUpdateFailed();
-    return isFetched;
+    return isFetched && !IsInterrupted();
 }
 
 void CPreparation::RefreshProductList(CProductListController& list) {
     list.SetDownloader(downloader_);
-    if (isInterrupted_)
+    if (IsInterrupted())
         return;
     if (isWatched_)
         progress_->Begin(IProgress::Task::LOOKING_FOR_LIST);
@@ -73,6 +73,11 @@ void CPreparation::RefreshProductList(CProductListController& list) {
 void CPreparation::Cancel() {
     isCancelled_ = true;
     downloader_->Cancel();
+}
+
+bool CPreparation::IsInterrupted() {
+    interruption_.Deliver();
+    return isInterrupted_;
 }
 
 void CPreparation::Interrupt() {

@@ -30,7 +30,7 @@ public:
     // Lets the list refresh itself.
     void RefreshProductList(CProductListController& list);
     // Whether a signal asks the process to end.
-    bool IsInterrupted() const { return isInterrupted_; }
+    bool IsInterrupted();
 
 private:
     // Whether there is a newer version.

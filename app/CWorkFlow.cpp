@@ -115,7 +115,9 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     MainWindow window(environment_);
     Connect(window);
     window.ShowProducts();
-    const bool isWanted = CheckBehind(window) && !isInterrupted;
+    const bool isNews = CheckBehind(window);
+    interruption->Deliver();
+    const bool isWanted = isNews && !isInterrupted;
     // Only one may live at a time.
     interruption.reset();
     if (isWanted) {

@@ -4,6 +4,7 @@
 #include "catalog/Checks.h"
 #include "catalog/FileKinds.h"
 
+#include <QFile>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
 #include <algorithm>
@@ -82,27 +83,30 @@ XmlFault Diagnose(const CCatalogFile& file) {
     return {lineOf(reader.characterOffset()), reason.toStdString()};
 }
 
-// The program reads settings from folders with the organisation's name.
-// Finds text and unknown marks beside elements, such as an element that lost its "<". The maker may have
-// elements of text alone that the program does not know.
+// Finds text and unknown marks beside elements, such as an element that lost its "<", which may be the only
+// one. The maker may have elements of text alone that the program does not know.
 void CheckStrays(const CCatalogFile& file, const TiXmlNode& parent, CFindings& findings) {
     const bool hasElements = parent.FirstChildElement() != nullptr;
     for (const TiXmlNode* node = parent.FirstChild(); node; node = node->NextSibling()) {
-        if (hasElements && (node->ToText() || node->ToUnknown()))
+        const bool isText = node->ToText() || node->ToUnknown();
+        if (isText && (hasElements || node->ValueStr().find('=') != std::string::npos))
             findings.Add(file.GetPath(), node->Row(), Code::STRAY,
                          "the program passes over this text, which is no element");
         CheckStrays(file, *node, findings);
     }
 }
 
-// The program reads one root.
+// The program reads one root, and the parser stops at the first text behind it.
 void CheckEnd(const CCatalogFile& file, CFindings& findings) {
+    const char* const text = "this stands behind the end of the root: the program does not read it";
     for (const TiXmlNode* node = file.GetRoot()->NextSibling(); node; node = node->NextSibling())
         if (!node->ToComment())
-            findings.Add(file.GetPath(), node->Row(), Code::STRAY,
-                         "this stands behind the end of the root: the program does not read it");
+            findings.Add(file.GetPath(), node->Row(), Code::STRAY, text);
+    if (!file.GetFault().reason.empty())
+        findings.Add(file.GetPath(), file.GetFault().line, Code::STRAY, text);
 }
 
+// The program reads settings from folders with the organisation's name.
 bool IsSettings(const CCatalogFile& file) {
     return file.GetName().endsWith(QLatin1String(".conf")) &&
            file.GetFolder().endsWith(QLatin1String("VARDO Technologies"));
@@ -110,9 +114,10 @@ bool IsSettings(const CCatalogFile& file) {
 
 // A comment and a line longer than those of public keys (56 bytes) and of signatures (100).
 bool IsSecretKey(const CCatalogFile& file) {
-    const CAtlStringA bytes = ReadFileBytes(file.GetFilePath());
-    const QByteArrayList lines = QByteArray(bytes.GetString(), bytes.GetLength()).split('\n');
-    return lines.first().startsWith("untrusted comment:") && lines.value(1).trimmed().size() > 100;
+    constexpr qint64 LONGEST_LINE = 1024;
+    QFile text(file.GetPath());
+    return text.open(QFile::ReadOnly) && text.readLine(LONGEST_LINE).startsWith("untrusted comment:") &&
+           text.readLine(LONGEST_LINE).trimmed().size() > 100;
 }
 
 void CheckForm(const CCatalogFile& file, CFindings& findings) {
@@ -126,7 +131,7 @@ void CheckForm(const CCatalogFile& file, CFindings& findings) {
         if (!QUtf8StringView(bytes.begin(), bytes.end()).isValidUtf8())
             findings.Add(file.GetPath(), fault.line, Code::NOT_UTF8,
                          "the file is not UTF-8, which may be the reason");
-    } else if (kind == FileKind::UNKNOWN && IsSecretKey(file)) {
+    } else if (!IsXmlKind(kind) && IsSecretKey(file)) {
         findings.Add(file.GetPath(), 0, Code::SECRET_KEY,
                      "this is a secret key: with it, everybody could sign; keep it elsewhere");
     } else if (kind == FileKind::UNKNOWN && !IsSettings(file)) {

@@ -111,11 +111,13 @@ private:
 
     // Checks what depends on the keys of all products.
     void CheckNames(const TiXmlElement& product) {
-        static const QRegularExpression impossible(R"(^\.|[/\\*?[]|\.xml$)");
+        static const QRegularExpression odd(R"(^\.|[/\\*?[]|\.xml$)",
+                                            QRegularExpression::CaseInsensitiveOption);
         const QString base = AttributeText(product, BASE_XML);
-        if (base.contains(impossible))
+        if (base.contains(odd))
             Add(AttributeLine(product, BASE_XML), Code::BAD_VALUE,
-                QString("no description belongs to BaseXml \"%1\": give the beginning of its name")
+                QString("BaseXml \"%1\" is no beginning of a name: descriptions belong to it by chance, if "
+                        "at all")
                     .arg(base));
         for (const auto& [key, line] : keys_)
             if (key != base && IsDescriptionOf(base, key + ".xml"))

@@ -21,9 +21,12 @@ QString Text(const std::string& path) {
 void CheckLastDay(const CCatalogFile& file, const QDate& lastDay, CFindings& findings) {
     const QDate today = TodayInUtc();
     const QString day = lastDay.toString(Qt::ISODate);
-    if (IsOver(lastDay, today))
-        findings.Add(file.GetPath(), 0, Code::SIGNATURE_OVER,
-                     QString("the signature was good until %1: the program refuses the file").arg(day));
+    if (today > lastDay)
+        findings.Add(
+            file.GetPath(), 0, Code::SIGNATURE_OVER,
+            QString(
+                "the signature was good until %1: the program refuses the file from the second day after it")
+                .arg(day));
     else if (today.daysTo(lastDay) < WARNING_DAYS)
         findings.Add(file.GetPath(), 0, Code::SIGNATURE_ENDS,
                      QString("the signature is good until %1: sign the file again").arg(day));

@@ -50,8 +50,7 @@ void CheckPage(const Place& place, const QString& name, const CAtlString& text, 
     const QUrl page(WebAddress(text).ToQString());
     if (!page.isValid() || page.host().isEmpty())
         findings.Add(place.file, place.line, Code::PAGE_ADDRESS,
-                     QString("%1 \"%2\" is no web address: the program opens no browser for it")
-                         .arg(name, text.ToQString()));
+                     QString("%1 \"%2\" is no web address: no browser shows it").arg(name, text.ToQString()));
 }
 
 void CheckDate(const Place& place, const QString& name, const CAtlString& text, CFindings& findings) {

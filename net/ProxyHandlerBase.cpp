@@ -21,14 +21,14 @@ void ProxyHandlerBase::LoadProxySettings() {
     const CPolicy policy;
     proxyHost_ = policy.proxyHost.value_or(
         ReadRegistryString(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_HOST, CAtlString(), ignored));
-    const int port = policy.IsProxyPortFixed()
-                         ? policy.proxyPort.value_or(DEFAULT_PORT)
-                         : ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT,
-                                             DEFAULT_PORT, ignored);
+    const int usual = policy.proxyHost
+                          ? DEFAULT_PORT
+                          : ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT,
+                                              DEFAULT_PORT, ignored);
     // Administrators and other programs may have stored "http://proxy:3128/".
     const auto written = ParseProxyAddress(proxyHost_).value_or(ProxyAddress{.host = proxyHost_});
     proxyHost_ = written.host;
-    proxyPort_ = policy.proxyPort ? port : written.port.value_or(port);
+    proxyPort_ = policy.proxyPort.value_or(written.port.value_or(usual));
 }
 
 bool ProxyHandlerBase::SaveProxySettings() const {

@@ -46,8 +46,8 @@ bool Replace(const SignedFile& file) {
                      CVardoFilePath(CAtlString(file.path)), mode))
         return false;
     // Root gives the file back to the web server's user or group, where the file system allows that.
-    if (isThere && geteuid() == 0) [[maybe_unused]]
-        const int ignored = chown(path.constData(), status.st_uid, status.st_gid);
+    [[maybe_unused]] const bool isGiven =
+        isThere && geteuid() == 0 && chown(path.constData(), status.st_uid, status.st_gid) == 0;
     return true;
 }
 
@@ -99,7 +99,7 @@ std::optional<std::vector<SignedFile>> CCatalogSigning::SignAll() {
 // Empty when that failed.
 QByteArray CCatalogSigning::Sign(const CCatalogFile& file, const QString& address) {
     if (QFileInfo(file.GetPath()).isSymLink()) {
-        problem_ = QString("\"%1\" is a link: sign a folder with the file itself").arg(file.GetPath());
+        problem_ = QString("\"%1\" is a link: put the file itself there").arg(file.GetPath());
         return {};
     }
     const CAtlStringA bytes = ReadFileBytes(file.GetFilePath());

@@ -29,9 +29,9 @@ public:
     // mend to err.
     static QString Obstacle(const CCatalog& catalog, std::ostream& err);
     // Puts the files in their places, in their order and each in one step, with the mode of the one that is
-    // there (for root, also its owner and group, if it may), else 0644, and writes their lines to out. Returns why one
-    // could not be written, and then leaves the rest as they are; empty on success. The files before it may
-    // be signed already, which does no harm.
+    // there (for root, also its owner and group, if it may), else 0644, and writes their lines to out.
+    // Returns why one could not be written, and then leaves the rest as they are; empty on success. The files
+    // before it may be signed already, which does no harm.
     static QString ReplaceAll(const std::vector<SignedFile>& files, std::ostream& out);
 
     // The catalog must outlive this object.

@@ -202,10 +202,9 @@ QStringList CUpdateReport::GetRemarks() const {
         remarks << "no server was reached for any product";
     if (!isFolderRead_)
         remarks << "the folder of the installed products could not be read";
-    if (!IsMachineStoreReadable())
+    if (!AreMachineStoresReadable())
         remarks << "the machine's settings cannot be read, so their policy does not count";
-    for (const QString& name : CPolicy().refused)
-        remarks << QString("the policy \"%1\" does not count: its name or its value is unknown").arg(name);
+    remarks << CPolicy().refusals;
     if (end_)
         remarks << EndText(*end_);
     if (!listRefusal_.isEmpty())

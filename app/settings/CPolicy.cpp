@@ -28,11 +28,15 @@ std::optional<bool> ToSwitch(const QString& text) {
 
 CPolicy::CPolicy() {
     const QVariantMap all = ReadMachineValues(DefaultSettings::POLICY_KEY);
-    const auto read = [this, &all](const CAtlString& name, auto understand, auto& member) {
+    QStringList known;
+    const auto read = [this, &all, &known](const CAtlString& name, auto understand, auto& member) {
         if (const QVariant value = all.value(name.ToQString()); value.isValid())
             member = understand(value.toString());
+        known << name.ToQString();
         if (member)
             names << name.ToQString();
+        else if (all.contains(name.ToQString()))
+            refusals << QString("the value of the policy \"%1\" cannot be understood").arg(name.ToQString());
     };
     read(DefaultSettings::CHECK_UPDATES, ToSwitch, checkUpdates);
     read(DefaultSettings::INTERVAL, ToNumber, interval);
@@ -42,6 +46,6 @@ CPolicy::CPolicy() {
     read(DefaultSettings::HTTP_PROXY_PORT, ToNumber, proxyPort);
     read(L"NoSelfUpdate", ToSwitch, noSelfUpdate);
     for (const QString& name : all.keys())
-        if (!names.contains(name))
-            refused << name;
+        if (!known.contains(name))
+            refusals << QString("there is no policy \"%1\"").arg(name);
 }

@@ -18,8 +18,8 @@ struct CPolicy {
 
     // The names of the values that count, in the order of the members.
     QStringList names;
-    // The names of all others: unknown ones, and those whose value cannot be understood.
-    QStringList refused;
+    // Why the others do not count, in English: a sentence for each.
+    QStringList refusals;
     std::optional<bool> checkUpdates;
     // Days between two automatic checks.
     std::optional<int> interval;

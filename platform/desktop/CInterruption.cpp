@@ -36,17 +36,21 @@ void Handle(int signal, struct sigaction& previous) {
 }  // namespace
 
 CInterruption::CInterruption(const std::function<void()>& interrupted)
-    : signals_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), notifier_(signals_.Get(), QSocketNotifier::Read) {
-    QObject::connect(&notifier_, &QSocketNotifier::activated, [this, interrupted] {
-        eventfd_t count = 0;
-        if (eventfd_read(signals_.Get(), &count) == 0)
-            interrupted();
-    });
+    : interrupted_(interrupted),
+      signals_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      notifier_(signals_.Get(), QSocketNotifier::Read) {
+    QObject::connect(&notifier_, &QSocketNotifier::activated, [this] { Deliver(); });
     if (!signals_.IsOpen())
         return;
     reports = signals_.Get();
     Handle(SIGTERM, terminate_);
     Handle(SIGINT, interrupt_);
+}
+
+void CInterruption::Deliver() {
+    eventfd_t count = 0;
+    if (signals_.IsOpen() && eventfd_read(signals_.Get(), &count) == 0)
+        interrupted_();
 }
 
 CInterruption::~CInterruption() {

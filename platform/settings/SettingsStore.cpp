@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <cerrno>
 #include <limits>
 #include <memory>
 
@@ -141,8 +142,8 @@ void MergeInto(const QString& path, const Values& values) {
     file.setFileTime(std::max(later, QDateTime::currentDateTime()), QFile::FileModificationTime);
     // Root may run with a user's settings, as sudo(8) -E does it.
     struct stat owner {};
-    if (geteuid() == 0 && fstat(old.handle(), &owner) == 0) [[maybe_unused]]
-        const int ignored = fchown(file.handle(), owner.st_uid, owner.st_gid);
+    [[maybe_unused]] const bool isGiven = geteuid() == 0 && fstat(old.handle(), &owner) == 0 &&
+                                          fchown(file.handle(), owner.st_uid, owner.st_gid) == 0;
     file.commit();
 }
 
@@ -204,11 +205,13 @@ void WriteRegistryDwords(int hive, const CAtlString& key,
     WriteValues(hive, settings);
 }
 
-bool IsMachineStoreReadable() {
-    const QSettings machine(QSettings::NativeFormat, QSettings::SystemScope,
-                            CSettingsIdentity::Organization());
-    const QFileInfo file(machine.fileName());
-    return !file.exists() || file.isReadable();
+bool AreMachineStoresReadable() {
+    const QString file = '/' + CSettingsIdentity::Organization() + ".conf";
+    const QString folders = qEnvironmentVariable("XDG_CONFIG_DIRS", "/etc/xdg");
+    const QStringList all = folders.split(':', Qt::SkipEmptyParts);
+    return std::none_of(all.begin(), all.end(), [&](const QString& folder) {
+        return access(QFile::encodeName(folder + file).constData(), R_OK) != 0 && errno == EACCES;
+    });
 }
 
 bool IsUserStoreWritable() {

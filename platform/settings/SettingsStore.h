@@ -53,8 +53,8 @@ int WriteRegistryDword(int hive, const CAtlString& key, const CAtlString& name, 
 void WriteRegistryDwords(int hive, const CAtlString& key,
                          const std::vector<std::pair<CAtlString, int>>& values);
 
-// Whether the machine's file, if there is one, may be read.
-bool IsMachineStoreReadable();
+// Whether this user may read the machine's files in all entries of XDG_CONFIG_DIRS, as far as they are there.
+bool AreMachineStoresReadable();
 // Whether values of the user can be written, as far as the permissions of the file and its folder say.
 bool IsUserStoreWritable();
 

@@ -89,6 +89,8 @@ CAtlStringA ReadFileBytes(const CVardoFilePath& file) {
 
 bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document, XmlFault* fault) {
     document.Clear();
+    if (fault)
+        *fault = {};
     if (text.IsEmpty() || text.GetLength() > MAX_XML_BYTES)
         return Refuse(fault, 0, "the file cannot be read, is empty, or is too large");
     // The parser takes a C string: it would silently ignore what follows a NUL byte.
@@ -109,9 +111,13 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
         return false;
     // Without tab stops the parser skips the count of rows, which walks over the text once more.
     document.SetTabSize(fault ? 1 : 0);
-    document.Parse(padded.c_str(), nullptr, encoding);
-    if (!document.Error() && document.RootElement())
+    const char* rest = document.Parse(padded.c_str(), nullptr, encoding);
+    if (!document.Error() && document.RootElement()) {
+        if (rest && *rest != '\0')
+            Refuse(fault, fault ? LineAt(padded, static_cast<std::size_t>(rest - padded.c_str())) : 0,
+                   "from here on the file is not read");
         return true;
+    }
     Refuse(fault, document.Error() ? document.ErrorRow() : 0,
            document.Error() ? document.ErrorDesc() : "the file holds no element");
     document.Clear();

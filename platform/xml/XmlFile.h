@@ -28,7 +28,7 @@ inline constexpr int MAX_XML_ITEMS = 500000;
 // The file's bytes; empty when it cannot be read to its end, is not regular, or is larger than MAX_XML_BYTES.
 CAtlStringA ReadFileBytes(const CVardoFilePath& file);
 
-// Why a text was not parsed.
+// Why a text was not parsed, or not to its end.
 struct XmlFault {
     // From 1; 0 when the fault lies in no single line.
     int line = 0;
@@ -40,8 +40,9 @@ struct XmlFault {
 // document, when the text is malformed, holds a NUL byte or no element, or is beyond one of the bounds. The
 // encoding is TinyXML's: TIXML_DEFAULT_ENCODING finds it from the text. Any thread, one document each.
 //
-// fault, unless null, gets the reason; then the document's elements and attributes know their rows. That
-// takes longer; the result is the same.
+// fault, unless null, gets the reason, or after a success what TinyXML left unread behind the root (no reason
+// when it read all); then the document's elements and attributes know their rows. That takes longer; the
+// result is the same.
 bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& document,
               XmlFault* fault = nullptr);
 

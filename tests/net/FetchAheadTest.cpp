@@ -114,10 +114,10 @@ TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
     EXPECT_EQ(Take(urls[4]), Target(4));
     downloader_->FetchAhead({});
     EXPECT_EQ(FilesLeft(), QStringList());
-    server_.Serve("http://updates.invalid/a.xml", LoopbackAnswer::Body("a"));
-    downloader_->FetchAhead({L"http://updates.invalid/a.xml"});
+    server_.Serve("http://127.0.0.1:1/a.xml", LoopbackAnswer::Body("a"));
+    downloader_->FetchAhead({L"http://127.0.0.1:1/a.xml"});
     downloader_->SetProxy(L"127.0.0.1", server_.Port());
-    EXPECT_EQ(Take(L"http://updates.invalid/a.xml"), "a") << "by another way than it went ahead";
+    EXPECT_EQ(Take(L"http://127.0.0.1:1/a.xml"), "a") << "by another way than it went ahead";
 }
 
 TEST_F(FetchAhead, CancelEndsTheFetchInHandAndWhatIsAheadOfIt) {

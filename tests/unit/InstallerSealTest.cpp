@@ -136,6 +136,7 @@ TEST_F(InstallerSeal, StaysShutForWhatWasAltered) {
         {"a line after the signature", false, [](Offer& o) { o.signature += "x\n"; }},
         {"no signature", false, [](Offer& o) { o.signature.clear(); }},
         {"another maker's key", false, [](Offer& o) { o.key = other.Key(); }},
+        {"a line after the installer", false, [](Offer& o) { o.installer += "x\n"; }},
         {"altered installer", false, [](Offer& o) { Alter(o.installer, 9000, 2); }},
         {"altered signature", false, [](Offer& o) { Alter(o.signature, 1, 40); }},
         {"altered trusted comment", false,

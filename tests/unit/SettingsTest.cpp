@@ -166,7 +166,7 @@ TEST_F(Settings, AMachineFileThatIsNotToBeWrittenIsReplacedByTheUsers) {
         const std::string machines = MACHINES + WHOLE_MAKER;
         std::ofstream(machines) << "[K]\nx=5\n";
         chmod(machines.c_str(), 0200);
-        EXPECT_FALSE(InAnotherProcess([] { return IsMachineStoreReadable(); }));
+        EXPECT_FALSE(InAnotherProcess([] { return AreMachineStoresReadable(); }));
         ASSERT_TRUE(chmod(machines.c_str(), mode) == 0 && chmod(MACHINES.c_str(), 0555) == 0);
         ASSERT_TRUE(chmod(USERS.c_str(), 0777) == 0 && chmod(desktops.c_str(), 0777) == 0);
         const ScopedEnvironment environment("XDG_CONFIG_DIRS", directories.c_str());
@@ -218,7 +218,9 @@ TEST_F(Settings, PolicyOfTheMachineWinsAndIsNotCopied) {
     EXPECT_FALSE(record.GetCheckUpdates());
     EXPECT_EQ(record.GetInterval(), 3);
     EXPECT_EQ(record.GetPolicy().names.join(' '), "CheckUpdates Interval NoSelfUpdate");
-    EXPECT_TRUE(CPolicy().noSelfUpdate == true && CPolicy().refused == QStringList("HttpProxyPort"));
+    EXPECT_TRUE(CPolicy().noSelfUpdate == true &&
+                CPolicy().refusals.join("") ==
+                    "the value of the policy \"HttpProxyPort\" cannot be understood");
     record.SetNewLastChecked(5);
     record.Save();
     EXPECT_EQ(Number(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, L"CheckUpdates"), -7);

@@ -14,6 +14,7 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+#include <csignal>
 #include <functional>
 
 namespace {
@@ -69,6 +70,22 @@ protected:
     bool isAsked_ = false;
     CApplicationFactory* running_ = nullptr;
 };
+
+TEST_F(WorkFlow, EndsWhenASignalComesWhileItServesNoEvents) {
+    AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
+    Install();
+    for (const std::size_t request : {1U, 2U}) {
+        StoreSettings(1, 30, 0);
+        downloader_->addresses.clear();
+        downloader_->whileDownloading = [&] {
+            if (downloader_->addresses.size() == request)
+                std::raise(SIGTERM);
+        };
+        Run({"-silent"});
+        EXPECT_EQ(downloader_->addresses.size(), request);
+        EXPECT_TRUE(latest_.isEmpty());
+    }
+}
 
 TEST_F(WorkFlow, StartedAgainItShowsItsWindowEvenBeforeASilentCheckHasEnded) {
     AddProduct("Planner", {"1.0.0.0"}, "1.0.0.0");
