@@ -12,6 +12,7 @@ option(VARDO_SELF_UPDATE "Whether the installed program replaces itself by newer
 option(VARDO_UNSIGNED_SELF_UPDATE "Whether it may do so without the maker's public key" OFF)
 set(VARDO_PUBLIC_KEY "" CACHE FILEPATH "The maker's public key: no installer is then started that it does not vouch for")
 set(VARDO_CATALOGUE_KEY "" CACHE FILEPATH "The maker's public key for the files that the site publishes")
+set(VARDO_LIST "" CACHE FILEPATH "The maker's newest product list; without it a short one, older than every other")
 
 if(VARDO_UPDATE_SITE AND VARDO_SELF_UPDATE AND NOT VARDO_PUBLIC_KEY AND NOT VARDO_UNSIGNED_SELF_UPDATE)
   message(FATAL_ERROR "Without the maker's key every server that answers for ${VARDO_UPDATE_SITE} could start any program on "
@@ -54,6 +55,14 @@ endif()
 foreach(file products.xml VardoProductUpdate.xml)
   configure_file(${CMAKE_SOURCE_DIR}/packaging/share/${file}.in ${CMAKE_BINARY_DIR}/packaging/share/${file} @ONLY)
 endforeach()
+if(VARDO_LIST)
+  file(READ "${VARDO_LIST}" text)
+  if(NOT text MATCHES "<Products[^>]*[ \t\r\n]Version=[\"'][0-9]" OR NOT text MATCHES "<Products[^>]*[ \t\r\n]Url=[\"']http://")
+    message(FATAL_ERROR "${VARDO_LIST} is no product list with a Version and a Url, so programs would refresh nothing; see "
+      "docs/formats.md")
+  endif()
+  configure_file("${VARDO_LIST}" ${CMAKE_BINARY_DIR}/packaging/share/products.xml COPYONLY)
+endif()
 
 install(TARGETS VARDOProductUpdate VARDOCatalogCheck VARDOCatalogSign VARDOCatalogRelease VARDOUpdateReport RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/packaging/share/ DESTINATION share)

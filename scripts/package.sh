@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: VARDO Technologies
 # SPDX-License-Identifier: LicenseRef-VARDO
 #
-# package.sh [--site ADDRESS --key FILE | --no-self-update | --unsigned-self-update] [--catalogue-key FILE]
+# package.sh [--site ADDRESS --key FILE | --no-self-update | --unsigned-self-update] [--catalogue-key FILE] [--list FILE]
 #            [--maintainer 'NAME <MAIL>'] [--verify]
 #
 # Makes the Debian package, build/vardo-product-update_VERSION_ARCHITECTURE.deb, from an optimised and hardened build.
@@ -10,7 +10,7 @@
 # own. A site needs one of three choices: --key is the maker's public key, by which the program verifies newer versions
 # of itself before it starts their installers; with --no-self-update it never offers to replace itself, for computers
 # that get their packages in other ways; with --unsigned-self-update it starts what the network gives it.
-# --catalogue-key is the public key for the files that the site publishes.
+# --catalogue-key is the public key for the files that the site publishes, and --list the newest product list.
 # With --verify the usual tools examine the package, and verify-package.sh installs it into a bare Debian system made for
 # that, runs it there and removes it again; that needs root, a network, and some minutes.
 source "$(dirname "$0")/lib.sh"
@@ -27,6 +27,7 @@ make_package() {
     rm -rf "$STATE/_CPack_Packages" "$STATE/$NAME"_*.deb
     build package packaged "-DVARDO_UPDATE_SITE=$SITE" "-DVARDO_SELF_UPDATE=$SELF_UPDATE" \
         "-DVARDO_UNSIGNED_SELF_UPDATE=$UNSIGNED" "-DVARDO_PUBLIC_KEY=$KEY" "-DVARDO_CATALOGUE_KEY=$CATALOGUE_KEY" \
+        "-DVARDO_LIST=$LIST" \
         "-DCMAKE_CXX_FLAGS=$(flags_of CPPFLAGS) $(flags_of CXXFLAGS)" \
         "-DCMAKE_EXE_LINKER_FLAGS=$(flags_of LDFLAGS)" "${MAINTAINER[@]}"
     say "Packing"
@@ -96,9 +97,9 @@ unit_faults() {
 
 page_warnings() { LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$1" >/dev/null; }
 
-# key_file FILE: prints its whole path. The build refuses all but public keys.
-key_file() {
-    (cd "$OLDPWD" && realpath -e "$1") || fail "$1: give the file of the maker's public key"
+# whole_path FILE WHAT: prints the path of the file, which is WHAT. The build refuses a file that is anything else.
+whole_path() {
+    (cd "$OLDPWD" && realpath -e "$1") || fail "$1: give the file of the maker's $2"
 }
 
 # ---------------------------------------------------------------------------------------------------------------------
@@ -106,6 +107,7 @@ key_file() {
 SITE=""
 KEY=""
 CATALOGUE_KEY=""
+LIST=""
 SELF_UPDATE=ON
 UNSIGNED=OFF
 MAINTAINER=(-UVARDO_MAINTAINER)
@@ -115,18 +117,22 @@ while [[ $# -gt 0 ]]; do
         --site) SITE=${2:?the address of the maker\'s site} && shift ;;
         --maintainer) MAINTAINER=("-DVARDO_MAINTAINER=${2:?NAME <MAIL>}") && shift ;;
         --key)
-            KEY=$(key_file "${2:?a file}") || exit
+            KEY=$(whole_path "${2:?a file}" "public key") || exit
             shift
             ;;
         --catalogue-key)
-            CATALOGUE_KEY=$(key_file "${2:?a file}") || exit
+            CATALOGUE_KEY=$(whole_path "${2:?a file}" "public key") || exit
+            shift
+            ;;
+        --list)
+            LIST=$(whole_path "${2:?a file}" "product list") || exit
             shift
             ;;
         --no-self-update) SELF_UPDATE=OFF ;;
         --unsigned-self-update) UNSIGNED=ON ;;
         --verify) VERIFY=yes ;;
         *) fail "usage: package.sh [--site ADDRESS --key FILE | --no-self-update | --unsigned-self-update]" \
-            "[--catalogue-key FILE] [--maintainer 'NAME <MAIL>'] [--verify]" ;;
+            "[--catalogue-key FILE] [--list FILE] [--maintainer 'NAME <MAIL>'] [--verify]" ;;
     esac
     shift
 done
