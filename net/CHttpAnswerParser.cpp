@@ -68,6 +68,12 @@ struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_bod
             return beast::iequals(field.value(), "chunked") || beast::iequals(field.value(), "identity");
         });
     }
+    // Beast asserts that the end of a body in chunks, which has five bytes at least (RFC 9112, 7.1), is not
+    // begun with fewer.
+    bool MayTake(qsizetype bytes) const {
+        constexpr qsizetype LAST_CHUNK = 5;
+        return !is_header_done() || !chunked() || bytes >= LAST_CHUNK;
+    }
     QByteArray TakeBody() {
         beast::flat_buffer& body = get().body();
         QByteArray bytes(static_cast<const char*>(body.data().data()), static_cast<qsizetype>(body.size()));
@@ -110,7 +116,7 @@ QByteArray CHttpAnswerParser::Read(const QByteArray& bytes) {
     rest_ += bytes;
     QByteArray body;
     bool isDone = true;
-    while (isDone && IsOpen() && !rest_.isEmpty()) {
+    while (isDone && IsOpen() && !rest_.isEmpty() && parser_->MayTake(rest_.size())) {
         beast::error_code error;
         const std::size_t taken = parser_->Take(rest_, error);
         rest_.remove(0, static_cast<qsizetype>(taken));
