@@ -12,19 +12,23 @@ namespace {
 
 using Culprit = TransferRecord::Culprit;
 
-struct Words {
+// RFC 9110, 15.
+constexpr int FORBIDDEN = 403;
+constexpr int SERVER_ERROR = 500;
+
+struct Texts {
     Q_DECLARE_TR_FUNCTIONS(FailureText)
 
 public:
     // RFC 9110, 15.
-    static QString Of(int status, bool isThroughProxy) {
+    static QString OfStatus(int status, bool isThroughProxy) {
         switch (status) {
             case 0:
                 return tr("This address cannot be fetched");
             case QHttpResponseHeader::OK:
                 return tr("The server's answer is empty");
             case 401:
-            case 403:
+            case FORBIDDEN:
                 return tr("The server refuses access (%1)").arg(status);
             case 404:
             case 410:
@@ -37,7 +41,11 @@ public:
         }
     }
     static QString NotStored(const QString& error) { return tr("The file cannot be stored: %1").arg(error); }
-    static QString Proxy(const QString& host) { return tr("Proxy %1").arg(host); }
+    static QString Proxy(const QString& proxy) { return tr("Proxy %1").arg(proxy); }
+    // A proxy that refuses or fails answers as the host would.
+    static QString Either(const QString& host, const QString& proxy) {
+        return tr("%1 or proxy %2").arg(host, proxy);
+    }
 };
 
 }  // namespace
@@ -46,9 +54,13 @@ QString FailureText(const TransferRecord& record) {
     const QString proxy = record.proxyHost.ToQString();
     const QString error = record.error.ToQString();
     if (record.culprit == Culprit::COMPUTER)
-        return Words::NotStored(error);
-    const bool isProxys = record.culprit == Culprit::PROXY && !error.isEmpty();
-    const QString host = isProxys ? Words::Proxy(proxy) : QUrl(record.url.ToQString()).host();
-    const QString reason = error.isEmpty() ? Words::Of(record.status, !proxy.isEmpty()) : error;
+        return Texts::NotStored(error);
+    QString host = QUrl(record.url.ToQString()).host();
+    if (record.culprit == Culprit::PROXY && !error.isEmpty())
+        host = Texts::Proxy(proxy);
+    else if (!proxy.isEmpty() && error.isEmpty() &&
+             (record.status == FORBIDDEN || record.status >= SERVER_ERROR))
+        host = Texts::Either(host, proxy);
+    const QString reason = error.isEmpty() ? Texts::OfStatus(record.status, !proxy.isEmpty()) : error;
     return host.isEmpty() ? reason : host + ": " + reason;
 }

@@ -235,7 +235,7 @@ TEST_F(MainWindowTest, StatusSaysWhyAProductCannotBeChecked) {
     const std::string answer = "<U Location=\"Server\"><Product/></U>";
     const std::vector<std::pair<LoopbackAnswer, QString>> cases{
         {LoopbackAnswer::Status(404), "site: The server does not have the file (404)"},
-        {LoopbackAnswer::Status(503), "site: The server cannot answer (503)"},
+        {LoopbackAnswer::Status(503), "site or proxy 127.0.0.1: The server cannot answer (503)"},
         {LoopbackAnswer::Body(""), "site: The server's answer is empty"},
         {LoopbackAnswer::Challenge("Basic realm=\"r\""), "site: The proxy wants a user name and password"},
         {{.body = answer, .announcedLength = 999}, "site: The server's answer is incomplete or too large"},
