@@ -35,16 +35,24 @@ QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
     }
     if (offered.isEmpty())
         return ProxyScheme::NONE;
-    if (offered.contains("basic") && !offered.intersects({"digest", "ntlm", "negotiate"}))
+    if (offered.contains("ntlm"))
+        return ProxyScheme::NTLM;
+    if (offered.contains("basic") && !offered.intersects({"digest", "negotiate"}))
         return ProxyScheme::BASIC;
-    const bool isQts =
-        seenByQt.contains("ntlm") || (seenByQt.contains("negotiate") && !seenByQt.contains("basic"));
+    const bool isQts = seenByQt.contains("negotiate") && !seenByQt.contains("basic");
     return isQts ? ProxyScheme::NEGOTIATED : ProxyScheme::UNUSABLE;
 }
 
 std::optional<CDigestChallenge> QHttpResponseHeader::digest() const {
     for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_))
         if (auto known = CDigestChallenge::From(challenge))
+            return known;
+    return std::nullopt;
+}
+
+std::optional<CNtlmChallenge> QHttpResponseHeader::ntlm() const {
+    for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_))
+        if (auto known = CNtlmChallenge::From(challenge))
             return known;
     return std::nullopt;
 }

@@ -4,7 +4,7 @@
 // An HTTP answer: its head, and the parser that reads it while it arrives.
 #pragma once
 
-#include "net/ProxyChallenges.h"
+#include "net/CNtlmChallenge.h"
 
 #include <QByteArray>
 #include <memory>
@@ -25,8 +25,9 @@ public:
         NONE,        // the proxy did not ask, or offers nothing
         BASIC,       // only Basic, which everybody on the way can read (RFC 7617)
         DIGEST,      // a Digest that this program knows, alone or beside others
-        NEGOTIATED,  // NTLM or Negotiate, alone or beside others
-        UNUSABLE,    // only others; or NTLM or Negotiate, written so that Qt's network classes pass over them
+        NTLM,        // NTLM, alone or beside others
+        NEGOTIATED,  // Negotiate without NTLM: it takes the user's ticket (Kerberos), and no credentials
+        UNUSABLE,    // only others; or Negotiate, written so that Qt's network classes pass over it
     };
 
     QHttpResponseHeader() = default;
@@ -42,6 +43,8 @@ public:
     ProxyScheme proxyScheme() const;
     // The first known challenge of the scheme Digest.
     std::optional<CDigestChallenge> digest() const;
+    // The first known challenge of the scheme NTLM.
+    std::optional<CNtlmChallenge> ntlm() const;
 
 private:
     int statusCode_ = 0;

@@ -55,8 +55,8 @@ QList<ProxyChallenge> ParseChallenges(const QByteArray& fields) {
             const qsizetype end = EndOfElement(field, begin);
             QByteArray text = field.sliced(begin, end - begin).replace('\t', ' ').trimmed();
             if (const QByteArray scheme = SchemeOf(text); !scheme.isEmpty()) {
-                challenges.push_back({scheme.toLower(), {}, begin == 0});
-                text.remove(0, scheme.size());
+                text = text.sliced(scheme.size()).trimmed();
+                challenges.push_back({scheme.toLower(), {}, text, begin == 0});
             }
             const qsizetype equals = text.indexOf('=');
             if (equals > 0 && !challenges.isEmpty())

@@ -15,6 +15,8 @@ struct ProxyChallenge {
     // In lower case, as the names of the parameters.
     QByteArray scheme;
     QHash<QByteArray, QByteArray> parameters;
+    // What follows the scheme up to a comma: the whole challenge of NTLM, in Base64.
+    QByteArray token;
     // It begins its field.
     bool isFirst = false;
 };

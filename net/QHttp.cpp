@@ -3,13 +3,12 @@
 
 #include "net/QHttp.h"
 
-#include <QAuthenticator>
 #include <QFutureWatcher>
 #include <QIODevice>
 #include <QNetworkReply>
+#include <QRandomGenerator>
 #include <algorithm>
 #include <limits>
-#include <utility>
 
 #include "net/CPeerMemory.h"
 #include "net/HostConnection.h"
@@ -28,7 +27,7 @@ QByteArray TargetOf(const QUrl& url, bool isForProxy) {
 }
 
 // RFC 9112, 3.
-QByteArray Written(const QNetworkRequest& request, bool isForProxy) {
+QByteArray RequestText(const QNetworkRequest& request, bool isForProxy) {
     const QUrl url = request.url();
     QByteArray text = "GET " + TargetOf(url, isForProxy) +
                       " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1() + "\r\n";
@@ -44,9 +43,9 @@ bool WriteWhole(QIODevice& to, const QByteArray& bytes) {
            (written >= 0 && to.write(bytes.sliced(written)) == bytes.size() - written);
 }
 
-// The manager keeps challenges to itself; NTLM stands for them.
+// The manager keeps challenges to itself; it is used for Negotiate alone.
 QHttpResponseHeader HeaderOf(const QNetworkReply& reply) {
-    return {reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), "NTLM",
+    return {reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), "Negotiate",
             reply.header(QNetworkRequest::ContentLengthHeader).toLongLong()};
 }
 
@@ -75,8 +74,10 @@ void QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
     end_.setRemainingTime(bounds_.wholeTime);
     if (!to_->isOpen())
         SetError(Error::NOT_WRITTEN, to_->errorString());
-    else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::NEGOTIATED)
+    else if (scheme_ == ProxyScheme::NEGOTIATED)
         FetchByManager(MakeRequest(path));
+    else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::NTLM)
+        FetchWithNtlm(MakeRequest(path));
     else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::DIGEST)
         FetchWithDigest(MakeRequest(path));
     else
@@ -113,15 +114,6 @@ void QHttp::FetchByManager(QNetworkRequest request) {
     }
     std::unique_ptr<QNetworkReply> reply(manager_->get(request));
     reply->setReadBufferSize(READ_AHEAD);
-    bool isAsked = false;
-    // NTLM and Negotiate come without a realm. The answer to a challenge with one could be Basic.
-    connect(manager_.get(), &QNetworkAccessManager::proxyAuthenticationRequired, reply.get(),
-            [&](const QNetworkProxy&, QAuthenticator* answer) {
-                if (std::exchange(isAsked, true) || !answer->realm().isEmpty())
-                    return;
-                answer->setUser(proxy_.user());
-                answer->setPassword(proxy_.password());
-            });
     // The manager sends the request once more for each challenge, and reports only the last answer.
     int sent = 0;
     int seen = 0;
@@ -156,17 +148,38 @@ void QHttp::FetchWithDigest(const QNetworkRequest& request) {
     bool isAnswered = false;
     do {
         isAnswered = digest_.has_value();
-        header_ = {};
-        QNetworkRequest answering = request;
-        if (isAnswered)
-            answering.setRawHeader("Proxy-Authorization",
-                                   digest_->Answer(proxy_.user().toUtf8(), proxy_.password().toUtf8(),
-                                                   TargetOf(request.url(), true)));
-        FetchBySocket(answering);
-        if (challenges_ >= MAX_CHALLENGES)
-            SetError(Error::ASKED_TOO_OFTEN, {});
-    } while (error_ == Error::NONE && header_.proxyScheme() == ProxyScheme::DIGEST &&
-             (!isAnswered || digest_->IsStale()));
+        FetchAnswering(request, isAnswered
+                                    ? digest_->Answer(proxy_.user().toUtf8(), proxy_.password().toUtf8(),
+                                                      TargetOf(request.url(), true))
+                                    : QByteArray());
+    } while (IsChallenged() && (!isAnswered || digest_->IsStale()));
+}
+
+void QHttp::FetchWithNtlm(const QNetworkRequest& request) {
+    // The kept connection is logged in.
+    if (socket_ && isPassed_) {
+        FetchAnswering(request, {});
+        if (!IsChallenged())
+            return;
+    }
+    FetchAnswering(request, CNtlmChallenge::Request());
+    if (IsChallenged() && ntlm_)
+        FetchAnswering(
+            request, ntlm_->Answer(proxy_.user(), proxy_.password(), QRandomGenerator::system()->generate64(),
+                                   QDateTime::currentDateTimeUtc()));
+}
+
+void QHttp::FetchAnswering(QNetworkRequest request, const QByteArray& answer) {
+    header_ = {};
+    if (!answer.isEmpty())
+        request.setRawHeader("Proxy-Authorization", answer);
+    FetchBySocket(request);
+    if (challenges_ >= MAX_CHALLENGES)
+        SetError(Error::ASKED_TOO_OFTEN, {});
+}
+
+bool QHttp::IsChallenged() const {
+    return error_ == Error::NONE && header_.proxyScheme() == scheme_;
 }
 
 void QHttp::FetchBySocket(const QNetworkRequest& request) {
@@ -174,7 +187,7 @@ void QHttp::FetchBySocket(const QNetworkRequest& request) {
     const QString host = isForProxy ? proxy_.hostName() : host_;
     const int port = isForProxy ? proxy_.port() : port_;
     const QString peer = host + u':' + QString::number(port);
-    const QByteArray text = Written(request, isForProxy);
+    const QByteArray text = RequestText(request, isForProxy);
     // The other side may have closed the kept connection meanwhile.
     const bool isKept = socket_ && peer == peer_ && !rest_.hasExpired(LONGEST_REST.count()) &&
                         !socket_->waitForReadyRead(0) && socket_->state() == QAbstractSocket::ConnectedState;
@@ -260,15 +273,18 @@ bool QHttp::OnAnswer(const QHttpResponseHeader& header, const QByteArray& body) 
     const int status = header.statusCode();
     if (header_.statusCode() == 0 && status != 0) {
         header_ = header;
-        if (bounds_.mayTakeItsTime)
+        if (bounds_.mayTakeItsTime && status == QHttpResponseHeader::OK)
             end_ = QDeadlineTimer(QDeadlineTimer::Forever);
-        if (status == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED) {
+        ntlm_ = header.ntlm();
+        isPassed_ = status != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
+        if (!isPassed_) {
             ++challenges_;
             digest_ = header.digest();
         }
     }
+    // The answer to a challenge of NTLM needs the same connection, so this answer is read to its end.
     if (status != QHttpResponseHeader::OK)
-        return status != 0;
+        return status != 0 && !ntlm_;
     received_ += body.size();
     if (received_ > bounds_.bodyBytes)
         SetError(Error::NETWORK, BadAnswer());

@@ -27,7 +27,8 @@ class QNetworkReply;
 // thread, whose events it serves while it waits.
 //
 // Requests go over a socket, which costs a fraction of what Qt's network access manager does. The manager
-// carries only those that negotiate with a proxy, since it knows NTLM and Negotiate.
+// carries only those to a proxy that wants Negotiate. It never gets the credentials, since it would send them
+// readably to a proxy that changes to Basic.
 class QHttp : public QObject {
     Q_OBJECT
 
@@ -64,9 +65,9 @@ public:
         host_ = host;
         port_ = port;
     }
-    // QNetworkProxy::NoProxy, or an HTTP proxy. With user and password, which are sent at once and readable
-    // for BASIC (RFC 7617), as the answer to a challenge for DIGEST (RFC 7616), both in UTF-8, and else as
-    // Qt's network access manager agrees with the proxy; or without.
+    // QNetworkProxy::NoProxy, or an HTTP proxy. User and password, unless empty, are sent at once and
+    // readable for BASIC (RFC 7617), and as the answer to a challenge for DIGEST (RFC 7616), both in UTF-8,
+    // and for NTLM.
     void setProxy(const QNetworkProxy& proxy, QHttpResponseHeader::ProxyScheme scheme) {
         if (proxy != proxy_)
             manager_.reset();
@@ -112,6 +113,12 @@ private:
     void FetchByManager(QNetworkRequest request);
     // Answers the proxy's challenge, and once more whenever the proxy only wants a new nonce used.
     void FetchWithDigest(const QNetworkRequest& request);
+    // Logs the connection in, unless it is.
+    void FetchWithNtlm(const QNetworkRequest& request);
+    // Fetches with an answer to a challenge of the proxy, or with none when it is empty.
+    void FetchAnswering(QNetworkRequest request, const QByteArray& answer);
+    // The proxy wants credentials by the scheme of the request.
+    bool IsChallenged() const;
     void FetchBySocket(const QNetworkRequest& request);
     // Connects to a host. Sets the error when that fails, and returns false.
     bool Open(const QString& host, int port);
@@ -153,7 +160,10 @@ private:
     std::unique_ptr<QTcpSocket> socket_;
     QString peer_;
     QElapsedTimer rest_;
+    // The proxy let the last request pass.
+    bool isPassed_ = false;
     std::unique_ptr<QNetworkAccessManager> manager_;
     // The last challenge of a proxy.
     std::optional<CDigestChallenge> digest_;
+    std::optional<CNtlmChallenge> ntlm_;
 };

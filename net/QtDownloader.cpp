@@ -28,8 +28,8 @@ QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
                          credentials.userName.ToQString(), credentials.password.ToQString());
 }
 
-bool CanLogIn(const Peer& proxy) {
-    return proxy.scheme != ProxyScheme::NONE && proxy.scheme != ProxyScheme::UNUSABLE;
+bool TakesCredentials(const Peer& proxy) {
+    return proxy.scheme != ProxyScheme::NONE && proxy.scheme < ProxyScheme::NEGOTIATED;
 }
 
 // Creates the file for its owner alone, in place of an earlier one. It never opens a file or follows a link
@@ -122,9 +122,12 @@ void QtDownloader::Attempt(const QUrl& address, QFile& file) {
 
 bool QtDownloader::HasCredentialsToTry() const {
     const Peer proxy = Memory().Of(proxy_);
+    if (proxy.scheme == ProxyScheme::NEGOTIATED)
+        return !areTried_;
     // Only the transfer that the check waits for tries credentials that the proxy has not accepted yet.
     const bool areWelcome = IsAhead() ? credentials_ == proxy.accepted : !(credentials_ == proxy.refused);
-    return !GetRoute().IsDirect() && !areTried_ && !credentials_.IsEmpty() && CanLogIn(proxy) && areWelcome;
+    return !GetRoute().IsDirect() && !areTried_ && !credentials_.IsEmpty() && TakesCredentials(proxy) &&
+           areWelcome;
 }
 
 bool QtDownloader::IsChallenged() const {
@@ -150,10 +153,10 @@ void QtDownloader::NoteChallenge() {
 bool QtDownloader::AskForCredentials() {
     wasHeld_ = IsAhead();
     const Peer proxy = Memory().Of(proxy_);
-    if (proxy.scheme == ProxyScheme::UNUSABLE)
+    if (proxy.scheme >= ProxyScheme::NEGOTIATED)
         record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
-    if (IsAhead() || !CanLogIn(proxy) ||
+    if (IsAhead() || !TakesCredentials(proxy) ||
         !RequestProxyAuth(GetRoute().proxyHost, GetRoute().proxyPort, given.userName, given.password))
         return false;
     credentials_ = given;

@@ -32,6 +32,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(bytes.body == whole.body &&
                 bytes.parser.Header().proxyScheme() == whole.parser.Header().proxyScheme(),
             "the pieces of an answer do not matter");
+    if (const auto challenge = whole.parser.Header().ntlm())
+        challenge->Answer("DOMAIN\\user", "word", 0, QDateTime::currentDateTimeUtc());
     Require(whole.parser.Header().statusCode() >= QHttpResponseHeader::OK, "a whole answer has a head");
     return 0;
 }
