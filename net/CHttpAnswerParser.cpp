@@ -26,21 +26,16 @@ QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
     if (digest())
         return ProxyScheme::DIGEST;
     QSet<QByteArray> offered;
-    // Qt sees the first challenge of each field, and prefers any scheme that it knows to Negotiate.
-    QSet<QByteArray> seenByQt;
-    for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_)) {
+    for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_))
         offered << challenge.scheme;
-        if (challenge.isFirst)
-            seenByQt << challenge.scheme;
-    }
     if (offered.isEmpty())
         return ProxyScheme::NONE;
     if (offered.contains("ntlm"))
         return ProxyScheme::NTLM;
-    if (offered.contains("basic") && !offered.intersects({"digest", "negotiate"}))
-        return ProxyScheme::BASIC;
-    const bool isQts = seenByQt.contains("negotiate") && !seenByQt.contains("basic");
-    return isQts ? ProxyScheme::NEGOTIATED : ProxyScheme::UNUSABLE;
+    if (offered.contains("negotiate"))
+        return ProxyScheme::NEGOTIATE;
+    const bool isBasic = offered.contains("basic") && !offered.contains("digest");
+    return isBasic ? ProxyScheme::BASIC : ProxyScheme::UNUSABLE;
 }
 
 std::optional<CDigestChallenge> QHttpResponseHeader::digest() const {

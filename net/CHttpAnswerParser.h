@@ -22,12 +22,12 @@ public:
     // offered one gets credentials in no lower way in this run, and in no way after UNUSABLE: what it offers
     // later may come from somebody else.
     enum class ProxyScheme {
-        NONE,        // the proxy did not ask, or offers nothing
-        BASIC,       // only Basic, which everybody on the way can read (RFC 7617)
-        DIGEST,      // a Digest that this program knows, alone or beside others
-        NTLM,        // NTLM, alone or beside others
-        NEGOTIATED,  // Negotiate without NTLM: it takes the user's ticket (Kerberos), and no credentials
-        UNUSABLE,    // only others; or Negotiate, written so that Qt's network classes pass over it
+        NONE,       // the proxy did not ask, or offers nothing
+        BASIC,      // only Basic, which everybody on the way can read (RFC 7617)
+        DIGEST,     // a Digest that this program knows, alone or beside others
+        NTLM,       // NTLM without such a Digest
+        NEGOTIATE,  // Negotiate without those: it takes the user's ticket of Kerberos, and no credentials
+        UNUSABLE,   // only others
     };
 
     QHttpResponseHeader() = default;

@@ -3,13 +3,12 @@
 
 #include "net/CPeerMemory.h"
 
-#include <QPromise>
 #include <QUrl>
-#include <system_error>
-#include <thread>
 
 #include <netdb.h>
 #include <sys/socket.h>
+
+#include "net/DetachedWork.h"
 
 namespace {
 
@@ -43,18 +42,7 @@ QFuture<QList<QHostAddress>> CPeerMemory::AddressesOf(const QString& host) {
     if (isNew && !written.isNull()) {
         found->second = QtFuture::makeReadyFuture(QList<QHostAddress>{written});
     } else if (isNew) {
-        QPromise<QList<QHostAddress>> promise;
-        found->second = promise.future();
-        promise.start();
-        try {
-            std::thread([promise = std::move(promise), name = QUrl::toAce(host)]() mutable {
-                promise.addResult(LookUp(name));
-                promise.finish();
-            }).detach();
-        } catch (const std::system_error&) {
-            // The system allows no further thread.
-            found->second = QtFuture::makeReadyFuture(QList<QHostAddress>());
-        }
+        found->second = StartDetached([name = QUrl::toAce(host)] { return LookUp(name); });
     }
     return found->second;
 }

@@ -42,9 +42,9 @@ public:
         const std::lock_guard lock(mutex_);
         change(peers_[name]);
     }
-    // The addresses of a host, looked up once for all transfers; empty when the host has none. A look-up
-    // cannot be stopped, and takes half a minute when the name server is dead. On its detached thread it does
-    // not keep the process from ending, as it would with QHostInfo.
+    // The addresses of a host, looked up once for all transfers; empty when the host has none. When the
+    // name server is dead, a look-up takes half a minute; unlike QHostInfo's, it does not keep the process
+    // from ending.
     QFuture<QList<QHostAddress>> AddressesOf(const QString& host);
     // The next check looks names up and asks silent peers again.
     void EndCheck();

@@ -56,7 +56,7 @@ QList<ProxyChallenge> ParseChallenges(const QByteArray& fields) {
             QByteArray text = field.sliced(begin, end - begin).replace('\t', ' ').trimmed();
             if (const QByteArray scheme = SchemeOf(text); !scheme.isEmpty()) {
                 text = text.sliced(scheme.size()).trimmed();
-                challenges.push_back({scheme.toLower(), {}, text, begin == 0});
+                challenges.push_back({scheme.toLower(), {}, text});
             }
             const qsizetype equals = text.indexOf('=');
             if (equals > 0 && !challenges.isEmpty())

@@ -17,8 +17,6 @@ struct ProxyChallenge {
     QHash<QByteArray, QByteArray> parameters;
     // What follows the scheme up to a comma: the whole challenge of NTLM, in Base64.
     QByteArray token;
-    // It begins its field.
-    bool isFirst = false;
 };
 
 // Reads the values of the fields "Proxy-Authenticate", with line feeds between. Takes linear time.

@@ -5,13 +5,15 @@
 
 #include <QFutureWatcher>
 #include <QIODevice>
-#include <QNetworkReply>
+#include <QNetworkRequest>
 #include <QRandomGenerator>
 #include <algorithm>
 #include <limits>
 
 #include "net/CPeerMemory.h"
+#include "net/DetachedWork.h"
 #include "net/HostConnection.h"
+#include "net/KerberosTicket.h"
 
 using ProxyScheme = QHttpResponseHeader::ProxyScheme;
 
@@ -43,12 +45,6 @@ bool WriteWhole(QIODevice& to, const QByteArray& bytes) {
            (written >= 0 && to.write(bytes.sliced(written)) == bytes.size() - written);
 }
 
-// The manager keeps challenges to itself; it is used for Negotiate alone.
-QHttpResponseHeader HeaderOf(const QNetworkReply& reply) {
-    return {reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), "Negotiate",
-            reply.header(QNetworkRequest::ContentLengthHeader).toLongLong()};
-}
-
 }  // namespace
 
 QString QHttp::BadAnswer() {
@@ -74,8 +70,8 @@ void QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
     end_.setRemainingTime(bounds_.wholeTime);
     if (!to_->isOpen())
         SetError(Error::NOT_WRITTEN, to_->errorString());
-    else if (scheme_ == ProxyScheme::NEGOTIATED)
-        FetchByManager(MakeRequest(path));
+    else if (scheme_ == ProxyScheme::NEGOTIATE)
+        FetchWithTicket(MakeRequest(path));
     else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::NTLM)
         FetchWithNtlm(MakeRequest(path));
     else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::DIGEST)
@@ -94,54 +90,13 @@ QNetworkRequest QHttp::MakeRequest(const QString& path) const {
     url.setPath(path.isEmpty() ? QString("/") : path, QUrl::TolerantMode);
 
     QNetworkRequest request(url);
-    // The same as the network access manager's; some servers refuse requests without this field.
+    // Some servers refuse requests without this field.
     request.setHeader(QNetworkRequest::UserAgentHeader, "Mozilla/5.0");
     request.setRawHeader("Accept-Encoding", "identity");
     if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::BASIC)
         request.setRawHeader("Proxy-Authorization",
                              "Basic " + (proxy_.user() + u':' + proxy_.password()).toUtf8().toBase64());
     return request;
-}
-
-void QHttp::FetchByManager(QNetworkRequest request) {
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    if (!manager_) {
-        manager_ = std::make_unique<QNetworkAccessManager>();
-        manager_->setProxy(QNetworkProxy(proxy_.type(), proxy_.hostName(), proxy_.port()));
-    }
-    std::unique_ptr<QNetworkReply> reply(manager_->get(request));
-    reply->setReadBufferSize(READ_AHEAD);
-    // The manager sends the request once more for each challenge, and reports only the last answer.
-    int sent = 0;
-    int seen = 0;
-    connect(reply.get(), &QNetworkReply::requestSent, this, [&] { ++sent; });
-    const auto isQuiet = [&] {
-        return sent == seen && !reply->isFinished() && reply->bytesAvailable() == 0 &&
-               header_.statusCode() == HeaderOf(*reply).statusCode();
-    };
-    bool isOver = false;
-    while (!isOver && Wait(isQuiet)) {
-        if (sent > 0 && !wasSent_)
-            OnSent();
-        challenges_ += std::max(sent, 1) - std::max(seen, 1);
-        seen = sent;
-        if (challenges_ >= MAX_CHALLENGES)
-            SetError(Error::ASKED_TOO_OFTEN, {});
-        isOver = OnAnswer(HeaderOf(*reply), reply->readAll()) || reply->isFinished();
-    }
-    if (reply->isFinished() && header_.statusCode() <= QHttpResponseHeader::OK) {
-        if (reply->error() != QNetworkReply::NoError)
-            SetError(Error::NETWORK, reply->errorString());
-        // The reply does not report every body that was cut off.
-        else if (received_ < header_.contentLength())
-            SetError(Error::NETWORK, BadAnswer());
-    }
-    reply.reset();
-    if (error_ != Error::NONE || header_.statusCode() != QHttpResponseHeader::OK)
-        manager_.reset();
 }
 
 void QHttp::FetchWithDigest(const QNetworkRequest& request) {
@@ -155,13 +110,17 @@ void QHttp::FetchWithDigest(const QNetworkRequest& request) {
     } while (IsChallenged() && (!isAnswered || digest_->IsStale()));
 }
 
+void QHttp::FetchWithTicket(const QNetworkRequest& request) {
+    if (FetchAsLoggedIn(request))
+        return;
+    const auto answer = StartDetached([host = proxy_.hostName()] { return AnswerWithTicket(host); });
+    if (WaitFor(answer))
+        FetchAnswering(request, answer.result());
+}
+
 void QHttp::FetchWithNtlm(const QNetworkRequest& request) {
-    // The kept connection is logged in.
-    if (socket_ && isPassed_) {
-        FetchAnswering(request, {});
-        if (!IsChallenged())
-            return;
-    }
+    if (FetchAsLoggedIn(request))
+        return;
     FetchAnswering(request, CNtlmChallenge::Request());
     if (IsChallenged() && ntlm_)
         FetchAnswering(
@@ -176,6 +135,13 @@ void QHttp::FetchAnswering(QNetworkRequest request, const QByteArray& answer) {
     FetchBySocket(request);
     if (challenges_ >= MAX_CHALLENGES)
         SetError(Error::ASKED_TOO_OFTEN, {});
+}
+
+bool QHttp::FetchAsLoggedIn(const QNetworkRequest& request) {
+    if (!socket_ || !isPassed_)
+        return false;
+    FetchAnswering(request, {});
+    return !IsChallenged();
 }
 
 bool QHttp::IsChallenged() const {
@@ -204,10 +170,7 @@ bool QHttp::Open(const QString& host, int port) {
     socket_.reset();
     next_.setRemainingTime(bounds_.connect);
     const auto lookup = memory_.AddressesOf(host);
-    // The watcher's event makes the wait look again.
-    QFutureWatcher<QList<QHostAddress>> watcher;
-    watcher.setFuture(lookup);
-    if (!Wait([&] { return !lookup.isFinished(); }))
+    if (!WaitFor(lookup))
         return false;
     QString error = tr("Host not found");
     QElapsedTimer time;
@@ -246,6 +209,14 @@ bool QHttp::Converse(const QByteArray& request) {
         socket_.reset();
     rest_.start();
     return hasBegun || error_ != Error::NONE;
+}
+
+template <typename Result>
+bool QHttp::WaitFor(const QFuture<Result>& future) {
+    // The watcher's event makes the wait look again.
+    QFutureWatcher<Result> watcher;
+    watcher.setFuture(future);
+    return Wait([&] { return !future.isFinished(); });
 }
 
 bool QHttp::Wait(const boost::function<bool()>& keepWaiting) {

@@ -10,7 +10,7 @@
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QNetworkAccessManager>
+#include <QFuture>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTimer>
@@ -20,15 +20,14 @@
 
 class CPeerMemory;
 class QIODevice;
-class QNetworkReply;
+class QNetworkRequest;
 
 // Keeps its connection from one request to the next. It follows no redirects, and has no cache, cookies or
 // compression. It uses the given proxy and ignores the one that the environment may name. Lives on one
 // thread, whose events it serves while it waits.
 //
-// Requests go over a socket, which costs a fraction of what Qt's network access manager does. The manager
-// carries only those to a proxy that wants Negotiate. It never gets the credentials, since it would send them
-// readably to a proxy that changes to Basic.
+// It is a fraction of what Qt's network access manager costs. That would also send the password readably to a
+// proxy that asks for NTLM first, and then for Basic.
 class QHttp : public QObject {
     Q_OBJECT
 
@@ -69,8 +68,6 @@ public:
     // readable for BASIC (RFC 7617), and as the answer to a challenge for DIGEST (RFC 7616), both in UTF-8,
     // and for NTLM.
     void setProxy(const QNetworkProxy& proxy, QHttpResponseHeader::ProxyScheme scheme) {
-        if (proxy != proxy_)
-            manager_.reset();
         if (proxy.hostName() != proxy_.hostName() || proxy.port() != proxy_.port())
             digest_.reset();
         proxy_ = proxy;
@@ -110,11 +107,13 @@ private:
     QNetworkRequest MakeRequest(const QString& path) const;
     // The text for an incomplete or too large answer.
     static QString BadAnswer();
-    void FetchByManager(QNetworkRequest request);
+    // Shows the proxy the user's ticket.
+    void FetchWithTicket(const QNetworkRequest& request);
     // Answers the proxy's challenge, and once more whenever the proxy only wants a new nonce used.
     void FetchWithDigest(const QNetworkRequest& request);
-    // Logs the connection in, unless it is.
     void FetchWithNtlm(const QNetworkRequest& request);
+    // Fetches over the kept connection if it is logged in, and still is afterwards; otherwise false.
+    bool FetchAsLoggedIn(const QNetworkRequest& request);
     // Fetches with an answer to a challenge of the proxy, or with none when it is empty.
     void FetchAnswering(QNetworkRequest request, const QByteArray& answer);
     // The proxy wants credentials by the scheme of the request.
@@ -124,6 +123,8 @@ private:
     bool Open(const QString& host, int port);
     // Sends a request and takes the answer; false when the connection ended before the answer's first byte.
     bool Converse(const QByteArray& request);
+    template <typename Result>
+    bool WaitFor(const QFuture<Result>& future);
     // Serves events while keepWaiting answers true. False after an error, such as a passed bound.
     bool Wait(const boost::function<bool()>& keepWaiting);
     void OnSent();
@@ -156,13 +157,12 @@ private:
     QString errorString_;
     QElapsedTimer sinceProgress_;
 
-    // Kept for the next request: the connection and its peer, or the manager with what it has negotiated.
+    // Kept for the next request: the connection and its peer.
     std::unique_ptr<QTcpSocket> socket_;
     QString peer_;
     QElapsedTimer rest_;
     // The proxy let the last request pass.
     bool isPassed_ = false;
-    std::unique_ptr<QNetworkAccessManager> manager_;
     // The last challenge of a proxy.
     std::optional<CDigestChallenge> digest_;
     std::optional<CNtlmChallenge> ntlm_;

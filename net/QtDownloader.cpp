@@ -29,7 +29,7 @@ QNetworkProxy ToQt(const Route& route, const Credentials& credentials) {
 }
 
 bool TakesCredentials(const Peer& proxy) {
-    return proxy.scheme != ProxyScheme::NONE && proxy.scheme < ProxyScheme::NEGOTIATED;
+    return proxy.scheme != ProxyScheme::NONE && proxy.scheme < ProxyScheme::NEGOTIATE;
 }
 
 // Creates the file for its owner alone, in place of an earlier one. It never opens a file or follows a link
@@ -122,7 +122,7 @@ void QtDownloader::Attempt(const QUrl& address, QFile& file) {
 
 bool QtDownloader::HasCredentialsToTry() const {
     const Peer proxy = Memory().Of(proxy_);
-    if (proxy.scheme == ProxyScheme::NEGOTIATED)
+    if (proxy.scheme == ProxyScheme::NEGOTIATE)
         return !areTried_;
     // Only the transfer that the check waits for tries credentials that the proxy has not accepted yet.
     const bool areWelcome = IsAhead() ? credentials_ == proxy.accepted : !(credentials_ == proxy.refused);
@@ -153,7 +153,7 @@ void QtDownloader::NoteChallenge() {
 bool QtDownloader::AskForCredentials() {
     wasHeld_ = IsAhead();
     const Peer proxy = Memory().Of(proxy_);
-    if (proxy.scheme >= ProxyScheme::NEGOTIATED)
+    if (proxy.scheme >= ProxyScheme::NEGOTIATE)
         record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
     if (IsAhead() || !TakesCredentials(proxy) ||

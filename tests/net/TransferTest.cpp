@@ -378,7 +378,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
         {"one field", {fields({basic + "," + digest}), body_}, "Digest ", true},
         {"a Windows domain", {domain, ntlm, body_}, "NTLM ", true},
         {"no ticket", {LoopbackAnswer::Challenge("Negotiate")}, "", false},
-        {"Negotiate beside Basic", {fields({"Negotiate", basic})}, "", false},
+        {"Basic beside Negotiate", {fields({"Negotiate", basic}), basic_, body_}, "", false},
         {"Basic behind Negotiate", {LoopbackAnswer::Challenge("Negotiate"), basic_, body_}, "", false},
         {"unknown Digest", {fields({digest + ",algorithm=SHA-512-256", basic})}, "", false},
         {"Basic first", {basic_, digest_, body_}, "Digest ", true},
