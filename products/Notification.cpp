@@ -150,9 +150,7 @@ bool Notification::IsUpdateAvailable(unsigned /*item*/) const {
 }
 
 bool Notification::IsWanted(unsigned /*item*/) const {
-    int error = REGISTRY_OK;
-    return ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::NOTIFICATION_KEY, name_, 0, error) !=
-           DISMISSED;
+    return ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::NOTIFICATION_KEY, name_, 0) != DISMISSED;
 }
 
 bool Notification::RunAction(unsigned /*item*/) {
