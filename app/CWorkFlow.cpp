@@ -22,10 +22,6 @@ namespace {
 // Most users never see it, and other copies of the program wait for its end.
 constexpr std::chrono::minutes LONGEST_SILENT_CHECK{15};
 
-int JulianDay(const IEnvironment& environment) {
-    return static_cast<int>(environment.Today().toJulianDay());
-}
-
 // An X server, like window managers, gives the focus to nobody who asks with a time that is older than the
 // last change of it (XSetInputFocus(3)), and Qt asks with the time of the last event that it saw. Setting an
 // icon, even the same one, brings an event with the present time.
@@ -76,7 +72,7 @@ void CWorkFlow::TakeProxy(const CCmdLineContext& context) {
 }
 
 bool CWorkFlow::IsCheckDue() const {
-    return recordKeeper_->IsCheckDue(JulianDay(*environment_));
+    return recordKeeper_->IsCheckDue(environment_->Today());
 }
 
 bool CWorkFlow::SelfUpdate() {
@@ -179,5 +175,5 @@ void CWorkFlow::Connect(MainWindow& window) const {
 
 void CWorkFlow::RecordSuccess() {
     if (productList_->GetLastCheckResult())
-        recordKeeper_->SetNewLastChecked(JulianDay(*environment_));
+        recordKeeper_->NoteCheck(environment_->Today());
 }

@@ -52,9 +52,9 @@ constexpr int IDLE_SECONDS = 10;
 // makes twice the difference that the measurement looks for.
 constexpr int QUICK = 20;
 
-class Bench {
+class CBench {
 public:
-    Bench(const fs::path& state, int port, int runs) : state_(state), port_(port), runs_(runs) {
+    CBench(const fs::path& state, int port, int runs) : state_(state), port_(port), runs_(runs) {
         ProductSet::Publish(state_ / "site", 600);
         for (const int count : {60, 500, 600, 5'000})
             Install(std::to_string(count), count, SiteAddress());
@@ -311,7 +311,7 @@ int main(int argc, char** argv) try {
     const QCoreApplication application(argc, argv);
     if (argc < 4)
         return 2;
-    Bench bench(argv[1], std::atoi(argv[2]), std::atoi(argv[3]));
+    CBench bench(argv[1], std::atoi(argv[2]), std::atoi(argv[3]));
     bench.Measure();
     const bool json = argc > 4 && std::string(argv[4]) == "--json";
     const QString text = json ? bench.Report().AsJson() : bench.Report().AsTable();

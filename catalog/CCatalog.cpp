@@ -138,6 +138,12 @@ std::vector<const CCatalogFile*> CCatalog::FilesOf(FileKind kind) const {
     return found;
 }
 
+std::vector<const CCatalogFile*> CCatalog::ReadableFilesOf(FileKind kind) const {
+    std::vector<const CCatalogFile*> found = FilesOf(kind);
+    std::erase_if(found, [](const CCatalogFile* file) { return !file->GetRoot(); });
+    return found;
+}
+
 std::optional<QString> CCatalog::FileOf(const QString& address) const {
     return site_ ? site_->FileOf(address) : std::nullopt;
 }

@@ -41,6 +41,8 @@ public:
     // The folders below it that are links to others, or may not be read: the catalogue lacks their files.
     const QStringList& GetUnreadFolders() const { return unreadFolders_; }
     std::vector<const CCatalogFile*> FilesOf(FileKind kind) const;
+    // Those of them that have a root.
+    std::vector<const CCatalogFile*> ReadableFilesOf(FileKind kind) const;
     // Null when there is none with that path.
     CCatalogFile* Find(const QString& path) const;
 

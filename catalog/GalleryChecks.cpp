@@ -64,10 +64,8 @@ void CheckPublished(const CCatalogFile& file, const CCatalog& catalog, CFindings
 }  // namespace
 
 void CheckGalleries(const CCatalog& catalog, CFindings& findings) {
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::INSTALLED_CATEGORIES))
-        if (file->GetRoot())
-            CheckInstalled(*file, catalog, findings);
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::PUBLISHED_CATEGORIES))
-        if (file->GetRoot())
-            CheckPublished(*file, catalog, findings);
+    for (const CCatalogFile* file : catalog.ReadableFilesOf(FileKind::INSTALLED_CATEGORIES))
+        CheckInstalled(*file, catalog, findings);
+    for (const CCatalogFile* file : catalog.ReadableFilesOf(FileKind::PUBLISHED_CATEGORIES))
+        CheckPublished(*file, catalog, findings);
 }

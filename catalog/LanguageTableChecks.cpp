@@ -92,7 +92,6 @@ private:
 }  // namespace
 
 void CheckLanguageTables(const CCatalog& catalog, CFindings& findings) {
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::LANGUAGE_TABLE))
-        if (file->GetRoot())
-            CTableCheck(*file, catalog, findings).Run();
+    for (const CCatalogFile* file : catalog.ReadableFilesOf(FileKind::LANGUAGE_TABLE))
+        CTableCheck(*file, catalog, findings).Run();
 }

@@ -106,8 +106,7 @@ void CheckAgainstLists(const CCatalog& catalog, CFindings& findings) {
 }  // namespace
 
 void CheckLocalDescriptions(const CCatalog& catalog, CFindings& findings) {
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::LOCAL_DESCRIPTION))
-        if (file->GetRoot())
-            CheckLocal(*file, findings);
+    for (const CCatalogFile* file : catalog.ReadableFilesOf(FileKind::LOCAL_DESCRIPTION))
+        CheckLocal(*file, findings);
     CheckAgainstLists(catalog, findings);
 }

@@ -185,11 +185,9 @@ void CheckListed(const CCatalog& catalog, CFindings& findings) {
 
 void CheckNotifications(const CCatalog& catalog, CFindings& findings) {
     const std::vector<QString> languages = LanguageCodes(catalog);
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::NOTIFICATION_DESCRIPTION))
-        if (file->GetRoot())
-            CheckDescription(*file, catalog, findings);
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::MESSAGE))
-        if (file->GetRoot())
-            CheckMessage(*file, catalog, languages, findings);
+    for (const CCatalogFile* file : catalog.ReadableFilesOf(FileKind::NOTIFICATION_DESCRIPTION))
+        CheckDescription(*file, catalog, findings);
+    for (const CCatalogFile* file : catalog.ReadableFilesOf(FileKind::MESSAGE))
+        CheckMessage(*file, catalog, languages, findings);
     CheckListed(catalog, findings);
 }

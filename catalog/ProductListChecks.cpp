@@ -153,8 +153,7 @@ private:
 }  // namespace
 
 void CheckProductLists(const CCatalog& catalog, CFindings& findings) {
-    std::vector<const CCatalogFile*> lists = catalog.FilesOf(FileKind::PRODUCT_LIST);
-    std::erase_if(lists, [](const CCatalogFile* list) { return !list->GetRoot(); });
+    const std::vector<const CCatalogFile*> lists = catalog.ReadableFilesOf(FileKind::PRODUCT_LIST);
     for (const CCatalogFile* list : lists) {
         CListCheck(*list, catalog, findings).Run();
         for (const CCatalogFile* other : lists)

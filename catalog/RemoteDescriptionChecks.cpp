@@ -126,7 +126,6 @@ void CheckRemote(const CCatalogFile& file, CFindings& findings) {
 }  // namespace
 
 void CheckRemoteDescriptions(const CCatalog& catalog, CFindings& findings) {
-    for (const CCatalogFile* file : catalog.FilesOf(FileKind::REMOTE_DESCRIPTION))
-        if (file->GetRoot())
-            CheckRemote(*file, findings);
+    for (const CCatalogFile* file : catalog.ReadableFilesOf(FileKind::REMOTE_DESCRIPTION))
+        CheckRemote(*file, findings);
 }

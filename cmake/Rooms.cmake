@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: LicenseRef-VARDO
 
 # A room is a folder of sources that becomes one static library, vardo_<name>. Its headers are included as
-# "<folder>/<Class>.h", and only by a room that names it in DEPENDS: every room's include folder holds a link to that
-# room alone, so an include in the wrong direction does not compile.
+# "<folder>/<Class>.h", and only by a room that names it in DEPENDS: every room's include folder holds links to that
+# room's own headers alone, so an include in the wrong direction does not compile.
 #
 #   vardo_room(<name> [FOLDER <folder>] [DEPENDS <room or library>...] [EXCLUDE <file>...])
 function(vardo_room name)
@@ -17,10 +17,14 @@ function(vardo_room name)
     list(REMOVE_ITEM sources ${folder}/${excluded})
   endforeach()
 
+  # A link to the folder would open the rooms in its subfolders, too.
   set(door ${CMAKE_BINARY_DIR}/rooms/${name})
-  get_filename_component(parent ${door}/${ROOM_FOLDER} DIRECTORY)
-  file(MAKE_DIRECTORY ${parent})
-  file(CREATE_LINK ${folder} ${door}/${ROOM_FOLDER} SYMBOLIC)
+  file(REMOVE_RECURSE ${door})
+  file(MAKE_DIRECTORY ${door}/${ROOM_FOLDER})
+  file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${folder} ${folder}/*.h)
+  foreach(header ${headers})
+    file(CREATE_LINK ${folder}/${header} ${door}/${ROOM_FOLDER}/${header} SYMBOLIC)
+  endforeach()
 
   add_library(vardo_${name} STATIC ${sources})
   target_include_directories(vardo_${name} PUBLIC ${door})

@@ -3,13 +3,14 @@
 
 #include "i18n/CVARDOLanguageSettingsCache.h"
 
-#include "i18n/Language.h"
 #include "i18n/LanguageTable.h"
 #include "platform/settings/CSettingsIdentity.h"
 #include "platform/settings/SettingsStore.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 #include <QSettings>
+#include <QStringList>
 
 namespace {
 
@@ -25,8 +26,7 @@ CAtlString LanguageSetupsChoice() {
     const CAtlString key = ProductKey();
     const CSettingsIdentity identity("VARDO Technologies", QCoreApplication::organizationDomain(),
                                      "Language Setup");
-    int error = REGISTRY_OK;
-    return ReadRegistryString(HKEY_CURRENT_USER, key, L"LanguageID", CAtlString(), error);
+    return ReadRegistryString(HKEY_CURRENT_USER, key, L"LanguageID");
 }
 
 // KDE's languages, most wanted first and separated by ":"; empty outside of a KDE session.
@@ -38,6 +38,20 @@ QString KdeLanguages() {
 }
 
 }  // namespace
+
+QString GetSystemLocale() {
+    return ReduceLocaleName(QLocale::system().name());
+}
+
+QString ReduceLocaleName(const QString& name) {
+    if (name == QLatin1String("C"))
+        return "en_CA";
+    if (name == QLatin1String("no_NO"))
+        return "nb";
+    static const QStringList WITH_COUNTRY = {"en", "pt", "zh", "hi"};
+    const QString language = name.section('_', 0, 0);
+    return WITH_COUNTRY.contains(language) ? name : language;
+}
 
 CAtlString CVARDOLanguageSettingsCache::GetLanguage() const {
     CAtlString chosen = LanguageSetupsChoice();

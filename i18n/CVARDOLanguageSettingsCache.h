@@ -8,6 +8,13 @@
 
 #include <QString>
 
+// The desktop's language: the code alone, or with its country for en, pt, zh and hi. "en_CA" for the C
+// locale.
+QString GetSystemLocale();
+
+// The same for the name of a locale, which is a language, "_" and a country, or "C".
+QString ReduceLocaleName(const QString& name);
+
 // A source of the language. GUI thread only.
 class IGUILang {
 public:

@@ -3,9 +3,6 @@
 
 #include "i18n/Language.h"
 
-#include <QLocale>
-#include <QStringList>
-
 #include "i18n/CVARDOLanguageSettingsCache.h"
 #include "i18n/LanguageTable.h"
 
@@ -20,20 +17,6 @@ QString& LocaleOverride() {
 
 void SetLocaleOverride(const QString& language) {
     LocaleOverride() = language;
-}
-
-QString GetSystemLocale() {
-    return ReduceLocaleName(QLocale::system().name());
-}
-
-QString ReduceLocaleName(const QString& name) {
-    if (name == QLatin1String("C"))
-        return "en_CA";
-    if (name == QLatin1String("no_NO"))
-        return "nb";
-    static const QStringList WITH_COUNTRY = {"en", "pt", "zh", "hi"};
-    const QString language = name.section('_', 0, 0);
-    return WITH_COUNTRY.contains(language) ? name : language;
 }
 
 QString GetLocale(bool useLanguageSettings) {

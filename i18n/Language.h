@@ -11,13 +11,6 @@
 // Forces a language, a code or a hexadecimal ID, for the rest of the process; an empty text lifts that.
 void SetLocaleOverride(const QString& language);
 
-// The desktop's language: the code alone, or with its country for en, pt, zh and hi. "en_CA" for the C
-// locale.
-QString GetSystemLocale();
-
-// The same for the name of a locale, which is a language, "_" and a country, or "C".
-QString ReduceLocaleName(const QString& name);
-
 // The override when there is one. Otherwise the system's locale, or, with useLanguageSettings, what the
 // maker's language setup has chosen for this user.
 QString GetLocale(bool useLanguageSettings);

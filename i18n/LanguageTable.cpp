@@ -113,9 +113,7 @@ QString OwnLanguagesFolder() {
 CAtlString FindLanguageTable() {
     const CAtlString table(L"/Languages/languages.xml");
     for (const InstalledFolder& place : INSTALLED_FOLDERS) {
-        int error = REGISTRY_OK;
-        const CAtlString folder =
-            ReadRegistryString(HKEY_LOCAL_MACHINE, place.key, place.name, CAtlString(), error);
+        const CAtlString folder = ReadRegistryString(HKEY_LOCAL_MACHINE, place.key, place.name);
         if (IsTable(folder, table))
             return folder + table;
     }

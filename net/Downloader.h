@@ -21,7 +21,7 @@
 class Downloader : public IDownloader, public ConnectionInfo {
 public:
     // The beginning of the names of fetched files.
-    static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
+    static constexpr const wchar_t* BASE_NAME = CVardoDirectoryPath::BASE_NAME;
     // The most transfers that run at a time.
     static constexpr std::size_t LIMIT = 6;
     // Older fetched files are no longer needed.

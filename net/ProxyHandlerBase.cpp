@@ -17,14 +17,12 @@ const wchar_t* const KEY = L"Software/VARDO Technologies/VARDO Board Software/Pr
 
 void ProxyHandlerBase::LoadProxySettings() {
     const CSettingsIdentity shared("", "", "");
-    int ignored = REGISTRY_OK;
     const CPolicy policy;
     proxyHost_ = policy.proxyHost.value_or(
-        ReadRegistryString(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_HOST, CAtlString(), ignored));
-    const int usual = policy.proxyHost
-                          ? DEFAULT_PORT
-                          : ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_PORT,
-                                              DEFAULT_PORT, ignored);
+        ReadRegistryString(HKEY_LOCAL_MACHINE, KEY, DefaultSettings::HTTP_PROXY_HOST));
+    const int usual = policy.proxyHost ? DEFAULT_PORT
+                                       : ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY,
+                                                           DefaultSettings::HTTP_PROXY_PORT, DEFAULT_PORT);
     // Administrators and other programs may have stored "http://proxy:3128/".
     const auto written = ParseProxyAddress(proxyHost_).value_or(ProxyAddress{.host = proxyHost_});
     proxyHost_ = written.host;

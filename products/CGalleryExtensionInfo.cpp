@@ -18,8 +18,7 @@ bool CGalleryExtensionInfo::Load(const CAtlString& extensionType, const CAtlStri
     const CSettingsIdentity notebook("VARDO Technologies", "vardo-technologies.com", "VARDO Notebook");
     const CAtlString key = PreferencesPath + L"\\" + extensionType + L"\\" + guid;
     const auto read = [&key](const CAtlString& name) {
-        int error = REGISTRY_OK;
-        return ReadRegistryString(HKEY_LOCAL_MACHINE, key, name, CAtlString(), error, PreferenceFile);
+        return ReadRegistryString(HKEY_LOCAL_MACHINE, key, name, CAtlString(), PreferenceFile);
     };
     imsManifestXml_ = read(ImsManifestXmlPreference);
     metadataXml_ = read(MetadataXmlPreference);

@@ -67,7 +67,8 @@ bool CUpdateXmlReader::LoadLocal() {
 bool CUpdateXmlReader::LoadRemote() {
     const CVardoDirectoryPath sharedFolder{CVardoFilePath(GetLocalFile())};
     const CFetchedFile fetched(GetDownloader(), GetRemoteAddress(), sharedFolder);
-    return Conclude(verdict_, fetched.GetVerdict()) && ParseRemote(fetched.GetBytes());
+    verdict_ = fetched.GetVerdict();
+    return verdict_ == Verdict::COUNTS && ParseRemote(fetched.GetBytes());
 }
 
 bool CUpdateXmlReader::IsUpdateAvailable() const {
@@ -81,37 +82,37 @@ CAtlString CUpdateXmlReader::GetInstallerAddress() const {
 bool CUpdateXmlReader::ParseLocal(const CAtlStringA& text) {
     TiXmlDocument document;
     if (!ParseXml(text, TIXML_DEFAULT_ENCODING, document))
-        return Conclude(verdict_, Verdict::NO_XML);
+        return Reject(verdict_, Verdict::NO_XML);
     const TiXmlElement* product = document.RootElement()->FirstChildElement(PRODUCT);
     if (!product)
-        return Conclude(verdict_, Verdict::NO_PRODUCT);
+        return Reject(verdict_, Verdict::NO_PRODUCT);
     table_.SetCurrentVersion(VersionAttribute(*product, CURRENT_VERSION));
     remoteFileName_ = XmlAttribute(*product, REMOTE_FILE);
     remoteFolder_ = WithTrailingSlash(XmlAttribute(*product, REMOTE_FOLDER));
     noUpdates_ = XmlAttribute(*product, NO_UPDATES).Compare(L"true") == 0;
     if (GetCurrentVersion().GetString().IsEmpty())
-        return Conclude(verdict_, Verdict::NO_VERSION);
+        return Reject(verdict_, Verdict::NO_VERSION);
     if (remoteFolder_.IsEmpty())
-        return Conclude(verdict_, Verdict::NO_FOLDER);
+        return Reject(verdict_, Verdict::NO_FOLDER);
     if (remoteFileName_.IsEmpty())
-        return Conclude(verdict_, Verdict::NO_FILE_NAME);
+        return Reject(verdict_, Verdict::NO_FILE_NAME);
     localLoaded_ = true;
-    return Conclude(verdict_, Verdict::COUNTS);
+    return Accept(verdict_);
 }
 
 bool CUpdateXmlReader::ParseRemote(const CAtlStringA& text) {
     TiXmlDocument document;
     if (!ParseXml(text, TIXML_DEFAULT_ENCODING, document))
-        return Conclude(verdict_, Verdict::NO_XML);
+        return Reject(verdict_, Verdict::NO_XML);
     const TiXmlElement* root = document.RootElement();
     if (XmlAttribute(*root, LOCATION).Compare(LOCATION_SERVER) != 0)
-        return Conclude(verdict_, Verdict::NOT_FOR_CLIENTS);
+        return Reject(verdict_, Verdict::NOT_FOR_CLIENTS);
     const TiXmlElement* product = root->FirstChildElement(currentOfferElement);
     if (!product)
         product = root->FirstChildElement(PRODUCT);
     if (!product)
-        return Conclude(verdict_, Verdict::NO_PRODUCT);
+        return Reject(verdict_, Verdict::NO_PRODUCT);
     ReadOffers(*product, currentOfferElement, table_);
     remoteLoaded_ = true;
-    return Conclude(verdict_, Verdict::COUNTS);
+    return Accept(verdict_);
 }

@@ -50,11 +50,11 @@ bool GalleryVersion::FindInstalled() {
 bool GalleryVersion::ReadInstalled(CVardoFilePath& file) {
     CGalleryExtensionInfo record;
     if (guid_.IsEmpty() || !record.Load(CGalleryExtensionInfo::TeamContentExtensionType, guid_))
-        return Conclude(verdict_, Verdict::NO_RECORD);
+        return Reject(verdict_, Verdict::NO_RECORD);
     if (record.GetAppPath().IsEmpty())
-        return Conclude(verdict_, Verdict::NO_TOOL);
+        return Reject(verdict_, Verdict::NO_TOOL);
     if (record.GetImsManifestXml().IsEmpty())
-        return Conclude(verdict_, Verdict::NO_MANIFEST);
+        return Reject(verdict_, Verdict::NO_MANIFEST);
     toolPath_ = CVardoFilePath(record.GetAppPath());
     toolArguments_ = record.GetArgs();
     CVardoDirectoryPath folder{CVardoFilePath(record.GetImsManifestXml())};
@@ -71,15 +71,15 @@ bool GalleryVersion::ReadInstalledCategories(const CVardoFilePath& file) {
     categories_.clear();
     TiXmlDocument document;
     if (!file.Exists())
-        return Conclude(verdict_, Verdict::MISSING);
+        return Reject(verdict_, Verdict::MISSING);
     if (!LoadXml(file, document))
-        return Conclude(verdict_, Verdict::NO_XML);
+        return Reject(verdict_, Verdict::NO_XML);
     for (const TiXmlElement* category : Children(document.RootElement(), CATEGORY)) {
         const CAtlString id = XmlAttribute(*category, ID);
         if (!id.IsEmpty())
             categories_[id] = {XmlAttribute(*category, VERSION), CAtlString()};
     }
-    return Conclude(verdict_, categories_.empty() ? Verdict::NO_CATEGORY : Verdict::COUNTS);
+    return categories_.empty() ? Reject(verdict_, Verdict::NO_CATEGORY) : Accept(verdict_);
 }
 
 bool GalleryVersion::CheckForUpdates() {
@@ -88,7 +88,8 @@ bool GalleryVersion::CheckForUpdates() {
     if (!GetDownloader() || address.IsEmpty())
         return false;
     const CFetchedFile fetched(GetDownloader().get(), address, environment_->SharedDataFolder());
-    checked_ = Conclude(verdict_, fetched.GetVerdict()) && ReadPublishedCategories(fetched.GetBytes());
+    verdict_ = fetched.GetVerdict();
+    checked_ = verdict_ == Verdict::COUNTS && ReadPublishedCategories(fetched.GetBytes());
     TellCheck();
     return checked_;
 }
@@ -105,10 +106,10 @@ CAtlString GalleryVersion::GetPublishedAddress() const {
 bool GalleryVersion::ReadPublishedCategories(const CAtlStringA& bytes) {
     TiXmlDocument document;
     if (!LoadXml(bytes, document))
-        return Conclude(verdict_, Verdict::NO_XML);
+        return Reject(verdict_, Verdict::NO_XML);
     const TiXmlElement* parent = document.RootElement()->FirstChildElement(CATEGORIES);
     if (!parent)
-        return Conclude(verdict_, Verdict::NO_CATEGORY);
+        return Reject(verdict_, Verdict::NO_CATEGORY);
     bool updated = false;
     for (const TiXmlElement* category : Children(parent, CATEGORY)) {
         const auto known = categories_.find(XmlAttribute(*category, ID));
@@ -117,7 +118,7 @@ bool GalleryVersion::ReadPublishedCategories(const CAtlStringA& bytes) {
         known->second.latest = XmlAttribute(*category, VERSION);
         updated = true;
     }
-    return Conclude(verdict_, updated ? Verdict::COUNTS : Verdict::UNKNOWN_CATEGORIES);
+    return updated ? Accept(verdict_) : Reject(verdict_, Verdict::UNKNOWN_CATEGORIES);
 }
 
 void GalleryVersion::TellCheck() const {

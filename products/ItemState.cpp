@@ -22,10 +22,8 @@ ItemState StateOf(const IProduct& product, unsigned item, bool wasChecked) {
 
 bool IsSkipped(const IProduct& product, unsigned item) {
     const CAtlString offered = product.GetOffer(item);
-    int error = REGISTRY_OK;
-    return !offered.IsEmpty() && ReadRegistryString(HKEY_CURRENT_USER, DefaultSettings::SKIPPED_KEY,
-                                                    product.GetKey(), CAtlString(), error)
-                                         .Compare(offered) == 0;
+    return !offered.IsEmpty() &&
+           ReadRegistryString(HKEY_CURRENT_USER, DefaultSettings::SKIPPED_KEY, product.GetKey()) == offered;
 }
 
 void SetSkipped(const IProduct& product, unsigned item, bool isSkipped) {

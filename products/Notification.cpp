@@ -67,7 +67,7 @@ bool Notification::ReadDescription(const CVardoFilePath& file) {
     messageFolder_.Empty();
     messageFile_.Empty();
     if (!file.Exists())
-        return Conclude(verdict_, Verdict::MISSING);
+        return Reject(verdict_, Verdict::MISSING);
     TiXmlDocument document;
     const TiXmlElement* root = Load(ReadFileBytes(file), document);
     if (!root)
@@ -75,8 +75,8 @@ bool Notification::ReadDescription(const CVardoFilePath& file) {
     messageFolder_ = XmlAttribute(*root, MESSAGE_FOLDER);
     messageFile_ = XmlAttribute(*root, MESSAGE_FILE);
     if (messageFolder_.IsEmpty())
-        return Conclude(verdict_, Verdict::NO_FOLDER);
-    return Conclude(verdict_, messageFile_.IsEmpty() ? Verdict::NO_FILE_NAME : Verdict::COUNTS);
+        return Reject(verdict_, Verdict::NO_FOLDER);
+    return messageFile_.IsEmpty() ? Reject(verdict_, Verdict::NO_FILE_NAME) : Accept(verdict_);
 }
 
 bool Notification::CheckForUpdates() {
@@ -85,7 +85,8 @@ bool Notification::CheckForUpdates() {
     if (!GetDownloader() || address.IsEmpty())
         return false;
     const CFetchedFile fetched(GetDownloader().get(), address, environment_->SharedDataFolder());
-    checked_ = Conclude(verdict_, fetched.GetVerdict()) && ReadMessage(fetched.GetBytes());
+    verdict_ = fetched.GetVerdict();
+    checked_ = verdict_ == Verdict::COUNTS && ReadMessage(fetched.GetBytes());
     GetObserver().OnRemoteFile(checked_ ? JudgeToday() : verdict_);
     return checked_;
 }
@@ -105,11 +106,11 @@ bool Notification::ReadMessage(const CAtlStringA& bytes) {
     stopDate_ = ReadDate(XmlAttribute(*message, STOP_DATE));
     ReadTexts(*message);
     if (texts_.empty())
-        return Conclude(verdict_, Verdict::NO_TEXT);
+        return Reject(verdict_, Verdict::NO_TEXT);
     if (webPage_.IsEmpty())
-        return Conclude(verdict_, Verdict::NO_PAGE);
+        return Reject(verdict_, Verdict::NO_PAGE);
     const bool areDates = startDate_.isValid() && stopDate_.isValid();
-    return Conclude(verdict_, areDates ? Verdict::COUNTS : Verdict::NO_DATES);
+    return areDates ? Accept(verdict_) : Reject(verdict_, Verdict::NO_DATES);
 }
 
 Verdict Notification::JudgeToday() const {
@@ -149,9 +150,7 @@ bool Notification::IsUpdateAvailable(unsigned /*item*/) const {
 }
 
 bool Notification::IsWanted(unsigned /*item*/) const {
-    int error = REGISTRY_OK;
-    return ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::NOTIFICATION_KEY, name_, 0, error) !=
-           DISMISSED;
+    return ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::NOTIFICATION_KEY, name_, 0) != DISMISSED;
 }
 
 bool Notification::RunAction(unsigned /*item*/) {

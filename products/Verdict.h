@@ -40,8 +40,14 @@ enum class Verdict {
     UNKNOWN_CATEGORIES  // none of the list's is installed
 };
 
-// Stores a verdict in place; true when it is COUNTS.
-inline bool Conclude(Verdict& place, Verdict verdict) {
-    place = verdict;
-    return verdict == Verdict::COUNTS;
+// Stores why a file is rejected; always false.
+inline bool Reject(Verdict& place, Verdict reason) {
+    place = reason;
+    return false;
+}
+
+// Stores that a file counts; always true.
+inline bool Accept(Verdict& place) {
+    place = Verdict::COUNTS;
+    return true;
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-#include "report/ReportText.h"
+#include "report/ReportPrinting.h"
 
 #include "platform/text/PrintableText.h"
 

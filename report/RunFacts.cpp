@@ -68,5 +68,5 @@ QJsonObject SettingsFacts() {
 QJsonObject SilentCheckFacts(const QDate& today) {
     CRecordKeeper keeper;
     keeper.Load();
-    return {{"due", keeper.IsCheckDue(static_cast<int>(today.toJulianDay()))}, {"reason", Reason(keeper)}};
+    return {{"due", keeper.IsCheckDue(today)}, {"reason", Reason(keeper)}};
 }

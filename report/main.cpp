@@ -11,7 +11,7 @@
 #include "platform/text/PrintableText.h"
 #include "report/CUpdateReport.h"
 #include "report/ReportOptions.h"
-#include "report/ReportText.h"
+#include "report/ReportPrinting.h"
 #include "report/RunFacts.h"
 
 #include <QCoreApplication>

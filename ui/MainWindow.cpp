@@ -229,7 +229,7 @@ void MainWindow::OnCheckUpdates() {
     ShowProducts();
     controller_->CheckForUpdates();
     if (controller_->GetLastCheckResult())
-        record_->SetNewLastChecked(static_cast<int>(environment_->Today().toJulianDay()));
+        record_->NoteCheck(environment_->Today());
     ShowOutcome();
     SetChecking(false);
     // The disabled button has passed its focus on to the table.

@@ -10,6 +10,7 @@
 #include "products/CProductListController.h"
 #include "ui/CCheckOutcome.h"
 #include "ui/CProductTable.h"
+#include "ui/CProgressWindow.h"
 #include "ui/CRowMenu.h"
 
 #include <QDialog>
@@ -28,7 +29,7 @@ class MainWindow : public QDialog, private Ui::MainWindow {
 
 public:
     // How long a product's check may last before its rows show a busy bar, in milliseconds.
-    static constexpr int BUSY_AFTER = 700;
+    static constexpr int BUSY_AFTER = CProgressWindow::PATIENCE.count();
 
     explicit MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidget* parent = nullptr);
     ~MainWindow() override;

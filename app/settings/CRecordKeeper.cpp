@@ -9,13 +9,9 @@
 namespace {
 
 int ReadUsersElseMachines(const CAtlString& name, int defaultValue) {
-    int error = REGISTRY_OK;
-    const int value =
-        ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, name, defaultValue, error);
-    if (error == REGISTRY_OK)
-        return value;
-    return ReadRegistryDword(HKEY_LOCAL_MACHINE, DefaultSettings::VPU_SETTINGS_KEY, name, defaultValue,
-                             error);
+    const CAtlString& key = DefaultSettings::VPU_SETTINGS_KEY;
+    return ReadRegistryDword(HKEY_CURRENT_USER, key, name,
+                             ReadRegistryDword(HKEY_LOCAL_MACHINE, key, name, defaultValue));
 }
 
 }  // namespace
@@ -30,9 +26,8 @@ bool CRecordKeeper::Load() {
     lastChecked_ = ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
                                      DefaultSettings::LAST_CHECKED, 0, error);
     newLastChecked_ = lastChecked_;
-    int noWindow = REGISTRY_OK;
-    const CAtlString place = ReadRegistryString(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
-                                                DefaultSettings::WINDOW, {}, noWindow);
+    const CAtlString place =
+        ReadRegistryString(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, DefaultSettings::WINDOW);
     windowPlace_ = QByteArray::fromBase64(place.ToQString().toLatin1());
     return error == REGISTRY_OK;
 }
@@ -49,8 +44,7 @@ void CRecordKeeper::Save() const {
                             CAtlString(QString::fromLatin1(windowPlace_.toBase64())));
 }
 
-bool CRecordKeeper::IsCheckDue(int today) const {
+bool CRecordKeeper::IsCheckDue(const QDate& today) const {
     // In 64 bits: the stored values may be anything.
-    const auto passed = static_cast<long long>(today) - lastChecked_;
-    return checkUpdates_ && passed >= interval_;
+    return checkUpdates_ && today.toJulianDay() - lastChecked_ >= interval_;
 }

@@ -8,6 +8,7 @@
 #include "app/settings/DefaultSettings.h"
 
 #include <QByteArray>
+#include <QDate>
 
 // Holds the update-check settings between Load and Save. Dates are Julian day numbers, as of
 // QDate::toJulianDay; 0 means never. GUI thread only; shared by the workflow and the main window.
@@ -21,9 +22,9 @@ public:
     // Writes the three values, except those that the policy sets, to the user's settings, and the window's
     // place if it has changed. Failures are not reported.
     void Save() const;
-    // Whether a silent check is due on the Julian day today: checks are on, and at least the interval has
-    // passed since the loaded date.
-    bool IsCheckDue(int today) const;
+    // Whether a silent check is due today: checks are on, and at least the interval has passed since the
+    // loaded date.
+    bool IsCheckDue(const QDate& today) const;
 
     // The Julian day of the next silent check, counted from what Save writes.
     long long GetNextCheck() const { return static_cast<long long>(newLastChecked_) + interval_; }
@@ -39,7 +40,8 @@ public:
     int GetLastChecked() const { return lastChecked_; }
     // The date that Save writes.
     int GetNewLastChecked() const { return newLastChecked_; }
-    void SetNewLastChecked(int day) { newLastChecked_ = day; }
+    // Today, a check has reached a product.
+    void NoteCheck(const QDate& today) { newLastChecked_ = static_cast<int>(today.toJulianDay()); }
     // As QWidget::saveGeometry gives it; empty for a user who never had a window.
     const QByteArray& GetWindowPlace() const { return windowPlace_; }
     void SetWindowPlace(const QByteArray& place) {

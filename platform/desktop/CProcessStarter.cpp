@@ -10,7 +10,7 @@
 namespace {
 
 // The destructor of QProcess ends its process, unless it believes that no process runs.
-class LeavableProcess : public QProcess {
+class CLeavableProcess : public QProcess {
 public:
     void Leave() { setProcessState(QProcess::NotRunning); }
 };
@@ -18,7 +18,7 @@ public:
 }  // namespace
 
 bool CProcessStarter::RunAndWait(const QString& program, const QStringList& arguments, int limitMs) {
-    LeavableProcess process;
+    CLeavableProcess process;
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());

@@ -19,7 +19,6 @@
 
 namespace {
 
-const wchar_t* const DEFAULT_BASE_NAME = L"NBKTemp";
 // The text without separators and control characters, so that it can stand in a file's name.
 CAtlString WithinName(const CAtlString& text) {
     CAtlString name;
@@ -126,7 +125,7 @@ CVardoFilePath CVardoDirectoryPath::ClaimFile(const CVardoDirectoryPath& directo
                                               const boost::function<bool(const CVardoFilePath&)>& claim) {
     if (directory.IsEmpty())
         return CVardoFilePath();
-    const CAtlString base = baseName.IsEmpty() ? CAtlString(DEFAULT_BASE_NAME) : WithinName(baseName);
+    const CAtlString base = baseName.IsEmpty() ? CAtlString(BASE_NAME) : WithinName(baseName);
     const CAtlString ending = WithinName(extension);
     CVardoFilePath candidate = Combine(directory, base + ending);
     for (int tries = 1; !claim(candidate); ++tries) {

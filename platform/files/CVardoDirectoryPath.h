@@ -43,7 +43,7 @@ public:
     static CVardoDirectoryPath GetTempDirectory();
     // A file of the temporary directory that does not exist yet: base name and extension (with its dot), or
     // base name, a random number in parentheses and extension, all without separators and control characters.
-    // An empty base name becomes "NBKTemp". The file is not created. Empty when no free name was found in
+    // An empty base name becomes BASE_NAME. The file is not created. Empty when no free name was found in
     // MAX_TEMP_NAMES tries, or there is no temporary directory.
     static CVardoFilePath GetTempFilePath(const CAtlString& extension, const CAtlString& baseName);
     // Offers such names in another directory to claim, and returns the first that it takes. Empty when it
@@ -53,6 +53,7 @@ public:
                                     const boost::function<bool(const CVardoFilePath&)>& claim);
 
     static constexpr int MAX_TEMP_NAMES = 10000;
+    static constexpr const wchar_t* BASE_NAME = L"NBKTemp";
 
 private:
     CAtlString path_;

@@ -38,6 +38,11 @@ CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString&
 // The same for integers of 32 bits, signed or unsigned; any other stored text reads as 0.
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& domain = SETTINGS_DOMAIN);
+// Both without the result.
+CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
+                              const CAtlString& defaultValue = {},
+                              const CAtlString& domain = SETTINGS_DOMAIN);
+int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue);
 
 // The values of a key by name, from the organisation's file of the machine whatever the application is, and
 // never from the user's. Reads the file once.

@@ -12,9 +12,9 @@ namespace {
 // Walks over a text exactly as TinyXML 2.6.2 does (TiXmlNode::Identify and the Parse functions of the nodes),
 // for as long as TinyXML would go on. If it saw an element's end or a quote that the parser does not see, it
 // would miss depth; so every function here has its model there.
-class XmlScan {
+class CXmlScan {
 public:
-    XmlScan(const std::string& text, bool utf8, int maxDepth)
+    CXmlScan(const std::string& text, bool utf8, int maxDepth)
         : at_(text.c_str()), end_(at_ + text.size()), utf8_(utf8), maxDepth_(maxDepth) {}
 
     bool Run() {
@@ -188,7 +188,7 @@ private:
 }  // namespace
 
 bool IsWithinXmlBounds(const std::string& paddedText, bool utf8, std::size_t* stop, int maxDepth) {
-    XmlScan scan(paddedText, utf8, maxDepth);
+    CXmlScan scan(paddedText, utf8, maxDepth);
     const bool isWithin = scan.Run();
     if (stop)
         *stop = scan.Position(paddedText);

@@ -7,7 +7,15 @@
 #include <cstddef>
 #include <string>
 
-#include "platform/xml/XmlFile.h"
+// The deepest nesting of elements; TinyXML uses the stack for each level and has no bound of its own.
+inline constexpr int MAX_XML_DEPTH = 200;
+// The most attributes of one element; TinyXML's time grows with their square.
+inline constexpr int MAX_XML_ATTRIBUTES = 1000;
+// The longest value of an attribute as it is written, in bytes: programs keep values, and of each product
+// several. Addresses of 8,000 bytes should work (RFC 9110, 4.1).
+inline constexpr int MAX_XML_VALUE = 8192;
+// The most elements, attributes, comments and pieces of text together; each takes up to 300 bytes.
+inline constexpr int MAX_XML_ITEMS = 500000;
 
 // NUL bytes that a text needs behind its end, its own terminator not counted: at the end of a truncated text
 // TinyXML 2.6.2 steps over the rest of a UTF-8 sequence without looking, which may take it past the

@@ -12,7 +12,6 @@
 #include <strings.h>
 
 #include "platform/files/FileSystem.h"
-#include "platform/xml/XmlBounds.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "platform/files/CVardoFilePath.h"
 #include "platform/text/CAtlString.h"
 #include "platform/text/CAtlStringA.h"
+#include "platform/xml/XmlBounds.h"
 
 #include <tinyxml.h>
 #include <string>
@@ -15,15 +16,6 @@
 
 // The largest text that is parsed, in bytes.
 inline constexpr int MAX_XML_BYTES = 16 * 1024 * 1024;
-// The deepest nesting of elements; TinyXML uses the stack for each level and has no bound of its own.
-inline constexpr int MAX_XML_DEPTH = 200;
-// The most attributes of one element; TinyXML's time grows with their square.
-inline constexpr int MAX_XML_ATTRIBUTES = 1000;
-// The longest value of an attribute as it is written, in bytes: programs keep values, and of each product
-// several. Addresses of 8,000 bytes should work (RFC 9110, 4.1).
-inline constexpr int MAX_XML_VALUE = 8192;
-// The most elements, attributes, comments and pieces of text together; each takes up to 300 bytes.
-inline constexpr int MAX_XML_ITEMS = 500000;
 
 // The file's bytes; empty when it cannot be read to its end, is not regular, or is larger than MAX_XML_BYTES.
 CAtlStringA ReadFileBytes(const CVardoFilePath& file);

@@ -190,15 +190,15 @@ TEST_F(Settings, DueRule) {
         {30, 2451545, 2451574, false}, {30, 2451545, 2451575, true}, {-5, 2451545, 2451545, true},
         {7, 2451600, 2451545, false},  {30, INT_MIN, INT_MAX, true},
     };
-    for (const auto& [interval, lastChecked, today, due] : cases) {
+    for (const auto& [interval, lastChecked, day, due] : cases) {
         WriteOwn(HKEY_CURRENT_USER, DefaultSettings::LAST_CHECKED, lastChecked);
         CRecordKeeper record;
         EXPECT_TRUE(record.Load());
         record.SetInterval(interval);
-        record.SetNewLastChecked(today);
-        EXPECT_EQ(record.IsCheckDue(today), due) << interval << " days after " << lastChecked;
+        record.NoteCheck(QDate::fromJulianDay(day));
+        EXPECT_EQ(record.IsCheckDue(QDate::fromJulianDay(day)), due) << interval << " after " << lastChecked;
         record.SetCheckUpdates(false);
-        EXPECT_FALSE(record.IsCheckDue(today));
+        EXPECT_FALSE(record.IsCheckDue(QDate::fromJulianDay(day)));
     }
 }
 
@@ -221,7 +221,7 @@ TEST_F(Settings, PolicyOfTheMachineWinsAndIsNotCopied) {
     EXPECT_TRUE(CPolicy().noSelfUpdate == true &&
                 CPolicy().refusals.join("") ==
                     "the value of the policy \"HttpProxyPort\" cannot be understood");
-    record.SetNewLastChecked(5);
+    record.NoteCheck(QDate::fromJulianDay(5));
     record.Save();
     EXPECT_EQ(Number(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, L"CheckUpdates"), -7);
     EXPECT_EQ(Number(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, L"Interval"), 14);
@@ -236,7 +236,7 @@ TEST_F(Settings, RecordTakesTheMachinesAndKeepsTheUsers) {
     WriteOwn(HKEY_LOCAL_MACHINE, DefaultSettings::INTERVAL, 7);
     WriteOwn(HKEY_LOCAL_MACHINE, DefaultSettings::CHECK_UPDATES, 2);
     EXPECT_FALSE(record.Load());
-    record.SetNewLastChecked(2451545);
+    record.NoteCheck(QDate::fromJulianDay(2451545));
     EXPECT_EQ(record.GetLastChecked(), 0);
     record.Save();
     const std::string prefix = "VARDO%20Technologies\\Product%20Update\\";
