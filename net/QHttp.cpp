@@ -47,6 +47,10 @@ bool WriteWhole(QIODevice& to, const QByteArray& bytes) {
 
 }  // namespace
 
+QString QHttp::NoAnswer() {
+    return tr("The server does not answer");
+}
+
 QString QHttp::BadAnswer() {
     return tr("The server's answer is incomplete or too large");
 }
@@ -163,7 +167,7 @@ void QHttp::FetchBySocket(const QNetworkRequest& request) {
         return;
     wasSent_ = false;
     if (Open(host, port) && !Converse(text))
-        SetError(Error::NETWORK, BadAnswer());
+        SetError(Error::NETWORK, NoAnswer());
 }
 
 bool QHttp::Open(const QString& host, int port) {
@@ -229,7 +233,7 @@ bool QHttp::Wait(const boost::function<bool()>& keepWaiting) {
     if (cancelled_->IsSet())
         SetError(Error::CANCELLED, {});
     else if (keepWaiting())
-        SetError(Error::TOO_LATE, tr("The server does not answer"));
+        SetError(Error::TOO_LATE, NoAnswer());
     else if (wasSent_)
         next_.setRemainingTime(bounds_.silence);
     return error_ == Error::NONE;

@@ -105,6 +105,7 @@ private:
     static constexpr std::chrono::milliseconds LONGEST_REST{10'000};
 
     QNetworkRequest MakeRequest(const QString& path) const;
+    static QString NoAnswer();
     // The text for an incomplete or too large answer.
     static QString BadAnswer();
     // Shows the proxy the user's ticket.

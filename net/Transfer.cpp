@@ -36,6 +36,12 @@ public:
             case QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED:
                 return isThroughProxy ? tr("The proxy wants a user name and password")
                                       : tr("The server asks for a proxy's password (%1)").arg(status);
+            case 301:
+            case 302:
+            case 303:
+            case 307:
+            case 308:
+                return tr("The server sends programs elsewhere (%1)").arg(status);
             default:
                 return tr("The server cannot answer (%1)").arg(status);
         }
