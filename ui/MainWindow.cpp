@@ -68,6 +68,8 @@ MainWindow::MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidg
 QTableWidget& MainWindow::SetUpForm() {
     QAccessible::installFactory(&MakeAccessible);
     setupUi(this);
+    // The window's frame needs some room, too.
+    resize(size().boundedTo(screen()->availableGeometry().size() - QSize(2, 40)));
     return *tableWidget;
 }
 
