@@ -62,11 +62,11 @@ void CActivationServer::Accept() {
             activate_();
 }
 
-void ActivateRunningCopy(const QString& executable) {
+bool ActivateRunningCopy(const QString& executable) {
     const QString name = SocketOf(executable);
     if (name.isEmpty())
-        return;
+        return false;
     QLocalSocket socket;
     socket.connectToServer(name);
-    socket.waitForConnected(LONGEST_WAIT_MS);
+    return socket.waitForConnected(LONGEST_WAIT_MS);
 }

@@ -32,6 +32,5 @@ private:
 };
 
 // Asks the copy that runs from this executable, if it is the same user's, to come to the front. Waits for at
-// most a second, and ignores a missing copy or one that does not answer. GUI thread, while a QCoreApplication
-// exists.
-void ActivateRunningCopy(const QString& executable);
+// most a second. False when no copy listens. GUI thread, while a QCoreApplication exists.
+bool ActivateRunningCopy(const QString& executable);

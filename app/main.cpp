@@ -10,11 +10,14 @@
 #include "platform/desktop/StandardStreams.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QIcon>
 #include <QImageReader>
 #include <QPixmap>
 #include <QStyleFactory>
+#include <QThread>
 #include <QTimer>
+#include <chrono>
 #include <iostream>
 #include <memory>
 
@@ -67,8 +70,18 @@ void RunAction(CApplicationFactory& factory) {
     const CActivationServer server(QCoreApplication::applicationFilePath(), [&] { factory.Activate(); });
     factory.Run();
     // One turn of the event loop delivers what is still pending, deferred deletions above all.
-    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
     QCoreApplication::exec();
+}
+
+// Runs the action unless another copy runs; then it returns false.
+bool RunAlone(CApplicationFactory& factory) {
+    // In UTF-8, as the file system has it.
+    const QByteArray executable = QCoreApplication::applicationFilePath().toUtf8();
+    const CSingleInstanceLock lock(executable.constData(), LOCK_PROJECT);
+    if (lock.IsHeld())
+        RunAction(factory);
+    return lock.IsHeld();
 }
 
 // Runs the action that the command line asks for, or says why it cannot.
@@ -84,16 +97,18 @@ void RunApplication(int argc, char** argv) {
     const auto application = MakeApplication(argc, argv, factory.IsGuiEnabled());
     SetLocaleOverride(factory.GetLocale().ToQString());
     InstallLanguage("VARDOProductUpdate", qobject_cast<QApplication*>(application.get()), true);
-    // In UTF-8, as the file system has it.
-    const QByteArray executable = QCoreApplication::applicationFilePath().toUtf8();
-    const CSingleInstanceLock lock(executable.constData(), LOCK_PROJECT);
-    if (lock.IsHeld()) {
-        RunAction(factory);
-        return;
+    // A copy that has just begun does not listen yet, and one that ends never will.
+    QDeadlineTimer patience(std::chrono::seconds(1));
+    while (!RunAlone(factory)) {
+        const bool isDone = !factory.IsInteractive() ||
+                            ActivateRunningCopy(QCoreApplication::applicationFilePath()) ||
+                            patience.hasExpired();
+        if (isDone) {
+            std::cerr << "VARDO Product Update is already running." << std::endl;
+            return;
+        }
+        QThread::msleep(50);
     }
-    std::cerr << "VARDO Product Update is already running." << std::endl;
-    if (factory.IsInteractive())
-        ActivateRunningCopy(QCoreApplication::applicationFilePath());
 }
 
 }  // namespace

@@ -76,8 +76,8 @@ TEST(ActivationServer, HearsOfTheSameFileInADirectoryThatNobodyElseCanChange) {
         int heard = 0;
         const CActivationServer server(program, [&heard] { ++heard; });
         QTest::qWait(CActivationServer::LISTENS_AFTER + 50);
-        ActivateRunningCopy(program);
-        ActivateRunningCopy(other);
+        EXPECT_EQ(ActivateRunningCopy(program), isHeard) << folder;
+        EXPECT_FALSE(ActivateRunningCopy(other));
         QTest::qWait(50);
         EXPECT_EQ(heard == 1, isHeard) << folder;
     }
