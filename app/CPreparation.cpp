@@ -41,20 +41,20 @@ bool CPreparation::SelfUpdate() {
 }
 
 bool CPreparation::IsOffered(CSelfUpdate& update) {
-    if (isWatched_)
-        progress_->Begin(IProgress::Task::LOOKING_FOR_PROGRAM);
+    Begin(IProgress::Task::LOOKING_FOR_PROGRAM);
     const bool offered = !CPolicy().noSelfUpdate.value_or(false) && update.LoadLocal() &&
                          !update.IsNoUpdates() && update.LoadRemote() && update.IsUpdateAvailable();
     if (offered)
-        progress_->Pause();
+        Pause();
     return offered;
 }
 
 bool CPreparation::FetchInstaller(CSelfUpdate& update) {
     isCancelled_ = false;
-    progress_->Begin(IProgress::Task::FETCHING_INSTALLER);
+    isWatched_ = true;
+    Begin(IProgress::Task::FETCHING_INSTALLER);
     const bool isFetched = update.DownloadInstaller();
-    progress_->Pause();
+    Pause();
     if (!isFetched && !isCancelled_)
         environment_.WarnSelfUpdateFailed();
     return isFetched && !IsInterrupted();
@@ -64,9 +64,25 @@ void CPreparation::RefreshProductList(CProductListController& list) {
     list.SetDownloader(downloader_);
     if (IsInterrupted())
         return;
-    if (isWatched_)
-        progress_->Begin(IProgress::Task::LOOKING_FOR_LIST);
+    Begin(IProgress::Task::LOOKING_FOR_LIST);
     list.UpdateProductList();
+    Pause();
+}
+
+void CPreparation::Watch() {
+    isWatched_ = true;
+    if (task_)
+        progress_->Begin(*task_);
+}
+
+void CPreparation::Begin(IProgress::Task task) {
+    task_ = task;
+    if (isWatched_)
+        progress_->Begin(task);
+}
+
+void CPreparation::Pause() {
+    task_.reset();
     progress_->Pause();
 }
 

@@ -11,6 +11,7 @@
 
 #include <boost/shared_ptr.hpp>
 #include <memory>
+#include <optional>
 
 class CSelfUpdate;
 
@@ -27,6 +28,8 @@ public:
     // Offers a newer version of the program itself. True when its installer was fetched and started, if it
     // can be: the process must end, without saving anything.
     bool SelfUpdate();
+    // The user waits for the window from now on.
+    void Watch();
     // Lets the list refresh itself.
     void RefreshProductList(CProductListController& list);
     // Whether a signal asks the process to end.
@@ -36,12 +39,16 @@ private:
     // Whether there is a newer version.
     bool IsOffered(CSelfUpdate& update);
     bool FetchInstaller(CSelfUpdate& update);
+    void Begin(IProgress::Task task);
+    void Pause();
     void Cancel();
     void Interrupt();
 
     IAttendedEnvironment& environment_;
     boost::shared_ptr<IDownloader> downloader_;
     bool isWatched_;
+    // What is under way.
+    std::optional<IProgress::Task> task_;
     // The installer's download was cancelled.
     bool isCancelled_ = false;
     bool isInterrupted_ = false;

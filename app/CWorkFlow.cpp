@@ -33,12 +33,6 @@ void Raise(QWidget& window) {
     QTimer::singleShot(ICON_IS_SET_AFTER_MS, &window, &QWidget::activateWindow);
 }
 
-// Returns when the user has closed the window, or a signal has, as at the end of a session.
-void Show(MainWindow& window) {
-    const CInterruption interruption(&QApplication::closeAllWindows);
-    window.exec();
-}
-
 }  // namespace
 
 CWorkFlow::CWorkFlow(const boost::shared_ptr<IAttendedEnvironment>& environment,
@@ -84,10 +78,12 @@ int CWorkFlow::CheckInteractive(const CCmdLineContext& context) {
     proxyHandler_->SetInteractive(true);
     if (Prepare(true))
         return 0;
+    // A signal, as at the end of a session, closes the window; the settings are stored even so.
+    const CInterruption interruption(&QApplication::closeAllWindows);
     MainWindow window(environment_);
     Connect(window);
     QTimer::singleShot(0, &window, &MainWindow::OnCheckUpdates);
-    Show(window);
+    window.exec();
     RecordSuccess();
     proxyHandler_->SaveProxySettings();
     recordKeeper_->Save();
@@ -114,12 +110,11 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     const bool isNews = CheckBehind(window);
     interruption->Deliver();
     const bool isWanted = isNews && !isInterrupted;
-    // Only one may live at a time.
-    interruption.reset();
+    interruption.emplace(&QApplication::closeAllWindows);
     if (isWanted) {
         proxyHandler_->SetInteractive(true);
         window.ShowOutcome();
-        Show(window);
+        window.exec();
     }
     recordKeeper_->Save();
     return 0;
@@ -140,6 +135,8 @@ bool CWorkFlow::CheckBehind(MainWindow& window) {
 
 void CWorkFlow::Activate() {
     isActivated_ = true;
+    if (preparation_)
+        preparation_->Watch();
     if (MainWindow* window = std::exchange(hidden_, nullptr)) {
         proxyHandler_->SetInteractive(true);
         window->SetChecking(true);
@@ -161,10 +158,14 @@ int CWorkFlow::ReportParameterError(const CCmdLineContext& /*context*/) {
 bool CWorkFlow::Prepare(bool isWatched) {
     Downloader::RemoveStaleFiles();
     CPreparation preparation(*environment_, downloader_, isWatched);
-    if (preparation.SelfUpdate())
-        return true;
-    preparation.RefreshProductList(*productList_);
-    return preparation.IsInterrupted();
+    preparation_ = &preparation;
+    bool mustEnd = preparation.SelfUpdate();
+    if (!mustEnd) {
+        preparation.RefreshProductList(*productList_);
+        mustEnd = preparation.IsInterrupted();
+    }
+    preparation_ = nullptr;
+    return mustEnd;
 }
 
 void CWorkFlow::Connect(MainWindow& window) const {

@@ -13,6 +13,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+class CPreparation;
 class MainWindow;
 
 // Owns the components of a check; a copy shares them. GUI thread only. Each action runs to its end, windows
@@ -40,7 +41,7 @@ public:
     int CheckSilently(const CCmdLineContext& context);
     // Called when the user starts the program again while an action runs: brings its windows to the front,
     // also minimised ones, with a waiting dialog on top. The window of a silent check comes once its rows are
-    // there, and stays until the user closes it.
+    // there, and stays until the user closes it; until then, what takes long is shown.
     void Activate();
     // The command line was faulty. Always 1.
     int ReportParameterError(const CCmdLineContext& context);
@@ -64,6 +65,8 @@ private:
     boost::shared_ptr<CRecordKeeper> recordKeeper_;
     boost::shared_ptr<IAttendedEnvironment> environment_;
     bool isActivated_ = false;
+    // While it lives.
+    CPreparation* preparation_ = nullptr;
     // The window of a silent check that runs, before Activate.
     MainWindow* hidden_ = nullptr;
 };

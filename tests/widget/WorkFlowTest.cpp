@@ -95,6 +95,7 @@ TEST_F(WorkFlow, StartedAgainItShowsItsWindowEvenBeforeASilentCheckHasEnded) {
     for (const std::size_t request : {1U, 2U}) {
         downloader_->addresses.clear();
         isAsked_ = false;
+        environment_->progress.clear();
         downloader_->whileDownloading = [&] {
             if (downloader_->addresses.size() == request)
                 running_->Activate();
@@ -111,6 +112,7 @@ TEST_F(WorkFlow, StartedAgainItShowsItsWindowEvenBeforeASilentCheckHasEnded) {
             EXPECT_FALSE(seen.isMinimized());
         });
         EXPECT_EQ(latest_, QStringList(static_cast<int>(request), "1.0.0.0"));
+        EXPECT_EQ(environment_->progress.contains("list"), request == 1) << "the user waits from now on";
     }
 }
 
@@ -136,6 +138,7 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
         window.findChild<QPushButton*>("rowButton")->click();
         EXPECT_EQ(StoredSettings(), before) << "nothing is written while the window is open";
         window.setGeometry(40, 50, 700, 450);
+        QObject::connect(&window, &QObject::destroyed, [] { std::raise(SIGTERM); });
     });
     EXPECT_EQ(latest_, QStringList("2.0.0.0"));
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=60 LastChecked=" + std::to_string(Today()));
