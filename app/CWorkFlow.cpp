@@ -22,9 +22,9 @@ namespace {
 // Most users never see it, and other copies of the program wait for its end.
 constexpr std::chrono::minutes LONGEST_SILENT_CHECK{15};
 
-// An X server, like window managers, gives the focus to nobody who asks with a time that is older than the
-// last change of it (XSetInputFocus(3)), and Qt asks with the time of the last event that it saw. Setting an
-// icon, even the same one, brings an event with the present time.
+// An X server, like window managers, gives the focus only to requests with a time after the last change of it
+// (XSetInputFocus(3)), and Qt asks with the time of the last event that it saw. Setting an icon, even the
+// same one, brings an event with the present time.
 void Raise(QWidget& window) {
     constexpr int ICON_IS_SET_AFTER_MS = 50;
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);

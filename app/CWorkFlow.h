@@ -32,7 +32,7 @@ public:
     bool Initialize(const CCmdLineContext& context);
     // Whether the user's settings want a silent check today.
     bool IsCheckDue() const;
-    // As CPreparation has it.
+    // Calls CPreparation::SelfUpdate.
     bool SelfUpdate();
 
     // Opens the window, checks, and saves the settings when the user has closed it. Always 0.

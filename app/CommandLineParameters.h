@@ -17,7 +17,7 @@ public:
     virtual ~ICmdLineParam() = default;
     // Takes the parameter's name as written, without its switch prefix, and its value; false refuses it.
     virtual bool SetValue(const CAtlString& name, const CAtlString& value) = 0;
-    // The text of a pending error; empty when there is none.
+    // The text of a pending error; empty without one.
     virtual CAtlString GetError() const = 0;
 };
 

@@ -18,9 +18,9 @@
 struct Reference {
     const CCatalogFile* from = nullptr;
     int line = 0;
-    // What is fetched or opened, as the program puts it together.
+    // The program fetches or opens this address, which it puts together.
     QString address;
-    // What it is read as.
+    // The program reads the file as this kind.
     FileKind kind = FileKind::UNKNOWN;
 };
 
@@ -43,14 +43,14 @@ public:
     std::vector<const CCatalogFile*> FilesOf(FileKind kind) const;
     // Those of them that have a root.
     std::vector<const CCatalogFile*> ReadableFilesOf(FileKind kind) const;
-    // Null when there is none with that path.
+    // Null when no file has that path.
     CCatalogFile* Find(const QString& path) const;
 
-    // The first other file whose path differs in case alone; null when there is none.
+    // The first other file whose path differs in case alone, or null.
     const CCatalogFile* FindInOtherCase(const QString& path) const;
     bool HasFolder(const QString& path) const;
 
-    // What the program reads as XML.
+    // The files that the program reads as XML.
     const std::vector<Reference>& GetReferences() const { return references_; }
     // Pages and installers.
     const std::vector<Reference>& GetLinks() const { return links_; }

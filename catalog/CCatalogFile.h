@@ -17,11 +17,13 @@ public:
     // The path by which it is opened and shown. Reads nothing yet.
     explicit CCatalogFile(const QString& path) : path_(path), name_(path.section(u'/', -1)) {}
 
+    // The path as it was given, its folder without the last "/", and its name.
     const QString& GetPath() const { return path_; }
     CVardoFilePath GetFilePath() const { return CVardoFilePath(CAtlString(path_)); }
     QString GetFolder() const { return path_.section(u'/', 0, -2); }
     const QString& GetName() const { return name_; }
 
+    // GetRoot reads the file anew when the kind means another encoding.
     FileKind GetKind() const { return kind_; }
     void SetKind(FileKind kind);
 

@@ -23,7 +23,7 @@ std::optional<QString> CSite::FileOf(const QString& address) const {
     const QString relative = QDir::cleanPath(url.path().mid(address_.path().size()));
     if (relative.startsWith(u'/') || relative == u".." || relative.startsWith(QLatin1String("../")))
         return std::nullopt;
-    // A file's path with a "/" behind it is none, as for a web server.
+    // A web server finds no file by a path with a "/" behind it.
     const bool isFolder = !relative.isEmpty() && url.path().endsWith(u'/');
     return folder_ + u'/' + relative + (isFolder ? "/" : "");
 }

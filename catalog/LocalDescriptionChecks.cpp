@@ -33,10 +33,9 @@ void CheckLocal(const CCatalogFile& file, CFindings& findings) {
 // The base names of the products of all lists.
 std::set<QString> BaseNames(const CCatalog& catalog) {
     std::set<QString> names;
-    for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST)) {
+    for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST))
         for (const TiXmlElement* product : Children(list->GetRoot(), ListFormat::PRODUCT))
             names.insert(AttributeText(*product, ListFormat::BASE_XML));
-    }
     names.erase(QString());
     return names;
 }

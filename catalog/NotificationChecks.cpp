@@ -174,11 +174,10 @@ void CheckListedOne(const CCatalog& catalog, const CCatalogFile& list, const TiX
 void CheckListed(const CCatalog& catalog, CFindings& findings) {
     if (catalog.FilesOf(FileKind::LOCAL_DESCRIPTION).empty())
         return;
-    for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST)) {
+    for (const CCatalogFile* list : catalog.FilesOf(FileKind::PRODUCT_LIST))
         for (const TiXmlElement* element : Children(list->GetRoot(), ListFormat::NOTIFICATION))
             if (!XmlAttribute(*element, ListFormat::NOTIFICATION_BASE).IsEmpty())
                 CheckListedOne(catalog, *list, *element, findings);
-    }
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "catalog/XmlRules.h"
 #include "platform/text/CAtlString.h"
 
-// Where a value stands.
+// The place of a value.
 struct Place {
     QString file;
     int line = 0;

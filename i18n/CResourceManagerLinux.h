@@ -14,7 +14,7 @@
 class IVardoResourceManager {
 public:
     virtual ~IVardoResourceManager() = default;
-    // The text for a key (UTF-8), or the key itself when there is none. Any thread, while nothing is loaded.
+    // The text for a key (UTF-8), or the key itself when no text has it. Any thread, while nothing is loaded.
     virtual CAtlString GetString(const char* key) const = 0;
 };
 

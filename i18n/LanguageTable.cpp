@@ -62,8 +62,8 @@ CAtlString FindSetupsTable() {
     return OwnTable();
 }
 
-// The tables to ask, one after the other. That of another program may be damaged, or not know a language
-// whose texts this program has.
+// The tables to ask, one after the other. Another program's table may be damaged, or lack a language whose
+// texts this program has.
 std::vector<CAtlString> ThenOwnTable(const CAtlString& table) {
     return {table, OwnTable()};
 }

@@ -6,7 +6,7 @@
 
 #include "i18n/CResourceManagerLinux.h"
 
-// The manager, made when there is none; it stays the property of this module. Making, setting up and
+// The manager, made when it is missing; it stays the property of this module. Making, setting up and
 // destroying it belong to the GUI thread.
 IVardoResourceManager* GetResourceManager();
 

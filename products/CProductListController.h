@@ -24,6 +24,7 @@ public:
     explicit CProductListController(const boost::shared_ptr<IEnvironment>& environment);
     virtual ~CProductListController() = default;
 
+    // Fetches the list and the descriptions; without it nothing is fetched, and every check fails.
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }
     // Sends all comparisons with disablers to printer in place of ConsoleObserver(); not owned.
     void SetPrinter(IDecisionObserver& printer) { printer_ = &printer; }

@@ -15,11 +15,11 @@ struct CUpdateEntry {
     // The installer's file name, and the address of the folder where it lies.
     CAtlString installFile;
     CAtlString installUrl;
-    // As written in the description.
+    // The installer's size, as the description gives it.
     CAtlString installSize;
     // A page about the update.
     CAtlString webPage;
-    // For running the installer.
+    // The program starts the installer with it.
     CAtlString argument;
 };
 

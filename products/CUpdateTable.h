@@ -27,13 +27,13 @@ public:
     void SetDefaultOffer(const CUpdateEntry& offer) { defaultOffer_ = offer; }
     void SetCurrentVersion(const CVersionString& version) { currentVersion_ = version; }
 
+    // All that these give is valid until the table changes. The ranges are in the order of their lower ends.
     const CVersionString& GetCurrentVersion() const { return currentVersion_; }
     const RangedOffers& GetRangedOffers() const { return rangedOffers_; }
     const CUpdateEntry& GetDefaultOffer() const { return defaultOffer_; }
-    // The offer of the lowest range that contains the current version, else the default one. Valid until the
-    // table changes.
+    // The offer of the lowest range that contains the current version, else the default one.
     const CUpdateEntry& ChooseOffer() const;
-    // The range of the offer that ChooseOffer gives; null for the default one. Valid until the table changes.
+    // The range of the offer that ChooseOffer gives; null for the default one.
     const CVersionStringRange* ChooseRange() const;
 
 private:

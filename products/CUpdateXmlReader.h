@@ -45,6 +45,7 @@ public:
     // From now on answers as if that version were installed.
     void SetCurrentVersion(const CVersionString& version) { table_.SetCurrentVersion(version); }
 
+    // All offers; belongs to the reader, and changes with what it reads.
     const CUpdateTable& GetTable() const { return table_; }
     // What the offer for the installed version says.
     CVersionString GetUpdateVersion() const { return table_.ChooseOffer().version; }

@@ -71,7 +71,7 @@ public:
     virtual bool IsCurrent(unsigned /*item*/) const { return true; }
     // Another product keeps this one from offering updates.
     virtual bool IsDisabled() const { return false; }
-    // The name of that product; empty when there is none.
+    // The name of that product; empty while this one may offer updates.
     virtual QString GetDisablerName() const { return {}; }
     // What the item is offered, in words that change when something newer is offered; empty when the item
     // cannot be skipped.

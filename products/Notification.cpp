@@ -55,12 +55,11 @@ bool Notification::FindInstalled() {
 }
 
 const TiXmlElement* Notification::Load(const CAtlStringA& bytes, TiXmlDocument& document) {
-    verdict_ = Verdict::COUNTS;
-    if (!LoadXml(bytes, document))
-        verdict_ = Verdict::NO_XML;
-    else if (document.RootElement()->ValueStr() != NOTIFICATION)
-        verdict_ = Verdict::NO_NOTIFICATION;
-    return verdict_ == Verdict::COUNTS ? document.RootElement() : nullptr;
+    const bool isXml = LoadXml(bytes, document);
+    if (isXml && document.RootElement()->ValueStr() == NOTIFICATION)
+        return document.RootElement();
+    verdict_ = isXml ? Verdict::NO_NOTIFICATION : Verdict::NO_XML;
+    return nullptr;
 }
 
 bool Notification::ReadDescription(const CVardoFilePath& file) {

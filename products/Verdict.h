@@ -40,13 +40,12 @@ enum class Verdict {
     UNKNOWN_CATEGORIES  // none of the list's is installed
 };
 
-// Stores why a file is rejected; always false.
+// Stores why a file is rejected, or that it counts; always false, or true.
 inline bool Reject(Verdict& place, Verdict reason) {
     place = reason;
     return false;
 }
 
-// Stores that a file counts; always true.
 inline bool Accept(Verdict& place) {
     place = Verdict::COUNTS;
     return true;

@@ -19,7 +19,7 @@ struct SignedFile {
 // Makes all signatures before it writes a file, so that a failure of the tool changes nothing. One thread.
 class CCatalogSigning {
 public:
-    // For how many days signatures are good.
+    // Signatures are good for USUAL_DAYS, or for as many as the maker asks for, up to MOST_DAYS.
     static constexpr int USUAL_DAYS = 90;
     static constexpr int MOST_DAYS = 3650;
     // Why signatures cannot be good for so many days, as the value of --days; empty when they can.

@@ -37,7 +37,7 @@ public:
     QByteArray ToJson() const;
 
 private:
-    // What the installed versions of an interval get.
+    // The offer for the installed versions of an interval.
     struct Row {
         // The first version; without it, the interval holds all below its end.
         std::optional<CVersionString> from{};

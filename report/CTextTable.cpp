@@ -5,7 +5,6 @@
 
 #include "platform/text/PrintableText.h"
 
-#include <QList>
 #include <algorithm>
 #include <cwchar>
 

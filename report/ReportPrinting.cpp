@@ -8,7 +8,6 @@
 
 #include <QJsonArray>
 #include <QJsonValue>
-#include <QStringList>
 
 namespace {
 

@@ -25,4 +25,5 @@ ReportRow MakeRow(const IProduct& product, unsigned item, bool wasChecked);
 // The row of a product that has no item.
 ReportRow MakeRow(const IProduct& product);
 
+// An entry of the report's "products"; docs/report.schema.json has the members.
 QJsonObject ToJson(const ReportRow& row);

@@ -16,7 +16,7 @@
 
 namespace {
 
-// Empty when there was no check, or what is stored is no day of the years 0 to 9999.
+// The day of the last check; empty before the first one, and for a day outside of the years 0 to 9999.
 QString LastCheck(const CRecordKeeper& keeper) {
     return keeper.GetLastChecked() == 0 ? QString()
                                         : QDate::fromJulianDay(keeper.GetLastChecked()).toString(Qt::ISODate);

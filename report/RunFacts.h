@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What a report says besides its products; docs/report.schema.json has the members. And what it says of every
-// user of the machine.
+// The facts of a report besides its products, and those of every user of the machine; docs/report.schema.json
+// has the members.
 #pragma once
 
 #include "platform/desktop/IEnvironment.h"
@@ -14,7 +14,7 @@
 #include <QStringList>
 #include <boost/shared_ptr.hpp>
 
-// Where, when and for whom the report was made: "schema", "host", "user", "time" and "version".
+// The place, time and user of the report: "schema", "host", "user", "time" and "version".
 QJsonObject RunFacts();
 // The user's settings, as they count: "enabled", "interval", "lastChecked", "proxy" and "policy". The proxy
 // bears no user name and no password.

@@ -36,7 +36,7 @@ QString OwnSettings() {
     return QSettings(QSettings::UserScope, "VARDO Technologies").fileName();
 }
 
-// Of the user that the process runs as; empty without settings and list.
+// The facts of the user that the process runs as; empty when the home has neither settings nor a list.
 QJsonObject OwnFacts(const char* name, const boost::shared_ptr<IEnvironment>& environment) {
     if (!QFile::exists(OwnSettings()) && !UserProductList().Exists())
         return {};

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The entry point of the report for administrators. It needs no display, asks nobody anything, takes no lock
+// The entry point of the report for administrators. It needs no display, asks no question, takes no lock
 // and writes no settings.
 #include "net/Downloader.h"
 #include "platform/desktop/CInterruption.h"
@@ -101,7 +101,7 @@ QString TextOf(const QJsonObject& json, bool isListed, const ReportOptions& opti
     return options.isOfAllUsers ? text + '\n' + UsersText(json) : text;
 }
 
-// False without a list. When the deadline or a signal comes first, the report has what is known by then.
+// Fails without a list. When the deadline or a signal comes first, the report has what is known by then.
 bool Run(CUpdateReport& report, const ReportOptions& options, const QDeadlineTimer& end) {
     using End = CUpdateReport::End;
     const CInterruption interruption([&report] { report.Stop(End::INTERRUPTED); });

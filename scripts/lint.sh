@@ -73,7 +73,7 @@ share_of_tests() {
     local tests code
     tests=$(ours 'tests/*.cpp' 'tests/*.h' 'tests/*.sh' | xargs -0 cat | grep -c '[^[:space:]]')
     code=$(ours '*.cpp' '*.h' '*.sh' ':!tests' | xargs -0 cat | grep -c '[^[:space:]]')
-    echo "tests: $tests lines, other code: $code lines; of the tests at most $((MOST_TESTS * code / 100))"
+    echo "tests: $tests lines of at most $((MOST_TESTS * code / 100)), other code: $code lines"
     [[ $((100 * tests)) -le $((MOST_TESTS * code)) ]]
 }
 MOST_TESTS=36  # to 100 lines of other code

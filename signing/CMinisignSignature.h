@@ -37,7 +37,7 @@ public:
     // What follows beginning in each word of the trusted comment that begins with it. Words are separated by
     // blanks and tabs.
     std::vector<std::string> GetWords(std::string_view beginning) const;
-    // The same for the only such word; nothing when there is none, or there are several.
+    // The same for the only such word; nothing for no such word, or several.
     std::optional<std::string> GetOnlyWord(std::string_view beginning) const;
 
 private:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// What came of a check, in words for the user: of one row, and of the whole.
+// Tells the user what a check has found: for one row, and for all of them.
 #pragma once
 
 #include "products/ItemState.h"

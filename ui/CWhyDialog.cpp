@@ -58,7 +58,7 @@ CWhyDialog::CWhyDialog(const QString& product, const QString& reason, const QStr
     }
     layout->addWidget(MakeExplanation(product, explanation));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    // Before it gets its second button, so that the Tab key goes through both.
+    // The layout takes the box before its second button, so that the Tab key goes through both.
     layout->addWidget(buttons);
     const QPushButton* copy = buttons->addButton(tr("Copy"), QDialogButtonBox::ActionRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Plain text for tool tips and the small print of message boxes, which would carry out markup in it.
+// Keeps tool tips and the small print of message boxes from carrying out markup in plain text.
 #pragma once
 
 #include <QString>

@@ -8,10 +8,11 @@
 
 namespace {
 
+const CAtlString& KEY = DefaultSettings::VPU_SETTINGS_KEY;
+
 int ReadUsersElseMachines(const CAtlString& name, int defaultValue) {
-    const CAtlString& key = DefaultSettings::VPU_SETTINGS_KEY;
-    return ReadRegistryDword(HKEY_CURRENT_USER, key, name,
-                             ReadRegistryDword(HKEY_LOCAL_MACHINE, key, name, defaultValue));
+    return ReadRegistryDword(HKEY_CURRENT_USER, KEY, name,
+                             ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, name, defaultValue));
 }
 
 }  // namespace
@@ -23,11 +24,9 @@ bool CRecordKeeper::Load() {
     checkUpdates_ =
         policy_.checkUpdates.value_or(ReadUsersElseMachines(DefaultSettings::CHECK_UPDATES, 1) == 1);
     int error = REGISTRY_OK;
-    lastChecked_ = ReadRegistryDword(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY,
-                                     DefaultSettings::LAST_CHECKED, 0, error);
+    lastChecked_ = ReadRegistryDword(HKEY_CURRENT_USER, KEY, DefaultSettings::LAST_CHECKED, 0, error);
     newLastChecked_ = lastChecked_;
-    const CAtlString place =
-        ReadRegistryString(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, DefaultSettings::WINDOW);
+    const CAtlString place = ReadRegistryString(HKEY_CURRENT_USER, KEY, DefaultSettings::WINDOW);
     windowPlace_ = QByteArray::fromBase64(place.ToQString().toLatin1());
     return error == REGISTRY_OK;
 }
@@ -38,9 +37,9 @@ void CRecordKeeper::Save() const {
         values.emplace_back(DefaultSettings::INTERVAL, interval_);
     if (!policy_.checkUpdates)
         values.emplace_back(DefaultSettings::CHECK_UPDATES, checkUpdates_ ? 1 : 0);
-    WriteRegistryDwords(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, values);
+    WriteRegistryDwords(HKEY_CURRENT_USER, KEY, values);
     if (isWindowMoved_)
-        WriteRegistryString(HKEY_CURRENT_USER, DefaultSettings::VPU_SETTINGS_KEY, DefaultSettings::WINDOW,
+        WriteRegistryString(HKEY_CURRENT_USER, KEY, DefaultSettings::WINDOW,
                             CAtlString(QString::fromLatin1(windowPlace_.toBase64())));
 }
 

@@ -31,7 +31,7 @@ public:
     CTemporaryFolder(const CVardoDirectoryPath& shared, const CVardoDirectoryPath& own)
         : shared_(shared), own_(own) {}
 
-    // The shared folder if safe, else the own one; made (mode 0700) when missing. Empty without a safe one.
+    // The shared folder if it is safe, else the own one; Get makes it (mode 0700). Empty if neither is safe.
     CVardoDirectoryPath Get() const;
     // Removes what earlier processes of this program left and is older than age: files and folders with
     // OWN_NAME in both folders, and in the own one the files whose names begin with beginning (see

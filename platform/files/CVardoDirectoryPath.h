@@ -20,13 +20,14 @@ public:
 
     const CAtlString& GetDirectoryPathString() const { return path_; }
     bool IsEmpty() const { return path_.IsEmpty(); }
+    // Also true for a file of that path (FileSystem::Exists).
     bool Exists() const;
 
     // Adds "/" and name; an empty name changes nothing.
     void Append(const CAtlString& name);
     // The file of that name in a directory.
     static CVardoFilePath Combine(const CVardoDirectoryPath& directory, const CAtlString& fileName);
-    // Cuts the path at its last "/"; false, and no change, when there is none.
+    // Cuts the path at its last "/"; false, and no change, when it has no "/".
     bool RemoveLastComponent();
     // Creates the directory and its parents (mode 0777 less the umask); true when it exists afterwards.
     bool Create() const;

@@ -27,7 +27,7 @@ public:
 
     // The text after the last "/".
     CAtlString GetFileName() const;
-    // From the last "." of the file name to the end, the dot included; empty when there is none.
+    // From the last "." of the file name to the end, the dot included; empty when the name has no dot.
     CAtlString GetExtension() const;
     // The file name up to its last ".".
     CAtlString GetFileTitle() const;

@@ -9,9 +9,9 @@
 namespace {
 
 struct IniLine {
-    // With its line end.
+    // The line and its end.
     QByteArray text;
-    // What is between the brackets of the heading above it.
+    // The text between the brackets of the heading above it.
     QByteArray group;
     // The whole key, with "/" between its parts; empty when the line holds no value.
     QByteArray key;

@@ -175,17 +175,6 @@ int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, i
     return isDword ? static_cast<int>(number) : 0;
 }
 
-CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
-                              const CAtlString& defaultValue, const CAtlString& domain) {
-    int error = REGISTRY_OK;
-    return ReadRegistryString(hive, key, name, defaultValue, error, domain);
-}
-
-int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue) {
-    int error = REGISTRY_OK;
-    return ReadRegistryDword(hive, key, name, defaultValue, error);
-}
-
 QVariantMap ReadMachineValues(const CAtlString& key) {
     QSettings machine(QSettings::NativeFormat, QSettings::SystemScope, CSettingsIdentity::Organization());
     machine.beginGroup(CleanKey(key).ToQString());

@@ -29,9 +29,9 @@ extern const CAtlString SETTINGS_DOMAIN;
 //
 // Key paths are separated by "\" or "/"; separators at either end do not matter. All functions are for the
 // GUI thread. A written value is in its file when the function returns, and all other lines of the file stay.
-// When that cannot be done, the file stays as it was, and nobody is told.
+// When that cannot be done, the file stays as it was, and the functions report nothing.
 
-// The value, or defaultValue when there is none; error becomes REGISTRY_OK or REGISTRY_NOT_FOUND.
+// The value, or defaultValue when nothing is stored; error becomes REGISTRY_OK or REGISTRY_NOT_FOUND.
 CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
                               const CAtlString& defaultValue, int& error,
                               const CAtlString& domain = SETTINGS_DOMAIN);
@@ -39,10 +39,16 @@ CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString&
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& domain = SETTINGS_DOMAIN);
 // Both without the result.
-CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
-                              const CAtlString& defaultValue = {},
-                              const CAtlString& domain = SETTINGS_DOMAIN);
-int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue);
+inline CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
+                                     const CAtlString& defaultValue = {},
+                                     const CAtlString& domain = SETTINGS_DOMAIN) {
+    int error = REGISTRY_OK;
+    return ReadRegistryString(hive, key, name, defaultValue, error, domain);
+}
+inline int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue) {
+    int error = REGISTRY_OK;
+    return ReadRegistryDword(hive, key, name, defaultValue, error);
+}
 
 // The values of a key by name, from the organisation's file of the machine whatever the application is, and
 // never from the user's. Reads the file once.

@@ -32,6 +32,7 @@ public:
     // The characters up to the first 0 character.
     QString ToQString() const;
 
+    // Appends; the text may be this one itself.
     CAtlString& operator+=(const CAtlString& text);
     CAtlString& operator+=(wchar_t ch);
     friend CAtlString operator+(const CAtlString& a, const CAtlString& b);

@@ -3,7 +3,6 @@
 
 #include "platform/text/CAtlStringA.h"
 
-#include <QByteArray>
 #include <algorithm>
 
 #include "platform/text/CAtlString.h"

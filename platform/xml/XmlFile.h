@@ -49,5 +49,5 @@ bool LoadXml(const CAtlStringA& bytes, TiXmlDocument& document, TiXmlEncoding en
 // The child elements of that name, or of any; empty without a parent.
 std::vector<const TiXmlElement*> Children(const TiXmlElement* parent, const char* name = nullptr);
 
-// An element's attribute, UTF-8 decoded; empty when there is none.
+// An element's attribute, UTF-8 decoded; empty when the element lacks it.
 CAtlString XmlAttribute(const TiXmlElement& element, const char* name);
