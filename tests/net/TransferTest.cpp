@@ -405,6 +405,22 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
     }
 }
 
+TEST_F(ProxyTransfer, LogsAConnectionInOnce) {
+    const LoopbackAnswer bare = LoopbackAnswer::Challenge("NTLM");
+    LoopbackAnswer challenge = LoopbackAnswer::Challenge(NTLM);
+    challenge.body = LARGE;
+    Serve({bare, challenge, body_, body_, LoopbackAnswer::Status(404), body_, bare, challenge, body_});
+    info_.SetCredentials("user", WORD);
+    std::string kinds;
+    for (const int result : {RESULT_OK, RESULT_OK, RESULT_FAILED, RESULT_OK, RESULT_OK})
+        EXPECT_EQ(FetchThroughProxy(), result);
+    // The third byte of a message's type tells the first message (B) from the answer (D) in Base64.
+    for (const std::string& sent : SentCredentials(0))
+        kinds += sent.empty() ? '-' : sent.at(16);
+    EXPECT_EQ(kinds, "-BD----BD");
+    EXPECT_EQ(server_.Connections(), 1) << "it reads the challenges to their ends";
+}
+
 TEST_F(ProxyTransfer, TellsAndForgivesAQuestionThatItCannotAnswer) {
     info_.SetCredentials("user", WORD);
     Serve({LoopbackAnswer::Status(407), basic_, body_});
