@@ -6,6 +6,7 @@
 #include <QMessageAuthenticationCode>
 #include <QStringEncoder>
 #include <QtEndian>
+#include <algorithm>
 
 namespace {
 
@@ -79,12 +80,15 @@ QByteArray CNtlmChallenge::Answer(const QString& user, const QString& password, 
                                   const QDateTime& now) const {
     const qsizetype backslash = user.indexOf(u'\\');
     const QString name = user.sliced(backslash + 1);
+    // Letter by letter: QString would make two letters of some, as of a sharp s.
+    QString capitals = name;
+    std::transform(name.begin(), name.end(), capitals.begin(), [](QChar each) { return each.toUpper(); });
     QByteArray domain = user.contains(u'@') ? QByteArray() : FieldAt(message_, DOMAIN_FIELD);
     if (backslash >= 0)
         domain = ToUtf16(user.first(backslash));
 
     const QByteArray secret = QCryptographicHash::hash(ToUtf16(password), QCryptographicHash::Md4);
-    const QByteArray key = Hmac(secret, ToUtf16(name.toUpper()) + domain);
+    const QByteArray key = Hmac(secret, ToUtf16(capitals) + domain);
     const QByteArray facts = FieldAt(message_, FACTS_FIELD);
     const QByteArray own = Bytes<quint64>(0x0101) + Time(facts, now) + Bytes(nonce) + Bytes<quint32>(0) +
                            facts + Bytes<quint32>(0);

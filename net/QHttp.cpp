@@ -125,18 +125,25 @@ void QHttp::FetchWithTicket(const QNetworkRequest& request) {
 void QHttp::FetchWithNtlm(const QNetworkRequest& request) {
     if (FetchAsLoggedIn(request))
         return;
-    FetchAnswering(request, CNtlmChallenge::Request());
-    if (IsChallenged() && ntlm_)
-        FetchAnswering(
-            request, ntlm_->Answer(proxy_.user(), proxy_.password(), QRandomGenerator::system()->generate64(),
-                                   QDateTime::currentDateTimeUtc()));
+    // The connection may end between the challenge and its answer.
+    for (int tries = 0; tries < 2 && error_ == Error::NONE; ++tries) {
+        FetchAnswering(request, CNtlmChallenge::Request());
+        if (!IsChallenged() || !ntlm_)
+            return;
+        const quint64 nonce = QRandomGenerator::system()->generate64();
+        const QDateTime now = QDateTime::currentDateTimeUtc();
+        FetchAnswering(request, ntlm_->Answer(proxy_.user(), proxy_.password(), nonce, now), false);
+        if (header_.statusCode() != 0)
+            return;
+    }
+    SetError(Error::NETWORK, NoAnswer());
 }
 
-void QHttp::FetchAnswering(QNetworkRequest request, const QByteArray& answer) {
+void QHttp::FetchAnswering(QNetworkRequest request, const QByteArray& answer, bool mayOpen) {
     header_ = {};
     if (!answer.isEmpty())
         request.setRawHeader("Proxy-Authorization", answer);
-    FetchBySocket(request);
+    FetchBySocket(request, mayOpen);
     if (challenges_ >= MAX_CHALLENGES)
         SetError(Error::ASKED_TOO_OFTEN, {});
 }
@@ -152,7 +159,7 @@ bool QHttp::IsChallenged() const {
     return error_ == Error::NONE && header_.proxyScheme() == scheme_;
 }
 
-void QHttp::FetchBySocket(const QNetworkRequest& request) {
+void QHttp::FetchBySocket(const QNetworkRequest& request, bool mayOpen) {
     const bool isForProxy = proxy_.type() == QNetworkProxy::HttpProxy;
     const QString host = isForProxy ? proxy_.hostName() : host_;
     const int port = isForProxy ? proxy_.port() : port_;
@@ -163,7 +170,7 @@ void QHttp::FetchBySocket(const QNetworkRequest& request) {
                         !socket_->waitForReadyRead(0) && socket_->state() == QAbstractSocket::ConnectedState;
     peer_ = peer;
     // A kept connection may end just as the request is sent: then it is sent once more (RFC 9112, 9.3.1).
-    if (isKept && Converse(text))
+    if ((isKept && Converse(text)) || !mayOpen)
         return;
     wasSent_ = false;
     if (Open(host, port) && !Converse(text))
@@ -250,16 +257,19 @@ bool QHttp::OnAnswer(const QHttpResponseHeader& header, const QByteArray& body) 
         header_ = header;
         if (bounds_.mayTakeItsTime && status == QHttpResponseHeader::OK)
             end_ = QDeadlineTimer(QDeadlineTimer::Forever);
-        ntlm_ = header.ntlm();
+        skipped_ = 0;
         isPassed_ = status != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
         if (!isPassed_) {
             ++challenges_;
             digest_ = header.digest();
+            ntlm_ = scheme_ == ProxyScheme::NTLM ? header.ntlm() : std::nullopt;
         }
     }
-    // The answer to a challenge of NTLM needs the same connection, so this answer is read to its end.
-    if (status != QHttpResponseHeader::OK)
-        return status != 0 && !ntlm_;
+    if (status != QHttpResponseHeader::OK) {
+        // A challenge of NTLM is read to its end, because its answer needs the same connection.
+        skipped_ += body.size();
+        return status != 0 && (isPassed_ || !ntlm_ || skipped_ > READ_AHEAD);
+    }
     received_ += body.size();
     if (received_ > bounds_.bodyBytes)
         SetError(Error::NETWORK, BadAnswer());

@@ -115,11 +115,12 @@ private:
     void FetchWithNtlm(const QNetworkRequest& request);
     // Fetches over the kept connection if it is logged in, and still is afterwards; otherwise false.
     bool FetchAsLoggedIn(const QNetworkRequest& request);
-    // Fetches with an answer to a challenge of the proxy, or with none when it is empty.
-    void FetchAnswering(QNetworkRequest request, const QByteArray& answer);
+    // Fetches with an answer to a challenge of the proxy, or with none when it is empty. With mayOpen false,
+    // only over the kept connection; without that, or when it ends before an answer, there is no header.
+    void FetchAnswering(QNetworkRequest request, const QByteArray& answer, bool mayOpen = true);
     // The proxy wants credentials by the scheme of the request.
     bool IsChallenged() const;
-    void FetchBySocket(const QNetworkRequest& request);
+    void FetchBySocket(const QNetworkRequest& request, bool mayOpen = true);
     // Connects to a host. Sets the error when that fails, and returns false.
     bool Open(const QString& host, int port);
     // Sends a request and takes the answer; false when the connection ended before the answer's first byte.
@@ -129,7 +130,7 @@ private:
     // Serves events while keepWaiting answers true. False after an error, such as a passed bound.
     bool Wait(const boost::function<bool()>& keepWaiting);
     void OnSent();
-    // Takes more of the answer. True when its status is not OK, so that its body is not read.
+    // Takes more of the answer. True when no more of it is read, because its status is not OK.
     bool OnAnswer(const QHttpResponseHeader& header, const QByteArray& body);
     void ReportProgress();
     // Keeps the first error of a request.
@@ -154,6 +155,8 @@ private:
     bool isGarbled_ = false;
     QHttpResponseHeader header_;
     qint64 received_ = 0;
+    // Bytes of the bodies of other answers.
+    qint64 skipped_ = 0;
     Error error_ = Error::NONE;
     QString errorString_;
     QElapsedTimer sinceProgress_;
@@ -162,7 +165,7 @@ private:
     std::unique_ptr<QTcpSocket> socket_;
     QString peer_;
     QElapsedTimer rest_;
-    // The proxy let the last request pass.
+    // The last answer was no challenge of a proxy.
     bool isPassed_ = false;
     // The last challenge of a proxy.
     std::optional<CDigestChallenge> digest_;

@@ -89,7 +89,7 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
     if (IsKnownToBeSilent())
         return RESULT_FAILED;
     Attempt(address, file);
-    for (int attempts = 1; IsChallenged() && std::max(attempts, Http().challenges()) < QHttp::MAX_CHALLENGES;
+    for (int attempts = 1; IsChallenged() && attempts < QHttp::MAX_CHALLENGES && MayBeAskedAgain();
          ++attempts) {
         NoteChallenge();
         if (!HasCredentialsToTry() && !AskForCredentials()) {
@@ -135,6 +135,12 @@ bool QtDownloader::IsChallenged() const {
     return status_ == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED && !GetRoute().IsDirect() && !isOver;
 }
 
+bool QtDownloader::MayBeAskedAgain() {
+    // To log in by NTLM takes one challenge, and a second one refuses.
+    const int needed = Memory().Of(proxy_).scheme == ProxyScheme::NTLM ? 2 : 1;
+    return Http().challenges() + needed <= QHttp::MAX_CHALLENGES;
+}
+
 void QtDownloader::NoteChallenge() {
     const ProxyScheme scheme = Http().header().proxyScheme();
     Memory().Update(proxy_, [&](Peer& proxy) {
@@ -153,7 +159,9 @@ void QtDownloader::NoteChallenge() {
 bool QtDownloader::AskForCredentials() {
     wasHeld_ = IsAhead();
     const Peer proxy = Memory().Of(proxy_);
-    if (proxy.scheme >= ProxyScheme::NEGOTIATE)
+    if (proxy.scheme == ProxyScheme::NEGOTIATE)
+        record_.error = CAtlString(tr("It wants a Kerberos ticket, and you have no valid one"));
+    else if (proxy.scheme == ProxyScheme::UNUSABLE)
         record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
     if (IsAhead() || !TakesCredentials(proxy) ||
@@ -180,6 +188,10 @@ bool QtDownloader::IsKnownToBeSilent() {
 void QtDownloader::NoteOutcome() {
     const bool isAnswered = Http().header().statusCode() != 0;
     const bool isChallenged = status_ == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
+    const auto digest = Http().header().digest();
+    const bool isRefusal =
+        Http().error() == QHttp::Error::NONE ||
+        (Http().error() == QHttp::Error::ASKED_TOO_OFTEN && !(digest && digest->IsStale()));
     bool isProxys = false;
     if (!GetRoute().IsDirect())
         Memory().Update(proxy_, [&](Peer& proxy) {
@@ -189,7 +201,7 @@ void QtDownloader::NoteOutcome() {
             proxy.isOpen = isPassed && (proxy.isOpen || !IsAhead());
             if (isPassed && areSent_)
                 proxy.accepted = credentials_;
-            else if (areSent_ && isChallenged && Http().error() == QHttp::Error::NONE)
+            else if (areSent_ && isChallenged && isRefusal)
                 proxy.refused = credentials_;
             isProxys = isChallenged || !Http().wasSent() || !proxy.hasAnswered;
         });

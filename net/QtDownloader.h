@@ -41,6 +41,8 @@ private:
     int Transfer(const QUrl& address, QFile& file);
     // One request into a fresh file.
     void Attempt(const QUrl& address, QFile& file);
+    // Whether one more attempt can end before the proxy has asked too often.
+    bool MayBeAskedAgain();
     // Whether the next attempt sends the credentials in hand.
     bool HasCredentialsToTry() const;
     // The proxy wants other credentials than the last attempt sent.

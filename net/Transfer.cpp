@@ -14,7 +14,14 @@ using Culprit = TransferRecord::Culprit;
 
 // RFC 9110, 15.
 constexpr int FORBIDDEN = 403;
-constexpr int SERVER_ERROR = 500;
+constexpr int NOT_FOUND = 404;
+constexpr int GONE = 410;
+
+// A proxy gives such an answer of its own, too.
+bool IsOfEither(int status) {
+    return status > QHttpResponseHeader::OK && status != NOT_FOUND && status != GONE &&
+           status != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
+}
 
 struct Texts {
     Q_DECLARE_TR_FUNCTIONS(FailureText)
@@ -30,8 +37,8 @@ public:
             case 401:
             case FORBIDDEN:
                 return tr("The server refuses access (%1)").arg(status);
-            case 404:
-            case 410:
+            case NOT_FOUND:
+            case GONE:
                 return tr("The server does not have the file (%1)").arg(status);
             case QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED:
                 return isThroughProxy ? tr("The proxy wants a user name and password")
@@ -64,8 +71,7 @@ QString FailureText(const TransferRecord& record) {
     QString host = QUrl(record.url.ToQString()).host();
     if (record.culprit == Culprit::PROXY && !error.isEmpty())
         host = Texts::Proxy(proxy);
-    else if (!proxy.isEmpty() && error.isEmpty() &&
-             (record.status == FORBIDDEN || record.status >= SERVER_ERROR))
+    else if (!proxy.isEmpty() && error.isEmpty() && IsOfEither(record.status))
         host = Texts::Either(host, proxy);
     const QString reason = error.isEmpty() ? Texts::OfStatus(record.status, !proxy.isEmpty()) : error;
     return host.isEmpty() ? reason : host + ": " + reason;

@@ -10,7 +10,8 @@
 #include <chrono>
 
 // As constructed, the bounds suit small files: descriptions, lists and messages. Each bound is for one
-// request with its answer; the time that a user takes to answer a proxy's question does not count.
+// request with its answer, or for all that logging in at a proxy takes; the time that a user takes to answer
+// a proxy's question does not count.
 struct TransferBounds {
     // The most bytes of an installer, so that no server fills the disk.
     static constexpr qint64 INSTALLER_BYTES = qint64{4} * 1024 * 1024 * 1024;
@@ -57,7 +58,8 @@ struct TransferRecord {
     bool succeeded = false;
 };
 
-// Why a transfer failed, in the user's language: one line of plain text. It begins with the host, or with the
-// proxy when an error was the proxy's, and leaves both out when this computer is to blame. The reason is the
-// record's error, or what the answer's status means. Any thread.
+// Why a transfer failed, in the user's language: one line of plain text. It begins with the host, with the
+// proxy when an error was the proxy's, or with both when either may have answered so, and leaves both out
+// when this computer is to blame. The reason is the record's error, or what the answer's status means. Any
+// thread.
 QString FailureText(const TransferRecord& record);

@@ -383,6 +383,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
         {"unknown Digest", {fields({digest + ",algorithm=SHA-512-256", basic})}, "", false},
         {"Basic first", {basic_, digest_, body_}, "Digest ", true},
         {"Basic afterwards", {digest_, basic_, body_}, "Digest ", false},
+        {"lost at the answer", {domain, ntlm, LoopbackAnswer::Raw(""), ntlm, body_}, "NTLM ", true},
         {"Basic without a realm", {domain, LoopbackAnswer::Challenge("Basic"), body_}, "NTLM ", false},
         {"Basic in a domain", {domain, ntlm, basic_, body_}, "NTLM ", false},
         {"always stale", {stale}, "Digest ", false},
@@ -398,7 +399,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
         info_.SetCredentials("user", "word");
         EXPECT_EQ(FetchThroughProxy() == RESULT_OK, row.isFetched);
         EXPECT_LE(server_.RequestCount(), before + QHttp::MAX_CHALLENGES);
-        EXPECT_THAT(SentCredentials(before).back(), testing::StartsWith(row.last));
+        EXPECT_EQ(SentCredentials(before).back().substr(0, 4), std::string(row.last).substr(0, 4));
         const bool isBasicFirst = row.answers.front().headers == basic_.headers;
         EXPECT_THAT(SentCredentials(before + (isBasicFirst ? 2 : 0)),
                     testing::Not(testing::Contains(testing::StartsWith("Basic"))));
@@ -408,7 +409,7 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
 TEST_F(ProxyTransfer, LogsAConnectionInOnce) {
     const LoopbackAnswer bare = LoopbackAnswer::Challenge("NTLM");
     LoopbackAnswer challenge = LoopbackAnswer::Challenge(NTLM);
-    challenge.body = LARGE;
+    challenge.body = LINES;
     Serve({bare, challenge, body_, body_, LoopbackAnswer::Status(404), body_, bare, challenge, body_});
     info_.SetCredentials("user", WORD);
     std::string kinds;
@@ -440,6 +441,22 @@ TEST(ProxyChallenges, NtlmIsAnsweredWithoutThePassword) {
     const auto proof =
         QByteArray::fromHex("68cd0ab851e51c96aabc927bebef6a1c01010000000000000000000000000000aaaa");
     EXPECT_TRUE(answer("Domain\\User").contains(proof));
+    EXPECT_TRUE(answer("Domain\\weiß").contains(QByteArray::fromHex("152d6083b05228c2089c1b0c6b944679")));
+    const QByteArray names = QByteArray::fromHex("53006500720076006500720055007300650072000000");
+    EXPECT_TRUE((answer("User") + QByteArray(2, 0)).endsWith(names)) << "the challenge's domain";
+}
+
+TEST_F(ProxyTransfer, TakesTheSecondPasswordForNtlmAndSendsARefusedOneOnce) {
+    const LoopbackAnswer bare = LoopbackAnswer::Challenge("NTLM");
+    const LoopbackAnswer challenge = LoopbackAnswer::Challenge(NTLM);
+    Serve({bare, challenge, bare, challenge, bare, bare, challenge, body_});
+    AnswerWith("user", "wrong");
+    EXPECT_EQ(FetchThroughProxy(), RESULT_FAILED);
+    EXPECT_EQ(questions_, 2);
+    AnswerWith("user", WORD);
+    EXPECT_EQ(FetchThroughProxy(), RESULT_OK);
+    const std::vector<std::string> sent = SentCredentials(0);
+    EXPECT_EQ(std::count(sent.begin(), sent.end(), ""), 2) << "it asks first";
 }
 
 // The example of RFC 2617, 3.5, without and with a quality of protection.
