@@ -51,10 +51,9 @@ bool CPreparation::IsOffered(CSelfUpdate& update) {
 
 bool CPreparation::FetchInstaller(CSelfUpdate& update) {
     isCancelled_ = false;
-    isWatched_ = true;
-    Begin(IProgress::Task::FETCHING_INSTALLER);
+    progress_->Begin(IProgress::Task::FETCHING_INSTALLER);
     const bool isFetched = update.DownloadInstaller();
-    Pause();
+    progress_->Pause();
     if (!isFetched && !isCancelled_)
         environment_.WarnSelfUpdateFailed();
     return isFetched && !IsInterrupted();

@@ -39,6 +39,7 @@ private:
     // Whether there is a newer version.
     bool IsOffered(CSelfUpdate& update);
     bool FetchInstaller(CSelfUpdate& update);
+    // A step begins that is shown only when the user waits; the next one takes its place.
     void Begin(IProgress::Task task);
     void Pause();
     void Cancel();
@@ -47,7 +48,7 @@ private:
     IAttendedEnvironment& environment_;
     boost::shared_ptr<IDownloader> downloader_;
     bool isWatched_;
-    // What is under way.
+    // The step that Begin has begun.
     std::optional<IProgress::Task> task_;
     // The installer's download was cancelled.
     bool isCancelled_ = false;

@@ -11,6 +11,7 @@
 #include "ui/MainWindow.h"
 
 #include <QApplication>
+#include <QScopeGuard>
 #include <QTimer>
 #include <boost/make_shared.hpp>
 #include <iostream>
@@ -110,6 +111,7 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     const bool isNews = CheckBehind(window);
     interruption->Deliver();
     const bool isWanted = isNews && !isInterrupted;
+    // From here on a signal only closes what is shown; the settings are stored even so.
     interruption.emplace(&QApplication::closeAllWindows);
     if (isWanted) {
         proxyHandler_->SetInteractive(true);
@@ -159,13 +161,11 @@ bool CWorkFlow::Prepare(bool isWatched) {
     Downloader::RemoveStaleFiles();
     CPreparation preparation(*environment_, downloader_, isWatched);
     preparation_ = &preparation;
-    bool mustEnd = preparation.SelfUpdate();
-    if (!mustEnd) {
-        preparation.RefreshProductList(*productList_);
-        mustEnd = preparation.IsInterrupted();
-    }
-    preparation_ = nullptr;
-    return mustEnd;
+    const auto forget = qScopeGuard([this] { preparation_ = nullptr; });
+    if (preparation.SelfUpdate())
+        return true;
+    preparation.RefreshProductList(*productList_);
+    return preparation.IsInterrupted();
 }
 
 void CWorkFlow::Connect(MainWindow& window) const {

@@ -65,7 +65,7 @@ private:
     boost::shared_ptr<CRecordKeeper> recordKeeper_;
     boost::shared_ptr<IAttendedEnvironment> environment_;
     bool isActivated_ = false;
-    // While it lives.
+    // The preparation, while it lives.
     CPreparation* preparation_ = nullptr;
     // The window of a silent check that runs, before Activate.
     MainWindow* hidden_ = nullptr;

@@ -98,7 +98,7 @@ void RunApplication(int argc, char** argv) {
     SetLocaleOverride(factory.GetLocale().ToQString());
     InstallLanguage("VARDOProductUpdate", qobject_cast<QApplication*>(application.get()), true);
     // A copy that has just begun does not listen yet, and one that ends never will.
-    QDeadlineTimer patience(std::chrono::seconds(1));
+    const QDeadlineTimer patience(std::chrono::seconds(1));
     while (!RunAlone(factory)) {
         const bool isDone = !factory.IsInteractive() ||
                             ActivateRunningCopy(QCoreApplication::applicationFilePath()) ||

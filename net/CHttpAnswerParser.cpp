@@ -18,6 +18,14 @@ namespace {
 
 constexpr int LOWEST_STATUS = 100;
 
+template <typename Challenge>
+std::optional<Challenge> FirstKnown(const QList<ProxyChallenge>& challenges) {
+    for (const ProxyChallenge& challenge : challenges)
+        if (auto known = Challenge::From(challenge))
+            return known;
+    return std::nullopt;
+}
+
 }  // namespace
 
 QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
@@ -26,7 +34,7 @@ QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
     if (digest())
         return ProxyScheme::DIGEST;
     QSet<QByteArray> offered;
-    for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_))
+    for (const ProxyChallenge& challenge : challenges_)
         offered << challenge.scheme;
     if (offered.isEmpty())
         return ProxyScheme::NONE;
@@ -39,17 +47,11 @@ QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
 }
 
 std::optional<CDigestChallenge> QHttpResponseHeader::digest() const {
-    for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_))
-        if (auto known = CDigestChallenge::From(challenge))
-            return known;
-    return std::nullopt;
+    return FirstKnown<CDigestChallenge>(challenges_);
 }
 
 std::optional<CNtlmChallenge> QHttpResponseHeader::ntlm() const {
-    for (const ProxyChallenge& challenge : ParseChallenges(proxyChallenges_))
-        if (auto known = CNtlmChallenge::From(challenge))
-            return known;
-    return std::nullopt;
+    return FirstKnown<CNtlmChallenge>(challenges_);
 }
 
 struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_body<beast::flat_buffer>> {

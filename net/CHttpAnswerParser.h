@@ -34,7 +34,9 @@ public:
     // proxyChallenges holds the values of the fields "Proxy-Authenticate", with line feeds between;
     // contentLength is in bytes, 0 when the head does not give it.
     QHttpResponseHeader(int statusCode, const QByteArray& proxyChallenges, qint64 contentLength)
-        : statusCode_(statusCode), proxyChallenges_(proxyChallenges), contentLength_(contentLength) {}
+        : statusCode_(statusCode),
+          challenges_(ParseChallenges(proxyChallenges)),
+          contentLength_(contentLength) {}
 
     // 0 when there was no answer.
     int statusCode() const { return statusCode_; }
@@ -48,7 +50,7 @@ public:
 
 private:
     int statusCode_ = 0;
-    QByteArray proxyChallenges_;
+    QList<ProxyChallenge> challenges_;
     qint64 contentLength_ = 0;
 };
 

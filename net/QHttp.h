@@ -26,8 +26,8 @@ class QNetworkRequest;
 // compression. It uses the given proxy and ignores the one that the environment may name. Lives on one
 // thread, whose events it serves while it waits.
 //
-// It is a fraction of what Qt's network access manager costs. That would also send the password readably to a
-// proxy that asks for NTLM first, and then for Basic.
+// It costs a fraction of what Qt's network access manager does. The manager would also send the password
+// readably to a proxy that asks for NTLM first, and then for Basic.
 class QHttp : public QObject {
     Q_OBJECT
 

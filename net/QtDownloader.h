@@ -43,7 +43,7 @@ private:
     void Attempt(const QUrl& address, QFile& file);
     // Whether one more attempt can end before the proxy has asked too often.
     bool MayBeAskedAgain();
-    // Whether the next attempt sends the credentials in hand.
+    // Whether the next attempt sends the credentials in hand, or shows the user's ticket.
     bool HasCredentialsToTry() const;
     // The proxy wants other credentials than the last attempt sent.
     bool IsChallenged() const;

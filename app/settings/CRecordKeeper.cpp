@@ -11,8 +11,9 @@ namespace {
 const CAtlString& KEY = DefaultSettings::VPU_SETTINGS_KEY;
 
 int ReadUsersElseMachines(const CAtlString& name, int defaultValue) {
-    return ReadRegistryDword(HKEY_CURRENT_USER, KEY, name,
-                             ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, name, defaultValue));
+    int error = REGISTRY_OK;
+    const int value = ReadRegistryDword(HKEY_CURRENT_USER, KEY, name, defaultValue, error);
+    return error == REGISTRY_OK ? value : ReadRegistryDword(HKEY_LOCAL_MACHINE, KEY, name, defaultValue);
 }
 
 }  // namespace

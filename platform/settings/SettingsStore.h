@@ -38,7 +38,7 @@ CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString&
 // The same for integers of 32 bits, signed or unsigned; any other stored text reads as 0.
 int ReadRegistryDword(int hive, const CAtlString& key, const CAtlString& name, int defaultValue, int& error,
                       const CAtlString& domain = SETTINGS_DOMAIN);
-// Both without the result.
+// Both for callers that do not ask whether the value is stored.
 inline CAtlString ReadRegistryString(int hive, const CAtlString& key, const CAtlString& name,
                                      const CAtlString& defaultValue = {},
                                      const CAtlString& domain = SETTINGS_DOMAIN) {
