@@ -46,6 +46,12 @@ QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
     return isBasic ? ProxyScheme::BASIC : ProxyScheme::UNUSABLE;
 }
 
+bool QHttpResponseHeader::offersNegotiate() const {
+    return statusCode_ == PROXY_AUTHENTICATION_REQUIRED &&
+           std::any_of(challenges_.begin(), challenges_.end(),
+                       [](const ProxyChallenge& challenge) { return challenge.scheme == "negotiate"; });
+}
+
 std::optional<CDigestChallenge> QHttpResponseHeader::digest() const {
     return FirstKnown<CDigestChallenge>(challenges_);
 }

@@ -26,7 +26,7 @@ public:
         BASIC,      // only Basic, which everybody on the way can read (RFC 7617)
         DIGEST,     // a Digest that this program knows, alone or beside others
         NTLM,       // NTLM without such a Digest
-        NEGOTIATE,  // Negotiate without those: it takes the user's ticket of Kerberos, and no credentials
+        NEGOTIATE,  // Negotiate without those: no credentials
         UNUSABLE,   // only others
     };
 
@@ -43,6 +43,8 @@ public:
     qint64 contentLength() const { return contentLength_; }
     // NONE unless the status is PROXY_AUTHENTICATION_REQUIRED. Takes linear time.
     ProxyScheme proxyScheme() const;
+    // The proxy takes the user's ticket of Kerberos, perhaps among other ways to log in.
+    bool offersNegotiate() const;
     // The first known challenge of the scheme Digest.
     std::optional<CDigestChallenge> digest() const;
     // The first known challenge of the scheme NTLM.

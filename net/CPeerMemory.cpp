@@ -53,5 +53,6 @@ void CPeerMemory::EndCheck() {
     for (auto& [name, peer] : peers_) {
         peer.silence.Empty();
         peer.hasAnswered = false;
+        peer.noTicket.Empty();
     }
 }

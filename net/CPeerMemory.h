@@ -28,11 +28,16 @@ public:
 
         // The members from here on are for a proxy. It let the last request pass.
         bool isOpen = false;
+        // It takes the user's ticket; and, unless empty, why this check shows it none.
+        bool offersNegotiate = false;
+        CAtlString noTicket;
         // The highest scheme that it has asked for.
         ProxyScheme scheme = ProxyScheme::NONE;
         // The last credentials that it accepted, and the last that it refused.
         Credentials accepted;
         Credentials refused;
+
+        bool TakesTicket() const { return offersNegotiate && noTicket.IsEmpty(); }
     };
 
     Peer Of(const QString& name) const;
@@ -46,7 +51,7 @@ public:
     // name server is dead, a look-up takes half a minute; unlike QHostInfo's, it does not keep the process
     // from ending.
     QFuture<QList<QHostAddress>> AddressesOf(const QString& host);
-    // The next check looks names up and asks silent peers again.
+    // The next check looks names up, asks silent peers and tries the ticket again.
     void EndCheck();
 
 private:

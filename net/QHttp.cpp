@@ -55,6 +55,10 @@ QString QHttp::BadAnswer() {
     return tr("The server's answer is incomplete or too large");
 }
 
+QString QHttp::NoTicket() {
+    return tr("It wants a Kerberos ticket, and you have no valid one");
+}
+
 QHttp::QHttp(CPeerMemory& memory) : memory_(memory) {
     alarm_.setSingleShot(true);
     alarm_.setTimerType(Qt::PreciseTimer);
@@ -117,9 +121,14 @@ void QHttp::FetchWithDigest(const QNetworkRequest& request) {
 void QHttp::FetchWithTicket(const QNetworkRequest& request) {
     if (FetchAsLoggedIn(request))
         return;
+    next_.setRemainingTime(bounds_.connect);
     const auto answer = StartDetached([host = proxy_.hostName()] { return AnswerWithTicket(host); });
-    if (WaitFor(answer))
+    if (WaitFor(answer) && !answer.result().isEmpty())
         FetchAnswering(request, answer.result());
+    else if (error_ != Error::CANCELLED) {
+        error_ = Error::NO_TICKET;
+        errorString_ = answer.isFinished() ? NoTicket() : tr("The Kerberos server does not answer");
+    }
 }
 
 void QHttp::FetchWithNtlm(const QNetworkRequest& request) {
@@ -156,7 +165,9 @@ bool QHttp::FetchAsLoggedIn(const QNetworkRequest& request) {
 }
 
 bool QHttp::IsChallenged() const {
-    return error_ == Error::NONE && header_.proxyScheme() == scheme_;
+    const bool isAsked =
+        scheme_ == ProxyScheme::NEGOTIATE ? header_.offersNegotiate() : header_.proxyScheme() == scheme_;
+    return error_ == Error::NONE && isAsked;
 }
 
 void QHttp::FetchBySocket(const QNetworkRequest& request, bool mayOpen) {

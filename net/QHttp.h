@@ -38,6 +38,7 @@ public:
         NETWORK,          // the connection failed or broke off, or the answer was broken or too large
         UNREACHABLE,      // no address took the connection, and to find that out took SLOW_MS
         TOO_LATE,         // the answer passed one of the bounds of time
+        NO_TICKET,        // nothing was sent, for want of a ticket to show the proxy
         ASKED_TOO_OFTEN,  // the proxy keeps asking for credentials
         NOT_WRITTEN,      // the device did not take the body
         CANCELLED,
@@ -66,7 +67,7 @@ public:
     }
     // QNetworkProxy::NoProxy, or an HTTP proxy. User and password, unless empty, are sent at once and
     // readable for BASIC (RFC 7617), and as the answer to a challenge for DIGEST (RFC 7616), both in UTF-8,
-    // and for NTLM.
+    // and for NTLM; NEGOTIATE shows the user's ticket instead.
     void setProxy(const QNetworkProxy& proxy, QHttpResponseHeader::ProxyScheme scheme) {
         if (proxy.hostName() != proxy_.hostName() || proxy.port() != proxy_.port())
             digest_.reset();
@@ -80,6 +81,8 @@ public:
 
     // About the last request.
     Error error() const { return error_; }
+    // The proxy wants a ticket that the user does not have.
+    static QString NoTicket();
     // In Qt's words or the program's.
     QString errorString() const { return errorString_; }
     // The head of its answer; the status is 0 without an answer.

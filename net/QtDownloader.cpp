@@ -92,7 +92,7 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
     for (int attempts = 1; IsChallenged() && attempts < QHttp::MAX_CHALLENGES && MayBeAskedAgain();
          ++attempts) {
         NoteChallenge();
-        if (!HasCredentialsToTry() && !AskForCredentials()) {
+        if (!Memory().Of(proxy_).TakesTicket() && !HasCredentialsToTry() && !AskForCredentials()) {
             record_.culprit = Culprit::PROXY;
             return IsCancelled() ? Judge(file) : RESULT_ABORTED;
         }
@@ -105,14 +105,18 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
 }
 
 void QtDownloader::Attempt(const QUrl& address, QFile& file) {
-    areSent_ = HasCredentialsToTry();
+    // The ticket costs the user nothing: it goes first.
+    isTicketShown_ = Memory().Of(proxy_).TakesTicket();
+    areSent_ = !isTicketShown_ && HasCredentialsToTry();
     areTried_ = areTried_ || areSent_;
-    Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()), Memory().Of(proxy_).scheme);
+    Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()), WayToLogIn());
     Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
     CreateAnew(file);
     Http().get(address.path(QUrl::FullyEncoded), &file, Cancelled());
     if (Http().header().statusCode() != 0)
         status_ = Http().header().statusCode();
+    if (Http().error() == QHttp::Error::NO_TICKET)
+        return;
     record_.isGarbled = Http().isGarbled();
     record_.bytes = Http().received();
     record_.error = CAtlString(Http().errorString());
@@ -120,10 +124,15 @@ void QtDownloader::Attempt(const QUrl& address, QFile& file) {
         emit ConnectionFailedSignal(record_.error);
 }
 
+ProxyScheme QtDownloader::WayToLogIn() const {
+    const Peer proxy = Memory().Of(proxy_);
+    if (isTicketShown_)
+        return ProxyScheme::NEGOTIATE;
+    return TakesCredentials(proxy) ? proxy.scheme : ProxyScheme::NONE;
+}
+
 bool QtDownloader::HasCredentialsToTry() const {
     const Peer proxy = Memory().Of(proxy_);
-    if (proxy.scheme == ProxyScheme::NEGOTIATE)
-        return !areTried_;
     // Only the transfer that the check waits for tries credentials that the proxy has not accepted yet.
     const bool areWelcome = IsAhead() ? credentials_ == proxy.accepted : !(credentials_ == proxy.refused);
     return !GetRoute().IsDirect() && !areTried_ && !credentials_.IsEmpty() && TakesCredentials(proxy) &&
@@ -132,7 +141,9 @@ bool QtDownloader::HasCredentialsToTry() const {
 
 bool QtDownloader::IsChallenged() const {
     const bool isOver = Http().error() != QHttp::Error::NONE && Http().error() != QHttp::Error::NETWORK;
-    return status_ == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED && !GetRoute().IsDirect() && !isOver;
+    return Http().error() == QHttp::Error::NO_TICKET ||
+           (status_ == QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED && !GetRoute().IsDirect() &&
+            !isOver);
 }
 
 bool QtDownloader::MayBeAskedAgain() {
@@ -144,6 +155,13 @@ bool QtDownloader::MayBeAskedAgain() {
 void QtDownloader::NoteChallenge() {
     const ProxyScheme scheme = Http().header().proxyScheme();
     Memory().Update(proxy_, [&](Peer& proxy) {
+        proxy.isOpen = false;
+        proxy.hasAnswered = true;
+        if (isTicketShown_) {
+            const QString error = Http().errorString();
+            proxy.noTicket = CAtlString(error.isEmpty() ? QHttp::NoTicket() : error);
+            return;
+        }
         // Credentials that were sent in another way than the proxy now wants are not refused.
         if (areSent_ && scheme <= proxy.scheme && scheme != ProxyScheme::NONE)
             proxy.refused = credentials_;
@@ -151,8 +169,7 @@ void QtDownloader::NoteChallenge() {
             areTried_ = false;
         // Once a proxy has asked for a better scheme, it never gets the password readably.
         proxy.scheme = std::max(proxy.scheme, scheme);
-        proxy.isOpen = false;
-        proxy.hasAnswered = true;
+        proxy.offersNegotiate = proxy.offersNegotiate || Http().header().offersNegotiate();
     });
 }
 
@@ -160,7 +177,7 @@ bool QtDownloader::AskForCredentials() {
     wasHeld_ = IsAhead();
     const Peer proxy = Memory().Of(proxy_);
     if (proxy.scheme == ProxyScheme::NEGOTIATE)
-        record_.error = CAtlString(tr("It wants a Kerberos ticket, and you have no valid one"));
+        record_.error = proxy.noTicket;
     else if (proxy.scheme == ProxyScheme::UNUSABLE)
         record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();

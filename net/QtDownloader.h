@@ -14,7 +14,8 @@ class QUrl;
 // credentials, up to QHttp::MAX_CHALLENGES attempts in all. RESULT_OK for a status up to 200 and a whole body
 // that is not empty. A failure leaves no file or an empty one. The transfer does not follow redirections.
 //
-// The first request to a proxy goes without credentials, and its challenge decides how to send them. When a
+// The first request to a proxy goes without credentials, and its challenge decides how to send them. Where it
+// takes a ticket of Kerberos, the user's goes first, once in a check unless the proxy accepts it. When a
 // proxy has refused credentials, it gets them again only as the answer to a question. A host or proxy that
 // was silent once in a check is not asked again in that check.
 class QtDownloader : public QtDownloaderBase {
@@ -43,9 +44,11 @@ private:
     void Attempt(const QUrl& address, QFile& file);
     // Whether one more attempt can end before the proxy has asked too often.
     bool MayBeAskedAgain();
-    // Whether the next attempt sends the credentials in hand, or shows the user's ticket.
+    // How the attempt in hand logs in at the proxy.
+    QHttpResponseHeader::ProxyScheme WayToLogIn() const;
+    // Whether the next attempt may send the credentials in hand.
     bool HasCredentialsToTry() const;
-    // The proxy wants other credentials than the last attempt sent.
+    // The proxy wants something other than the last attempt sent.
     bool IsChallenged() const;
     void NoteChallenge();
     // Gets new credentials; false when there are none.
@@ -64,6 +67,8 @@ private:
     // The status of the last header received, even when an earlier attempt received it.
     int status_ = 0;
     Credentials credentials_;
+    // The last attempt showed the user's ticket, or would have done so.
+    bool isTicketShown_ = false;
     // The last attempt sent the credentials.
     bool areSent_ = false;
     // This transfer sends them no more.

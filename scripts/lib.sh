@@ -68,7 +68,7 @@ allow_services() {
 # keep_services_off PACKAGE...: keeps their services from starting at the next boot.
 keep_services_off() {
     local name
-    for name in nginx squid prometheus; do
+    for name in nginx squid prometheus krb5-kdc krb5-admin-server; do
         if [[ " $* " == *" $name "* && -e /etc/init.d/$name ]]; then
             say "The service $name stays off: the scripts start servers of their own, on loopback only."
             as_root update-rc.d "$name" disable || say "could not switch the service $name off for the next boot"

@@ -2,16 +2,17 @@
 // SPDX-License-Identifier: LicenseRef-VARDO
 
 // The installed program behind a real proxy that asks for credentials: Squid, which lets only "user" with the
-// password "word" through.
-#include <QTcpServer>
-
+// password "word" through, and the user of a Kerberos realm.
 #include "e2e/ProgramTest.h"
+#include "support/KerberosRealm.h"
 
 namespace {
 
 // Squid's other work (further sockets, helpers, caches) is switched off.
 const char* const CONFIGURATION = R"(
 http_port 127.0.0.1:%1
+auth_param negotiate program /usr/lib/squid/negotiate_kerberos_auth -k %3 -s HTTP/127.0.0.1 -t none
+auth_param negotiate children 1 startup=1
 auth_param digest program /usr/lib/squid/digest_file_auth %2/passwords
 auth_param digest children 1 startup=1
 auth_param digest realm test
@@ -38,14 +39,14 @@ protected:
     static constexpr const char* QUESTION = "Proxy Authentication Required";
 
     ProxyTest() {
-        QTcpServer unused;
-        unused.listen(QHostAddress::LocalHost);
-        const int port = unused.serverPort();
-        unused.close();
+        const int port = FreePort();
         // Squid gives up root's rights before it opens its files.
         std::filesystem::permissions(files_.Root(), std::filesystem::perms::all);
         files_.Write("passwords", "user:word\n");
-        files_.Write("squid.conf", QString(CONFIGURATION).arg(port).arg(files_.Root().c_str()).toStdString());
+        files_.Write("squid.conf", QString(CONFIGURATION)
+                                       .arg(port)
+                                       .arg(files_.Root().c_str(), realm_.Keytab().c_str())
+                                       .toStdString());
         squid_ = std::make_unique<ChildProcess>(
             "/usr/sbin/squid", std::vector<std::string>{"-N", "-f", files_.Path("squid.conf")});
         EXPECT_TRUE(WaitUntil([this] {
@@ -85,11 +86,13 @@ protected:
     }
 
     TemporaryTree files_;
+    KerberosRealm realm_;
     std::unique_ptr<ChildProcess> squid_;
     std::size_t logRead_ = 0;
 };
 
 TEST_F(ProxyTest, AsksAUserUntilTheCredentialsAreRightOrRefused) {
+    std::optional<ScopedEnvironment> noTicket(std::in_place, "KRB5CCNAME", "/tmp/missing");
     Start({"-silent"});
     EXPECT_EQ(program_->ExitCode(), 0);
     ExpectAnswers({"407 -", "407 -"});
@@ -111,6 +114,11 @@ TEST_F(ProxyTest, AsksAUserUntilTheCredentialsAreRightOrRefused) {
     Start({"-username", "user", "-password", "word"});
     WaitForTheCheckAndClose();
     ExpectAnswers({"407 -", "200 user", "200 user"});
+
+    noTicket.reset();
+    Start({});
+    WaitForTheCheckAndClose();
+    ExpectAnswers({"407 -", "200 someone@TEST", "200 someone@TEST"});
 }
 
 }  // namespace

@@ -23,6 +23,7 @@
 #include "net/Transfer.h"
 #include "net/events/WaitWithQtEvents.h"
 #include "platform/text/ResultCodes.h"
+#include "support/KerberosRealm.h"
 #include "support/LoopbackServer.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TextPrinting.h"
@@ -266,6 +267,27 @@ protected:
     ProxyTransfer() { info_.SetProxy(L"127.0.0.1", server_.Port()); }
 
     int FetchThroughProxy() { return Fetch(ADDRESS); }
+    // The answers in these words: "body", "closing" (and its connection ends), "half" (of a body), "garbled",
+    // "gone" (a 404), "lost", or the challenges of a 407; "NTLM ..." stands for the example's.
+    static std::vector<LoopbackAnswer> AnswersOf(const QString& words) {
+        const std::map<QString, LoopbackAnswer> others = {
+            {"body", LoopbackAnswer::Body("through the proxy")},
+            {"closing", LoopbackAnswer::Raw("HTTP/1.0 200 OK\r\n\r\nx")},
+            {"half", {.body = "half", .announcedLength = 8}},
+            {"garbled", LoopbackAnswer::Raw("x")},
+            {"gone", LoopbackAnswer::Status(404)},
+            {"lost", LoopbackAnswer::Raw("")}};
+        std::vector<LoopbackAnswer> answers;
+        for (const QString& each : QString(words).replace("NTLM ...", NTLM).split(" / ")) {
+            const auto other = others.find(each);
+            LoopbackAnswer challenges = LoopbackAnswer::Status(407);
+            for (const QString& challenge : each.split(" + "))
+                challenges.headers.push_back("Proxy-Authenticate: " + challenge.toStdString());
+            answers.push_back(other == others.end() ? challenges : other->second);
+        }
+        return answers;
+    }
+    void Serve(const QString& answers) { Serve(AnswersOf(answers)); }
     void Serve(std::vector<LoopbackAnswer> answers) { server_.Serve(ADDRESS, std::move(answers)); }
 
     // The credentials of each request, without those of the first requests.
@@ -314,104 +336,93 @@ TEST_F(ProxyTransfer, WaitsForSilenceOnce) {
 }
 
 TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
-    const std::string word = "Basic dXNlcjpww6Rzczp3b3Jk";
-    const struct {
-        const char* situation;
-        std::vector<LoopbackAnswer> answers;
-        bool known, answered;
-        int result, questions;
-        std::vector<std::string> sent;
-    } rows[] = {
-        {"an open proxy", {body_}, true, true, RESULT_OK, 0, {""}},
-        {"the challenge gets no answer", {basic_, body_}, false, false, RESULT_ABORTED, 0, {""}},
-        {"answered", {basic_, body_}, false, true, RESULT_OK, 1, {"", word}},
-        {"known before", {basic_, body_}, true, true, RESULT_OK, 0, {"", word}},
-        {"refused twice", {basic_, basic_, basic_, body_}, false, true, RESULT_OK, 3, {"", word, word, word}},
-        {"always refused", {basic_}, false, true, RESULT_FAILED, 4, {"", word, word, word, word}},
-        {"broken off",
-         {basic_, LoopbackAnswer::Raw("x"), body_},
-         false,
-         true,
-         RESULT_OK,
-         2,
-         {"", word, word}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.situation);
+    for (const QStringList& row : DataTable("proxy-logins.txt")) {
+        SCOPED_TRACE(row.join(" | ").toStdString());
+        const bool isKnown = row[1] == "known";
         BeginAnew();
         const std::size_t before = server_.RequestCount();
-        Serve(row.answers);
+        Serve(row[0]);
         questions_ = 0;
         info_.SetProxyAuthRequiredCallback({});
-        info_.SetCredentials(row.known ? "user" : "", row.known ? WORD : "");
-        if (row.answered)
+        info_.SetCredentials(isKnown ? "user" : "", isKnown ? WORD : "");
+        if (row[2] == "answered")
             AnswerWith("user", WORD);
-        EXPECT_EQ(FetchThroughProxy(), row.result);
-        EXPECT_EQ(questions_, row.questions);
-        EXPECT_EQ(SentCredentials(before), row.sent);
-        EXPECT_EQ(info_.GetRoute().credentials.password == CAtlString(WORD), row.known || row.questions > 0)
+        const int result = FetchThroughProxy();
+        EXPECT_EQ(result == RESULT_OK ? "OK" : result == RESULT_ABORTED ? "ABORTED" : "FAILED", row[3]);
+        EXPECT_EQ(questions_, row[4].toInt());
+        QString sent;
+        for (const std::string& credentials : SentCredentials(before))
+            sent += credentials.empty() ? '-' : credentials == "Basic dXNlcjpww6Rzczp3b3Jk" ? '+' : '?';
+        EXPECT_EQ(sent, row[5]);
+        EXPECT_EQ(info_.GetRoute().credentials.password == CAtlString(WORD), isKnown || questions_ > 0)
             << "for the next";
     }
 }
 
 TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
-    const auto fields = [](const std::vector<std::string>& challenges) {
-        LoopbackAnswer answer = LoopbackAnswer::Status(407);
-        for (const std::string& challenge : challenges)
-            answer.headers.push_back("Proxy-Authenticate: " + challenge);
-        return answer;
-    };
-    const std::string digest = "digest  realm = \"x, Basic\", nonce=1";
-    const std::string basic = "BASIC realm=\"x\"";
-    const LoopbackAnswer domain = fields({"Negotiate", "NTLM", basic});
-    const LoopbackAnswer ntlm = LoopbackAnswer::Challenge(NTLM);
-    const LoopbackAnswer stale = LoopbackAnswer::Challenge("Digest realm=\"x\", nonce=\"1\", stale=true");
-    const struct {
-        const char* situation;
-        std::vector<LoopbackAnswer> answers;
-        const char* last;
-        bool isFetched;
-    } rows[] = {
-        {"Digest", {digest_, body_}, "Digest ", true},
-        {"cut off", {digest_, {.body = "half", .announcedLength = 8}}, "Digest ", false},
-        {"two fields", {fields({basic, digest}), body_}, "Digest ", true},
-        {"one field", {fields({basic + "," + digest}), body_}, "Digest ", true},
-        {"a Windows domain", {domain, ntlm, body_}, "NTLM ", true},
-        {"no ticket", {LoopbackAnswer::Challenge("Negotiate")}, "", false},
-        {"Basic beside Negotiate", {fields({"Negotiate", basic}), basic_, body_}, "", false},
-        {"Basic behind Negotiate", {LoopbackAnswer::Challenge("Negotiate"), basic_, body_}, "", false},
-        {"unknown Digest", {fields({digest + ",algorithm=SHA-512-256", basic})}, "", false},
-        {"Basic first", {basic_, digest_, body_}, "Digest ", true},
-        {"Basic afterwards", {digest_, basic_, body_}, "Digest ", false},
-        {"lost at the answer", {domain, ntlm, LoopbackAnswer::Raw(""), ntlm, body_}, "NTLM ", true},
-        {"Basic without a realm", {domain, LoopbackAnswer::Challenge("Basic"), body_}, "NTLM ", false},
-        {"Basic in a domain", {domain, ntlm, basic_, body_}, "NTLM ", false},
-        {"always stale", {stale}, "Digest ", false},
-        {"stale once", {digest_, stale, body_}, "Digest ", true},
-        {"bare NTLM", {LoopbackAnswer::Challenge("NTLM")}, "NTLM ", false},
-        {"always NTLM", {ntlm}, "NTLM ", false},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.situation);
+    const ScopedEnvironment noTicket{"KRB5CCNAME", "/tmp/missing"};
+    for (const QStringList& row : DataTable("proxy-schemes.txt")) {
+        SCOPED_TRACE(row.join(" | ").toStdString());
         BeginAnew();
         const std::size_t before = server_.RequestCount();
-        Serve(row.answers);
+        Serve(row[0]);
         info_.SetCredentials("user", "word");
-        EXPECT_EQ(FetchThroughProxy() == RESULT_OK, row.isFetched);
+        EXPECT_EQ(FetchThroughProxy() == RESULT_OK, row[2] == "yes");
         EXPECT_LE(server_.RequestCount(), before + QHttp::MAX_CHALLENGES);
         const std::string last = SentCredentials(before).back();
-        EXPECT_EQ(last.substr(0, last.find(' ') + 1), row.last);
-        const bool isBasicFirst = row.answers.front().headers == basic_.headers;
+        EXPECT_EQ(last.substr(0, last.find(' ')), row[1].toStdString());
+        const bool isBasicFirst = row[0].startsWith("Basic");
         EXPECT_THAT(SentCredentials(before + (isBasicFirst ? 2 : 0)),
                     testing::Not(testing::Contains(testing::StartsWith("Basic"))));
     }
 }
 
+TEST_F(ProxyTransfer, ShowsTheTicketBeforeItSendsCredentials) {
+    const QString silent = "Proxy 127.0.0.1: The Kerberos server does not answer";
+    const struct {
+        const char* situation;
+        const char* answers;
+        // The schemes by which three files are asked for, the third in a new check: their first letters.
+        const char* schemes;
+        QString failure;
+    } rows[] = {
+        {"accepted", "Negotiate + Digest realm=x, nonce=1 / body", "-N--", ""},
+        {"refused", "Negotiate + Digest realm=x, nonce=1 / Negotiate + Digest realm=x, nonce=1 / closing",
+         "-NDDN", ""},
+        {"lost", "Negotiate / body / Negotiate / body", "-N-N-", ""},
+        {"refused without another way", "Negotiate", "-N-N", "Proxy 127.0.0.1: " + QHttp::NoTicket()},
+        {"the Kerberos server is silent", "Negotiate + Digest realm=x, nonce=1 / closing", "-DDD", ""},
+        {"it is silent, without another way", "Negotiate", "--", silent},
+    };
+    std::optional<KerberosRealm> realm(std::in_place);
+    info_.SetCredentials("user", "word");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.situation);
+        if (QString(row.situation).contains("silent")) {
+            realm.emplace();
+            realm->FallSilent();
+        }
+        BeginAnew();
+        const std::size_t before = server_.RequestCount();
+        Serve(row.answers);
+        std::string schemes;
+        for (int file = 0; file < 3; ++file) {
+            if (file == 2)
+                threads_->Memory().EndCheck();
+            EXPECT_EQ(Fetch(ADDRESS, {.connect = 1s}) == RESULT_OK, row.failure.isEmpty());
+            EXPECT_EQ(record_.succeeded ? "" : FailureText(record_), row.failure);
+        }
+        for (const std::string& sent : SentCredentials(before))
+            schemes += sent.empty() ? '-' : sent.front();
+        EXPECT_EQ(schemes, row.schemes);
+    }
+}
+
 TEST_F(ProxyTransfer, LogsAConnectionInOnce) {
-    const LoopbackAnswer bare = LoopbackAnswer::Challenge("NTLM");
-    LoopbackAnswer challenge = LoopbackAnswer::Challenge(NTLM);
-    challenge.body = LINES;
-    Serve({bare, challenge, body_, body_, LoopbackAnswer::Status(404), body_, bare, challenge, body_});
+    std::vector<LoopbackAnswer> answers =
+        AnswersOf("NTLM / NTLM ... / body / body / gone / body / NTLM / NTLM ... / body");
+    answers[1].body = answers[7].body = LINES;
+    Serve(answers);
     info_.SetCredentials("user", WORD);
     std::string kinds;
     for (const int result : {RESULT_OK, RESULT_OK, RESULT_FAILED, RESULT_OK, RESULT_OK})
@@ -435,8 +446,8 @@ TEST_F(ProxyTransfer, TellsAndForgivesAQuestionThatItCannotAnswer) {
 }
 
 TEST(ProxyChallenges, NtlmIsAnsweredWithoutThePassword) {
-    const auto answer = [](const QString& user) {
-        const auto challenge = CNtlmChallenge::From(ParseChallenges(NTLM).front());
+    const auto answer = [](const QString& user, const QByteArray& message = NTLM) {
+        const auto challenge = CNtlmChallenge::From(ParseChallenges(message).front());
         const QDateTime start(QDate(1601, 1, 1), QTime(0, 0), Qt::UTC);
         return QByteArray::fromBase64(challenge->Answer(user, "Password", 0xAAAAAAAAAAAAAAAA, start).mid(5));
     };
@@ -446,12 +457,17 @@ TEST(ProxyChallenges, NtlmIsAnsweredWithoutThePassword) {
     EXPECT_TRUE(answer("Domain\\weiß").contains(QByteArray::fromHex("152d6083b05228c2089c1b0c6b944679")));
     const QByteArray names = QByteArray::fromHex("53006500720076006500720055007300650072000000");
     EXPECT_TRUE((answer("User") + QByteArray(2, 0)).endsWith(names)) << "the challenge's domain";
+    EXPECT_EQ(answer("User@server").mid(28, 2), QByteArray(2, 0)) << "no domain";
+
+    const QByteArray time = QByteArray::fromHex("0102030405060708");
+    QByteArray timed = QByteArray::fromBase64(QByteArray(NTLM).mid(5));
+    timed.replace(40, 8, QByteArray::fromHex("0c000c0068000000"));
+    timed += QByteArray::fromHex("07000800") + time;
+    EXPECT_TRUE(answer("User", "NTLM " + timed.toBase64()).contains("\1\1" + QByteArray(6, 0) + time));
 }
 
 TEST_F(ProxyTransfer, SendsNoRefusedPasswordAgainAfterNtlmAskedTooOften) {
-    const LoopbackAnswer bare = LoopbackAnswer::Challenge("NTLM");
-    const LoopbackAnswer challenge = LoopbackAnswer::Challenge(NTLM);
-    Serve({bare, challenge, bare, challenge, bare, bare, challenge, body_});
+    Serve("NTLM / NTLM ... / NTLM / NTLM ... / NTLM / NTLM / NTLM ... / body");
     AnswerWith("user", "wrong");
     EXPECT_EQ(FetchThroughProxy(), RESULT_FAILED);
     EXPECT_EQ(questions_, 2);

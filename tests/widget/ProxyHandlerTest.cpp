@@ -14,6 +14,7 @@
 #include "net/dialog/ProxyAuth.h"
 #include "support/ModalDialogDriver.h"
 #include "support/TextPrinting.h"
+#include "unit/DataTable.h"
 
 namespace {
 
@@ -64,37 +65,18 @@ protected:
     ProxyHandlerBase handler_;
 };
 
-struct Asking {
-    const char* situation = nullptr;
-    const char* heldUserName = nullptr;
-    bool interactive = false;
-    // What the user does in each dialog: "OK" gives typed:secret, "Cancel" or "Close" declines.
-    QStringList userDoes;
-    // The answers to so many 407s, one after the other.
-    QStringList answers;
-};
-
-const Asking ASKING[] = {
-    {"SilentWithoutCredentials", "", false, {}, {"-", "-"}},
-    {"SilentWithCredentialsHandsThemOutOnce", "held", false, {}, {"held:word", "-"}},
-    {"InteractiveWithoutCredentialsAsksAtOnce", "", true, {"OK", "OK"}, {"typed:secret", "typed:secret"}},
-    {"InteractiveWithCredentialsAsksSecond", "held", true, {"OK"}, {"held:word", "typed:secret"}},
-    {"CancelEndsAllAsking", "", true, {"Cancel"}, {"-", "-", "-"}},
-    {"ClosingTheDialogIsCancel", "held", true, {"Close"}, {"held:word", "-", "-"}},
-    {"CancelAfterOk", "", true, {"OK", "Cancel"}, {"typed:secret", "-", "-"}},
-};
-
 }  // namespace
 
 TEST_F(ProxyHandler, AnswersOncePerRunAndThenAsks) {
-    for (const Asking& row : ASKING) {
-        SCOPED_TRACE(row.situation);
+    for (const QStringList& row : DataTable("proxy-questions.txt")) {
+        SCOPED_TRACE(row.join(" | ").toStdString());
         ProxyHandlerBase handler;
         handler.SetDialog(boost::make_shared<CProxyDialog>());
         handler.SetProxyHost(L"set.example");
-        handler.SetCredentials(row.heldUserName, L"word");
-        handler.SetInteractive(row.interactive);
-        QStringList toDo = row.userDoes;
+        handler.SetCredentials(CAtlString(row[0]), L"word");
+        handler.SetInteractive(row[1] == "yes");
+        const QStringList userDoes = row[2].split(' ', Qt::SkipEmptyParts);
+        QStringList toDo = userDoes;
         const ModalDialogDriver driver([&](QDialog& dialog) {
             const QString action = toDo.isEmpty() ? "unexpected dialog" : toDo.takeFirst();
             EXPECT_EQ(dialog.windowTitle(), "Proxy Authentication Required");
@@ -109,9 +91,9 @@ TEST_F(ProxyHandler, AnswersOncePerRunAndThenAsks) {
             else
                 Press(dialog, action == "OK" ? "okButton" : "cancelButton");
         });
-        for (const QString& answer : row.answers)
+        for (const QString& answer : row[3].split(' '))
             EXPECT_EQ(Answer(handler), answer);
-        EXPECT_EQ(driver.Count(), row.userDoes.size());
+        EXPECT_EQ(driver.Count(), userDoes.size());
         EXPECT_TRUE(Settings(handler).startsWith("set.example:0 ")) << "the handler's own proxy stays";
     }
 }
@@ -134,22 +116,6 @@ TEST_F(ProxyHandler, StoresInTheOrganisationsFileWhateverTheApplicationIsCalled)
 }
 
 TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) {
-    struct Row {
-        const char* field = "";
-        const char* typed = "";
-        const char* button = "";
-        const char* settings = "";
-        // The stored host and port; empty when nothing is stored.
-        QStringList stored;
-    };
-    const Row rows[] = {
-        {"proxyPortEdit", "9999", "cancelButton", "old.example:0 user:word", {}},
-        {"proxyPortEdit", "99999", "okButton", "old.example:9999 user:word", {"old.example", "9999"}},
-        {"proxyPasswordEdit", "new", "okButton", "old.example:9999 user:new", {"old.example", "9999"}},
-        {"proxyHostEdit", "OLD.example", "okButton", "OLD.example:9999 user:new", {"OLD.example", "9999"}},
-        {"proxyHostEdit", "", "okButton", ":9999 user:new", {"", "9999"}},
-        {"proxyPortEdit", "", "okButton", ":0 user:new", {"", "0"}},
-    };
     handler_.SetProxyHost(L"old.example");
     handler_.SetCredentials(L"user", L"word");
     handler_.SetInteractive(true);
@@ -159,7 +125,7 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
         ASSERT_FALSE(handler_.OnProxyAuthRequired(L"p", 1, name, word)) << "refused, so the user is asked";
     }
     QWidget parent;
-    for (const Row& row : rows) {
+    for (const QStringList& row : DataTable("proxy-options.txt")) {
         const ModalDialogDriver driver([&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Proxy Authentication");
             EXPECT_EQ(dialog.parentWidget(), &parent);
@@ -171,16 +137,16 @@ TEST_F(ProxyHandler, OptionsChangeWhatTheNextFetchUsesAndAChangedProxyIsStored) 
             EXPECT_TRUE(
                 tabs.join(' ').startsWith("proxyHostEdit proxyPortEdit proxyUserNameEdit proxyPasswordEdit"))
                 << tabs.join(' ').toStdString();
-            Type(dialog, row.field, row.typed);
-            Press(dialog, row.button);
+            Type(dialog, row[0].toLatin1(), row[1]);
+            Press(dialog, row[2]);
         });
-        EXPECT_EQ(handler_.ShowProxyOptionsDialog(&parent), row.button == QString("okButton"));
-        EXPECT_EQ(Settings(handler_), row.settings);
+        EXPECT_EQ(handler_.ShowProxyOptionsDialog(&parent), row[2] == "okButton");
+        EXPECT_EQ(Settings(handler_), row[3]);
         QStringList stored;
         stored_.sync();
         for (const QString& key : stored_.childKeys())
             stored << stored_.value(key).toString();
-        EXPECT_EQ(stored, row.stored) << row.settings;
+        EXPECT_EQ(stored.join(':'), row[4]) << row[3].toStdString();
     }
     EXPECT_EQ(Answer(handler_), "user:new") << "a declined question is forgotten";
 }
