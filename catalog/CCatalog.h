@@ -37,9 +37,11 @@ public:
 
     // As it was given, cleaned (QDir::cleanPath).
     const QString& GetFolder() const { return folder_; }
+    // In the order of their paths. The catalogue owns them; they live as long.
     const std::vector<std::unique_ptr<CCatalogFile>>& GetFiles() const { return files_; }
     // The folders below it that are links to others, or may not be read: the catalogue lacks their files.
     const QStringList& GetUnreadFolders() const { return unreadFolders_; }
+    // The files of a kind, in that order.
     std::vector<const CCatalogFile*> FilesOf(FileKind kind) const;
     // Those of them that have a root.
     std::vector<const CCatalogFile*> ReadableFilesOf(FileKind kind) const;
@@ -48,12 +50,14 @@ public:
 
     // The first other file whose path differs in case alone, or null.
     const CCatalogFile* FindInOtherCase(const QString& path) const;
+    // Whether a file lies below that folder.
     bool HasFolder(const QString& path) const;
 
     // The files that the program reads as XML.
     const std::vector<Reference>& GetReferences() const { return references_; }
     // Pages and installers.
     const std::vector<Reference>& GetLinks() const { return links_; }
+    // Where the files are published; nothing when neither the given address nor a product list tells it.
     const std::optional<CSite>& GetSite() const { return site_; }
     // The path of the file that is published at an address, whether it exists or not; nothing when the site
     // is not known, or the address does not belong to it.

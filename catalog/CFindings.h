@@ -28,6 +28,7 @@ public:
 
     // Sorted by file and line; findings of one line keep their order.
     std::vector<Finding> Sorted() const;
+    // Of all files.
     int Count(Severity severity) const;
     // Of errors in one file.
     int CountErrors(const QString& file) const;

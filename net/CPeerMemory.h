@@ -4,8 +4,8 @@
 // How the hosts and proxies of a run have behaved.
 #pragma once
 
-#include "net/CHttpAnswerParser.h"
 #include "net/ConnectionInfo.h"
+#include "net/QHttpResponseHeader.h"
 
 #include <QFuture>
 #include <QHostAddress>

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "net/CPeerMemory.h"
+#include "net/events/CWakingFlag.h"
 #include "net/events/QThreadWithLoop.h"
-#include "net/events/WaitWithQtEvents.h"
 
 #include <boost/function.hpp>
 #include <condition_variable>

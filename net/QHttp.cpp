@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "net/CHttpAnswerParser.h"
 #include "net/CPeerMemory.h"
 #include "net/DetachedWork.h"
 #include "net/HostConnection.h"

@@ -4,9 +4,9 @@
 // A plain HTTP client: one GET at a time, into a file or another device.
 #pragma once
 
-#include "net/CHttpAnswerParser.h"
+#include "net/QHttpResponseHeader.h"
 #include "net/Transfer.h"
-#include "net/events/WaitWithQtEvents.h"
+#include "net/events/CWakingFlag.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>

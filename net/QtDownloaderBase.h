@@ -6,7 +6,7 @@
 
 #include "net/CTransferThreads.h"
 #include "net/ConnectionInfo.h"
-#include "net/events/WaitWithQtEvents.h"
+#include "net/events/CWakingFlag.h"
 #include "platform/text/CAtlString.h"
 #include "platform/text/ResultCodes.h"
 

@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 #include <QUrl>
 
-#include "net/CHttpAnswerParser.h"
+#include "net/QHttpResponseHeader.h"
 
 namespace {
 

@@ -38,6 +38,8 @@ public:
     // Why a run ended before its time.
     enum class End { DEADLINE, INTERRUPTED };
 
+    // The installed products are those of the environment; the downloader may be used for nothing else
+    // meanwhile.
     CUpdateReport(const boost::shared_ptr<IEnvironment>& environment,
                   const boost::shared_ptr<Downloader>& downloader);
 
@@ -50,6 +52,7 @@ public:
     // After Run, as docs/report.schema.json has it: an object for each installed version. Explained, each has
     // an "explain", and products that are not installed are there as well.
     QJsonObject ToJson() const;
+    // After Run: the status that the process ends with, one of those above.
     int GetExitStatus() const;
     // Whether the folder of the installed products could be listed; else the report would miss products.
     bool IsFolderRead() const { return isFolderRead_; }

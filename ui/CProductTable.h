@@ -24,6 +24,7 @@ public:
     // What a row's button does; the result is ignored.
     using Action = boost::function<bool()>;
 
+    // The table must outlive this object.
     explicit CProductTable(QTableWidget& table);
 
     // Removes all rows and sets the columns up.

@@ -36,6 +36,7 @@ public:
 
     // The window hears of the controller's checks for as long as it lives.
     void SetProductListController(const boost::shared_ptr<CProductListController>& controller);
+    // It must be there before a check, and before the user asks for the connection options.
     void SetProxyHandler(const boost::shared_ptr<ProxyHandlerBase>& handler) { proxyHandler_ = handler; }
     // Restores the window's place and size.
     void SetRecordKeeper(const boost::shared_ptr<CRecordKeeper>& record);
@@ -49,12 +50,15 @@ public:
 public slots:
     // Shows why a product could not be checked.
     void OnConnectionError(const QString& message);
+    // Lets the user edit the connection options.
     void OnProxyOptions();
     // Loads the list again, looks for what is installed and checks it; returns when all that is done.
     void OnCheckUpdates();
     void OnClose();
+    // Keep what the user sets: a Qt::CheckState, and days.
     void OnCheckboxChanged(int state);
     void OnIntervalChanged(int value);
+    // Shows busy bars in the rows of the product that is being checked.
     void OnTooLong();
     // Every way to close the window leads here.
     void reject() override;

@@ -27,6 +27,7 @@ public:
     explicit ProxyAuth(QWidget* parent);
     ~ProxyAuth() override;
 
+    // What the fields show. After the dialog was accepted, host and port are those of ParseProxyAddress.
     CAtlString GetHost() const;
     // 0 when the field holds no number.
     int GetPort() const;

@@ -16,6 +16,7 @@ public:
     // What GetResult answers when there is no work.
     static constexpr int NO_WORK = 1;
 
+    // The thread ends with its work; an empty one ends at once.
     explicit QThreadWithLoop(const boost::function<int()>& work);
 
     // Serves the calling thread's events until this thread has ended, which wakes it.

@@ -33,26 +33,3 @@ void WaitWithQtEvents::timerEvent(QTimerEvent* /*event*/) {
     if (QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance())
         dispatcher->interrupt();
 }
-
-void CWakingFlag::Set() {
-    const std::lock_guard lock(mutex_);
-    set_.store(true, std::memory_order_release);
-    set_.notify_all();
-    if (waiter_)
-        waiter_->wakeUp();
-}
-
-void CWakingFlag::WaitWhile(const boost::function<bool()>& keepWaiting) {
-    {
-        const std::lock_guard lock(mutex_);
-        waiter_ = QAbstractEventDispatcher::instance();
-    }
-    WaitWithQtEvents([&] { return !IsSet() && keepWaiting(); }).Wait();
-    const std::lock_guard lock(mutex_);
-    waiter_ = nullptr;
-}
-
-void CWakingFlag::Block() {
-    set_.wait(false);
-    const std::lock_guard lock(mutex_);
-}

@@ -8,6 +8,7 @@
 #include <ctime>
 #include <thread>
 
+#include "net/events/CWakingFlag.h"
 #include "net/events/WaitWithQtEvents.h"
 
 using namespace std::chrono_literals;
