@@ -15,7 +15,6 @@
 #include <QTimer>
 #include <boost/make_shared.hpp>
 #include <iostream>
-#include <optional>
 #include <utility>
 
 namespace {
@@ -97,8 +96,8 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     if (!IsCheckDue() || Prepare(false))
         return 0;
     bool isInterrupted = false;
-    std::optional<CInterruption> interruption;
-    interruption.emplace([&] {
+    // It lasts until the settings are stored.
+    CInterruption interruption([&] {
         isInterrupted = true;
         productList_->StopCheck();
         QApplication::closeAllWindows();
@@ -109,11 +108,8 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     Connect(window);
     window.ShowProducts();
     const bool isNews = CheckBehind(window);
-    interruption->Deliver();
-    const bool isWanted = isNews && !isInterrupted;
-    // From here on a signal only closes what is shown; the settings are stored even so.
-    interruption.emplace(&QApplication::closeAllWindows);
-    if (isWanted) {
+    interruption.Deliver();
+    if (isNews && !isInterrupted) {
         proxyHandler_->SetInteractive(true);
         window.ShowOutcome();
         window.exec();

@@ -48,11 +48,6 @@ CAtlStringA WithNormalLineEnds(const CAtlStringA& text) {
     return normal;
 }
 
-bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char byte) { return static_cast<signed char>(byte) >= 0; });
-}
-
 bool Refuse(XmlFault* fault, int line, const char* reason) {
     if (fault)
         *fault = {line, reason};
@@ -97,16 +92,13 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
         return Refuse(fault, 0, "the file holds a NUL byte, as one in UTF-16 does");
     std::string padded(text.begin(), text.end());
     padded.append(XML_PADDING_BYTES, '\0');
-    bool isChecked = false;
     if (encoding == TIXML_ENCODING_UNKNOWN) {
         // DetectedEncoding reads the declaration as single bytes, and relies on its end.
         if (!IsWithinBounds(padded, false, fault))
             return false;
         encoding = DetectedEncoding(padded);
-        // A second look would see the same.
-        isChecked = encoding == TIXML_ENCODING_LEGACY || IsAscii(padded);
     }
-    if (!isChecked && !IsWithinBounds(padded, encoding == TIXML_ENCODING_UTF8, fault))
+    if (!IsWithinBounds(padded, encoding == TIXML_ENCODING_UTF8, fault))
         return false;
     // Without tab stops the parser skips the count of rows, which walks over the text once more.
     document.SetTabSize(fault ? 1 : 0);

@@ -32,10 +32,16 @@ public:
     QStringList progress;
     // Cancels the waiting, as the user would.
     boost::function<void()> cancelWaiting;
+    // Called whenever the program asks for the day.
+    std::function<void()> onToday;
     // Called while a page is being opened, which then lasts until StopWaiting.
     std::function<void()> whileOpening;
 
-    QDate Today() const override { return today; }
+    QDate Today() const override {
+        if (onToday)
+            onToday();
+        return today;
+    }
     QTime Now() const override { return {14, 5}; }
     CVardoDirectoryPath SharedDataFolder() const override { return sharedDataFolder; }
     bool StartDetached(const QString& program, const QStringList& arguments) override {

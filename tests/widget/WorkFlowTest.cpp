@@ -7,6 +7,7 @@
 #include "support/TextPrinting.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QSettings>
@@ -138,8 +139,10 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
         window.findChild<QPushButton*>("rowButton")->click();
         EXPECT_EQ(StoredSettings(), before) << "nothing is written while the window is open";
         window.setGeometry(40, 50, 700, 450);
-        QObject::connect(&window, &QObject::destroyed, [] { std::raise(SIGTERM); });
+        QObject::connect(qobject_cast<QDialog*>(&window), &QDialog::finished,
+                         [&] { environment_->onToday = [] { std::raise(SIGTERM); }; });
     });
+    environment_->onToday = {};
     EXPECT_EQ(latest_, QStringList("2.0.0.0"));
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=60 LastChecked=" + std::to_string(Today()));
     EXPECT_EQ(QSettings(QSettings::SystemScope, "VARDO Technologies")
