@@ -16,6 +16,17 @@ std::wstring KeyOf(const CAtlString& text) {
     return {text.begin(), text.end()};
 }
 
+std::unique_ptr<CResourceManagerLinux>& TheManager() {
+    static std::unique_ptr<CResourceManagerLinux> manager;
+    return manager;
+}
+
+CResourceManagerLinux& Manager() {
+    if (!TheManager())
+        TheManager() = std::make_unique<CResourceManagerLinux>();
+    return *TheManager();
+}
+
 }  // namespace
 
 bool CResourceManagerLinux::Init(int languageId, const CAtlString& languagesFolder,
@@ -62,4 +73,16 @@ CAtlString CResourceManagerLinux::GetString(const char* key) const {
     const CAtlString wideKey(key);
     const auto found = strings_.find(KeyOf(wideKey));
     return found == strings_.end() || found->second.IsEmpty() ? wideKey : found->second;
+}
+
+IVardoResourceManager* GetResourceManager() {
+    return &Manager();
+}
+
+void DestroyResourceManager() {
+    TheManager().reset();
+}
+
+void SetupResourceManager(int languageId, const CAtlString& languagesFolder, const CAtlString& productName) {
+    Manager().Init(languageId, languagesFolder, productName);
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// The texts of one language, from the strings files of its folder.
+// The texts of one language, from the strings files of its folder; and the manager that all share.
 #pragma once
 
 #include "platform/files/CVardoDirectoryPath.h"
@@ -46,3 +46,14 @@ private:
     int languageId_ = NO_LANGUAGE;
     std::unordered_map<std::wstring, CAtlString> strings_;
 };
+
+// The process's one manager, made when it is missing; it stays the property of this module. Making, setting
+// up and destroying it belong to the GUI thread.
+IVardoResourceManager* GetResourceManager();
+
+// Ends the manager and its texts.
+void DestroyResourceManager();
+
+// Loads the strings of a product in a language below languagesFolder. The pairs of the same language stay,
+// and those of another are dropped.
+void SetupResourceManager(int languageId, const CAtlString& languagesFolder, const CAtlString& productName);

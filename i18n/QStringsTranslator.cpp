@@ -3,8 +3,8 @@
 
 #include "i18n/QStringsTranslator.h"
 
+#include "i18n/CResourceManagerLinux.h"
 #include "i18n/LanguageTable.h"
-#include "i18n/ResourceManager.h"
 
 QStringsTranslator& QStringsTranslator::Instance() {
     static QStringsTranslator translator;

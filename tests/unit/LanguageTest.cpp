@@ -10,12 +10,12 @@
 #include <optional>
 
 #include "DataTable.h"
+#include "i18n/CResourceManagerLinux.h"
 #include "i18n/CStringsReader.h"
 #include "i18n/CVARDOLanguageSettingsCache.h"
 #include "i18n/Language.h"
 #include "i18n/LanguageTable.h"
 #include "i18n/QStringsTranslator.h"
-#include "i18n/ResourceManager.h"
 #include "i18n/startup/InstallLanguage.h"
 #include "platform/settings/CSettingsIdentity.h"
 #include "support/ScopedEnvironment.h"
