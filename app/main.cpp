@@ -18,6 +18,7 @@
 #include <QThread>
 #include <QTimer>
 #include <chrono>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 
@@ -40,12 +41,19 @@ void PrintAndEnd(QtMsgType type, const QMessageLogContext& /*context*/, const QS
         _exit(0);
 }
 
+// Qt calls exit(1) when it loses the display.
+void EndWithoutError(int status, void* /*unused*/) {
+    if (status != 0)
+        _exit(0);
+}
+
 std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool gui) {
     if (!gui)
         return std::make_unique<QCoreApplication>(argc, argv);
     qInstallMessageHandler(&PrintAndEnd);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(nullptr);
+    on_exit(&EndWithoutError, nullptr);
     return application;
 }
 

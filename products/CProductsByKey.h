@@ -8,6 +8,7 @@
 #include "products/IProduct.h"
 
 #include <map>
+#include <utility>
 #include <vector>
 
 // Reads the keys of the products once, in its constructor, so that the time for all disablers grows only
@@ -18,12 +19,12 @@ public:
     CProductsByKey(const IProduct::List& products);  // NOLINT(google-explicit-constructor)
 
     const IProduct::List& GetAll() const { return products_; }
-    // The first installed product for each key, in the order of the list. Products with the same key have the
-    // same installed versions, unless one is gallery content: a list must not give it a product's key.
+    // The first installed product and the first installed gallery content for each key, in the order of the
+    // list. Others with the same key have the same installed versions.
     IProduct::List WithKeys(const std::vector<CAtlString>& keys) const;
 
 private:
     IProduct::List products_;
-    // Places in products_.
-    std::map<CAtlString, std::size_t> places_;
+    // Places in products_, by key and IProduct::OpensPage, which is false for gallery content alone.
+    std::map<std::pair<CAtlString, bool>, std::size_t> places_;
 };

@@ -53,9 +53,6 @@ public:
     // Texts of the columns "Installed version" and "Latest version".
     virtual CAtlString GetInstalledVersion(unsigned item) const = 0;
     virtual CAtlString GetLatestVersion(unsigned item) const = 0;
-    // The same for machines, independent of the user's locale.
-    virtual CAtlString GetPlainInstalledVersion(unsigned item) const { return GetInstalledVersion(item); }
-    virtual CAtlString GetPlainLatestVersion(unsigned item) const { return GetLatestVersion(item); }
     // The item's row in the table. Negative for a notice without one; else without meaning before SetRow.
     virtual void SetRow(unsigned item, int row) = 0;
     virtual int GetRow(unsigned item) const = 0;
@@ -80,6 +77,9 @@ public:
     virtual bool OpensPage() const { return true; }
     // The page that RunAction opens; empty when it opens no page.
     virtual CAtlString GetPage(unsigned /*item*/) const { return {}; }
+    // The versions for machines, independent of the user's locale.
+    virtual CAtlString GetPlainInstalledVersion(unsigned item) const { return GetInstalledVersion(item); }
+    virtual CAtlString GetPlainLatestVersion(unsigned item) const { return GetLatestVersion(item); }
 
     // Fetches for the checks; the controller sets it before each of them.
     void SetDownloader(const boost::shared_ptr<IDownloader>& downloader) { downloader_ = downloader; }

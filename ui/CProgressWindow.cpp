@@ -30,6 +30,7 @@ QString SizeText(int bytes) {
 CProgressWindow::CProgressWindow(const boost::function<void()>& cancel) : cancel_(cancel) {
     connect(&appear_, &QTimer::timeout, this, &CProgressWindow::Appear);
     appear_.setSingleShot(true);
+    appear_.setTimerType(Qt::PreciseTimer);
 }
 
 void CProgressWindow::Build() {

@@ -62,6 +62,8 @@ MainWindow::MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidg
     });
     AddRowMenu();
     busyTimer_.setSingleShot(true);
+    // Others may come 5 % early.
+    busyTimer_.setTimerType(Qt::PreciseTimer);
     busyTimer_.setInterval(BUSY_AFTER);
 }
 

@@ -34,7 +34,7 @@ bool CProcessStarter::RunAndWait(const QString& program, const QStringList& argu
         if (error == QProcess::FailedToStart)
             answer(false);
     });
-    QTimer::singleShot(limitMs, &wait, [&] { answer(false); });
+    QTimer::singleShot(limitMs, Qt::PreciseTimer, &wait, [&] { answer(false); });
     process.start(program, arguments);
     if (!hasEnded) {
         waits_.push_back(&wait);

@@ -28,6 +28,8 @@ public:
     // The value of the environment variable DISPLAY.
     std::string Name() const { return ":" + std::to_string(std::stoi(server_.Output())); }
 
+    void End() { server_.Signal(SIGKILL); }
+
     // Waits for the newest visible window of the process with this title; throws when it does not come.
     Window WaitFor(qint64 process, const std::string& title) const {
         std::string found;

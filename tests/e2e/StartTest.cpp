@@ -69,6 +69,9 @@ TEST_F(StartTest, WithoutADisplayItSaysWhatNeedsNone) {
     }
     program_ = machine_.Start(":63", {"-silent"});
     EXPECT_EQ(program_->ExitCode(), 0) << program_->Errors();
+    Open();
+    desktop_.End();
+    EXPECT_EQ(program_->ExitCode(), 0) << "it loses its display";
 }
 
 TEST_F(StartTest, SilentWithNothingNewAndNobodyWhoReadsItsOutputItNotesTheDayAndAsksNoMore) {

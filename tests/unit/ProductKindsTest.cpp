@@ -226,6 +226,15 @@ TEST_F(Gallery, ComparesItsCategoriesWithThePublishedOnes) {
     }
 }
 
+TEST_F(Gallery, IsFoundByAKeyThatAProductHasToo) {
+    Install("{G}.xml", "1.0.0.0");
+    const IProduct::List all = {Find("a 1", "a 2"), Make("<Product Name='p' BaseXml='{G}'/>"),
+                                Make("<Product Name='q' BaseXml='{G}'/>")};
+    for (const Product& each : all)
+        each->FindInstalled();
+    EXPECT_EQ(CProductsByKey(all).WithKeys({"{G}"}), IProduct::List({all[0], all[1]}));
+}
+
 TEST_F(Gallery, StartsItsToolOnItsContentWhileItCan) {
     const Product product = Find("a 1", "a 2");
     EXPECT_FALSE(product->CheckForUpdates() || product->HasAction(0)) << "no downloader";
