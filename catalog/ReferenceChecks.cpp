@@ -140,13 +140,26 @@ void CheckElsewhere(const CCatalog& catalog, CFindings& findings) {
     }
 }
 
-// A server that runs as another user cannot read such a file.
+// A server that runs as another user cannot read such a file, or files in such a folder.
 void CheckPermissions(const CCatalog& catalog, CFindings& findings) {
-    for (const auto& file : catalog.GetFiles())
-        if ((catalog.PublishedAt(*file) || file->GetKind() >= FileKind::SIGNATURE) &&
-            !QFile::permissions(file->GetPath()).testFlag(QFile::ReadOther))
+    std::optional<QString> top;
+    if (catalog.GetSite())
+        top = catalog.GetSite()->GetFolder();
+    std::set<QString> folders;
+    for (const auto& file : catalog.GetFiles()) {
+        if (!catalog.PublishedAt(*file) && file->GetKind() < FileKind::SIGNATURE)
+            continue;
+        QString folder = file->GetFolder();
+        while (top && (folder + u'/').startsWith(*top + u'/') && folders.insert(folder).second)
+            folder = folder.section(u'/', 0, -2);
+        if (!QFile::permissions(file->GetPath()).testFlag(QFile::ReadOther))
             findings.Add(file->GetPath(), 0, Code::PRIVATE_FILE,
                          "not everybody may read this file, as a web server may have to");
+    }
+    for (const QString& folder : folders)
+        if (!QFile::permissions(folder).testFlag(QFile::ExeOther))
+            findings.Add(folder, 0, Code::PRIVATE_FILE,
+                         "not everybody may enter this folder, as a web server may have to");
 }
 
 }  // namespace

@@ -148,6 +148,8 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
     EXPECT_EQ(Count(Check(), "", "no-installer") + Count(Check(), "", "not-startable"), 0);
     std::filesystem::permissions(shared_.Path("site/program/installer"), std::filesystem::perms::owner_all);
     EXPECT_EQ(Count(Check(), "site/program/installer:1: note", "private-file"), 1);
+    std::filesystem::permissions(shared_.Path("site"), std::filesystem::perms::owner_all);
+    EXPECT_EQ(Count(Check(), "site:1: note", "private-file"), 1);
     const auto preview = [this](const char* version) {
         return CPreview(CCatalog(shared_.Root().c_str(), {}), {{CPreview::OwnKey(), version}}).ToText();
     };
