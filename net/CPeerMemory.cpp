@@ -54,5 +54,7 @@ void CPeerMemory::EndCheck() {
         peer.silence.Empty();
         peer.hasAnswered = false;
         peer.noTicket.Empty();
+        // The ticket may have ended: one request goes first again.
+        peer.isOpen = peer.isOpen && !peer.offersNegotiate;
     }
 }

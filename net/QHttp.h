@@ -38,7 +38,7 @@ public:
         NETWORK,          // the connection failed or broke off, or the answer was broken or too large
         UNREACHABLE,      // no address took the connection, and to find that out took SLOW_MS
         TOO_LATE,         // the answer passed one of the bounds of time
-        NO_TICKET,        // nothing was sent, for want of a ticket to show the proxy
+        NO_TICKET,        // there is no ticket to show the proxy
         ASKED_TOO_OFTEN,  // the proxy keeps asking for credentials
         NOT_WRITTEN,      // the device did not take the body
         CANCELLED,

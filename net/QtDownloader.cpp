@@ -92,7 +92,9 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
     for (int attempts = 1; IsChallenged() && attempts < QHttp::MAX_CHALLENGES && MayBeAskedAgain();
          ++attempts) {
         NoteChallenge();
-        if (!Memory().Of(proxy_).TakesTicket() && !HasCredentialsToTry() && !AskForCredentials()) {
+        // Without an answer nothing was sent, for want of a ticket, and the proxy may want nothing now.
+        const bool isAsked = status_ != 0;
+        if (isAsked && !HasCredentialsToTry() && !Memory().Of(proxy_).TakesTicket() && !AskForCredentials()) {
             record_.culprit = Culprit::PROXY;
             return IsCancelled() ? Judge(file) : RESULT_ABORTED;
         }
@@ -105,10 +107,9 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
 }
 
 void QtDownloader::Attempt(const QUrl& address, QFile& file) {
-    // The ticket costs the user nothing: it goes first.
-    isTicketShown_ = Memory().Of(proxy_).TakesTicket();
-    areSent_ = !isTicketShown_ && HasCredentialsToTry();
+    areSent_ = HasCredentialsToTry();
     areTried_ = areTried_ || areSent_;
+    isTicketShown_ = !areSent_ && Memory().Of(proxy_).TakesTicket();
     Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()), WayToLogIn());
     Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
     CreateAnew(file);
@@ -156,7 +157,7 @@ void QtDownloader::NoteChallenge() {
     const ProxyScheme scheme = Http().header().proxyScheme();
     Memory().Update(proxy_, [&](Peer& proxy) {
         proxy.isOpen = false;
-        proxy.hasAnswered = true;
+        proxy.hasAnswered = proxy.hasAnswered || status_ != 0;
         if (isTicketShown_) {
             const QString error = Http().errorString();
             proxy.noTicket = CAtlString(error.isEmpty() ? QHttp::NoTicket() : error);

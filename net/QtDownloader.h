@@ -14,10 +14,10 @@ class QUrl;
 // credentials, up to QHttp::MAX_CHALLENGES attempts in all. RESULT_OK for a status up to 200 and a whole body
 // that is not empty. A failure leaves no file or an empty one. The transfer does not follow redirections.
 //
-// The first request to a proxy goes without credentials, and its challenge decides how to send them. Where it
-// takes a ticket of Kerberos, the user's goes first, once in a check unless the proxy accepts it. When a
-// proxy has refused credentials, it gets them again only as the answer to a question. A host or proxy that
-// was silent once in a check is not asked again in that check.
+// The first request to a proxy goes without credentials, and its challenge decides how to send those in hand.
+// Without any, the user's ticket of Kerberos goes where the proxy takes it, and once in a check unless it is
+// accepted. When a proxy has refused credentials, it gets them again only as the answer to a question. A host
+// or proxy that was silent once in a check is not asked again in that check.
 class QtDownloader : public QtDownloaderBase {
     Q_OBJECT
 

@@ -4,6 +4,7 @@
 #include "ui/CCheckOutcome.h"
 
 #include "ui/MessageBoxes.h"
+#include "ui/PlainText.h"
 
 #include <QLocale>
 #include <QStringList>
@@ -101,6 +102,9 @@ QString CCheckOutcome::FailureSummary(const IProduct::List& failed, int checkabl
     const IProduct& last = *failed.back();
     const auto count = static_cast<int>(failed.size());
     QString what = last.GetName();
+    // Hebrew letters would take the numbers of the host along.
+    if (what.isRightToLeft())
+        what = Isolated(what);
     if (count > 1)
         what = count == checkable ? tr("Nothing could be checked")
                                   : tr("%1 products could not be checked").arg(count);

@@ -12,6 +12,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/PlainText.h"
+
 namespace {
 
 // So wide that most texts take one line, and that the window keeps its size while the numbers grow.
@@ -19,10 +21,8 @@ constexpr int TEXT_WIDTH_IN_CHARACTERS = 60;
 // The delay while a modal dialog is open, in milliseconds.
 constexpr int LOOK_AGAIN_AFTER = 100;
 
-// Isolates (U+2068, U+2069) keep number and unit in order within a right-to-left sentence.
 QString SizeText(int bytes) {
-    const QString size = QLocale::system().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
-    return QChar(0x2068) + size + QChar(0x2069);
+    return Isolated(QLocale::system().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat));
 }
 
 }  // namespace

@@ -1,13 +1,19 @@
 // SPDX-FileCopyrightText: VARDO Technologies
 // SPDX-License-Identifier: LicenseRef-VARDO
 
-// Keeps tool tips and the small print of message boxes from carrying out markup in plain text.
+// Shows texts of others as they are, in texts of the program.
 #pragma once
 
 #include <QString>
 #include <QTextDocument>
 
-// HTML that shows the text as it is; empty for an empty text.
+// HTML that shows the text without carrying out markup in it; empty for an empty text.
 inline QString AsHtml(const QString& text) {
     return text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+}
+
+// The text, isolated (U+2068, U+2069): its letters from right to left, or a number and its unit, keep their
+// order and that of the text around it.
+inline QString Isolated(const QString& text) {
+    return QChar(0x2068) + text + QChar(0x2069);
 }

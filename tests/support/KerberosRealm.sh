@@ -18,8 +18,9 @@ sed "s|@FOLDER@|$1|; s|@PORT@|$2|" "$(dirname "$0")/krb5.conf" >"$KRB5_CONFIG"
     # A proxy that gives up root's rights reads it.
     chmod 755 "$1"
     chmod 644 "$1/keytab"
-    krb5kdc -n &
-    until kinit -c "$1/ticket" someone <<<word; do sleep 0.05; done
 } >&2
-echo ready
-wait
+(
+    until kinit -c "$1/ticket" someone <<<word >&2; do sleep 0.05; done
+    echo ready
+) &
+exec krb5kdc -n >&2

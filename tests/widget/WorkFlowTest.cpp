@@ -122,6 +122,7 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
     AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
     Install();
     const std::string before = StoredSettings();
+    bool raised = false;
     Run({"-overrideproxy", "-proxy", "given.example"}, [&](QWidget& window) {
         auto* days = window.findChild<QSpinBox*>("spinBox");
         EXPECT_EQ(days->value(), 7);
@@ -140,9 +141,10 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
         EXPECT_EQ(StoredSettings(), before) << "nothing is written while the window is open";
         window.setGeometry(40, 50, 700, 450);
         QObject::connect(qobject_cast<QDialog*>(&window), &QDialog::finished,
-                         [&] { environment_->onToday = [] { std::raise(SIGTERM); }; });
+                         [&] { environment_->onToday = [&] { raised = std::raise(SIGTERM) == 0; }; });
     });
     environment_->onToday = {};
+    EXPECT_TRUE(raised);
     EXPECT_EQ(latest_, QStringList("2.0.0.0"));
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=60 LastChecked=" + std::to_string(Today()));
     EXPECT_EQ(QSettings(QSettings::SystemScope, "VARDO Technologies")
