@@ -140,18 +140,20 @@ void CheckElsewhere(const CCatalog& catalog, CFindings& findings) {
     }
 }
 
+// Adds a folder and those above it, up to the site's own.
+void AddFolders(const CSite& site, QString folder, std::set<QString>& folders) {
+    while ((folder + u'/').startsWith(site.GetFolder() + u'/') && folders.insert(folder).second)
+        folder = folder.section(u'/', 0, -2);
+}
+
 // A server that runs as another user cannot read such a file, or files in such a folder.
 void CheckPermissions(const CCatalog& catalog, CFindings& findings) {
-    std::optional<QString> top;
-    if (catalog.GetSite())
-        top = catalog.GetSite()->GetFolder();
     std::set<QString> folders;
     for (const auto& file : catalog.GetFiles()) {
         if (!catalog.PublishedAt(*file) && file->GetKind() < FileKind::SIGNATURE)
             continue;
-        QString folder = file->GetFolder();
-        while (top && (folder + u'/').startsWith(*top + u'/') && folders.insert(folder).second)
-            folder = folder.section(u'/', 0, -2);
+        if (const auto& site = catalog.GetSite())
+            AddFolders(*site, file->GetFolder(), folders);
         if (!QFile::permissions(file->GetPath()).testFlag(QFile::ReadOther))
             findings.Add(file->GetPath(), 0, Code::PRIVATE_FILE,
                          "not everybody may read this file, as a web server may have to");
