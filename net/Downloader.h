@@ -15,7 +15,7 @@
 // GUI thread only: transfers have threads of their own, and their questions for credentials come to the GUI
 // thread while Download waits.
 //
-// FetchAhead starts the announced transfers, up to LIMIT at once, over connections that last. Through a proxy
+// FetchAhead starts the announced transfers, up to MOST_AT_ONCE, over connections that last. Through a proxy
 // they start after it has let one request pass, so that only one question for credentials comes at a time. A
 // host or proxy that was silent is not asked again until FetchAhead gets an empty list.
 class Downloader : public IDownloader, public ConnectionInfo {
@@ -23,7 +23,7 @@ public:
     // The beginning of the names of fetched files.
     static constexpr const wchar_t* BASE_NAME = CVardoDirectoryPath::BASE_NAME;
     // The most transfers that run at a time.
-    static constexpr std::size_t LIMIT = 6;
+    static constexpr std::size_t MOST_AT_ONCE = 6;
     // Older fetched files are no longer needed.
     static constexpr std::chrono::hours LONGEST_USE{7 * 24};
 
@@ -66,7 +66,7 @@ private:
     CAtlString baseName_;
     TransferCallback transferEnded_;
     boost::shared_ptr<ProxyHandlerBase> proxyHandler_;
-    boost::shared_ptr<CTransferThreads> threads_ = boost::make_shared<CTransferThreads>(LIMIT);
+    boost::shared_ptr<CTransferThreads> threads_ = boost::make_shared<CTransferThreads>(MOST_AT_ONCE);
     CFetchAhead ahead_;
     // Cancel ended the current download.
     bool isCancelled_ = false;

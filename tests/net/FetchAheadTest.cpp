@@ -23,7 +23,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int LIMIT = static_cast<int>(Downloader::LIMIT);
+constexpr int MOST_AT_ONCE = static_cast<int>(Downloader::MOST_AT_ONCE);
 
 class FetchAhead : public testing::Test {
 public:
@@ -88,9 +88,9 @@ TEST_F(FetchAhead, HandsOutEachFileInItsTurnAndAsksOnceForEach) {
     EXPECT_EQ(TakeAll(urls), contents);
     EXPECT_THAT(server_.Targets(), UnorderedElementsAreArray(targets));
     EXPECT_GT(server_.MostAtOnce(), 1);
-    EXPECT_EQ(server_.Connections(), LIMIT);
+    EXPECT_EQ(server_.Connections(), MOST_AT_ONCE);
     TakeAll(urls);
-    EXPECT_EQ(server_.Connections(), 2 * LIMIT) << "closed in between";
+    EXPECT_EQ(server_.Connections(), 2 * MOST_AT_ONCE) << "closed in between";
 }
 
 TEST_F(FetchAhead, GoesOnWhileOneAnswerIsLateUntilEnoughLiesReady) {
@@ -100,11 +100,11 @@ TEST_F(FetchAhead, GoesOnWhileOneAnswerIsLateUntilEnoughLiesReady) {
     EXPECT_EQ(Take(urls[0]), "late");
     EXPECT_GE(server_.RequestCount(), CFetchAhead::MOST_AHEAD);
     EXPECT_LE(server_.RequestCount(), 1 + CFetchAhead::MOST_AHEAD);
-    EXPECT_LE(server_.MostAtOnce(), LIMIT);
+    EXPECT_LE(server_.MostAtOnce(), MOST_AT_ONCE);
 }
 
 TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
-    const std::vector<CAtlString> urls = Serve(LIMIT, 1ms);
+    const std::vector<CAtlString> urls = Serve(MOST_AT_ONCE, 1ms);
     downloader_->FetchAhead(urls);
     const CVardoFilePath first(downloader_->Download(urls[0]));
     EXPECT_EQ(first.GetFileName(), CAtlString(L"NBKTemp.xml")) << "as any other fetch names it";
@@ -123,7 +123,7 @@ TEST_F(FetchAhead, ForgetsWhatWasPassedOverAndWhatNobodyTook) {
 TEST_F(FetchAhead, CancelEndsTheFetchInHandAndWhatIsAheadOfIt) {
     const CAtlString silent(server_.Address("/silent.xml"));
     const std::vector<CAtlString> passes[] = {
-        {}, {silent}, std::vector<CAtlString>(std::size_t{2} * LIMIT, silent)};
+        {}, {silent}, std::vector<CAtlString>(std::size_t{2} * MOST_AT_ONCE, silent)};
     downloader_->SetFailureCallback([](const QString& text) { ADD_FAILURE() << text.toStdString(); });
     for (const std::vector<CAtlString>& announced : passes) {
         server_.Serve("/silent.xml", LoopbackAnswer::Silence());
@@ -156,7 +156,7 @@ TEST_F(FetchAhead, WaitsOncePerCheckForAServerThatIsSilent) {
         EXPECT_THAT(TakeAll(urls), testing::Each("-"));
         EXPECT_GE(timer.elapsed(), 290);
         EXPECT_LT(timer.elapsed(), 2000);
-        EXPECT_EQ(server_.RequestCount() - before, isThroughProxy ? 1U : LIMIT);
+        EXPECT_EQ(server_.RequestCount() - before, isThroughProxy ? 1U : MOST_AT_ONCE);
         EXPECT_EQ(told.count(told.value(0)), 500);
         told.clear();
     }
@@ -206,7 +206,7 @@ TEST_F(FetchAheadThroughProxy, LetsOneRequestGoFirst) {
     EXPECT_THAT(requestsBeforeQuestion_, ElementsAre(1U));
     EXPECT_EQ(server_.RequestCount(), urls.size() + 1);
     EXPECT_GT(server_.MostAtOnce(), 1) << "after the first";
-    EXPECT_LE(server_.Connections(), LIMIT);
+    EXPECT_LE(server_.Connections(), MOST_AT_ONCE);
 }
 
 TEST_F(FetchAheadThroughProxy, TriesANewPasswordOnce) {
