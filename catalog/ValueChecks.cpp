@@ -64,7 +64,7 @@ void CheckDate(const Place& place, const QString& name, const CAtlString& text, 
 
 bool CanBeFetched(const QString& text) {
     const QUrl address(text);
-    return QtDownloader::CanFetch(address) && address.isValid() && !address.host().isEmpty();
+    return QtDownloader::CanFetch(address) && !address.host().isEmpty();
 }
 
 void CheckValue(const Place& place, const XmlAttributeRule& rule, const CAtlString& text,

@@ -4,19 +4,17 @@
 #include "i18n/CStringsReader.h"
 
 #include <QStringView>
+#include <QtEndian>
 
 namespace {
 
 QString DecodeUnits(std::string_view bytes) {
-    const bool bigEndian = bytes.size() % 2 == 0 && bytes.starts_with("\xFE\xFF");
-    const size_t high = bigEndian ? 0 : 1;
+    const bool isBigEndian = bytes.size() % 2 == 0 && bytes.starts_with("\xFE\xFF");
     QString text;
     text.reserve(static_cast<qsizetype>(bytes.size() / 2));
-    for (size_t i = 2; i + 1 < bytes.size(); i += 2) {
-        const auto highByte = static_cast<unsigned char>(bytes[i + high]);
-        const auto lowByte = static_cast<unsigned char>(bytes[i + 1 - high]);
-        text.append(QChar(static_cast<char16_t>(highByte << 8 | lowByte)));
-    }
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2)
+        text += QChar(isBigEndian ? qFromBigEndian<quint16>(bytes.data() + i)
+                                  : qFromLittleEndian<quint16>(bytes.data() + i));
     return text;
 }
 

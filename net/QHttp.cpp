@@ -5,7 +5,6 @@
 
 #include <QFutureWatcher>
 #include <QIODevice>
-#include <QNetworkRequest>
 #include <QRandomGenerator>
 #include <algorithm>
 #include <limits>
@@ -29,14 +28,12 @@ QByteArray TargetOf(const QUrl& url, bool isForProxy) {
     return isForProxy ? url.toEncoded() : url.path(QUrl::FullyEncoded).toLatin1();
 }
 
-// RFC 9112, 3.
-QByteArray RequestText(const QNetworkRequest& request, bool isForProxy) {
-    const QUrl url = request.url();
-    QByteArray text = "GET " + TargetOf(url, isForProxy) +
-                      " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1() + "\r\n";
-    for (const QByteArray& name : request.rawHeaderList())
-        text += name + ": " + request.rawHeader(name) + "\r\n";
-    return text + "\r\n";
+// RFC 9112, 3. Some servers refuse requests without a User-Agent. Logs in at a proxy unless login is empty.
+QByteArray RequestText(const QUrl& url, bool isForProxy, const QByteArray& login) {
+    return "GET " + TargetOf(url, isForProxy) +
+           " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1() +
+           "\r\nUser-Agent: Mozilla/5.0\r\nAccept-Encoding: identity\r\n" +
+           (login.isEmpty() ? QByteArray() : "Proxy-Authorization: " + login + "\r\n") + "\r\n";
 }
 
 // A full disk takes a part of the bytes first, and tells its error at the rest.
@@ -77,91 +74,84 @@ void QHttp::get(const QString& path, QIODevice* to, CWakingFlag& cancelled) {
     sinceProgress_.start();
     next_.setRemainingTime(bounds_.connect);
     end_.setRemainingTime(bounds_.wholeTime);
+    url_.setPath(path.isEmpty() ? QString("/") : path, QUrl::TolerantMode);
     if (!to_->isOpen())
         SetError(Error::NOT_WRITTEN, to_->errorString());
     else if (scheme_ == ProxyScheme::NEGOTIATE)
-        FetchWithTicket(MakeRequest(path));
+        FetchWithTicket();
     else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::NTLM)
-        FetchWithNtlm(MakeRequest(path));
+        FetchWithNtlm();
     else if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::DIGEST)
-        FetchWithDigest(MakeRequest(path));
+        FetchWithDigest();
     else
-        FetchBySocket(MakeRequest(path));
+        FetchBySocket(BasicLogin());
     if (received_ > 0)
         ReportProgress();
 }
 
-QNetworkRequest QHttp::MakeRequest(const QString& path) const {
-    QUrl url;
-    url.setScheme("http");
-    url.setHost(host_);
-    url.setPort(port_ == DEFAULT_PORT ? -1 : port_);
-    url.setPath(path.isEmpty() ? QString("/") : path, QUrl::TolerantMode);
-
-    QNetworkRequest request(url);
-    // Some servers refuse requests without this field.
-    request.setHeader(QNetworkRequest::UserAgentHeader, "Mozilla/5.0");
-    request.setRawHeader("Accept-Encoding", "identity");
-    if (!proxy_.user().isEmpty() && scheme_ == ProxyScheme::BASIC)
-        request.setRawHeader("Proxy-Authorization",
-                             "Basic " + (proxy_.user() + u':' + proxy_.password()).toUtf8().toBase64());
-    return request;
+void QHttp::setHost(const QString& host, int port) {
+    url_.setScheme("http");
+    url_.setHost(host);
+    url_.setPort(port == DEFAULT_PORT ? -1 : port);
 }
 
-void QHttp::FetchWithDigest(const QNetworkRequest& request) {
+QByteArray QHttp::BasicLogin() const {
+    const bool isWanted = !proxy_.user().isEmpty() && scheme_ == ProxyScheme::BASIC;
+    const QByteArray credentials = (proxy_.user() + u':' + proxy_.password()).toUtf8();
+    return isWanted ? "Basic " + credentials.toBase64() : QByteArray();
+}
+
+void QHttp::FetchWithDigest() {
     bool isAnswered = false;
     do {
         isAnswered = digest_.has_value();
-        FetchAnswering(request, isAnswered
-                                    ? digest_->Answer(proxy_.user().toUtf8(), proxy_.password().toUtf8(),
-                                                      TargetOf(request.url(), true))
-                                    : QByteArray());
+        FetchAnswering(isAnswered ? digest_->Answer(proxy_.user().toUtf8(), proxy_.password().toUtf8(),
+                                                    TargetOf(url_, true))
+                                  : QByteArray());
     } while (IsChallenged() && (!isAnswered || digest_->IsStale()));
 }
 
-void QHttp::FetchWithTicket(const QNetworkRequest& request) {
-    if (FetchAsLoggedIn(request))
+void QHttp::FetchWithTicket() {
+    if (FetchAsLoggedIn())
         return;
     next_.setRemainingTime(bounds_.connect);
     const auto answer = StartDetached([host = proxy_.hostName()] { return AnswerWithTicket(host); });
     if (WaitFor(answer) && !answer.result().isEmpty())
-        FetchAnswering(request, answer.result());
+        FetchAnswering(answer.result());
     else if (error_ != Error::CANCELLED) {
         error_ = Error::NO_TICKET;
         errorString_ = answer.isFinished() ? NoTicket() : tr("The Kerberos server does not answer");
     }
 }
 
-void QHttp::FetchWithNtlm(const QNetworkRequest& request) {
-    if (FetchAsLoggedIn(request))
+void QHttp::FetchWithNtlm() {
+    if (FetchAsLoggedIn())
         return;
     // The connection may end between the challenge and its answer.
     for (int tries = 0; tries < 2 && error_ == Error::NONE; ++tries) {
-        FetchAnswering(request, CNtlmChallenge::Request());
+        FetchAnswering(CNtlmChallenge::Request());
         if (!IsChallenged() || !ntlm_)
             return;
         const quint64 nonce = QRandomGenerator::system()->generate64();
         const QDateTime now = QDateTime::currentDateTimeUtc();
-        FetchAnswering(request, ntlm_->Answer(proxy_.user(), proxy_.password(), nonce, now), false);
+        FetchAnswering(ntlm_->Answer(proxy_.user(), proxy_.password(), nonce, now), false);
         if (header_.statusCode() != 0)
             return;
     }
     SetError(Error::NETWORK, NoAnswer());
 }
 
-void QHttp::FetchAnswering(QNetworkRequest request, const QByteArray& answer, bool mayOpen) {
+void QHttp::FetchAnswering(const QByteArray& answer, bool mayOpen) {
     header_ = {};
-    if (!answer.isEmpty())
-        request.setRawHeader("Proxy-Authorization", answer);
-    FetchBySocket(request, mayOpen);
+    FetchBySocket(answer, mayOpen);
     if (challenges_ >= MAX_CHALLENGES)
         SetError(Error::ASKED_TOO_OFTEN, {});
 }
 
-bool QHttp::FetchAsLoggedIn(const QNetworkRequest& request) {
+bool QHttp::FetchAsLoggedIn() {
     if (!socket_ || !isPassed_)
         return false;
-    FetchAnswering(request, {});
+    FetchAnswering({});
     return !IsChallenged();
 }
 
@@ -171,12 +161,12 @@ bool QHttp::IsChallenged() const {
     return error_ == Error::NONE && isAsked;
 }
 
-void QHttp::FetchBySocket(const QNetworkRequest& request, bool mayOpen) {
+void QHttp::FetchBySocket(const QByteArray& login, bool mayOpen) {
     const bool isForProxy = proxy_.type() == QNetworkProxy::HttpProxy;
-    const QString host = isForProxy ? proxy_.hostName() : host_;
-    const int port = isForProxy ? proxy_.port() : port_;
+    const QString host = isForProxy ? proxy_.hostName() : url_.host();
+    const int port = isForProxy ? proxy_.port() : url_.port(DEFAULT_PORT);
     const QString peer = host + u':' + QString::number(port);
-    const QByteArray text = RequestText(request, isForProxy);
+    const QByteArray text = RequestText(url_, isForProxy, login);
     // The other side may have closed the kept connection meanwhile.
     const bool isKept = socket_ && peer == peer_ && !rest_.hasExpired(LONGEST_REST.count()) &&
                         !socket_->waitForReadyRead(0) && socket_->state() == QAbstractSocket::ConnectedState;

@@ -14,13 +14,13 @@
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTimer>
+#include <QUrl>
 #include <boost/function.hpp>
 #include <chrono>
 #include <memory>
 
 class CPeerMemory;
 class QIODevice;
-class QNetworkRequest;
 
 // Keeps its connection from one request to the next. It follows no redirects, and has no cache, cookies or
 // compression. It uses the given proxy and ignores the one that the environment may name. Lives on one
@@ -61,10 +61,7 @@ public:
         bounds_ = bounds;
         challenges_ = 0;
     }
-    void setHost(const QString& host, int port) {
-        host_ = host;
-        port_ = port;
-    }
+    void setHost(const QString& host, int port);
     // QNetworkProxy::NoProxy, or an HTTP proxy. User and password, unless empty, are sent at once and
     // readable for BASIC (RFC 7617), and as the answer to a challenge for DIGEST (RFC 7616), both in UTF-8,
     // and for NTLM; NEGOTIATE shows the user's ticket instead.
@@ -107,23 +104,24 @@ private:
     // A connection that rests for longer may be lost without a sign, as behind a router that forgets it.
     static constexpr std::chrono::milliseconds LONGEST_REST{10'000};
 
-    QNetworkRequest MakeRequest(const QString& path) const;
+    // Empty when the proxy gets no password readably.
+    QByteArray BasicLogin() const;
     static QString NoAnswer();
     // The text for an incomplete or too large answer.
     static QString BadAnswer();
     // Shows the proxy the user's ticket.
-    void FetchWithTicket(const QNetworkRequest& request);
+    void FetchWithTicket();
     // Answers the proxy's challenge, and once more whenever the proxy only wants a new nonce used.
-    void FetchWithDigest(const QNetworkRequest& request);
-    void FetchWithNtlm(const QNetworkRequest& request);
+    void FetchWithDigest();
+    void FetchWithNtlm();
     // Fetches over the kept connection if it is logged in, and still is afterwards; otherwise false.
-    bool FetchAsLoggedIn(const QNetworkRequest& request);
+    bool FetchAsLoggedIn();
     // Fetches with an answer to a challenge of the proxy, or with none when it is empty. With mayOpen false,
     // only over the kept connection; without that, or when it ends before an answer, there is no header.
-    void FetchAnswering(QNetworkRequest request, const QByteArray& answer, bool mayOpen = true);
+    void FetchAnswering(const QByteArray& answer, bool mayOpen = true);
     // The proxy wants credentials by the scheme of the request.
     bool IsChallenged() const;
-    void FetchBySocket(const QNetworkRequest& request, bool mayOpen = true);
+    void FetchBySocket(const QByteArray& login, bool mayOpen = true);
     // Connects to a host. Sets the error when that fails, and returns false.
     bool Open(const QString& host, int port);
     // Sends a request and takes the answer; false when the connection ended before the answer's first byte.
@@ -141,8 +139,7 @@ private:
 
     CPeerMemory& memory_;
     TransferBounds bounds_;
-    QString host_;
-    int port_ = 0;
+    QUrl url_;
     QNetworkProxy proxy_;
     QHttpResponseHeader::ProxyScheme scheme_ = QHttpResponseHeader::ProxyScheme::NONE;
     int challenges_ = 0;

@@ -3,7 +3,6 @@
 
 #include "net/QHttpResponseHeader.h"
 
-#include <QSet>
 #include <algorithm>
 
 namespace {
@@ -18,28 +17,25 @@ std::optional<Challenge> FirstKnown(const QList<ProxyChallenge>& challenges) {
 
 }  // namespace
 
+bool QHttpResponseHeader::offers(const QByteArray& scheme) const {
+    return std::any_of(challenges_.begin(), challenges_.end(),
+                       [&](const ProxyChallenge& challenge) { return challenge.scheme == scheme; });
+}
+
 QHttpResponseHeader::ProxyScheme QHttpResponseHeader::proxyScheme() const {
-    if (statusCode_ != PROXY_AUTHENTICATION_REQUIRED)
+    if (statusCode_ != PROXY_AUTHENTICATION_REQUIRED || challenges_.isEmpty())
         return ProxyScheme::NONE;
     if (digest())
         return ProxyScheme::DIGEST;
-    QSet<QByteArray> offered;
-    for (const ProxyChallenge& challenge : challenges_)
-        offered << challenge.scheme;
-    if (offered.isEmpty())
-        return ProxyScheme::NONE;
-    if (offered.contains("ntlm"))
+    if (offers("ntlm"))
         return ProxyScheme::NTLM;
-    if (offered.contains("negotiate"))
+    if (offers("negotiate"))
         return ProxyScheme::NEGOTIATE;
-    const bool isBasic = offered.contains("basic") && !offered.contains("digest");
-    return isBasic ? ProxyScheme::BASIC : ProxyScheme::UNUSABLE;
+    return offers("basic") && !offers("digest") ? ProxyScheme::BASIC : ProxyScheme::UNUSABLE;
 }
 
 bool QHttpResponseHeader::offersNegotiate() const {
-    return statusCode_ == PROXY_AUTHENTICATION_REQUIRED &&
-           std::any_of(challenges_.begin(), challenges_.end(),
-                       [](const ProxyChallenge& challenge) { return challenge.scheme == "negotiate"; });
+    return statusCode_ == PROXY_AUTHENTICATION_REQUIRED && offers("negotiate");
 }
 
 std::optional<CDigestChallenge> QHttpResponseHeader::digest() const {

@@ -52,6 +52,8 @@ public:
     std::optional<CNtlmChallenge> ntlm() const;
 
 private:
+    bool offers(const QByteArray& scheme) const;
+
     int statusCode_ = 0;
     QList<ProxyChallenge> challenges_;
     qint64 contentLength_ = 0;

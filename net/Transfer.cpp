@@ -3,7 +3,7 @@
 
 #include "net/Transfer.h"
 
-#include <QCoreApplication>
+#include <QObject>
 #include <QUrl>
 
 #include "net/QHttpResponseHeader.h"
@@ -23,43 +23,32 @@ bool IsOfEither(int status) {
            status != QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED;
 }
 
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(FailureText)
-
-public:
-    // RFC 9110, 15.
-    static QString OfStatus(int status, bool isThroughProxy) {
-        switch (status) {
-            case 0:
-                return tr("This address cannot be fetched");
-            case QHttpResponseHeader::OK:
-                return tr("The server's answer is empty");
-            case 401:
-            case FORBIDDEN:
-                return tr("The server refuses access (%1)").arg(status);
-            case NOT_FOUND:
-            case GONE:
-                return tr("The server does not have the file (%1)").arg(status);
-            case QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED:
-                return isThroughProxy ? tr("The proxy wants a user name and password")
-                                      : tr("The server asks for a proxy's password (%1)").arg(status);
-            case 301:
-            case 302:
-            case 303:
-            case 307:
-            case 308:
-                return tr("The server sends programs elsewhere (%1)").arg(status);
-            default:
-                return tr("The server cannot answer (%1)").arg(status);
-        }
+// RFC 9110, 15.
+QString StatusText(int status, bool isThroughProxy) {
+    switch (status) {
+        case 0:
+            return QObject::tr("This address cannot be fetched");
+        case QHttpResponseHeader::OK:
+            return QObject::tr("The server's answer is empty");
+        case 401:
+        case FORBIDDEN:
+            return QObject::tr("The server refuses access (%1)").arg(status);
+        case NOT_FOUND:
+        case GONE:
+            return QObject::tr("The server does not have the file (%1)").arg(status);
+        case QHttpResponseHeader::PROXY_AUTHENTICATION_REQUIRED:
+            return isThroughProxy ? QObject::tr("The proxy wants a user name and password")
+                                  : QObject::tr("The server asks for a proxy's password (%1)").arg(status);
+        case 301:
+        case 302:
+        case 303:
+        case 307:
+        case 308:
+            return QObject::tr("The server sends programs elsewhere (%1)").arg(status);
+        default:
+            return QObject::tr("The server cannot answer (%1)").arg(status);
     }
-    static QString NotStored(const QString& error) { return tr("The file cannot be stored: %1").arg(error); }
-    static QString Proxy(const QString& proxy) { return tr("Proxy %1").arg(proxy); }
-    // A proxy that refuses or fails answers as the host would.
-    static QString Either(const QString& host, const QString& proxy) {
-        return tr("%1 or proxy %2").arg(host, proxy);
-    }
-};
+}
 
 }  // namespace
 
@@ -67,12 +56,12 @@ QString FailureText(const TransferRecord& record) {
     const QString proxy = record.proxyHost.ToQString();
     const QString error = record.error.ToQString();
     if (record.culprit == Culprit::COMPUTER)
-        return Texts::NotStored(error);
+        return QObject::tr("The file cannot be stored: %1").arg(error);
     QString host = QUrl(record.url.ToQString()).host();
     if (record.culprit == Culprit::PROXY && !error.isEmpty())
-        host = Texts::Proxy(proxy);
+        host = QObject::tr("Proxy %1").arg(proxy);
     else if (!proxy.isEmpty() && error.isEmpty() && IsOfEither(record.status))
-        host = Texts::Either(host, proxy);
-    const QString reason = error.isEmpty() ? Texts::OfStatus(record.status, !proxy.isEmpty()) : error;
+        host = QObject::tr("%1 or proxy %2").arg(host, proxy);
+    const QString reason = error.isEmpty() ? StatusText(record.status, !proxy.isEmpty()) : error;
     return host.isEmpty() ? reason : host + ": " + reason;
 }

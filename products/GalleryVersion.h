@@ -68,8 +68,6 @@ public:
     bool ReadInstalledCategories(const CVardoFilePath& file);
     // Reads the bytes of a list of published categories; true when it names an installed one.
     bool ReadPublishedCategories(const CAtlStringA& bytes);
-    // Why what was read last counts, or does not.
-    Verdict GetVerdict() const { return verdict_; }
     // Reads a version text as a date; invalid when the text is not a date.
     static QDate ReadDate(const CAtlString& version);
 

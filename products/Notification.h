@@ -55,8 +55,6 @@ public:
     bool ReadDescription(const CVardoFilePath& file);
     // Reads a message's bytes; true when it has all that a row needs.
     bool ReadMessage(const CAtlStringA& bytes);
-    // Why what was read last counts, or does not.
-    Verdict GetVerdict() const { return verdict_; }
     // The codes under which the text for a language is looked for, in that order.
     static QStringList TextCodes(const QString& languageCode);
     // Reads a message's date; invalid when the text is not a date.

@@ -6,6 +6,7 @@
 #include "catalog/Checks.h"
 #include "catalog/OfferBorders.h"
 #include "platform/text/PrintableText.h"
+#include "products/CExplanation.h"
 #include "products/CFetchedFile.h"
 #include "products/DescriptionFormat.h"
 #include "products/Notification.h"
@@ -22,14 +23,6 @@ namespace {
 
 QString Text(const CVersionString& version) {
     return version.GetString().ToQString();
-}
-
-QString Refusal(Verdict verdict) {
-    if (verdict == Verdict::SIGNATURE_OVER)
-        return "the last day of its signature is over";
-    if (verdict == Verdict::SIGNED_ELSEWHERE)
-        return "it is signed for another address";
-    return "it has no good signature";
 }
 
 // Takes bytes that the seal does not refuse.
@@ -127,7 +120,7 @@ void CPreview::AddBlock(Block block, const CCatalogFile& local, const CProductVe
     else
         AddRows(block, reader, product, local, *remote);
     if (block.nobody.isEmpty() && verdict != Verdict::COUNTS)
-        block.refusal = Refusal(verdict);
+        block.refusal = VerdictText(verdict);
     if (block.nobody.isEmpty())
         block.signature =
             block.refusal.isEmpty() ? SignatureOf(bytes, folder) : "refused as it is now: " + block.refusal;

@@ -4,6 +4,7 @@
 #include "publish/FolderProgram.h"
 
 #include "catalog/ValueChecks.h"
+#include "platform/text/PrintableText.h"
 #include "products/CUpdateXmlReader.h"
 
 #include <QDir>
@@ -24,17 +25,24 @@ QString Within(const QString& folder, const QString& inner) {
 
 }  // namespace
 
-FolderArguments ReadFolder(const QStringList& folders, const QString& site) {
-    if (folders.size() != 1)
-        return {.problem = "there must be one folder"};
-    const QString& folder = folders.front();
-    if (const QFileInfo info(folder); !info.isDir() || !info.isReadable())
-        return {.problem = QString("\"%1\" is no folder that can be read").arg(folder)};
+QList<QCommandLineOption> FolderOptions() {
+    return {{"site", {}, "ADDRESS"}, {{"h", "help"}, {}}, {"version", {}}};
+}
+
+FolderArguments TakeFolder(const QCommandLineParser& parser, const QStringList& folders) {
+    FolderArguments arguments{.isHelp = parser.isSet("help"), .isVersion = parser.isSet("version")};
+    arguments.folder = folders.value(0);
+    const QString& folder = arguments.folder;
+    const QString site = parser.value("site");
     const qsizetype sign = site.indexOf(u'=');
-    FolderArguments arguments{.folder = folder,
-                              .siteAddress = site.left(sign),
-                              .siteFolder = sign < 0 ? folder : Within(folder, site.mid(sign + 1))};
-    if (!site.isEmpty() && !CanBeFetched(arguments.siteAddress))
+    arguments.siteAddress = site.left(sign);
+    arguments.siteFolder = sign < 0 ? folder : Within(folder, site.mid(sign + 1));
+    const QFileInfo info(folder);
+    if (folders.size() != 1)
+        arguments.problem = "there must be one folder";
+    else if (!info.isDir() || !info.isReadable())
+        arguments.problem = QString("\"%1\" is no folder that can be read").arg(folder);
+    else if (!site.isEmpty() && !CanBeFetched(arguments.siteAddress))
         arguments.problem = "--site takes an address with \"http://\" and a host";
     else if (arguments.siteFolder.isEmpty())
         arguments.problem = QString("\"%1\" is no folder in \"%2\"").arg(site.mid(sign + 1), folder);
@@ -46,23 +54,25 @@ int RefuseUsage(const ProgramTexts& texts, const QString& problem, std::ostream&
     return EXIT_WRONG_USAGE;
 }
 
-int RunProgram(const ProgramTexts& texts, const CommonOptions& options, const boost::function<int()>& work,
-               std::ostream& out, std::ostream& err) {
+int Fail(const ProgramTexts& texts, const QString& problem, std::ostream& err) {
+    err << texts.name << ": " << Printable(problem).toStdString() << '\n';
+    return EXIT_ERRORS;
+}
+
+int RunProgram(const ProgramTexts& texts, const FolderArguments& arguments,
+               const boost::function<int()>& work, std::ostream& out, std::ostream& err) {
     int status = EXIT_CLEAN;
-    if (options.isHelp)
+    if (arguments.isHelp)
         out << texts.usage << texts.help;
-    else if (options.isVersion)
+    else if (arguments.isVersion)
         out << texts.name << ' ' << VARDO_VERSION << '\n';
-    else if (!options.problem.isEmpty())
-        return RefuseUsage(texts, options.problem, err);
+    else if (!arguments.problem.isEmpty())
+        return RefuseUsage(texts, arguments.problem, err);
     else {
         if (CUpdateXmlReader::IsTestMode())
             err << texts.name << ": because of " << CUpdateXmlReader::TEST_MARKER.ToQString().toStdString()
                 << ", TestProduct is read in place of Product\n";
         status = work();
     }
-    if (out.flush())
-        return status;
-    err << texts.name << ": the output could not be written\n";
-    return EXIT_ERRORS;
+    return out.flush() ? status : Fail(texts, "the output could not be written", err);
 }

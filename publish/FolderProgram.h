@@ -4,6 +4,9 @@
 // What the programs that take a folder of published files have in common.
 #pragma once
 
+#include "catalog/CCatalog.h"
+
+#include <QCommandLineParser>
 #include <QString>
 #include <QStringList>
 #include <boost/function.hpp>
@@ -18,19 +21,26 @@ enum {
     EXIT_WRONG_USAGE = 64,
 };
 
-// The folder that is worked on, and what of it is published where.
+// What the command line of every such program says.
 struct FolderArguments {
+    bool isHelp = false;
+    bool isVersion = false;
+    // The folder that is worked on.
     QString folder{};
-    // Empty when the product lists in the folder are to say.
+    // Where the site is published; empty when the product lists in the folder are to say.
     QString siteAddress{};
     // Below the folder, or the same.
     QString siteFolder{};
-    // Why the arguments make no sense; empty when they do.
+    // Why the arguments make no sense; empty when they do, or do not matter.
     QString problem{};
+
+    CCatalog Read() const { return CCatalog(folder, siteAddress, siteFolder); }
 };
 
-// Takes a folder, and a site as the option --site has it: empty, "ADDRESS" or "ADDRESS=FOLDER".
-FolderArguments ReadFolder(const QStringList& folders, const QString& site);
+// The options of every such program: --site takes "ADDRESS" or "ADDRESS=FOLDER".
+QList<QCommandLineOption> FolderOptions();
+// Takes these options, and the one folder that is left among the arguments.
+FolderArguments TakeFolder(const QCommandLineParser& parser, const QStringList& folders);
 
 // What such a program says of itself.
 struct ProgramTexts {
@@ -39,21 +49,16 @@ struct ProgramTexts {
     const char* help;
 };
 
-// What every such program may be asked for.
-struct CommonOptions {
-    bool isHelp = false;
-    bool isVersion = false;
-    // Why the arguments make no sense; empty when they do, or do not matter.
-    QString problem{};
-};
-
 // Says on err what is wrong with the arguments, and how to use the program. Returns the exit status.
 int RefuseUsage(const ProgramTexts& texts, const QString& problem, std::ostream& err);
 
-// Does what the options ask for, or else the work, which gives the exit status. EXIT_ERRORS, with a word on
+// Says on err why the program fails. Returns EXIT_ERRORS.
+int Fail(const ProgramTexts& texts, const QString& problem, std::ostream& err);
+
+// Does what the arguments ask for, or else the work, which gives the exit status. EXIT_ERRORS, with a word on
 // err, when out could not be written. Says on err when the work reads in test mode (see CUpdateXmlReader).
-int RunProgram(const ProgramTexts& texts, const CommonOptions& options, const boost::function<int()>& work,
-               std::ostream& out, std::ostream& err);
+int RunProgram(const ProgramTexts& texts, const FolderArguments& arguments,
+               const boost::function<int()>& work, std::ostream& out, std::ostream& err);
 
 // Checks the folder that the arguments name (the first one is the program's own name) and writes the findings
 // to out, as lines or as JSON, and what goes wrong otherwise to err; both as UTF-8. Needs a QCoreApplication.

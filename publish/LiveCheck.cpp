@@ -49,12 +49,6 @@ std::vector<QString> XmlFiles(const CCatalog& catalog) {
     return paths;
 }
 
-QString Reason(const TransferRecord& record) {
-    const bool isRedirected = record.status / 100 == 3;
-    return FailureText(record) +
-           (isRedirected ? QString("; it redirects, and programs do not follow") : QString());
-}
-
 }  // namespace
 
 CFindings CheckLive(const CCatalog& catalog, const QString& address, Downloader& downloader) {
@@ -77,7 +71,7 @@ CFindings CheckLive(const CCatalog& catalog, const QString& address, Downloader&
         const QString asked = addressOf(path).ToQString();
         if (file.IsEmpty())
             findings.Add(path, 0, Code::NOT_SERVED,
-                         QString("\"%1\" cannot be fetched: %2").arg(asked, Reason(last)));
+                         QString("\"%1\" cannot be fetched: %2").arg(asked, FailureText(last)));
         else if (Digest(file.GetFilePathString().ToQString()) != Digest(path))
             findings.Add(path, 0, Code::SERVED_OTHERWISE,
                          QString("what \"%1\" gives differs from this file").arg(asked));

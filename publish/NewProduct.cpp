@@ -95,7 +95,7 @@ NewProduct TakeNewProduct(QStringList& arguments) {
 }
 
 QString WriteNewProduct(const NewProduct& product, const FolderArguments& arguments, std::ostream& out) {
-    const CCatalog catalog(arguments.folder, arguments.siteAddress, arguments.siteFolder);
+    const CCatalog catalog = arguments.Read();
     if (!catalog.GetSite())
         return QString("nothing in \"%1\" tells where it is published: --site does").arg(arguments.folder);
     const QString address = catalog.GetSite()->GetAddress().toHtmlEscaped();

@@ -9,7 +9,6 @@
 #include "publish/CPreview.h"
 #include "publish/LiveCheck.h"
 
-#include <QCommandLineParser>
 #include <QRegularExpression>
 #include <ostream>
 
@@ -57,7 +56,6 @@ struct Options {
     bool isPreview = false;
     CPreview::Versions versions{};
     QString live{};
-    CommonOptions common{};
 };
 
 // Takes "KEY=VERSION" from the arguments before the last; false when one is anything else, or a key comes
@@ -74,34 +72,26 @@ bool TakeVersions(QStringList& arguments, CPreview::Versions& versions) {
 }
 
 Options ReadOptions(const QStringList& arguments) {
-    const QCommandLineOption json("json");
-    const QCommandLineOption quiet("quiet");
-    const QCommandLineOption site("site", {}, "ADDRESS");
-    const QCommandLineOption preview("preview");
-    const QCommandLineOption live("live", {}, "ADDRESS");
-    const QCommandLineOption help(QStringList{"h", "help"});
-    const QCommandLineOption version("version");
     QCommandLineParser parser;
-    parser.addOptions({json, quiet, site, preview, live, help, version});
+    parser.addOptions(FolderOptions());
+    parser.addOptions({{"json", {}}, {"quiet", {}}, {"preview", {}}, {"live", {}, "ADDRESS"}});
     if (!parser.parse(arguments))
-        return {.common = {.problem = parser.errorText()}};
+        return {.arguments = {.problem = parser.errorText()}};
     QStringList others = parser.positionalArguments();
     CPreview::Versions versions;
-    if (parser.isSet(preview) && !TakeVersions(others, versions))
-        return {.common = {.problem = "before the folder there may be KEY=VERSION"}};
-    Options options{.arguments = ReadFolder(others, parser.value(site)),
-                    .isJson = parser.isSet(json),
-                    .isQuiet = parser.isSet(quiet),
-                    .isPreview = parser.isSet(preview),
+    if (parser.isSet("preview") && !TakeVersions(others, versions))
+        return {.arguments = {.problem = "before the folder there may be KEY=VERSION"}};
+    Options options{.arguments = TakeFolder(parser, others),
+                    .isJson = parser.isSet("json"),
+                    .isQuiet = parser.isSet("quiet"),
+                    .isPreview = parser.isSet("preview"),
                     .versions = versions,
-                    .live = parser.value(live),
-                    .common = {.isHelp = parser.isSet(help), .isVersion = parser.isSet(version)}};
-    options.common.problem = options.arguments.problem;
+                    .live = parser.value("live")};
     static const QRegularExpression unsent("[@?#]");
-    if (options.common.problem.isEmpty() && parser.isSet(live) &&
+    QString& problem = options.arguments.problem;
+    if (problem.isEmpty() && parser.isSet("live") &&
         (options.isPreview || !CanBeFetched(options.live) || options.live.contains(unsent)))
-        options.common.problem =
-            "--live takes an address with \"http://\", a host and folders alone, and no --preview";
+        problem = "--live takes an address with \"http://\", a host and folders alone, and no --preview";
     return options;
 }
 
@@ -138,8 +128,7 @@ int ShowPreview(const CCatalog& catalog, const Options& options, std::ostream& o
 }
 
 int Check(const Options& options, std::ostream& out, std::ostream& err) {
-    const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
-    const CCatalog catalog(folder, siteAddress, siteFolder);
+    const CCatalog catalog = options.arguments.Read();
     if (!options.live.isEmpty())
         return Tell(AskServer(catalog, options), options, out);
     return options.isPreview ? ShowPreview(catalog, options, out, err)
@@ -151,5 +140,5 @@ int Check(const Options& options, std::ostream& out, std::ostream& err) {
 int RunCatalogCheck(const QStringList& arguments, std::ostream& out, std::ostream& err) {
     const Options options = ReadOptions(arguments);
     return RunProgram(
-        TEXTS, options.common, [&] { return Check(options, out, err); }, out, err);
+        TEXTS, options.arguments, [&] { return Check(options, out, err); }, out, err);
 }

@@ -15,7 +15,6 @@
 #include "signing/CInstallerSeal.h"
 #include "signing/CMinisignSignature.h"
 
-#include <QCommandLineParser>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
@@ -56,7 +55,6 @@ struct Options {
     QString key{};
     int days = CCatalogSigning::USUAL_DAYS;
     std::optional<NewProduct> product{};
-    CommonOptions common{};
 };
 
 QString ProblemOf(const Options& options) {
@@ -72,28 +70,24 @@ QString ProblemOf(const Options& options) {
 }
 
 Options ReadOptions(const QStringList& arguments) {
-    const QCommandLineOption installerKey("installer-key", {}, "FILE");
-    const QCommandLineOption key("key", {}, "FILE");
-    const QCommandLineOption days("days", {}, "N", QString::number(CCatalogSigning::USUAL_DAYS));
-    const QCommandLineOption site("site", {}, "ADDRESS");
-    const QCommandLineOption added("new");
-    const QCommandLineOption help(QStringList{"h", "help"});
-    const QCommandLineOption version("version");
     QCommandLineParser parser;
-    parser.addOptions({installerKey, key, days, site, added, help, version});
+    parser.addOptions(FolderOptions());
+    parser.addOptions({{"installer-key", {}, "FILE"},
+                       {"key", {}, "FILE"},
+                       {"days", {}, "N", QString::number(CCatalogSigning::USUAL_DAYS)},
+                       {"new", {}}});
     if (!parser.parse(arguments))
-        return {.common = {.problem = parser.errorText()}};
+        return {.arguments = {.problem = parser.errorText()}};
     QStringList others = parser.positionalArguments();
     std::optional<NewProduct> product;
-    if (parser.isSet(added))
+    if (parser.isSet("new"))
         product = TakeNewProduct(others);
-    Options options{.arguments = ReadFolder(others, parser.value(site)),
-                    .installerKey = parser.value(installerKey),
-                    .key = parser.value(key),
-                    .days = parser.value(days).toInt(),
-                    .product = product,
-                    .common = {.isHelp = parser.isSet(help), .isVersion = parser.isSet(version)}};
-    options.common.problem = ProblemOf(options);
+    Options options{.arguments = TakeFolder(parser, others),
+                    .installerKey = parser.value("installer-key"),
+                    .key = parser.value("key"),
+                    .days = parser.value("days").toInt(),
+                    .product = product};
+    options.arguments.problem = ProblemOf(options);
     return options;
 }
 
@@ -220,46 +214,39 @@ private:
     QString problem_;
 };
 
-int Fail(const QString& problem, std::ostream& err) {
-    err << "VARDOCatalogRelease: " << Printable(problem).toStdString() << '\n';
-    return EXIT_ERRORS;
-}
-
 // Signs everything before it writes anything. The files written first have no effect without the rest.
 int SignAll(const Options& options, std::ostream& out, std::ostream& err) {
-    const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
-    const CCatalog catalog(folder, siteAddress, siteFolder);
+    const CCatalog catalog = options.arguments.Read();
     if (const QString obstacle = CCatalogSigning::Obstacle(catalog, err); !obstacle.isEmpty())
-        return Fail(obstacle, err);
+        return Fail(TEXTS, obstacle, err);
     std::optional<std::vector<SignedFile>> all(std::in_place);
     if (!options.installerKey.isEmpty()) {
         CInstallerSigning installers(catalog, CMinisignTool::WithPassword(options.installerKey, err));
         all = installers.SignAll();
         if (!all)
-            return Fail(installers.GetProblem() + "; nothing was signed", err);
+            return Fail(TEXTS, installers.GetProblem() + "; nothing was signed", err);
     }
     if (!options.key.isEmpty()) {
         CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
         const auto files = signing.SignAll();
         if (!files)
-            return Fail(signing.GetProblem() + "; nothing was signed", err);
+            return Fail(TEXTS, signing.GetProblem() + "; nothing was signed", err);
         all->insert(all->end(), files->begin(), files->end());
     }
     const QString failure = CCatalogSigning::ReplaceAll(*all, out);
-    return failure.isEmpty() ? EXIT_CLEAN : Fail(failure, err);
+    return failure.isEmpty() ? EXIT_CLEAN : Fail(TEXTS, failure, err);
 }
 
 // What is still wrong when all is signed; the status for it.
 int CheckAfterwards(const Options& options, std::ostream& err) {
-    const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
-    const CFindings findings = CheckCatalog(CCatalog(folder, siteAddress, siteFolder)).WithoutNotes();
+    const CFindings findings = CheckCatalog(options.arguments.Read()).WithoutNotes();
     err << findings.ToText().toStdString();
     return findings.Count(Severity::ERROR) > 0 ? EXIT_ERRORS : EXIT_CLEAN;
 }
 
 int AddProduct(const NewProduct& product, const Options& options, std::ostream& out, std::ostream& err) {
     const QString problem = WriteNewProduct(product, options.arguments, out);
-    return problem.isEmpty() ? EXIT_CLEAN : Fail(problem, err);
+    return problem.isEmpty() ? EXIT_CLEAN : Fail(TEXTS, problem, err);
 }
 
 int Release(const Options& options, std::ostream& out, std::ostream& err) {
@@ -274,5 +261,5 @@ int Release(const Options& options, std::ostream& out, std::ostream& err) {
 int RunCatalogRelease(const QStringList& arguments, std::ostream& out, std::ostream& err) {
     const Options options = ReadOptions(arguments);
     return RunProgram(
-        TEXTS, options.common, [&] { return Release(options, out, err); }, out, err);
+        TEXTS, options.arguments, [&] { return Release(options, out, err); }, out, err);
 }

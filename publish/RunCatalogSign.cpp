@@ -3,10 +3,8 @@
 
 #include "publish/FolderProgram.h"
 
-#include "platform/text/PrintableText.h"
 #include "publish/CCatalogSigning.h"
 
-#include <QCommandLineParser>
 #include <QFileInfo>
 #include <ostream>
 
@@ -38,7 +36,6 @@ struct Options {
     FolderArguments arguments{};
     QString key{};
     int days = CCatalogSigning::USUAL_DAYS;
-    CommonOptions common{};
 };
 
 QString ProblemOf(const Options& options) {
@@ -49,26 +46,20 @@ QString ProblemOf(const Options& options) {
 }
 
 Options ReadOptions(const QStringList& arguments) {
-    const QCommandLineOption key("key", {}, "FILE");
-    const QCommandLineOption days("days", {}, "N", QString::number(CCatalogSigning::USUAL_DAYS));
-    const QCommandLineOption site("site", {}, "ADDRESS");
-    const QCommandLineOption help(QStringList{"h", "help"});
-    const QCommandLineOption version("version");
     QCommandLineParser parser;
-    parser.addOptions({key, days, site, help, version});
+    parser.addOptions(FolderOptions());
+    parser.addOptions({{"key", {}, "FILE"}, {"days", {}, "N", QString::number(CCatalogSigning::USUAL_DAYS)}});
     if (!parser.parse(arguments))
-        return {.common = {.problem = parser.errorText()}};
-    Options options{.arguments = ReadFolder(parser.positionalArguments(), parser.value(site)),
-                    .key = parser.value(key),
-                    .days = parser.value(days).toInt(),
-                    .common = {.isHelp = parser.isSet(help), .isVersion = parser.isSet(version)}};
-    options.common.problem = ProblemOf(options);
+        return {.arguments = {.problem = parser.errorText()}};
+    Options options{.arguments = TakeFolder(parser, parser.positionalArguments()),
+                    .key = parser.value("key"),
+                    .days = parser.value("days").toInt()};
+    options.arguments.problem = ProblemOf(options);
     return options;
 }
 
 int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
-    const auto& [folder, siteAddress, siteFolder, problem] = options.arguments;
-    const CCatalog catalog(folder, siteAddress, siteFolder);
+    const CCatalog catalog = options.arguments.Read();
     QString failure = CCatalogSigning::Obstacle(catalog, err);
     if (failure.isEmpty()) {
         CCatalogSigning signing(catalog, CMinisignTool::WithPassword(options.key, err), options.days);
@@ -76,10 +67,7 @@ int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
         failure =
             files ? CCatalogSigning::ReplaceAll(*files, out) : signing.GetProblem() + "; nothing was signed";
     }
-    if (failure.isEmpty())
-        return EXIT_CLEAN;
-    err << "VARDOCatalogSign: " << Printable(failure).toStdString() << '\n';
-    return EXIT_ERRORS;
+    return failure.isEmpty() ? EXIT_CLEAN : Fail(TEXTS, failure, err);
 }
 
 }  // namespace
@@ -87,5 +75,5 @@ int SignFolder(const Options& options, std::ostream& out, std::ostream& err) {
 int RunCatalogSign(const QStringList& arguments, std::ostream& out, std::ostream& err) {
     const Options options = ReadOptions(arguments);
     return RunProgram(
-        TEXTS, options.common, [&] { return SignFolder(options, out, err); }, out, err);
+        TEXTS, options.arguments, [&] { return SignFolder(options, out, err); }, out, err);
 }

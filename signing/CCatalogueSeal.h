@@ -46,9 +46,8 @@ public:
     // Reads the keys.
     explicit CCatalogueSeal(const CVardoDirectoryPath& sharedFolder);
 
-    // Whether files must be signed, and whether any can be.
+    // Whether files must be signed.
     bool IsRequired() const { return keys_.IsThere(); }
-    bool HasKeys() const { return keys_.HasKeys(); }
     // What a good signature says of its file; nothing without a good one.
     std::optional<Statement> Read(std::string_view file) const;
     // Judges the bytes of a file from an address. today is in UTC; with an invalid date the last day does not

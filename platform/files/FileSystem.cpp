@@ -3,9 +3,9 @@
 
 #include "platform/files/FileSystem.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cwchar>
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -6,7 +6,6 @@
 
 #include "platform/text/CSharedText.h"
 
-#include <QMetaType>
 #include <QString>
 
 class CAtlStringA;
@@ -60,5 +59,3 @@ public:
     // 0, a count beyond the end as the rest.
     int Delete(int index, int count = 1);
 };
-
-Q_DECLARE_METATYPE(CAtlString)

@@ -3,9 +3,9 @@
 
 #include "platform/xml/XmlFile.h"
 
+#include <QByteArray>
 #include <algorithm>
 #include <cctype>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -36,16 +36,9 @@ TiXmlEncoding DetectedEncoding(const std::string& text) {
 
 // Every CR LF, and every other CR, becomes LF.
 CAtlStringA WithNormalLineEnds(const CAtlStringA& text) {
-    CAtlStringA normal;
-    char* out = normal.GetBuffer(text.GetLength());
-    char* next = out;
-    for (const char& byte : text)
-        if (byte == '\r')
-            *next++ = '\n';
-        else if (byte != '\n' || &byte == text.begin() || (&byte)[-1] != '\r')
-            *next++ = byte;
-    normal.ReleaseBuffer(static_cast<int>(next - out));
-    return normal;
+    QByteArray normal(text.GetString(), text.GetLength());
+    normal.replace("\r\n", "\n").replace('\r', '\n');
+    return CAtlStringA(normal.constData(), static_cast<int>(normal.size()));
 }
 
 bool Refuse(XmlFault* fault, int line, const char* reason) {
@@ -62,8 +55,8 @@ int LineAt(std::string_view text, std::size_t position) {
 // As IsWithinXmlBounds; the fault says where it stopped.
 bool IsWithinBounds(const std::string& padded, bool utf8, XmlFault* fault) {
     std::size_t stop = 0;
-    return IsWithinXmlBounds(padded, utf8, fault ? &stop : nullptr) ||
-           Refuse(fault, fault ? LineAt(padded, stop) : 0,
+    return IsWithinXmlBounds(padded, utf8, &stop) ||
+           Refuse(fault, LineAt(padded, stop),
                   "an element or a declaration does not end, is malformed, or is beyond a bound");
 }
 
@@ -105,7 +98,7 @@ bool ParseXml(const CAtlStringA& text, TiXmlEncoding encoding, TiXmlDocument& do
     const char* rest = document.Parse(padded.c_str(), nullptr, encoding);
     if (!document.Error() && document.RootElement()) {
         if (rest && *rest != '\0')
-            Refuse(fault, fault ? LineAt(padded, static_cast<std::size_t>(rest - padded.c_str())) : 0,
+            Refuse(fault, LineAt(padded, static_cast<std::size_t>(rest - padded.c_str())),
                    "from here on the file is not read");
         return true;
     }

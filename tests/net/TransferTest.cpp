@@ -315,27 +315,18 @@ protected:
 TEST_F(ProxyTransfer, WaitsForSilenceOnce) {
     server_.Serve("http://silent.invalid/a.xml", LoopbackAnswer::Silence());
     server_.Serve("http://updates.invalid/a.xml", LoopbackAnswer::Body("x"));
-    const std::tuple<const char*, const char*, bool> rows[] = {
-        {"http://silent.invalid/a.xml", "Proxy 127.0.0.1: No answer", true},
-        {"http://updates.invalid/a.xml", "Proxy 127.0.0.1: No answer", false},
-        // Each row without a text begins a new check.
-        {"http://updates.invalid/a.xml", nullptr, true},
-        {"http://silent.invalid/a.xml", "silent.invalid: The server does not answer", true},
-        {"http://silent.invalid/b.xml", "silent.invalid: The server does not answer", false},
-        {"http://updates.invalid/a.xml", nullptr, true},
-    };
-    for (const auto& [address, text, asks] : rows) {
-        SCOPED_TRACE(address);
-        if (!text)
+    for (const QStringList& row : DataTable("silences.txt")) {
+        SCOPED_TRACE(row.join(" | ").toStdString());
+        const bool asks = row[2] == "yes";
+        if (row[1].isEmpty())
             threads_->Memory().EndCheck();
         const std::size_t before = server_.RequestCount();
         QElapsedTimer timer;
         timer.start();
-        const int result = Fetch(address, IMPATIENT);
-        EXPECT_EQ(result, text ? RESULT_FAILED : RESULT_OK);
-        EXPECT_EQ(text ? FailureText(record_) : QString(), text);
+        EXPECT_EQ(Fetch(row[0], IMPATIENT), row[1].isEmpty() ? RESULT_OK : RESULT_FAILED);
+        EXPECT_EQ(record_.succeeded ? "" : FailureText(record_), row[1]);
         EXPECT_EQ(server_.RequestCount() - before, asks ? 1U : 0U);
-        EXPECT_EQ(timer.elapsed() >= IMPATIENT.silence.count() - 10, asks && text);
+        EXPECT_EQ(timer.elapsed() >= IMPATIENT.silence.count() - 10, asks && !record_.succeeded);
     }
 }
 
@@ -382,44 +373,28 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
 }
 
 TEST_F(ProxyTransfer, ShowsTheTicketBeforeItAsks) {
-    const QString silent = "Proxy 127.0.0.1: The Kerberos server does not answer";
-    const struct {
-        const char* situation;
-        const char* answers;
-        // The schemes by which three files are asked for, the third in a new check: their first letters.
-        const char* schemes;
-        QString failure;
-    } rows[] = {
-        {"accepted", "Negotiate + Digest realm=x, nonce=1 / body", "-N--", ""},
-        {"refused", "Negotiate + Digest realm=x, nonce=1 / Negotiate + Digest realm=x, nonce=1 / closing",
-         "-NDDD", ""},
-        {"lost", "Negotiate / body / Negotiate / body", "-N-N-", ""},
-        {"refused without another way", "Negotiate", "-N-N", "Proxy 127.0.0.1: " + QHttp::NoTicket()},
-        {"the Kerberos server is silent", "Negotiate + Digest realm=x, nonce=1 / closing", "-DDD", ""},
-        {"it is silent, without another way", "Negotiate", "---", silent},
-    };
     std::optional<KerberosRealm> realm(std::in_place);
     AnswerWith("user", "word");
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.situation);
-        if (QString(row.situation).contains("silent")) {
+    for (const QStringList& row : DataTable("proxy-tickets.txt")) {
+        SCOPED_TRACE(row.join(" | ").toStdString());
+        if (row[3] == "is silent") {
             realm.emplace();
             realm->FallSilent();
         }
         BeginAnew();
         info_.SetCredentials("", "");
         const std::size_t before = server_.RequestCount();
-        Serve(row.answers);
+        Serve(row[0]);
         std::string schemes;
         for (int file = 0; file < 3; ++file) {
             if (file == 2)
                 threads_->Memory().EndCheck();
-            EXPECT_EQ(Fetch(ADDRESS, {.connect = 1s}) == RESULT_OK, row.failure.isEmpty());
-            EXPECT_EQ(record_.succeeded ? "" : FailureText(record_), row.failure);
+            EXPECT_EQ(Fetch(ADDRESS, {.connect = 1s}) == RESULT_OK, row[2].isEmpty());
+            EXPECT_EQ(record_.succeeded ? "" : FailureText(record_), row[2]);
         }
         for (const std::string& sent : SentCredentials(before))
             schemes += sent.empty() ? '-' : sent.front();
-        EXPECT_EQ(schemes, row.schemes);
+        EXPECT_EQ(schemes, row[1].toStdString());
     }
 }
 
@@ -569,22 +544,11 @@ protected:
 
 TEST_F(HostConnection, FindsTheAddressThatAnswers) {
     const SilentServer silent(server_.serverPort());
-    const struct {
-        const char* situation;
-        QStringList addresses;
-        QString expected;
-        qint64 atLeast, atMost;  // milliseconds
-    } rows[] = {
-        {"after one that refuses", {"127.0.0.3", "127.0.0.1"}, "127.0.0.1", 0, 200},
-        {"after a silent one", {SilentServer::ADDRESS, "127.0.0.1"}, "127.0.0.1", 250, 1000},
-        {"a silent one, then a refusal", {SilentServer::ADDRESS, "127.0.0.3"}, "nothing yet", 1000, 2000},
-        {"all refuse", {"127.0.0.3", "127.0.0.4"}, "Connection refused", 0, 200},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.situation);
-        EXPECT_EQ(PeerOf(Addresses(row.addresses)), row.expected);
-        EXPECT_GE(timer_.elapsed(), row.atLeast);
-        EXPECT_LE(timer_.elapsed(), row.atMost);
+    for (const QStringList& row : DataTable("host-addresses.txt")) {
+        SCOPED_TRACE(row.join(" | ").toStdString());
+        EXPECT_EQ(PeerOf(Addresses(row[0].split(' '))), row[1]);
+        EXPECT_GE(timer_.elapsed(), row[2].toInt());
+        EXPECT_LE(timer_.elapsed(), row[3].toInt());
     }
 }
 

@@ -175,26 +175,21 @@ TEST_F(ProxyHandler, PolicyWinsAndIsNotStored) {
 }
 
 TEST(ProxyDialog, TakesAnAddressAsPeopleWriteIt) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"proxy.example", "proxy.example:8080"}, {"", ":8080"},
-        {"http://proxy:3128/", "proxy:3128"},    {"https://proxy", "https://proxy?"},
-        {"pro xy:3128", "pro xy:3128?"},         {"fixed:3128", "fixed:8080"},
-        {"proxy:65535", "proxy:65535?"},
-    };
-    for (const auto& [typed, expected] : rows) {
-        QString taken = typed + QString("?");
-        const ModalDialogDriver user([text = QString(typed)](QDialog& message) {
+    for (const QStringList& row : DataTable("typed-proxies.txt")) {
+        const QString& typed = row[0];
+        QString taken = typed + "?";
+        const ModalDialogDriver user([&typed](QDialog& message) {
             const auto* box = qobject_cast<QMessageBox*>(&message);
-            EXPECT_TRUE(box && box->text().endsWith("address of a proxy: " + text));
+            EXPECT_TRUE(box && box->text().endsWith("address of a proxy: " + typed));
         });
         ProxyAuth dialog(nullptr);
         dialog.SetPort(8080);
-        dialog.SetHost(typed);
-        dialog.SetFixed(false, std::string(typed).starts_with("fixed"));
+        dialog.SetHost(CAtlString(typed));
+        dialog.SetFixed(false, typed.startsWith("fixed"));
         dialog.findChild<QPushButton*>("okButton")->click();
         if (dialog.result() == QDialog::Accepted)
             taken = dialog.GetHost().ToQString() + ":" + QString::number(dialog.GetPort());
-        EXPECT_EQ(taken, expected);
+        EXPECT_EQ(taken, row[1]);
         EXPECT_EQ(user.Count(), taken.endsWith('?') ? 1 : 0);
     }
     QLocale::setDefault(QLocale("ar_EG"));
