@@ -3,6 +3,7 @@
 
 #include "platform/text/TextConversion.h"
 
+#include <bit>
 #include <boost/locale/utf.hpp>
 #include <iterator>
 
@@ -26,9 +27,7 @@ std::string EncodeUtf8(std::wstring_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     for (const wchar_t ch : text) {
-        // NOLINTNEXTLINE(bugprone-signed-char-misuse): wchar_t has 32 bits, and a negative one has no
-        // sequence.
-        const auto code = static_cast<utf::code_point>(ch);
+        const auto code = std::bit_cast<utf::code_point>(ch);
         if (code >= 0xD800 && code <= 0xDFFF)
             break;
         Utf8::encode(code < 0x200000 ? code : 0xFFFD, std::back_inserter(bytes));
