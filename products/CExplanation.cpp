@@ -67,7 +67,7 @@ QString VerdictText(Verdict verdict) {
         case Verdict::NOT_FETCHED:
             return "nothing was fetched";
         case Verdict::UNSIGNED:
-            return "it is not signed by the maker";
+            return "it has no good signature of the maker";
         case Verdict::SIGNATURE_OVER:
             return "its signature has expired";
         case Verdict::SIGNED_ELSEWHERE:

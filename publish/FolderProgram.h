@@ -31,7 +31,7 @@ struct FolderArguments {
     QString siteAddress{};
     // Below the folder, or the same.
     QString siteFolder{};
-    // Why the arguments make no sense; empty when they do, or do not matter.
+    // Why the arguments make no sense; empty when they do. Without effect beside isHelp and isVersion.
     QString problem{};
 
     CCatalog Read() const { return CCatalog(folder, siteAddress, siteFolder); }

@@ -13,7 +13,6 @@
 #include <QThread>
 #include <algorithm>
 #include <boost/make_shared.hpp>
-#include <tuple>
 
 #include <sys/resource.h>
 
@@ -373,14 +372,13 @@ TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
 }
 
 TEST_F(ProxyTransfer, ShowsTheTicketBeforeItAsks) {
-    std::optional<KerberosRealm> realm(std::in_place);
+    std::optional<KerberosRealm> realm;
     AnswerWith("user", "word");
     for (const QStringList& row : DataTable("proxy-tickets.txt")) {
         SCOPED_TRACE(row.join(" | ").toStdString());
-        if (row[3] == "is silent") {
-            realm.emplace();
+        realm.emplace();
+        if (row[3] == "is silent")
             realm->FallSilent();
-        }
         BeginAnew();
         info_.SetCredentials("", "");
         const std::size_t before = server_.RequestCount();
