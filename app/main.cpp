@@ -41,7 +41,7 @@ void PrintAndEnd(QtMsgType type, const QMessageLogContext& /*context*/, const QS
         _exit(0);
 }
 
-// Qt calls exit(1) when it loses the display.
+// Qt calls exit(1) when it loses the display; the program's status is always 0.
 void EndWithoutError(int status, void* /*unused*/) {
     if (status != 0)
         _exit(0);

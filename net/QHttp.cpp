@@ -96,9 +96,9 @@ void QHttp::setHost(const QString& host, int port) {
 }
 
 QByteArray QHttp::BasicLogin() const {
-    const bool isWanted = !proxy_.user().isEmpty() && scheme_ == ProxyScheme::BASIC;
-    const QByteArray credentials = (proxy_.user() + u':' + proxy_.password()).toUtf8();
-    return isWanted ? "Basic " + credentials.toBase64() : QByteArray();
+    if (proxy_.user().isEmpty() || scheme_ != ProxyScheme::BASIC)
+        return {};
+    return "Basic " + (proxy_.user() + u':' + proxy_.password()).toUtf8().toBase64();
 }
 
 void QHttp::FetchWithDigest() {

@@ -53,6 +53,9 @@ public:
     // The time between two reports of progress; the last report comes with the end.
     static constexpr std::chrono::milliseconds PROGRESS_INTERVAL{100};
 
+    // The text for a proxy that wants a ticket and gets none that it accepts.
+    static QString NoTicket();
+
     // Looks names up in memory, which must outlive this object.
     explicit QHttp(CPeerMemory& memory);
 
@@ -61,6 +64,7 @@ public:
         bounds_ = bounds;
         challenges_ = 0;
     }
+    // As QUrl::host gives the host, decoded and without brackets; port is 1 to 65535.
     void setHost(const QString& host, int port);
     // QNetworkProxy::NoProxy, or an HTTP proxy. User and password, unless empty, are sent at once and
     // readable for BASIC (RFC 7617), and as the answer to a challenge for DIGEST (RFC 7616), both in UTF-8,
@@ -78,8 +82,6 @@ public:
 
     // About the last request.
     Error error() const { return error_; }
-    // The proxy wants a ticket that the user does not have.
-    static QString NoTicket();
     // In Qt's words or the program's.
     QString errorString() const { return errorString_; }
     // The head of its answer; the status is 0 without an answer.

@@ -32,6 +32,13 @@ bool TakesCredentials(const Peer& proxy) {
     return proxy.scheme != ProxyScheme::NONE && proxy.scheme < ProxyScheme::NEGOTIATE;
 }
 
+// How a request logs in at the proxy.
+ProxyScheme WayToLogIn(const Peer& proxy, bool isTicketShown) {
+    if (isTicketShown)
+        return ProxyScheme::NEGOTIATE;
+    return TakesCredentials(proxy) ? proxy.scheme : ProxyScheme::NONE;
+}
+
 // Creates the file for its owner alone, in place of an earlier one. It never opens a file or follows a link
 // that another user put there meanwhile; the file then stays closed.
 void CreateAnew(QFile& file) {
@@ -109,8 +116,10 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
 void QtDownloader::Attempt(const QUrl& address, QFile& file) {
     areSent_ = HasCredentialsToTry();
     areTried_ = areTried_ || areSent_;
-    isTicketShown_ = !areSent_ && Memory().Of(proxy_).TakesTicket();
-    Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()), WayToLogIn());
+    const Peer proxy = Memory().Of(proxy_);
+    isTicketShown_ = !areSent_ && proxy.TakesTicket();
+    Http().setProxy(ToQt(GetRoute(), areSent_ ? credentials_ : Credentials()),
+                    WayToLogIn(proxy, isTicketShown_));
     Http().setHost(address.host(), address.port(QHttp::DEFAULT_PORT));
     CreateAnew(file);
     Http().get(address.path(QUrl::FullyEncoded), &file, Cancelled());
@@ -123,13 +132,6 @@ void QtDownloader::Attempt(const QUrl& address, QFile& file) {
     record_.error = CAtlString(Http().errorString());
     if (!record_.error.IsEmpty() && !IsAhead())
         emit ConnectionFailedSignal(record_.error);
-}
-
-ProxyScheme QtDownloader::WayToLogIn() const {
-    const Peer proxy = Memory().Of(proxy_);
-    if (isTicketShown_)
-        return ProxyScheme::NEGOTIATE;
-    return TakesCredentials(proxy) ? proxy.scheme : ProxyScheme::NONE;
 }
 
 bool QtDownloader::HasCredentialsToTry() const {
@@ -147,7 +149,7 @@ bool QtDownloader::IsChallenged() const {
             !isOver);
 }
 
-bool QtDownloader::MayBeAskedAgain() {
+bool QtDownloader::MayBeAskedAgain() const {
     // To log in by NTLM takes one challenge, and a second one refuses.
     const int needed = Memory().Of(proxy_).scheme == ProxyScheme::NTLM ? 2 : 1;
     return Http().challenges() + needed <= QHttp::MAX_CHALLENGES;

@@ -43,9 +43,7 @@ private:
     // One request into a fresh file.
     void Attempt(const QUrl& address, QFile& file);
     // Whether one more attempt can end before the proxy has asked too often.
-    bool MayBeAskedAgain();
-    // How the attempt in hand logs in at the proxy.
-    QHttpResponseHeader::ProxyScheme WayToLogIn() const;
+    bool MayBeAskedAgain() const;
     // Whether the next attempt may send the credentials in hand.
     bool HasCredentialsToTry() const;
     // The proxy wants something other than the last attempt sent.

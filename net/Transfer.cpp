@@ -13,7 +13,6 @@ namespace {
 using Culprit = TransferRecord::Culprit;
 
 // RFC 9110, 15.
-constexpr int FORBIDDEN = 403;
 constexpr int NOT_FOUND = 404;
 constexpr int GONE = 410;
 
@@ -31,7 +30,7 @@ QString StatusText(int status, bool isThroughProxy) {
         case QHttpResponseHeader::OK:
             return QObject::tr("The server's answer is empty");
         case 401:
-        case FORBIDDEN:
+        case 403:
             return QObject::tr("The server refuses access (%1)").arg(status);
         case NOT_FOUND:
         case GONE:

@@ -34,6 +34,7 @@ struct FolderArguments {
     // Why the arguments make no sense; empty when they do. Without effect beside isHelp and isVersion.
     QString problem{};
 
+    // Reads the folder; only without a problem.
     CCatalog Read() const { return CCatalog(folder, siteAddress, siteFolder); }
 };
 

@@ -102,11 +102,11 @@ QString CCheckOutcome::FailureSummary(const IProduct::List& failed, int checkabl
     const IProduct& last = *failed.back();
     const auto count = static_cast<int>(failed.size());
     QString what = last.GetName();
-    // Hebrew letters would take the numbers of the host along.
-    if (what.isRightToLeft())
-        what = Isolated(what);
     if (count > 1)
         what = count == checkable ? tr("Nothing could be checked")
                                   : tr("%1 products could not be checked").arg(count);
+    else if (what.isRightToLeft())
+        // Its letters would take the numbers of the host along.
+        what = Isolated(what);
     return what + ": " + failures_.value(&last).reason;
 }

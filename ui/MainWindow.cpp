@@ -62,7 +62,7 @@ MainWindow::MainWindow(const boost::shared_ptr<IEnvironment>& environment, QWidg
     });
     AddRowMenu();
     busyTimer_.setSingleShot(true);
-    // Others may come 5 % early.
+    // Other timers may fire 5 % early.
     busyTimer_.setTimerType(Qt::PreciseTimer);
     busyTimer_.setInterval(BUSY_AFTER);
 }
