@@ -183,6 +183,8 @@ bool QtDownloader::AskForCredentials() {
         record_.error = proxy.noTicket;
     else if (proxy.scheme == ProxyScheme::UNUSABLE)
         record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
+    else if (!proxy.noTicket.IsEmpty())
+        record_.error = CAtlString(tr("It wants a valid Kerberos ticket, or a user name and password"));
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
     if (IsAhead() || !TakesCredentials(proxy) ||
         !RequestProxyAuth(GetRoute().proxyHost, GetRoute().proxyPort, given.userName, given.password))
