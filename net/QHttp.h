@@ -53,6 +53,8 @@ public:
     // The time between two reports of progress; the last report comes with the end.
     static constexpr std::chrono::milliseconds PROGRESS_INTERVAL{100};
 
+    // The text for a server that was silent, or closed the connection without a byte.
+    static QString NoAnswer();
     // The text for a proxy that wants a ticket and gets none that it accepts.
     static QString NoTicket();
 
@@ -108,7 +110,6 @@ private:
 
     // Empty when the proxy gets no password readably.
     QByteArray BasicLogin() const;
-    static QString NoAnswer();
     // The text for an incomplete or too large answer.
     static QString BadAnswer();
     // Shows the proxy the user's ticket.

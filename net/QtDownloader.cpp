@@ -230,11 +230,11 @@ void QtDownloader::NoteOutcome() {
     record_.culprit = isProxys ? Culprit::PROXY : Culprit::SITE;
     if (Http().error() == QHttp::Error::NOT_WRITTEN)
         record_.culprit = Culprit::COMPUTER;
-    const bool isTooLate = Http().error() == QHttp::Error::TOO_LATE;
-    if (!isTooLate && Http().error() != QHttp::Error::UNREACHABLE)
-        return;
-    if (isTooLate && isProxys)
+    // A proxy is no server.
+    if (isProxys && record_.error.ToQString() == QHttp::NoAnswer())
         record_.error = CAtlString(tr("No answer"));
+    if (Http().error() != QHttp::Error::TOO_LATE && Http().error() != QHttp::Error::UNREACHABLE)
+        return;
     Memory().Update(isProxys ? proxy_ : site_, [this](Peer& peer) { peer.silence = record_.error; });
 }
 

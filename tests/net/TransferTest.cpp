@@ -423,6 +423,10 @@ TEST_F(ProxyTransfer, TellsAndForgivesAQuestionThatItCannotAnswer) {
     Serve({LoopbackAnswer::Challenge("Bearer")});
     EXPECT_EQ(FetchThroughProxy(), RESULT_ABORTED);
     EXPECT_EQ(FailureText(record_), "Proxy 127.0.0.1: It offers no way to log in that this program can use");
+    BeginAnew();
+    Serve({LoopbackAnswer::Raw("")});
+    EXPECT_EQ(FetchThroughProxy(), RESULT_FAILED);
+    EXPECT_EQ(FailureText(record_), "Proxy 127.0.0.1: No answer") << "it closes";
 }
 
 TEST(ProxyChallenges, NtlmIsAnsweredWithoutThePassword) {
