@@ -5,16 +5,13 @@
 
 #include "catalog/ElementChecks.h"
 #include "catalog/FileKinds.h"
-#include "i18n/LanguageTable.h"
+#include "catalog/FormatRules.h"
 #include "platform/desktop/CUnattendedEnvironment.h"
 #include "platform/files/Addresses.h"
 #include "products/CProductVersion.h"
 #include "products/CProductVersions.h"
-#include "products/DescriptionFormat.h"
 #include "products/GalleryVersion.h"
-#include "products/ListFormat.h"
 #include "products/Notification.h"
-#include "products/NotificationFormat.h"
 
 #include <QDir>
 #include <QFile>
@@ -65,13 +62,12 @@ void AddMessageReference(const CCatalogFile& file, const boost::shared_ptr<IEnvi
                               notification.GetCheckAddress().ToQString(), FileKind::MESSAGE});
 }
 
-// Adds the links of an element and all below it. For gallery content, the attribute of a page holds a folder.
-void AddLinks(const CCatalogFile& file, const TiXmlElement& element, std::vector<Reference>& links) {
+// Adds the links of an element and of those below it that the rules know.
+void AddLinks(const CCatalogFile& file, const TiXmlElement& element, const XmlElementRule& rule,
+              std::vector<Reference>& links) {
     using namespace DescriptionFormat;
-    const char* const pages[] = {WEB_PAGE, NotificationFormat::WEB_PAGE, ListFormat::DEFAULT_PAGE};
-    for (const char* name : pages)
-        if (const CAtlString page = XmlAttribute(element, name);
-            !page.IsEmpty() && element.ValueStr() != ListFormat::GALLERY)
+    for (const auto& [name, value, isNeeded] : rule.attributes)
+        if (const CAtlString page = XmlAttribute(element, name); value == XmlValue::PAGE && !page.IsEmpty())
             links.push_back(
                 {&file, AttributeLine(element, name), WebAddress(page).ToQString(), FileKind::PAGE});
     if (const CAtlString installer = XmlAttribute(element, INSTALL_FILE); !installer.IsEmpty())
@@ -79,7 +75,8 @@ void AddLinks(const CCatalogFile& file, const TiXmlElement& element, std::vector
                          JoinTrimmed(XmlAttribute(element, INSTALL_FOLDER), installer).ToQString(),
                          FileKind::INSTALLER});
     for (const TiXmlElement* child : Children(&element))
-        AddLinks(file, *child, links);
+        if (const XmlElementRule* childRule = FindRule(rule.children, child->ValueStr()))
+            AddLinks(file, *child, *childRule, links);
 }
 
 // Links are not followed: what they lead to must lie in the whole folder by another path.
@@ -291,10 +288,13 @@ void CCatalog::RecogniseReferenced() {
 }
 
 void CCatalog::CollectLinks() {
-    for (const FileKind kind : {FileKind::PRODUCT_LIST, FileKind::REMOTE_DESCRIPTION, FileKind::MESSAGE})
-        for (const CCatalogFile* file : FilesOf(kind))
-            if (file->GetRoot())
-                AddLinks(*file, *file->GetRoot(), links_);
+    const std::pair<FileKind, const XmlElementRule&> linking[] = {
+        {FileKind::PRODUCT_LIST, ListRules::LIST},
+        {FileKind::REMOTE_DESCRIPTION, DescriptionRules::REMOTE},
+        {FileKind::MESSAGE, NotificationRules::MESSAGE}};
+    for (const auto& [kind, rule] : linking)
+        for (const CCatalogFile* file : ReadableFilesOf(kind))
+            AddLinks(*file, *file->GetRoot(), rule, links_);
     for (const Reference& link : links_) {
         CCatalogFile* file = FileAt(link.address);
         if (file && file->GetKind() == FileKind::UNKNOWN)
