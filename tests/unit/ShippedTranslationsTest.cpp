@@ -49,7 +49,7 @@ Texts TextsOfFile(QString file) {
 
 Texts TextsOfProgram() {
     Texts texts;
-    for (const char* room : {"app", "i18n", "net", "platform", "products", "ui"}) {
+    for (const char* room : {"app", "i18n", "net", "platform", "products", "signing", "ui"}) {
         QDirIterator files(QStringLiteral(VARDO_SOURCE_DIR "/") + room, {"*.cpp", "*.h", "*.ui"}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (files.hasNext())
