@@ -16,7 +16,7 @@
 // Why a file does not count, in words; empty when it does.
 QString VerdictText(Verdict verdict);
 
-// Keeps the first 100 facts of each kind that it is told. docs/administration.md describes the JSON. GUI
+// Keeps the first 100 facts of each kind that it is told. docs/report.schema.json describes the JSON. GUI
 // thread only.
 class CExplanation : public IDecisionObserver {
 public:

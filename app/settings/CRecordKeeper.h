@@ -16,8 +16,8 @@ class CRecordKeeper {
 public:
     virtual ~CRecordKeeper() = default;
 
-    // Reads the user's values; "CheckUpdates" and "Interval" fall back to the machine's, then to their
-    // defaults, and give way to the policy. True when the user has a "LastChecked".
+    // Reads the values: those of the user, else the machine's, else the defaults; the policy goes before all.
+    // True when there is a "LastChecked".
     bool Load();
     // Writes the three values, except those that the policy sets, to the user's settings, and the window's
     // place if it has changed. Failures are not reported.

@@ -11,7 +11,8 @@
 #include <utility>
 #include <vector>
 
-// Hives: the settings of the whole machine and those of the user. Any value but 0 counts as the user's.
+// Hives: the settings of the whole machine and those of the user; where the user has no value, reads give the
+// machine's. Any number but 0 counts as the user's.
 inline constexpr int HKEY_LOCAL_MACHINE = 0;
 inline constexpr int HKEY_CURRENT_USER = 1;
 
