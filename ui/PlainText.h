@@ -4,12 +4,17 @@
 // Shows texts of others as they are, in texts of the program.
 #pragma once
 
+#include <QGuiApplication>
 #include <QString>
 #include <QTextDocument>
 
-// HTML that shows the text without carrying out markup in it; empty for an empty text.
+// HTML that shows the text in the program's direction, without carrying out markup in it; empty for an empty
+// text.
 inline QString AsHtml(const QString& text) {
-    return text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+    if (text.isEmpty())
+        return {};
+    const QString html = Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+    return QGuiApplication::isRightToLeft() ? "<div dir=\"rtl\">" + html + "</div>" : html;
 }
 
 // The text, isolated (U+2068, U+2069): its letters from right to left, or a number and its unit, keep their
