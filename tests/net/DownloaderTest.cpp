@@ -79,27 +79,13 @@ TEST_F(ADownloader, HoldsEverythingButInstallersToItsBounds) {
 
 TEST_F(ADownloader, SaysWhoFailed) {
     server_.Serve("http://updates.invalid/gone.xml", LoopbackAnswer::Status(404));
-    const struct {
-        QString address;
-        const wchar_t* proxyHost;
-        int proxyPort;
-        const char* text;
-    } rows[] = {
-        {"http://127.0.0.1:1/a.xml", L"", 0, "127.0.0.1: Connection refused"},
-        {"http://updates.invalid/a.xml", L"127.0.0.2", 1, "Proxy 127.0.0.2: Connection refused"},
-        {"http://updates.invalid/gone.xml", L"127.0.0.1", server_.Port() + 0x10000,
-         "Proxy 127.0.0.1: Connection refused"},
-        {"http://updates.invalid/a.xml", L"", 0, "updates.invalid: Host not found"},
-        {"http://updates.invalid/a.xml", L"proxy.invalid", 1, "Proxy proxy.invalid: Host not found"},
-        {"http://updates.invalid/gone.xml", L"127.0.0.1", server_.Port(),
-         "updates.invalid: The server does not have the file (404)"},
-    };
     QString told;
     downloader_.SetFailureCallback([&](const QString& text) { told = text; });
-    for (const auto& row : rows) {
-        downloader_.SetProxy(row.proxyHost, row.proxyPort);
-        EXPECT_EQ(Fetch(row.address), "");
-        EXPECT_EQ(told, row.text);
+    for (const QStringList& row : DataTable("download-failures.txt")) {
+        downloader_.SetProxy(CAtlString(row[1]),
+                             row[2].toInt() + (row[2].contains(u'+') ? server_.Port() : 0));
+        EXPECT_EQ(Fetch(row[0]), "");
+        EXPECT_EQ(told, row[3]);
     }
     // In the tests' own mount namespace.
     std::ofstream("/tmp/hosts") << "127.0.0.1 updates.invalid\n";

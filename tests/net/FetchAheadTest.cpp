@@ -192,7 +192,8 @@ protected:
         server_.Serve("http://updates.invalid" + Target(number), {CHALLENGE, LoopbackAnswer::Body("late")});
     }
 
-    const LoopbackAnswer CHALLENGE = LoopbackAnswer::Challenge("Basic realm=\"test\"");
+    const LoopbackAnswer CHALLENGE{
+        .status = 407, .headers = {"Proxy-Authenticate: Basic realm=\"test\""}, .delay = 20ms};
     bool asking_ = false;
     std::vector<std::size_t> requestsBeforeQuestion_;
 };

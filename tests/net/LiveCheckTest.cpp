@@ -25,6 +25,7 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
     tree.Write("site/products.xml", list);
     tree.Write("site/p/own.xml", offer);
     tree.Write("site/p/run", "#!/bin/sh\n");
+    tree.Write("site/p/run.minisig", "s");
     tree.Write("share/VardoProductUpdate.xml",
                "<S><Product CurrentVersion='1.0.0.0' RemoteVersionFile='own.xml' "
                "RemoteVersionFileURL='http://h/p'/></S>");
@@ -35,7 +36,7 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
         {"/products.xml", moved, "(301) [not-served]"},
         {"/products.xml", LoopbackAnswer::Body(list + "\n"), "differs from this file [served-otherwise]"},
         {"/p/own.xml", {.body = offer, .announcedLength = 9999}, " [not-served]"},
-        {"/p/run", LoopbackAnswer::Status(404), "(404) [not-served]"},
+        {"/p/run.minisig", LoopbackAnswer::Status(404), "(404) [not-served]"},
     };
     for (const auto& [target, answer, end] : cases) {
         SCOPED_TRACE(end);
@@ -43,6 +44,7 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
         server.Serve("/live/products.xml", LoopbackAnswer::Body(list));
         server.Serve("/live/p/own.xml", LoopbackAnswer::Body(offer));
         server.Serve("/live/p/run", LoopbackAnswer::Body("#!/bin/sh\n"));
+        server.Serve("/live/p/run.minisig", LoopbackAnswer::Body("s"));
         tree.Write("site/p/large", large);
         server.Serve("/live/p/large", LoopbackAnswer::Body(large));
         server.Serve("/live" + target, answer);
@@ -54,7 +56,7 @@ TEST(LiveCheck, TellsWhatProgramsWouldTripOver) {
         const QString said = QString::fromStdString(out.str());
         EXPECT_THAT(out.str(), testing::AllOf(testing::HasSubstr(beginning), testing::HasSubstr(end)));
         EXPECT_EQ(said.count('\n'), *end ? 2 : 1) << out.str();
-        EXPECT_EQ(server.RequestCount(), 4U) << "each file once";
+        EXPECT_EQ(server.RequestCount(), 5U) << "each file once";
         // The first case has shown that an installer may be large.
         large = "x";
     }

@@ -53,13 +53,13 @@ protected:
 
     // Answers every question for credentials with these, and counts the questions.
     void AnswerWith(const char* userName, const char* password) {
-        info_.SetProxyAuthRequiredCallback(
-            [this, userName, password](const CAtlString&, int, CAtlString& user, CAtlString& word) {
-                ++questions_;
-                user = userName;
-                word = password;
-                return true;
-            });
+        info_.SetProxyAuthRequiredCallback([this, userName, password](const CAtlString&, int,
+                                                                      CAtlString& user, CAtlString& word) {
+            EXPECT_TRUE(++questions_ == 1 || user == CAtlString(userName)) << "the refused ones come along";
+            user = userName;
+            word = password;
+            return true;
+        });
     }
     // Forgets the connections and what they taught about servers.
     void BeginAnew() { threads_ = boost::make_shared<CTransferThreads>(1); }
@@ -317,7 +317,7 @@ TEST_F(ProxyTransfer, WaitsForSilenceOnce) {
     for (const QStringList& row : DataTable("silences.txt")) {
         SCOPED_TRACE(row.join(" | ").toStdString());
         const bool asks = row[2] == "yes";
-        if (row[1].isEmpty())
+        if (!row[3].isEmpty())
             threads_->Memory().EndCheck();
         const std::size_t before = server_.RequestCount();
         QElapsedTimer timer;
@@ -380,6 +380,7 @@ TEST_F(ProxyTransfer, ShowsTheTicketBeforeItAsks) {
             realm->FallSilent();
         BeginAnew();
         info_.SetCredentials("", "");
+        questions_ = 0;
         info_.SetProxyAuthRequiredCallback({});
         if (row[2].isEmpty())
             AnswerWith("user", "word");
@@ -465,7 +466,7 @@ TEST_F(ProxyTransfer, SendsNoRefusedPasswordAgainAfterNtlmAskedTooOften) {
 TEST(ProxyChallenges, DigestIsAnsweredWithoutThePassword) {
     const QByteArray challenge =
         "Basic realm=x, digest REALM = \"testrealm@host.com\", "
-        "nonce=\"dcd98b7102dd2f0e\\8b11d0f600bfb0c093\"";
+        "nonce=\"dcd98b7102dd2f0e\\8b11d0f600bfb0c093\", algorithm=MD5, opaque=\"5, c\"";
     const auto answer = [](const QByteArray& fields) {
         auto digest = CDigestChallenge::From(ParseChallenges(fields).back());
         QByteArray first = digest->Answer("Mufasa", "Circle Of Life", "/dir/index.html");
@@ -473,7 +474,8 @@ TEST(ProxyChallenges, DigestIsAnsweredWithoutThePassword) {
         EXPECT_EQ(second.contains("nc=00000002"), first.contains("nc="));
         return first;
     };
-    EXPECT_TRUE(answer(challenge).endsWith(", response=\"670fd8c2df070c60b045671b8b24ff02\""));
+    EXPECT_TRUE(answer(challenge).endsWith(
+        ", algorithm=MD5, opaque=\"5, c\", response=\"670fd8c2df070c60b045671b8b24ff02\""));
     const auto guarded = ParseChallenges(answer(challenge + ", qop=\"auth-int, auth\"")).back().parameters;
     const QByteArray hashed = "939e7578ed9e3c518a452acee763bce9:" + guarded["nonce"] +
                               ":00000001:" + guarded["cnonce"] + ":auth:39aff3a2bab6126f332b942af96d3366";

@@ -169,7 +169,7 @@ TEST_F(CatalogTest, AProgramThatIsOfferedNeedsItsInstaller) {
     CProductVersion program{CVardoFilePath(shared_.Path(local).c_str())};
     EXPECT_TRUE(program.LoadLocal() && !program.IsNoUpdates());
     Alter(local, "True", "true");
-    EXPECT_TRUE(program.LoadLocal() && program.IsNoUpdates());
+    EXPECT_TRUE(preview("3.1.555.0").contains("    nobody: NoUpdates is set\n"));
 }
 
 // InstallerSealTest holds that the program refuses the same installers.
@@ -245,6 +245,11 @@ TEST_F(CatalogTest, ADescriptionOfNoListedProductIsNotRead) {
     EXPECT_EQ(Count(Check(), "site/CAPITALS.XML:", "malformed"), 1);
     std::filesystem::create_directory_symlink("/usr", shared_.Path("site/linked"));
     EXPECT_EQ(Count(Check(), "site/linked:1: error", "unread-folder"), 1);
+    std::filesystem::create_directory_symlink("updates", shared_.Path("site/latest"));
+    EXPECT_EQ(Count(Check(), "site/latest", "unread-folder"), 0) << "it is read by its own name";
+    Alter("program/share/SoftwareUpdateVN.xml", "8080/updates", "8080/linked/bin");
+    Alter("program/share/SoftwareUpdateVN.xml", "\"notebook.xml\"", "\"env\"");
+    EXPECT_EQ(Check().filter("through a linked or hidden folder").size(), 1);
     Alter(LIST, "SoftwareUpdateVTL", "SoftwareUpdateVTX");
     EXPECT_EQ(Count(Check(), "program/share/SoftwareUpdateVTL.xml:1: note", "unlisted"), 1);
     EXPECT_THAT(Rows(), testing::Not(testing::Contains(testing::HasSubstr("VARDO Timeline"))));
@@ -271,6 +276,8 @@ TEST_F(CatalogTest, TheCommandLineDecidesWhereTheSiteIsAndHowTheFindingsLook) {
     EXPECT_EQ(run({root + "/site/pages"}, EXIT_CLEAN),
               shared_.Path("site/pages/" + note) + "no errors, no warnings\n");
     EXPECT_EQ(run({"--quiet", root + "/site/pages"}, EXIT_CLEAN), "");
+    EXPECT_THAT(run({"--preview", root}, EXIT_CLEAN),
+                testing::HasSubstr("    nobody beside SoftwareUpdateVBS 9.0.0.0 to 9.9.9.9\n"));
     std::filesystem::create_directory(shared_.Path("empty"));
     EXPECT_EQ(
         run({root + "/empty"}, EXIT_ERRORS),

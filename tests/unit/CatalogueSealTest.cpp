@@ -19,7 +19,8 @@ namespace {
 
 using enum CCatalogueSeal::Judgement;
 
-const std::string CONTENT = "<?xml version='1.0'?>\r\n<u Location='Server'/>\n";
+const std::string CONTENT =
+    "<?xml version='1.0'?>\r\n<u Location='Server'><Product UpdateVersion='99.0.0.0'/></u>\n";
 const std::string COMMENT = "path:/a%20b/u.xml until:20270131";
 
 const Minisign& Maker() {
@@ -27,9 +28,8 @@ const Minisign& Maker() {
     return maker;
 }
 
-std::string Signed(const std::string& content, const std::string& comment,
-                   const std::vector<std::string>& options = {}) {
-    return content + "<!--minisign\n" + Maker().Sign(content, comment, options) + "-->\n";
+std::string Signed(const std::string& content, const std::string& comment) {
+    return content + "<!--minisign\n" + Maker().Sign(content, comment) + "-->\n";
 }
 
 // The text with the first occurrence of a part replaced by another.
@@ -58,9 +58,7 @@ TEST(CatalogueSeal, BelievesWhatTheMakerSignedForThisAddressAndThisDay) {
         {.situation = "white space after it", .file = good + " \r\n\t", .judgement = GOOD},
         {.situation = "another maker's key", .key = other.Key()},
         {.situation = "a key and something else", .key = Maker().Key() + "\n"},
-        {.situation = "no signature", .file = CONTENT},
         {.situation = "a byte changed", .file = But(good, "Server", "server")},
-        {.situation = "the old form", .file = Signed(CONTENT, COMMENT, {"-l"})},
         {.situation = "a comment after it", .file = good + "<!-- -->"},
         {.situation = "an unsigned element in the comment",
          .file = But(good, "comment: ", "comment: --><u/><!--")},
@@ -114,7 +112,10 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
             << file;
 
     // The second signature replaces the first.
+    const std::string first = shared_.Path("site/products.xml");
+    std::filesystem::permissions(first, std::filesystem::perms{0646});
     EXPECT_EQ(Sign("13") + Sign("14"), 0);
+    EXPECT_EQ(std::filesystem::status(first).permissions(), std::filesystem::perms{0646});
     EXPECT_EQ(Check(withoutKey), QStringList());
     EXPECT_EQ(Rows(), rows);
     EXPECT_EQ(Sign("13"), 0);
@@ -126,12 +127,23 @@ TEST_F(SignedSite, IsBelievedFileByFile) {
     shared_.Write("site/updates/notebook.xml", Signed(CONTENT, "path:/p.xml until:20200131"));
     for (const char* code : {"signature-over", "signed-elsewhere"})
         EXPECT_EQ(Count(Check(), "site/updates/notebook.xml:1: error", code), 1);
+    std::ostringstream preview;
+    RunCatalogCheck({"", "--preview", QString::fromStdString(shared_.Root())}, preview, preview);
+    EXPECT_THAT(preview.str(), testing::HasSubstr("refused as it is now: it is signed for another address"));
+    Alter("program/share/SoftwareUpdateVLP.xml", "8080/updates", "8080/./updates");
+    EXPECT_EQ(Count(Check(), "program/share/SoftwareUpdateVLP.xml:", "other-path"), 1) << "of an address";
+    std::filesystem::remove(shared_.Path("program/share/SoftwareUpdateVINK.xml"));
+    EXPECT_EQ(Sign("13", ""), EXIT_ERRORS) << "which no signature mends";
     Alter("site/products.xml", "/products.xml\"", "/new/products.xml\"");
     EXPECT_EQ(Count(Check(), "site/products.xml:", "other-path"), 1) << "of its Url";
-    EXPECT_EQ(Sign("13"), EXIT_ERRORS) << "which no signature mends";
-    shared_.Write("site/products.xml", Signed("<P/>\n", "path:/products.xml until:20200131"));
-    Rows();
-    EXPECT_EQ(told_.value(0), "127.0.0.1: The signature of the list has expired");
+    for (const auto& [path, told] : {std::pair("products", "The signature of the list has expired"),
+                                     {"p", "The list is signed for another address"}}) {
+        shared_.Write("site/products.xml",
+                      Signed("<P/>\n", QString("path:/%1.xml until:20200131").arg(path).toStdString()));
+        Rows();
+        EXPECT_EQ(told_.value(0), QString("127.0.0.1: ") + told);
+    }
+    EXPECT_TRUE(told_.contains("127.0.0.1: The file is signed for another address"));
     shared_.Write("program/share/VardoCatalogue.pub", "no key");
     EXPECT_EQ(Count(Check(), "program/share/VardoCatalogue.pub:1: error", "bad-key"), 1);
 
@@ -230,15 +242,16 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
         Release(wrong, EXIT_WRONG_USAGE);
     std::filesystem::remove_all(shared_.Root());
     shared_.MakeDirectory("site");
-    Release({"--site", "http://h/a&b", "--new", "A & B", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_CLEAN);
+    Release({"--site", "http://h/a&b", "--new", "A & B", "SoftwareUpdateNEW2", "1.0.0.0"}, EXIT_CLEAN);
     EXPECT_EQ(Check().filter(": error: "), QStringList()) << "of the first product";
+    Release({"--new", "n", "SoftwareUpdateNEW", "1.0.0.0"}, EXIT_ERRORS);
 }
 
 TEST_F(SignedSite, TheStoredListCountsWhenItIsSignedForTheInstalledOnesAddress) {
     const ScopedEnvironment home("HOME", shared_.Path("home").c_str());
     const std::string list = "<P Version='9.0.0.0'><Product Name='n' BaseXml='b'/></P>\n";
     const std::pair<std::string, Verdict> cases[] = {
-        {list, Verdict::UNSIGNED},
+        {Signed(list, "path:/products.xml until:20270231"), Verdict::UNSIGNED},
         {Signed(list, "path:/lists/products.xml until:29991231"), Verdict::SIGNED_ELSEWHERE},
         {Signed(list, "path:/products.xml until:20200131"), Verdict::COUNTS},
     };

@@ -55,18 +55,12 @@ protected:
 }  // namespace
 
 TEST(PathTexts, HavePartsAndGrowAndShrink) {
-    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-        {L"C:\\dir\\file.txt", L"C:/dir/file.txt|file.txt|file|.txt"},
-        {L"a/b//", L"a/b/|||"},
-        {L"dir.d/file", L"dir.d/file|file|file|"},
-        {L"/h/.hidden", L"/h/.hidden|.hidden||.hidden"},
-    };
-    for (const auto& [text, parts] : cases) {
-        const CVardoFilePath file{CAtlString(text)};
-        const CAtlString path = CVardoDirectoryPath(CAtlString(text)).GetDirectoryPathString();
+    for (const QStringList& row : DataTable("path-parts.txt")) {
+        const CVardoFilePath file{CAtlString(row[0])};
+        const CAtlString path = CVardoDirectoryPath(CAtlString(row[0])).GetDirectoryPathString();
         EXPECT_EQ(file.GetFilePathString(), path);
         EXPECT_EQ(path + L"|" + file.GetFileName() + L"|" + file.GetFileTitle() + L"|" + file.GetExtension(),
-                  parts);
+                  CAtlString(row.mid(1).join('|')));
     }
     CVardoDirectoryPath path(CVardoFilePath(L"/opt/run"));
     path.Append(L"");

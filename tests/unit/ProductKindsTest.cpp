@@ -130,7 +130,6 @@ TEST_F(InstalledProducts, EachVersionIsOneItemAndTheHighestIsChecked) {
 TEST_F(InstalledProducts, AreDisabledByOthersInTheGivenVersions) {
     const std::string other = Disabler("X", "", "9.0.0.0");
     const std::tuple<const char*, std::string, bool, const char*> cases[] = {
-        {"no disabler", "", false, ""},
         {"in one version", Disabler("K", "1.0.0.0", "1.5.0.0"), true, "(K K\n)+"},
         {"in the other", Disabler("K", "2.5.0.0", "2.5.0.0"), true, "(K K\n)+"},
         {"out of range", Disabler("K", "1.6.0.0", "1.9.9.9"), false, "K K\nK K\nB2 K\n"},

@@ -95,20 +95,13 @@ TEST_F(Settings, WritingKeepsWhatOtherSoftwareHasWritten) {
 }
 
 TEST_F(Settings, FileFollowsTheIdentityWhichEndsWithItsScope) {
-    const std::tuple<const char*, const char*, std::string> cases[] = {
-        {"", "", WHOLE_MAKER},
-        {"vardotech", "", WHOLE_MAKER},
-        {"vardotech", "Gallery", "VARDO Technologies/Gallery.conf"},
-        {"Other", "App", "Other/App.conf"},
-        {"Other", "", "Other.conf"},
-    };
     const CSettingsIdentity outer("Outer", "outer.example", "App");
-    for (const auto& [organization, application, file] : cases) {
-        const CSettingsIdentity identity(organization, "", application);
+    for (const QStringList& row : DataTable("settings-files.txt")) {
+        const CSettingsIdentity identity(row[0], "", row[1]);
         WriteRegistryDword(HKEY_CURRENT_USER, L"K", L"user", 1);
         WriteRegistryDword(HKEY_LOCAL_MACHINE, L"K", L"machine", 2);
-        EXPECT_EQ(ReadWholeFile(USERS + file), "[K]\nuser=1\n");
-        EXPECT_EQ(ReadWholeFile(MACHINES + file), "[K]\nmachine=2\n");
+        EXPECT_EQ(ReadWholeFile(USERS + row[2].toStdString()), "[K]\nuser=1\n");
+        EXPECT_EQ(ReadWholeFile(MACHINES + row[2].toStdString()), "[K]\nmachine=2\n");
         Clear();
     }
     EXPECT_EQ(QCoreApplication::organizationName(), "Outer");
@@ -186,17 +179,15 @@ TEST_F(Settings, AMachineFileThatIsNotToBeWrittenIsReplacedByTheUsers) {
 }
 
 TEST_F(Settings, DueRule) {
-    const std::tuple<int, int, int, bool> cases[] = {
-        {30, 2451545, 2451574, false}, {30, 2451545, 2451575, true}, {-5, 2451545, 2451545, true},
-        {7, 2451600, 2451545, false},  {30, INT_MIN, INT_MAX, true},
-    };
-    for (const auto& [interval, lastChecked, day, due] : cases) {
-        WriteOwn(HKEY_CURRENT_USER, DefaultSettings::LAST_CHECKED, lastChecked);
+    for (const QStringList& row : DataTable("due-checks.txt")) {
+        const int day = row[2].toInt();
+        WriteOwn(HKEY_CURRENT_USER, DefaultSettings::LAST_CHECKED, row[1].toInt());
         CRecordKeeper record;
         EXPECT_TRUE(record.Load());
-        record.SetInterval(interval);
+        record.SetInterval(row[0].toInt());
         record.NoteCheck(QDate::fromJulianDay(day));
-        EXPECT_EQ(record.IsCheckDue(QDate::fromJulianDay(day)), due) << interval << " after " << lastChecked;
+        EXPECT_EQ(record.IsCheckDue(QDate::fromJulianDay(day)), row[3] == "due")
+            << row.join(' ').toStdString();
         record.SetCheckUpdates(false);
         EXPECT_FALSE(record.IsCheckDue(QDate::fromJulianDay(day)));
     }

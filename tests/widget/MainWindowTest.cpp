@@ -254,8 +254,6 @@ TEST_F(MainWindowTest, StatusSumsUpWhatCameOfTheCheck) {
     const std::string lost = ": site: The server's answer cannot be read";
     // The versions that the site offers for A, B and C, where 1 is installed; empty without a description.
     const std::vector<std::pair<std::array<std::string, 3>, std::string>> cases{
-        {{"1", "1", "1"}, "Everything is up to date"},
-        {{"1", "2", "1"}, "1 update"},
         {{"2", "3", "1"}, "2 updates"},
         {{"2", "", "1"}, "1 update. B" + lost},
         {{"1", "", ""}, "2 products could not be checked" + lost},
@@ -279,6 +277,10 @@ TEST_F(MainWindowTest, StatusSumsUpWhatCameOfTheCheck) {
     EXPECT_EQ(downloader_->addresses, Lines({"http://site/A.xml"})) << "the rest is left out";
     EXPECT_EQ(Status(), "Nothing could be checked: No answer");
     EXPECT_TRUE(Described(0, 2).endsWith("site: No answer") && Described(2, 2).endsWith(". No answer"));
+    tree_.Write("share/VardoCatalogue.pub", "no key");
+    controller_->UpdateProductList();
+    retry_.click();
+    EXPECT_TRUE(Status().endsWith(". site: The list is not signed by the maker"));
 }
 
 TEST_F(MainWindowTest, RowsSayWhyAndTheirMenuSkipsAVersion) {
@@ -349,6 +351,16 @@ TEST_F(MainWindowTest, RowsSayWhyAndTheirMenuSkipsAVersion) {
         << "and it is closed";
     QTest::keyClick(&table_, Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(QApplication::clipboard()->text().endsWith("\nOff\t0.9.0.0\t0.9.0.0"));
+    downloader_->whileDownloading = [&] {
+        EXPECT_EQ(Status(), "") << "the rest is not checked yet";
+        choose(newest, "Skip This Version");
+    };
+    retry_.click();
+    downloader_->whileDownloading = {};
+    for (const char* lost : {"Notes", "Board"})
+        downloader_->Forget(std::string("http://site/") + lost + ".xml");
+    retry_.click();
+    EXPECT_TRUE(Status().startsWith("Nothing could be checked: ")) << "the third one is turned off";
 }
 
 TEST_F(MainWindowTest, ShowsBusyBarsWhenAProductTakesLong) {

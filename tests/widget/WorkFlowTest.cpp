@@ -254,7 +254,10 @@ TEST_F(WorkFlow, CheckGoesOnWhenTheSelfUpdateIsForbiddenOrDeclinedOrFails) {
     environment_->selfUpdateConfirmed = true;
     Run({});
     EXPECT_EQ(environment_->selfUpdateWarnings, 1);
-    EXPECT_TRUE(environment_->startedPrograms.empty());
+    OfferSelfUpdate();
+    downloader_->whileDownloading = [] { std::raise(SIGTERM); };
+    Run({});
+    EXPECT_TRUE(environment_->startedPrograms.empty()) << "nor when the session ends meanwhile";
     EXPECT_EQ(latest_, QStringList({"2.0.0.0", "2.0.0.0", "2.0.0.0", "2.0.0.0"}));
 }
 
