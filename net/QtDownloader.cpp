@@ -102,7 +102,7 @@ int QtDownloader::Transfer(const QUrl& address, QFile& file) {
         // Without an answer nothing was sent, for want of a ticket, and the proxy may want nothing now.
         const bool isAsked = status_ != 0;
         if (isAsked && !HasCredentialsToTry() && !Memory().Of(proxy_).TakesTicket() && !AskForCredentials()) {
-            record_.culprit = Culprit::PROXY;
+            BlameProxy();
             return IsCancelled() ? Judge(file) : RESULT_ABORTED;
         }
         Attempt(address, file);
@@ -179,12 +179,7 @@ void QtDownloader::NoteChallenge() {
 bool QtDownloader::AskForCredentials() {
     wasHeld_ = IsAhead();
     const Peer proxy = Memory().Of(proxy_);
-    if (proxy.scheme == ProxyScheme::NEGOTIATE)
-        record_.error = proxy.noTicket;
-    else if (proxy.scheme == ProxyScheme::UNUSABLE)
-        record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
-    else if (!proxy.noTicket.IsEmpty())
-        record_.error = CAtlString(tr("It wants a valid Kerberos ticket, or a user name and password"));
+    NoteRefusal(proxy);
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
     if (IsAhead() || !TakesCredentials(proxy) ||
         !RequestProxyAuth(GetRoute().proxyHost, GetRoute().proxyPort, given.userName, given.password))
@@ -227,15 +222,33 @@ void QtDownloader::NoteOutcome() {
                 proxy.refused = credentials_;
             isProxys = isChallenged || !Http().wasSent() || !proxy.hasAnswered;
         });
-    record_.culprit = isProxys ? Culprit::PROXY : Culprit::SITE;
+    record_.culprit = Culprit::SITE;
+    if (isChallenged)
+        NoteRefusal(Memory().Of(proxy_));
+    if (isProxys)
+        BlameProxy();
     if (Http().error() == QHttp::Error::NOT_WRITTEN)
         record_.culprit = Culprit::COMPUTER;
-    // A proxy is no server.
-    if (isProxys && record_.error.ToQString() == QHttp::NoAnswer())
-        record_.error = CAtlString(tr("No answer"));
     if (Http().error() != QHttp::Error::TOO_LATE && Http().error() != QHttp::Error::UNREACHABLE)
         return;
     Memory().Update(isProxys ? proxy_ : site_, [this](Peer& peer) { peer.silence = record_.error; });
+}
+
+void QtDownloader::NoteRefusal(const Peer& proxy) {
+    if (!record_.error.IsEmpty())
+        return;
+    if (proxy.scheme == ProxyScheme::NEGOTIATE)
+        record_.error = proxy.noTicket;
+    else if (proxy.scheme == ProxyScheme::UNUSABLE)
+        record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
+    else if (!proxy.noTicket.IsEmpty())
+        record_.error = CAtlString(tr("It wants a valid Kerberos ticket, or a user name and password"));
+}
+
+void QtDownloader::BlameProxy() {
+    record_.culprit = Culprit::PROXY;
+    if (record_.error.ToQString() == QHttp::NoAnswer())
+        record_.error = CAtlString(tr("No answer"));
 }
 
 int QtDownloader::Judge(QFile& file) {

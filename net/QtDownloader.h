@@ -55,6 +55,11 @@ private:
     bool IsKnownToBeSilent();
     // Remembers how the host and the proxy have behaved, and which of them is to blame for a failure.
     void NoteOutcome();
+    // Tells what the proxy wants, unless the last attempt failed in another way. For a password alone, the
+    // status says it.
+    void NoteRefusal(const CPeerMemory::Peer& proxy);
+    // The text about a silent server would name the wrong one.
+    void BlameProxy();
     // The result. Deletes the file of a failure; only an empty one may stay.
     int Judge(QFile& file);
 
