@@ -16,7 +16,7 @@ bool CCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     QString text = index.data(Qt::ToolTipRole).toString();
     if (text.isEmpty() && sizeHint(option, index).width() > option.rect.width())
-        text = index.data().toString();
+        text = Isolated(index.data().toString());
     QToolTip::showText(event->globalPos(), AsHtml(text), view->viewport());
     return true;
 }

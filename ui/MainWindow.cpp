@@ -361,7 +361,7 @@ void MainWindow::ShowCheckedRow(const Row& row) {
         table_.Highlight(place);
 }
 
-// CFetchedFile has told a reason of its own, unless the product refuses what it fetched.
+// Nothing else has told why: the check was stopped, or the product refuses the file.
 void MainWindow::TellUnreadable(const IProduct& product) {
     const QString host = QUrl(product.GetCheckAddress().ToQString()).host();
     const QString what =

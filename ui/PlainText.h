@@ -13,8 +13,9 @@
 inline QString AsHtml(const QString& text) {
     if (text.isEmpty())
         return {};
-    const QString html = Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
-    return QGuiApplication::isRightToLeft() ? "<div dir=\"rtl\">" + html + "</div>" : html;
+    const QString direction = QGuiApplication::isRightToLeft() ? "rtl" : "ltr";
+    return "<div dir=\"" + direction + "\">" + Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) +
+           "</div>";
 }
 
 // The text, isolated (U+2068, U+2069): its letters from right to left, or a number and its unit, keep their

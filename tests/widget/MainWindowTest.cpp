@@ -19,11 +19,13 @@
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextDocument>
 #include <QToolTip>
 
 #include "net/Downloader.h"
 #include "net/dialog/ProxyAuth.h"
+#include "ui/PlainText.h"
 
 namespace {
 
@@ -198,14 +200,18 @@ TEST_F(MainWindowTest, WhatHasNoRoomIsShownInATip) {
         QApplication::sendEvent(widget, &help);
         QTextDocument tip;
         tip.setHtml(QToolTip::text());
+        EXPECT_TRUE(tip.isEmpty() || tip.firstBlock().textDirection() == QApplication::layoutDirection());
         return tip.toPlainText();
     };
     auto* status = Find<QLabel>("statusLabel");
-    for (const auto& [row, tip] : {std::pair(0, QString()), {1, longName}})
+    for (const auto& [row, tip] : {std::pair(0, QString()), {1, Isolated(longName)}})
         EXPECT_EQ(tipAt(table_.viewport(), table_.visualItemRect(table_.item(row, 0)).center()), tip);
     const int half = window_.screen()->availableGeometry().width() / 2;
     EXPECT_TRUE(QTest::qWaitFor([&] { return table_.columnWidth(0) == half; }));
-    EXPECT_EQ(tipAt(status, QPoint(1, 1)), longName + ": site: The server's answer cannot be read");
+    for (const Qt::LayoutDirection direction : {Qt::RightToLeft, Qt::LeftToRight}) {
+        QApplication::setLayoutDirection(direction);
+        EXPECT_EQ(tipAt(status, QPoint(1, 1)), longName + ": site: The server's answer cannot be read");
+    }
     EXPECT_LT(window_.minimumSizeHint().width(), status->fontMetrics().horizontalAdvance(status->text()));
     const QImage elided = status->grab().toImage();
     status->setText("short");
