@@ -66,14 +66,18 @@ void AddMessageReference(const CCatalogFile& file, const boost::shared_ptr<IEnvi
 void AddLinks(const CCatalogFile& file, const TiXmlElement& element, const XmlElementRule& rule,
               std::vector<Reference>& links) {
     using namespace DescriptionFormat;
-    for (const auto& [name, value, isNeeded] : rule.attributes)
-        if (const CAtlString page = XmlAttribute(element, name); value == XmlValue::PAGE && !page.IsEmpty())
-            links.push_back(
-                {&file, AttributeLine(element, name), WebAddress(page).ToQString(), FileKind::PAGE});
-    if (const CAtlString installer = XmlAttribute(element, INSTALL_FILE); !installer.IsEmpty())
-        links.push_back({&file, AttributeLine(element, INSTALL_FILE),
-                         JoinTrimmed(XmlAttribute(element, INSTALL_FOLDER), installer).ToQString(),
-                         FileKind::INSTALLER});
+    for (const auto& [name, value, isNeeded] : rule.attributes) {
+        const CAtlString text = XmlAttribute(element, name);
+        const int line = AttributeLine(element, name);
+        if (text.IsEmpty())
+            continue;
+        if (value == XmlValue::PAGE)
+            links.push_back({&file, line, WebAddress(text).ToQString(), FileKind::PAGE});
+        else if (std::string_view(name) == INSTALL_FILE)
+            links.push_back({&file, line,
+                             JoinTrimmed(XmlAttribute(element, INSTALL_FOLDER), text).ToQString(),
+                             FileKind::INSTALLER});
+    }
     for (const TiXmlElement* child : Children(&element))
         if (const XmlElementRule* childRule = FindRule(rule.children, child->ValueStr()))
             AddLinks(file, *child, *childRule, links);
