@@ -41,7 +41,8 @@ void PrintAndEnd(QtMsgType type, const QMessageLogContext& /*context*/, const QS
         _exit(0);
 }
 
-// Qt calls exit(1) when it loses the display; the program's status is always 0.
+// Qt calls exit(1) when it loses an X display; the program's status is 0. Its plugin for Wayland calls
+// _exit(1), which leaves the program no say.
 void EndWithoutError(int status, void* /*unused*/) {
     if (status != 0)
         _exit(0);

@@ -68,9 +68,9 @@ void AddLinks(const CCatalogFile& file, const TiXmlElement& element, const XmlEl
     using namespace DescriptionFormat;
     for (const auto& [name, value, isNeeded] : rule.attributes) {
         const CAtlString text = XmlAttribute(element, name);
-        const int line = AttributeLine(element, name);
         if (text.IsEmpty())
             continue;
+        const int line = AttributeLine(element, name);
         if (value == XmlValue::PAGE)
             links.push_back({&file, line, WebAddress(text).ToQString(), FileKind::PAGE});
         else if (std::string_view(name) == INSTALL_FILE)

@@ -39,6 +39,17 @@ ProxyScheme WayToLogIn(const Peer& proxy, bool isTicketShown) {
     return TakesCredentials(proxy) ? proxy.scheme : ProxyScheme::NONE;
 }
 
+// What a proxy that lets no request pass wants, or why it got no ticket; empty for a password alone.
+QString WishOf(const Peer& proxy) {
+    if (proxy.scheme == ProxyScheme::NEGOTIATE)
+        return proxy.noTicket.ToQString();
+    if (proxy.scheme == ProxyScheme::UNUSABLE)
+        return QtDownloader::tr("It offers no way to log in that this program can use");
+    return proxy.noTicket.IsEmpty()
+               ? QString()
+               : QtDownloader::tr("It wants a valid Kerberos ticket, or a user name and password");
+}
+
 // Creates the file for its owner alone, in place of an earlier one. It never opens a file or follows a link
 // that another user put there meanwhile; the file then stays closed.
 void CreateAnew(QFile& file) {
@@ -179,7 +190,6 @@ void QtDownloader::NoteChallenge() {
 bool QtDownloader::AskForCredentials() {
     wasHeld_ = IsAhead();
     const Peer proxy = Memory().Of(proxy_);
-    NoteRefusal(proxy);
     Credentials given = areTried_ || proxy.refused == credentials_ ? credentials_ : Credentials();
     if (IsAhead() || !TakesCredentials(proxy) ||
         !RequestProxyAuth(GetRoute().proxyHost, GetRoute().proxyPort, given.userName, given.password))
@@ -223,8 +233,6 @@ void QtDownloader::NoteOutcome() {
             isProxys = isChallenged || !Http().wasSent() || !proxy.hasAnswered;
         });
     record_.culprit = Culprit::SITE;
-    if (isChallenged)
-        NoteRefusal(Memory().Of(proxy_));
     if (isProxys)
         BlameProxy();
     if (Http().error() == QHttp::Error::NOT_WRITTEN)
@@ -234,19 +242,10 @@ void QtDownloader::NoteOutcome() {
     Memory().Update(isProxys ? proxy_ : site_, [this](Peer& peer) { peer.silence = record_.error; });
 }
 
-void QtDownloader::NoteRefusal(const Peer& proxy) {
-    if (!record_.error.IsEmpty())
-        return;
-    if (proxy.scheme == ProxyScheme::NEGOTIATE)
-        record_.error = proxy.noTicket;
-    else if (proxy.scheme == ProxyScheme::UNUSABLE)
-        record_.error = CAtlString(tr("It offers no way to log in that this program can use"));
-    else if (!proxy.noTicket.IsEmpty())
-        record_.error = CAtlString(tr("It wants a valid Kerberos ticket, or a user name and password"));
-}
-
 void QtDownloader::BlameProxy() {
     record_.culprit = Culprit::PROXY;
+    if (record_.error.IsEmpty())
+        record_.error = CAtlString(WishOf(Memory().Of(proxy_)));
     if (record_.error.ToQString() == QHttp::NoAnswer())
         record_.error = CAtlString(tr("No answer"));
 }

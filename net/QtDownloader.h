@@ -55,10 +55,8 @@ private:
     bool IsKnownToBeSilent();
     // Remembers how the host and the proxy have behaved, and which of them is to blame for a failure.
     void NoteOutcome();
-    // Tells what the proxy wants, unless the last attempt failed in another way. For a password alone, the
-    // status says it.
-    void NoteRefusal(const CPeerMemory::Peer& proxy);
-    // The text about a silent server would name the wrong one.
+    // Tells what the proxy wants, or how the last attempt failed; the text about a silent server would name
+    // the wrong one. For a password alone, the status says it.
     void BlameProxy();
     // The result. Deletes the file of a failure; only an empty one may stay.
     int Judge(QFile& file);

@@ -16,7 +16,7 @@ struct CPolicy {
     // Reads the machine's file.
     CPolicy();
 
-    // The names of the values that count, in the order of the members.
+    // The names of the values that count, in the order of the members. docs/report.schema.json lists them.
     QStringList names;
     // Why the others do not count, in English: a sentence for each.
     QStringList refusals;
