@@ -100,9 +100,16 @@ public:
     // The signatures; nothing when one cannot be made. A range offers an older release, which keeps its
     // signature for installations with the old key.
     std::optional<std::vector<SignedFile>> SignAll() {
+        std::vector<SignedFile> signatures;
+        bool isOffered = false;
         for (const Reference& reference : catalog_.GetReferences())
-            if (reference.from->GetName() == QString::fromWCharArray(DescriptionFormat::OWN_FILE))
-                return SignOffersOf(reference);
+            if (reference.from->GetName() == QString::fromWCharArray(DescriptionFormat::OWN_FILE)) {
+                isOffered = true;
+                if (!SignOffersOf(reference, signatures))
+                    return std::nullopt;
+            }
+        if (isOffered)
+            return signatures;
         problem_ =
             "no VardoProductUpdate.xml of an installation is here, which tells where the "
             "program's own description is published; or it has NoUpdates";
@@ -111,24 +118,25 @@ public:
     const QString& GetProblem() const { return problem_; }
 
 private:
-    std::optional<std::vector<SignedFile>> SignOffersOf(const Reference& reference) {
+    // Adds the signatures of what the program is offered there; false, with the problem, when one cannot be
+    // made.
+    bool SignOffersOf(const Reference& reference, std::vector<SignedFile>& signatures) {
         CProductVersion reader(reference.from->GetFilePath());
         const auto path = catalog_.FileOf(reference.address);
         if (!path || !reader.ParseRemote(ReadFileBytes(CVardoFilePath(CAtlString(*path))))) {
             problem_ = QString("the program's own description, \"%1\", cannot be read")
                            .arg(path.value_or(reference.address));
-            return std::nullopt;
+            return false;
         }
         const CVardoDirectoryPath folder{CAtlString(reference.from->GetFolder())};
-        std::vector<SignedFile> signatures;
         if (!Sign(reader.GetTable().GetDefaultOffer(), folder, signatures))
-            return std::nullopt;
+            return false;
         for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())
             if (const auto installer = PathOf(offer);
                 installer && (comments_.contains(*installer) || !catalog_.Find(SignatureOf(*installer))) &&
                 (!Sign(offer, folder, signatures) || !KeepsKey(*installer, signatures)))
-                return std::nullopt;
-        return signatures;
+                return false;
+        return true;
     }
 
     // Older installations, which a range is for, may know only the key of the signature that is there.

@@ -166,8 +166,13 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     const QString key = QString::fromStdString(Maker().SecretKeyFile());
     const std::string offer = "site/program/VardoProductUpdate.xml";
     std::filesystem::remove(shared_.Path("program/share/SoftwareUpdateVINK.xml"));
-    for (const char* file : {"installer", "old"})
+    for (const char* file : {"installer", "old", "beta"})
         shared_.Write(std::string("site/program/") + file, "#!/bin/sh\n");
+    const std::string beta =
+        But(ReadWholeFile(shared_.Path("program/share/VardoProductUpdate.xml")), "\"Vardo", "\"Beta");
+    shared_.Write("trial/share/VardoProductUpdate.xml", beta);
+    shared_.Write("site/program/BetaProductUpdate.xml",
+                  But(ReadWholeFile(shared_.Path(offer)), "\"installer\"", "\"beta\""));
     const std::string old = Minisign().Sign("#!/bin/sh\n", "file:old version:3.0.0.0");
     shared_.Write("site/program/old.minisig", old);
     Alter(offer, "\"installer\"", "\"installer?v=1\"");
@@ -208,9 +213,10 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     shared_.Write("program/share/VardoProductUpdate.pub", Maker().Key());
     const QStringList lines = Release({"--installer-key", key, "--key", key}, EXIT_CLEAN)
                                   .filter(QRegularExpression(": signed|ller$"));
-    EXPECT_EQ(lines.mid(0, 2),
-              QStringList({"site/program/installer", "site/program/installer.minisig: signed"}));
-    EXPECT_TRUE(lines.value(2).startsWith("site/gallery/")) << "descriptions lie between";
+    EXPECT_EQ(lines.mid(0, 3),
+              QStringList({"site/program/installer", "site/program/installer.minisig: signed",
+                           "site/program/beta.minisig: signed"}));
+    EXPECT_TRUE(lines.value(3).startsWith("site/gallery/")) << "descriptions lie between";
     EXPECT_TRUE(lines.value(lines.size() - 1).startsWith("site/products.xml: signed until "));
     EXPECT_EQ(ReadWholeFile(shared_.Path("site/program/old.minisig")), old) << "an older key's";
     EXPECT_EQ(Check().filter(QRegularExpression(": error: |minisig:.*private-file")), QStringList());
