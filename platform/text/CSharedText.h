@@ -133,9 +133,11 @@ private:
         Char terminator = Char(0);
     };
 
+    // Nothing writes to the shared empty text.
     static Char* EmptyData() noexcept {
-        static constinit EmptyText empty;
-        return &empty.terminator;
+        static constexpr EmptyText EMPTY;
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): all other texts can be written.
+        return const_cast<Char*>(&EMPTY.terminator);
     }
     static int CompareUpTo0(const wchar_t* a, const wchar_t* b) { return std::wcscmp(a, b); }
     static int CompareUpTo0(const char* a, const char* b) { return std::strcmp(a, b); }
