@@ -24,6 +24,12 @@ bool CCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
 // Settles the alignment before it takes the text's direction, so that the text stays on the window's side.
 void CCellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    // A tint fades into the table's present colour; the desktop may have turned dark since it was made.
+    if (const QGradient* tint = option->backgroundBrush.gradient()) {
+        QGradient present = *tint;
+        present.setColorAt(1, option->palette.color(QPalette::Base));
+        option->backgroundBrush = present;
+    }
     // A tint begins where the eye does.
     if (option->direction == Qt::RightToLeft)
         option->backgroundBrush.setTransform(QTransform(-1, 0, 0, 1, option->rect.width(), 0));

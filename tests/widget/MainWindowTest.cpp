@@ -416,12 +416,15 @@ TEST_F(MainWindowTest, LateNotificationIsAddedAtTheEndAndTinted) {
     EXPECT_EQ(table_.item(1, 0)->background().style(), Qt::LinearGradientPattern);
     EXPECT_EQ(table_.columnSpan(0, 0), 1);
     EXPECT_EQ(table_.columnSpan(1, 0), 3) << "it has no versions";
+    QPalette turnedDark = table_.palette();
+    turnedDark.setColor(QPalette::Base, Qt::black);
+    table_.setPalette(turnedDark);
     for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         window_.setLayoutDirection(direction);
         const QRect cell = table_.visualItemRect(table_.item(1, 0)).adjusted(1, 1, -1, -1);
         const QImage drawn = table_.viewport()->grab().toImage();
         const bool isLeftStronger =
-            drawn.pixelColor(cell.topLeft()).red() < drawn.pixelColor(cell.topRight()).red();
+            drawn.pixelColor(cell.topLeft()).blue() > drawn.pixelColor(cell.topRight()).blue();
         EXPECT_EQ(isLeftStronger, direction == Qt::LeftToRight);
     }
 }
