@@ -66,6 +66,7 @@ protected:
 
     // A transfer ignores this proxy, which refuses every connection.
     const ScopedEnvironment environment_{"http_proxy", "http://127.0.0.1:1/"};
+    const ScopedEnvironment noTicket_{"KRB5CCNAME", "/tmp/missing"};
     LoopbackServer server_;
     boost::shared_ptr<CTransferThreads> threads_ = boost::make_shared<CTransferThreads>(1);
     ConnectionInfo info_;
@@ -354,7 +355,6 @@ TEST_F(ProxyTransfer, AsksOnlyForCredentialsThatItHasNot) {
 }
 
 TEST_F(ProxyTransfer, NeverSendsThePasswordReadablyWhereBetterIsOffered) {
-    const ScopedEnvironment noTicket{"KRB5CCNAME", "/tmp/missing"};
     for (const QStringList& row : DataTable("proxy-schemes.txt")) {
         SCOPED_TRACE(row.join(" | ").toStdString());
         BeginAnew();
@@ -424,7 +424,6 @@ TEST_F(ProxyTransfer, TellsAndForgivesAQuestionThatItCannotAnswer) {
     Serve({LoopbackAnswer::Challenge("Bearer")});
     EXPECT_EQ(FetchThroughProxy(), RESULT_ABORTED);
     EXPECT_EQ(FailureText(record_), "Proxy 127.0.0.1: It offers no way to log in that this program can use");
-    const ScopedEnvironment noTicket{"KRB5CCNAME", "/tmp/missing"};
     for (const char* answers :
          {"lost", "Basic realm=x / lost", "Negotiate + Digest realm=x, nonce=1 / lost"}) {
         BeginAnew();

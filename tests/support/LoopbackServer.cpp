@@ -60,6 +60,8 @@ LoopbackServer::LoopbackServer() {
         ++connections_;
     });
     thread_.start();
+    // A thread reads the environment while it starts, and a test may change that next.
+    QMetaObject::invokeMethod(server, &QTcpServer::resumeAccepting, Qt::BlockingQueuedConnection);
 }
 
 LoopbackServer::~LoopbackServer() {
