@@ -15,6 +15,7 @@
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -69,6 +70,7 @@ void EnterSandbox() {
     EnterNamespaces();
     MountPrivateTmp();
     MountEmpty("/dev/shm");
+    umask(S_IWGRP | S_IWOTH);
     std::filesystem::create_directories("/tmp/home/.config");
     std::filesystem::create_directories("/tmp/etc/xdg");
     setenv("HOME", "/tmp/home", 1);

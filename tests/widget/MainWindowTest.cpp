@@ -416,9 +416,7 @@ TEST_F(MainWindowTest, LateNotificationIsAddedAtTheEndAndTinted) {
     EXPECT_EQ(table_.item(1, 0)->background().style(), Qt::LinearGradientPattern);
     EXPECT_EQ(table_.columnSpan(0, 0), 1);
     EXPECT_EQ(table_.columnSpan(1, 0), 3) << "it has no versions";
-    QPalette turnedDark = table_.palette();
-    turnedDark.setColor(QPalette::Base, Qt::black);
-    table_.setPalette(turnedDark);
+    table_.setPalette(Qt::black);
     for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         window_.setLayoutDirection(direction);
         const QRect cell = table_.visualItemRect(table_.item(1, 0)).adjusted(1, 1, -1, -1);
