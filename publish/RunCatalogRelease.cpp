@@ -102,33 +102,34 @@ public:
     std::optional<std::vector<SignedFile>> SignAll() {
         std::vector<SignedFile> signatures;
         bool isOffered = false;
-        for (const Reference& reference : catalog_.GetReferences())
-            if (reference.from->GetName() == QString::fromWCharArray(DescriptionFormat::OWN_FILE)) {
-                isOffered = true;
-                if (!SignOffersOf(reference, signatures))
-                    return std::nullopt;
-            }
+        for (const Reference& reference : catalog_.GetReferences()) {
+            const auto path = catalog_.FileOf(reference.address);
+            if (!path || reference.from->GetName() != QString::fromWCharArray(DescriptionFormat::OWN_FILE))
+                continue;
+            isOffered = true;
+            if (!SignOffersOf(*path, *reference.from, signatures))
+                return std::nullopt;
+        }
         if (isOffered)
             return signatures;
         problem_ =
             "no VardoProductUpdate.xml of an installation is here, which tells where the "
-            "program's own description is published; or it has NoUpdates";
+            "program's own description is published; or it has NoUpdates, or names another site";
         return std::nullopt;
     }
     const QString& GetProblem() const { return problem_; }
 
 private:
-    // Adds the signatures of what the program is offered there; false, with the problem, when one cannot be
-    // made.
-    bool SignOffersOf(const Reference& reference, std::vector<SignedFile>& signatures) {
-        CProductVersion reader(reference.from->GetFilePath());
-        const auto path = catalog_.FileOf(reference.address);
-        if (!path || !reader.ParseRemote(ReadFileBytes(CVardoFilePath(CAtlString(*path))))) {
-            problem_ = QString("the program's own description, \"%1\", cannot be read")
-                           .arg(path.value_or(reference.address));
+    // Adds the signatures of what the description at path offers the installation; false, with the problem,
+    // when one cannot be made.
+    bool SignOffersOf(const QString& path, const CCatalogFile& installed,
+                      std::vector<SignedFile>& signatures) {
+        CProductVersion reader(installed.GetFilePath());
+        if (!reader.ParseRemote(ReadFileBytes(CVardoFilePath(CAtlString(path))))) {
+            problem_ = QString("the program's own description, \"%1\", cannot be read").arg(path);
             return false;
         }
-        const CVardoDirectoryPath folder{CAtlString(reference.from->GetFolder())};
+        const CVardoDirectoryPath folder{CAtlString(installed.GetFolder())};
         if (!Sign(reader.GetTable().GetDefaultOffer(), folder, signatures))
             return false;
         for (const auto& [range, offer] : reader.GetTable().GetRangedOffers())

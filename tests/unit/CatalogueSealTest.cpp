@@ -171,6 +171,7 @@ TEST_F(SignedSite, IsReleasedInstallerFirstAndListLast) {
     const std::string beta =
         But(ReadWholeFile(shared_.Path("program/share/VardoProductUpdate.xml")), "\"Vardo", "\"Beta");
     shared_.Write("trial/share/VardoProductUpdate.xml", beta);
+    shared_.Write("z/share/VardoProductUpdate.xml", But(beta, "127.0.0.1", "127.0.0.2"));
     shared_.Write("site/program/BetaProductUpdate.xml",
                   But(ReadWholeFile(shared_.Path(offer)), "\"installer\"", "\"beta\""));
     const std::string old = Minisign().Sign("#!/bin/sh\n", "file:old version:3.0.0.0");
