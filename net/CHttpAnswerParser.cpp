@@ -21,8 +21,6 @@ constexpr int LOWEST_STATUS = 100;
 
 struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_body<beast::flat_buffer>> {
     Parser(std::size_t maxHead, qint64 maxBody) {
-        // Takes the body in the same call as the head.
-        eager(true);
         header_limit(static_cast<std::uint32_t>(maxHead));
         body_limit(static_cast<std::uint64_t>(maxBody));
     }
@@ -85,19 +83,23 @@ QByteArray CHttpAnswerParser::Read(const QByteArray& bytes) {
         End();
     rest_ += bytes;
     QByteArray body;
-    bool isDone = true;
-    while (isDone && IsOpen() && !rest_.isEmpty() && parser_->MayTake(rest_.size())) {
+    bool goesOn = true;
+    while (goesOn && IsOpen() && !rest_.isEmpty() && parser_->MayTake(rest_.size())) {
         beast::error_code error;
         const std::size_t taken = parser_->Take(rest_, error);
         rest_.remove(0, static_cast<qsizetype>(taken));
-        if (parser_->is_header_done() && !parser_->IsInterim() && header_.statusCode() == 0)
+        // The body is parsed later, because Beast adds the fields behind it to those of the head.
+        const bool isHead = parser_->is_header_done() && !parser_->eager();
+        parser_->eager(isHead || parser_->eager());
+        if (isHead && !parser_->IsInterim())
             header_ = {parser_->Status(), parser_->ProxyChallenges(), parser_->ContentLength()};
         // With a body's first bytes behind the head, Beast passes over its own bound.
         const bool isTooLarge =
             header_.statusCode() == QHttpResponseHeader::OK && header_.contentLength() > maxBody_;
         body += parser_->TakeBody();
-        isDone = parser_->is_done();
-        const bool isTooLong = !isDone && rest_.size() > MAX_HEAD;
+        const bool isDone = parser_->is_done();
+        goesOn = isDone || isHead;
+        const bool isTooLong = !goesOn && rest_.size() > MAX_HEAD;
         if ((error && error != http::error::need_more) || isTooLong || isTooLarge || !parser_->IsUnderstood())
             state_ = State::BROKEN;
         else if (isDone && !parser_->IsInterim())
