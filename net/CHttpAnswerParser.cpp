@@ -90,17 +90,16 @@ QByteArray CHttpAnswerParser::Read(const QByteArray& bytes) {
         rest_.remove(0, static_cast<qsizetype>(taken));
         // The body is parsed later, because Beast adds the fields behind it to those of the head.
         const bool isHead = parser_->is_header_done() && !parser_->eager();
-        parser_->eager(isHead || parser_->eager());
-        if (isHead && !parser_->IsInterim())
-            header_ = {parser_->Status(), parser_->ProxyChallenges(), parser_->ContentLength()};
-        // With a body's first bytes behind the head, Beast passes over its own bound.
-        const bool isTooLarge =
-            header_.statusCode() == QHttpResponseHeader::OK && header_.contentLength() > maxBody_;
+        if (isHead) {
+            parser_->eager(true);
+            if (!parser_->IsInterim())
+                header_ = {parser_->Status(), parser_->ProxyChallenges(), parser_->ContentLength()};
+        }
         body += parser_->TakeBody();
         const bool isDone = parser_->is_done();
         goesOn = isDone || isHead;
         const bool isTooLong = !goesOn && rest_.size() > MAX_HEAD;
-        if ((error && error != http::error::need_more) || isTooLong || isTooLarge || !parser_->IsUnderstood())
+        if ((error && error != http::error::need_more) || isTooLong || !parser_->IsUnderstood())
             state_ = State::BROKEN;
         else if (isDone && !parser_->IsInterim())
             state_ = State::COMPLETE;
