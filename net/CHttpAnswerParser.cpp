@@ -20,11 +20,18 @@ constexpr int LOWEST_STATUS = 100;
 }  // namespace
 
 struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_body<beast::flat_buffer>> {
-    Parser(std::size_t maxHead, qint64 maxBody) {
+    explicit Parser(std::size_t maxHead) {
         header_limit(static_cast<std::uint32_t>(maxHead));
-        body_limit(static_cast<std::uint64_t>(maxBody));
+        // Beast 1.74 takes "none" for a bound that every length passes.
+        body_limit(std::numeric_limits<std::uint64_t>::max());
     }
 
+    // To be called after the head. Other bodies than that of an answer OK have no bound: they are not kept.
+    void BeginBody(qint64 maxBody) {
+        eager(true);
+        if (Status() == QHttpResponseHeader::OK)
+            body_limit(static_cast<std::uint64_t>(maxBody));
+    }
     int Status() const { return static_cast<int>(get().result_int()); }
     bool IsInterim() const { return Status() < QHttpResponseHeader::OK; }
     // Status (RFC 9110, 15) and the body's coding are known. True until the whole head has arrived.
@@ -74,7 +81,7 @@ struct CHttpAnswerParser::Parser : http::response_parser<http::basic_dynamic_bod
 };
 
 CHttpAnswerParser::CHttpAnswerParser(qint64 maxBody)
-    : maxBody_(maxBody), parser_(std::make_unique<Parser>(MAX_HEAD, maxBody)) {}
+    : maxBody_(maxBody), parser_(std::make_unique<Parser>(MAX_HEAD)) {}
 
 CHttpAnswerParser::~CHttpAnswerParser() = default;
 
@@ -91,15 +98,18 @@ QByteArray CHttpAnswerParser::Read(const QByteArray& bytes) {
         // The body is parsed later, because Beast adds the fields behind it to those of the head.
         const bool isHead = parser_->is_header_done() && !parser_->eager();
         if (isHead) {
-            parser_->eager(true);
+            parser_->BeginBody(maxBody_);
             if (!parser_->IsInterim())
                 header_ = {parser_->Status(), parser_->ProxyChallenges(), parser_->ContentLength()};
         }
+        // Beast holds an announced length against its bound only with the head.
+        const bool isTooLarge =
+            header_.statusCode() == QHttpResponseHeader::OK && header_.contentLength() > maxBody_;
         body += parser_->TakeBody();
         const bool isDone = parser_->is_done();
         goesOn = isDone || isHead;
         const bool isTooLong = !goesOn && rest_.size() > MAX_HEAD;
-        if ((error && error != http::error::need_more) || isTooLong || !parser_->IsUnderstood())
+        if ((error && error != http::error::need_more) || isTooLong || isTooLarge || !parser_->IsUnderstood())
             state_ = State::BROKEN;
         else if (isDone && !parser_->IsInterim())
             state_ = State::COMPLETE;
@@ -115,7 +125,7 @@ void CHttpAnswerParser::Skip(std::size_t bytes) {
     if (parser_->Status() == QHttpResponseHeader::SWITCHING_PROTOCOLS || maxHead_ == 0)
         state_ = State::BROKEN;
     else
-        parser_ = std::make_unique<Parser>(maxHead_, maxBody_);
+        parser_ = std::make_unique<Parser>(maxHead_);
 }
 
 void CHttpAnswerParser::End() {

@@ -101,16 +101,12 @@ public:
     // signature for installations with the old key.
     std::optional<std::vector<SignedFile>> SignAll() {
         std::vector<SignedFile> signatures;
-        bool isOffered = false;
-        for (const Reference& reference : catalog_.GetReferences()) {
-            const auto path = catalog_.FileOf(reference.address);
-            if (!path || reference.from->GetName() != QString::fromWCharArray(DescriptionFormat::OWN_FILE))
-                continue;
-            isOffered = true;
-            if (!SignOffersOf(*path, *reference.from, signatures))
-                return std::nullopt;
-        }
-        if (isOffered)
+        for (const Reference& reference : catalog_.GetReferences())
+            if (reference.from->GetName() == QString::fromWCharArray(DescriptionFormat::OWN_FILE))
+                if (const auto path = catalog_.FileOf(reference.address);
+                    path && !SignOffersOf(*path, *reference.from, signatures))
+                    return std::nullopt;
+        if (!signatures.empty())
             return signatures;
         problem_ =
             "no VardoProductUpdate.xml of an installation is here, which tells where the "
