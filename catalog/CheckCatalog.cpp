@@ -60,11 +60,11 @@ XmlFault Diagnose(const CCatalogFile& file) {
     const QString text = ReadFileBytes(file.GetFilePath()).ToQString().replace(u'&', u' ');
     QXmlStreamReader reader(text);
     // Of the tag that ends at the offset.
-    const auto lineOf = [&](qsizetype offset) {
-        const qsizetype tag = text.lastIndexOf(u'<', std::max<qsizetype>(offset - 1, 0));
+    const auto lineOf = [&](qint64 offset) {
+        const qsizetype tag = text.lastIndexOf(u'<', static_cast<qsizetype>(std::max<qint64>(offset - 1, 0)));
         return 1 + static_cast<int>(QStringView(text).left(tag).count(u'\n'));
     };
-    std::vector<std::pair<QString, qsizetype>> open;
+    std::vector<std::pair<QString, qint64>> open;
     while (!reader.atEnd()) {
         const auto token = reader.readNext();
         if (token == QXmlStreamReader::StartElement)

@@ -26,7 +26,7 @@ public:
         std::unique_ptr<char[]> buffer;
         const CVardoFilePath path = file_.GetFilePath();
         const bool isTooLarge = path.GetSize() > CResourceManagerLinux::MAX_STRINGS_BYTES;
-        const long size = isTooLarge ? 0 : path.ReadAll(buffer);
+        const off_t size = isTooLarge ? 0 : path.ReadAll(buffer);
         if (size <= 0) {
             Add(0, Code::UNREADABLE,
                 "the file cannot be read, is empty or is too large: it is taken for missing");

@@ -58,7 +58,7 @@ int CResourceManagerLinux::LoadStrings(const CVardoDirectoryPath& folder, const 
     if (!file.Exists() || file.GetSize() > MAX_STRINGS_BYTES)
         return RESULT_INVALID_ARGUMENT;
     std::unique_ptr<char[]> buffer;
-    const long size = file.ReadAll(buffer);
+    const off_t size = file.ReadAll(buffer);
     if (size <= 0)
         return RESULT_INVALID_ARGUMENT;
     CStringsReader reader(std::string_view(buffer.get(), static_cast<size_t>(size)));

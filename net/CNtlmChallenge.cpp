@@ -43,7 +43,8 @@ Number NumberAt(const QByteArray& bytes, qsizetype at) {
 
 // A field has the length of its bytes, the space for them, and the place where they lie.
 QByteArray FieldAt(const QByteArray& message, qsizetype at) {
-    return message.mid(NumberAt<quint32>(message, at + 4), NumberAt<quint16>(message, at));
+    const auto place = static_cast<qsizetype>(NumberAt<quint32>(message, at + 4));
+    return message.mid(place, NumberAt<quint16>(message, at));
 }
 
 QByteArray ToUtf16(const QString& text) {

@@ -38,7 +38,7 @@ QByteArray RequestText(const QUrl& url, bool isForProxy, const QByteArray& login
 
 // A full disk takes a part of the bytes first, and tells its error at the rest.
 bool WriteWhole(QIODevice& to, const QByteArray& bytes) {
-    const qint64 written = to.write(bytes);
+    const auto written = static_cast<qsizetype>(to.write(bytes));
     return written == bytes.size() ||
            (written >= 0 && to.write(bytes.sliced(written)) == bytes.size() - written);
 }

@@ -39,12 +39,12 @@ bool CVardoFilePath::Delete() const {
     return FileSystem::DeleteFile(path_);
 }
 
-long CVardoFilePath::GetSize() const {
+off_t CVardoFilePath::GetSize() const {
     off_t size = -1;
     return FileSystem::OpenForReading(path_, size).IsOpen() ? size : -1;
 }
 
-long CVardoFilePath::ReadAll(std::unique_ptr<char[]>& buffer) const {
+off_t CVardoFilePath::ReadAll(std::unique_ptr<char[]>& buffer) const {
     buffer.reset();
     off_t size = 0;
     const CFileDescriptor file = FileSystem::OpenForReading(path_, size);

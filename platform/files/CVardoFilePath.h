@@ -8,6 +8,7 @@
 #include "platform/text/CAtlStringA.h"
 
 #include <memory>
+#include <sys/types.h>
 
 // The normal form of a path: every "\" becomes "/", and one trailing "/" is removed.
 CAtlString NormalPath(const CAtlString& path);
@@ -37,10 +38,10 @@ public:
     // Makes the file writable, then unlinks it. True when it is gone or Exists() was false.
     bool Delete() const;
     // In bytes; -1 when it is not a regular file that can be read.
-    long GetSize() const;
+    off_t GetSize() const;
     // Puts the whole file into buffer and returns the number of bytes read; 0, and no buffer, when it is
     // empty or not a regular file that can be read.
-    long ReadAll(std::unique_ptr<char[]>& buffer) const;
+    off_t ReadAll(std::unique_ptr<char[]>& buffer) const;
 
 private:
     CAtlString path_;
