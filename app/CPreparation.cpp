@@ -12,10 +12,11 @@
 
 namespace {
 
-SelfUpdateOffer OfferOf(const CSelfUpdate& update) {
+SelfUpdateOffer OfferOf(const CSelfUpdate& update, bool isAwaited) {
     return {.installed = update.GetCurrentVersion().GetString().ToQString(),
             .offered = update.GetUpdateVersion().GetString().ToQString(),
-            .host = QUrl(update.GetInstallerAddress().ToQString()).host()};
+            .host = QUrl(update.GetInstallerAddress().ToQString()).host(),
+            .isAwaited = isAwaited};
 }
 
 }  // namespace
@@ -32,7 +33,8 @@ bool CPreparation::SelfUpdate() {
     CSelfUpdate update(DescriptionFormat::OWN_FILE, environment_);
     update.SetDownloader(downloader_);
     update.SetProgressCallback([this](int done, int total) { progress_->SetBytes(done, total); });
-    if (!IsOffered(update) || !environment_.ConfirmSelfUpdate(OfferOf(update)) || !FetchInstaller(update))
+    if (!IsOffered(update) || !environment_.ConfirmSelfUpdate(OfferOf(update, isWatched_)) ||
+        !FetchInstaller(update))
         return false;
     environment_.StartDetached(update.GetInstallerPath().ToQString(),
                                {update.GetUpdateArgument().ToQString()});

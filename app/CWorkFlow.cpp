@@ -9,6 +9,7 @@
 #include "net/dialog/ProxyAuth.h"
 #include "platform/desktop/CInterruption.h"
 #include "ui/MainWindow.h"
+#include "ui/UnbiddenDialog.h"
 
 #include <QApplication>
 #include <QScopeGuard>
@@ -112,7 +113,10 @@ int CWorkFlow::CheckSilently(const CCmdLineContext& context) {
     if (isNews && !isInterrupted) {
         proxyHandler_->SetInteractive(true);
         window.ShowOutcome();
-        window.exec();
+        if (isActivated_)
+            window.exec();
+        else
+            ExecUnbidden(window);
     }
     recordKeeper_->Save();
     return 0;

@@ -14,6 +14,7 @@
 #include <QIcon>
 #include <QImageReader>
 #include <QPixmap>
+#include <QSessionManager>
 #include <QStyleFactory>
 #include <QThread>
 #include <QTimer>
@@ -71,6 +72,9 @@ void DressUp() {
     QApplication::setStyle(plastique ? "plastique" : "fusion");
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(ReadIcon());
+    // Else a desktop that saves its session would open the window at each login.
+    QObject::connect(qApp, &QGuiApplication::saveStateRequest, qApp,
+                     [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); });
 }
 
 void RunAction(CApplicationFactory& factory) {

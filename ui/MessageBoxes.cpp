@@ -6,6 +6,7 @@
 #include "platform/files/Addresses.h"
 #include "platform/text/PrintableText.h"
 #include "ui/PlainText.h"
+#include "ui/UnbiddenDialog.h"
 
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -77,7 +78,7 @@ bool AskForSelfUpdate(const SelfUpdateOffer& offer) {
                  Cut(offer.host, LONGEST_NAME));
     CConsentBox box(Title(), text);
     box.setInformativeText(AsHtml(more));
-    return box.exec() == QMessageBox::Ok;
+    return (offer.isAwaited ? box.exec() : ExecUnbidden(box)) == QMessageBox::Ok;
 }
 
 void WarnSelfUpdateNotDownloaded() {

@@ -37,6 +37,8 @@ struct SelfUpdateOffer {
     QString offered;
     // Where its installer comes from.
     QString host;
+    // The user waits for the program. Else the question must not take the keyboard from other windows.
+    bool isAwaited = true;
 };
 
 // What a check asks of the user before it has a window. GUI thread only.

@@ -7,8 +7,8 @@
 #include "platform/text/CAtlString.h"
 #include "platform/text/CAtlStringA.h"
 
-#include <memory>
 #include <sys/types.h>
+#include <memory>
 
 // The normal form of a path: every "\" becomes "/", and one trailing "/" is removed.
 CAtlString NormalPath(const CAtlString& path);

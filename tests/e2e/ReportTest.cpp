@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <map>
 
+#include <sys/mount.h>
 #include <sys/stat.h>
 
 #include "e2e/ProgramTest.h"
@@ -97,9 +98,12 @@ TEST_F(ReportTest, SaysAndEndsAsInTheTable) {
     const std::vector<std::string> places{"/tmp/home", "/tmp/run/machine", Share(""),
                                           std::string("/tmp/") + getpwuid(getuid())->pw_name};
     std::filesystem::create_directories(places.back());
+    // The real users' settings are not for tests.
+    std::ofstream("/tmp/users") << "root:x:0:0::/tmp/home:/bin/sh\n";
+    const bool isRoot = geteuid() == 0 && mount("/tmp/users", "/etc/passwd", nullptr, MS_BIND, nullptr) == 0;
     for (const QStringList& row : DataTable("reports.txt")) {
         SCOPED_TRACE(row[0].toStdString());
-        if (row[2].startsWith("--all-users") && geteuid() != 0)
+        if (row[2].startsWith("--all-users") && !isRoot)
             continue;
         WriteList(row[1].split(' ', Qt::SkipEmptyParts));
         std::vector<std::string> arguments;
@@ -117,6 +121,7 @@ TEST_F(ReportTest, SaysAndEndsAsInTheTable) {
         EXPECT_TRUE(status != 64 || output.empty()) << output;
         EXPECT_EQ(Files(places), before);
     }
+    umount("/etc/passwd");
 }
 
 TEST_F(ReportTest, AFolderThatCannotBeListedIsAFailure) {

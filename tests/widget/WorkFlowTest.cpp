@@ -36,7 +36,7 @@ protected:
         running_ = &factory;
         QTimer user;
         QObject::connect(&user, &QTimer::timeout, [&] {
-            QWidget* window = QApplication::activeModalWidget();
+            QWidget* window = QApplication::activeWindow();
             const auto* retry = window ? window->findChild<QPushButton*>("retryButton") : nullptr;
             // Any other dialog asks for credentials.
             if (window && !retry)
@@ -158,6 +158,8 @@ TEST_F(WorkFlow, InteractiveCheckShowsTheWindowAndSavesWhatTheUserChose) {
     Run({"-silent"}, [&](QWidget& window) {
         EXPECT_EQ(window.geometry(), QRect(40, 50, 700, 450));
         EXPECT_TRUE(window.findChild<QLabel*>("labelDate")->toolTip().contains(" is due on "));
+        EXPECT_TRUE(window.testAttribute(Qt::WA_ShowWithoutActivating) && !QApplication::activeModalWidget())
+            << "the user is typing elsewhere";
         environment_->today = environment_->today.addDays(1);
     });
     EXPECT_EQ(StoredSettings(), "CheckUpdates=1 Interval=7 LastChecked=" + std::to_string(day))
@@ -250,9 +252,12 @@ TEST_F(WorkFlow, CheckGoesOnWhenTheSelfUpdateIsForbiddenOrDeclinedOrFails) {
     machine.remove("");
     Run({});
     EXPECT_EQ(environment_->selfUpdateQuestions, 1);
+    EXPECT_TRUE(environment_->selfUpdateOffer.isAwaited);
     downloader_->Forget("http://self/get/setup.bin");
     environment_->selfUpdateConfirmed = true;
-    Run({});
+    StoreSettings(1, 30, 0);
+    Run({"-silent"});
+    EXPECT_FALSE(environment_->selfUpdateOffer.isAwaited);
     EXPECT_EQ(environment_->selfUpdateWarnings, 1);
     OfferSelfUpdate();
     downloader_->whileDownloading = [] { std::raise(SIGTERM); };
