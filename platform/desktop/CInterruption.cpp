@@ -3,6 +3,8 @@
 
 #include "platform/desktop/CInterruption.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <atomic>
 #include <cerrno>
 
@@ -40,6 +42,7 @@ CInterruption::CInterruption(const std::function<void()>& interrupted)
       signals_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       notifier_(signals_.Get(), QSocketNotifier::Read) {
     QObject::connect(&notifier_, &QSocketNotifier::activated, [this] { Deliver(); });
+    QCoreApplication::instance()->installEventFilter(this);
     if (!signals_.IsOpen())
         return;
     reports = signals_.Get();
@@ -51,6 +54,12 @@ void CInterruption::Deliver() {
     eventfd_t count = 0;
     if (signals_.IsOpen() && eventfd_read(signals_.Get(), &count) == 0)
         interrupted_();
+}
+
+bool CInterruption::eventFilter(QObject* /*application*/, QEvent* event) {
+    if (event->type() == QEvent::Quit)
+        interrupted_();
+    return false;
 }
 
 CInterruption::~CInterruption() {

@@ -72,20 +72,24 @@ protected:
     CApplicationFactory* running_ = nullptr;
 };
 
-TEST_F(WorkFlow, EndsWhenASignalComesWhileItServesNoEvents) {
+TEST_F(WorkFlow, EndsWhenASignalComesWhileItServesNoEventsOrTheSessionEnds) {
     AddProduct("Planner", {"1.0.0.0"}, "2.0.0.0");
     Install();
-    for (const std::size_t request : {1U, 2U}) {
-        StoreSettings(1, 30, 0);
-        downloader_->addresses.clear();
-        downloader_->whileDownloading = [&] {
-            if (downloader_->addresses.size() == request)
-                std::raise(SIGTERM);
-        };
-        Run({"-silent"});
-        EXPECT_EQ(downloader_->addresses.size(), request);
-        EXPECT_TRUE(latest_.isEmpty());
-    }
+    QEvent quit(QEvent::Quit);
+    const std::function<void()> ends[] = {[] { std::raise(SIGTERM); },
+                                          [&] { QCoreApplication::sendEvent(qApp, &quit); }};
+    for (const auto& end : ends)
+        for (const std::size_t request : {1U, 2U}) {
+            StoreSettings(1, 30, 0);
+            downloader_->addresses.clear();
+            downloader_->whileDownloading = [&] {
+                if (downloader_->addresses.size() == request)
+                    end();
+            };
+            Run({"-silent"});
+            EXPECT_EQ(downloader_->addresses.size(), request);
+            EXPECT_TRUE(latest_.isEmpty());
+        }
 }
 
 TEST_F(WorkFlow, StartedAgainItShowsItsWindowEvenBeforeASilentCheckHasEnded) {
