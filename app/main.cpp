@@ -56,6 +56,9 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool g
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(nullptr);
     on_exit(&EndWithoutError, nullptr);
+    // Else a desktop that saves its session would open the window at each login.
+    QObject::connect(qApp, &QGuiApplication::saveStateRequest, qApp,
+                     [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); });
     return application;
 }
 
@@ -72,9 +75,6 @@ void DressUp() {
     QApplication::setStyle(plastique ? "plastique" : "fusion");
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(ReadIcon());
-    // Else a desktop that saves its session would open the window at each login.
-    QObject::connect(qApp, &QGuiApplication::saveStateRequest, qApp,
-                     [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); });
 }
 
 void RunAction(CApplicationFactory& factory) {

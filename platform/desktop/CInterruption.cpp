@@ -56,7 +56,7 @@ void CInterruption::Deliver() {
         interrupted_();
 }
 
-bool CInterruption::eventFilter(QObject* /*application*/, QEvent* event) {
+bool CInterruption::eventFilter(QObject* /*receiver*/, QEvent* event) {
     if (event->type() == QEvent::Quit)
         interrupted_();
     return false;

@@ -26,7 +26,8 @@ public:
     void Deliver();
 
 protected:
-    bool eventFilter(QObject* application, QEvent* event) override;
+    // Sees the events of all objects on the thread.
+    bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
     std::function<void()> interrupted_;

@@ -5,7 +5,9 @@
 
 #include "platform/files/FileSystem.h"
 
+#include <cstddef>
 #include <new>
+#include <utility>
 
 CVardoFilePath::CVardoFilePath(const CAtlString& path) : path_(NormalPath(path)) {}
 
@@ -48,7 +50,7 @@ off_t CVardoFilePath::ReadAll(std::unique_ptr<char[]>& buffer) const {
     buffer.reset();
     off_t size = 0;
     const CFileDescriptor file = FileSystem::OpenForReading(path_, size);
-    if (!file.IsOpen() || size == 0)
+    if (!file.IsOpen() || size == 0 || !std::in_range<std::size_t>(size))
         return 0;
     // Running out of memory is a failure like any other.
     std::unique_ptr<char[]> bytes(new (std::nothrow) char[static_cast<std::size_t>(size)]);
